@@ -1,0 +1,104 @@
+#include "kestrel/database.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kestrel {
+
+namespace {
+
+/// Up to this many signals of a message are searched one by one, which is quicker than an index and takes no
+/// memory. Nearly all messages stay below it.
+constexpr std::uint32_t kSignalsWithoutIndex = 8;
+
+}  // namespace
+
+std::string_view NameIn(const char (&name)[kNameSize]) {
+    return {static_cast<const char*>(name), strnlen(static_cast<const char*>(name), kNameSize)};
+}
+
+AttrDef::~AttrDef() {
+    if (value_type == AttrType::Enumeration) kestrel_free(value_list);
+    if (value_type != AttrType::Integer) kestrel_free(default_text);
+}
+
+AttrValues::~AttrValues() {
+    for (const Value& entry : values_)
+        if (entry.definition->holds_texts) kestrel_free(entry.value.text);
+}
+
+void AttrValues::Set(const AttrDef& definition, kestrel_attr_value_t value) {
+    const auto earlier = std::find_if(values_.begin(), values_.end(),
+                                      [&](const Value& entry) { return entry.definition == &definition; });
+    if (earlier == values_.end()) {
+        values_.push_back({&definition, value});
+        return;
+    }
+    if (definition.holds_texts && earlier->value.text != value.text) kestrel_free(earlier->value.text);
+    earlier->value = value;
+}
+
+Signal::~Signal() {
+    while (value_descriptions != nullptr) {
+        valdesc* following = value_descriptions->next;
+        kestrel_free(value_descriptions);
+        value_descriptions = following;
+    }
+}
+
+void Message::AddSignal(Signal& signal) {
+    (last_signal != nullptr ? last_signal->next : first_signal) = &signal;
+    last_signal = &signal;
+    ++signal_count;
+    if (signal_index != nullptr) {
+        signal_index->Add(signal);
+    } else if (signal_count > kSignalsWithoutIndex) {
+        signal_index = std::make_unique<NameIndex<Signal>>();
+        for (Signal* each = first_signal; each != nullptr; each = each->next) signal_index->Add(*each);
+    }
+}
+
+Signal* Message::FindSignal(std::string_view wanted) const {
+    if (signal_index != nullptr) return signal_index->Find(wanted);
+    for (Signal* each = first_signal; each != nullptr; each = each->next)
+        if (NameIn(each->name) == wanted) return each;
+    return nullptr;
+}
+
+Node& Database::CreateNode() {
+    Node& node = nodes_.emplace_back(*this);
+    node_index_.Add(node);
+    return node;
+}
+
+Signal& Database::CreateSignal(Message& message) {
+    Signal& signal = signals_.emplace_back();
+    message.AddSignal(signal);
+    return signal;
+}
+
+Message* Database::FindMessage(std::uint32_t identifier) {
+    for (; messages_indexed_ < messages_.size(); ++messages_indexed_) {
+        Message& message = messages_[messages_indexed_];
+        message_index_.try_emplace(message.identifier, &message);
+    }
+    const auto found = message_index_.find(identifier);
+    return found == message_index_.end() ? nullptr : found->second;
+}
+
+void Database::SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
+                            kestrel_attr_value_t value) {
+    // There are about ten definitions; their names are read anew because they may be filled in at any time.
+    const std::string_view wanted = attribute.substr(0, kNameSize);
+    const auto definition = std::find_if(attr_defs_.begin(), attr_defs_.end(), [&](const AttrDef& each) {
+        return each.object_kind == object && NameIn(each.name) == wanted;
+    });
+    if (definition == attr_defs_.end()) return;
+    if (!definition->used) {
+        definition->used = true;
+        definition->holds_texts = definition->value_type == AttrType::String;
+    }
+    values.Set(*definition, value);
+}
+
+}  // namespace kestrel

@@ -1,0 +1,198 @@
+/// How the library keeps a database. The records here extend the public ones by what the library has to know
+/// about them, so that a public record converts to its extension by a cast. A large database has a million
+/// messages and several million signals: what a record carries is kept small, and a message gets an index of
+/// its signals only when it has many.
+
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "kestrel/records.h"
+
+namespace kestrel {
+
+class Database;
+
+/// The text in a record's name array, without the unused bytes.
+std::string_view NameIn(const char (&name)[kNameSize]);
+
+/// An attribute definition with what the library notes about it. Owns the texts of its record.
+struct AttrDef : attr_def {
+    explicit AttrDef(std::size_t definition_position) : attr_def(), position(definition_position) {}
+    AttrDef(const AttrDef&) = delete;
+    AttrDef(AttrDef&&) = delete;
+    AttrDef& operator=(const AttrDef&) = delete;
+    AttrDef& operator=(AttrDef&&) = delete;
+    ~AttrDef();
+
+    /// Number of the definition in its database, counted from 0 in the order of creation.
+    std::size_t position;
+    /// Whether a value was set already.
+    bool used = false;
+    /// Whether the values are texts; settled by the first value, since it decides who frees them.
+    bool holds_texts = false;
+};
+
+/// The attribute values of one object, in the order in which they were first set. Owns their texts.
+class AttrValues {
+  public:
+    struct Value {
+        /// The definition that the value belongs to; owned by the database.
+        const AttrDef* definition;
+        kestrel_attr_value_t value;
+    };
+
+    AttrValues() = default;
+    AttrValues(const AttrValues&) = delete;
+    AttrValues(AttrValues&&) = delete;
+    AttrValues& operator=(const AttrValues&) = delete;
+    AttrValues& operator=(AttrValues&&) = delete;
+    ~AttrValues();
+
+    /// Sets the value of the attribute, in the place of an earlier one if there is one.
+    void Set(const AttrDef& definition, kestrel_attr_value_t value);
+
+    const std::vector<Value>& values() const { return values_; }
+
+  private:
+    std::vector<Value> values_;
+};
+
+/// Finds records by the names that stand in them. A record is added when it is created, usually without a
+/// name; each look-up reads again the names that were empty until then.
+template <class Record>
+class NameIndex {
+  public:
+    /// Adds a record. Its name is not read yet.
+    void Add(Record& record) { unnamed_.push_back({added_++, &record}); }
+
+    /// The record that was added first among those with this name, or null. The empty name finds a record
+    /// without a name.
+    Record* Find(std::string_view name) {
+        TakeNewNames();
+        if (name.empty()) return unnamed_.empty() ? nullptr : unnamed_.front().record;
+        const auto found = named_.find(std::string(name));
+        return found == named_.end() ? nullptr : found->second.record;
+    }
+
+  private:
+    struct Entry {
+        std::size_t order;
+        Record* record;
+    };
+
+    void TakeNewNames() {
+        auto kept = unnamed_.begin();
+        for (const Entry& entry : unnamed_) {
+            const std::string_view name = NameIn(entry.record->name);
+            if (name.empty()) {
+                *kept++ = entry;
+                continue;
+            }
+            const auto [place, is_new] = named_.try_emplace(std::string(name), entry);
+            // A record that was named late may be older than the one that has the name already.
+            if (!is_new && entry.order < place->second.order) place->second = entry;
+        }
+        unnamed_.erase(kept, unnamed_.end());
+    }
+
+    std::size_t added_ = 0;
+    /// Records whose name was empty at the last look-up, in the order of adding.
+    std::vector<Entry> unnamed_;
+    std::unordered_map<std::string, Entry> named_;
+};
+
+/// A node with its attribute values.
+struct Node : symblk {
+    explicit Node(Database& owner) : database(&owner) {}
+
+    /// The database (or holding area) that owns the node.
+    Database* database;
+    AttrValues attributes;
+};
+
+/// A signal as an entry of its message's list of signals. Owns its value descriptions.
+struct Signal : sigblk {
+    Signal() = default;
+    Signal(const Signal&) = delete;
+    Signal(Signal&&) = delete;
+    Signal& operator=(const Signal&) = delete;
+    Signal& operator=(Signal&&) = delete;
+    ~Signal();
+
+    /// The next signal of the message, or null. Owned by the database.
+    Signal* next = nullptr;
+};
+
+/// A message with its attribute values and the list of its signals.
+struct Message : msgblk {
+    Message(Database& owner, std::uint32_t message_serial) : database(&owner), serial(message_serial) {}
+
+    /// Appends a new signal, which the database owns, to the list.
+    void AddSignal(Signal& signal);
+
+    /// The first signal of this name, or null; the empty name finds a signal without a name.
+    Signal* FindSignal(std::string_view wanted) const;
+
+    /// The database (or holding area) that owns the message.
+    Database* database;
+    AttrValues attributes;
+    /// First and last signal, or null. Owned by the database.
+    Signal* first_signal = nullptr;
+    Signal* last_signal = nullptr;
+    std::uint32_t signal_count = 0;
+    /// Number of the message among all that the manager has created.
+    std::uint32_t serial;
+    /// The signals by name; null as long as there are few enough to look at each.
+    std::unique_ptr<NameIndex<Signal>> signal_index;
+};
+
+/// A database: owns its definitions, nodes, messages and signals, each in the order of creation.
+class Database {
+  public:
+    explicit Database(std::string name) : name_(std::move(name)) {}
+
+    AttrDef& CreateAttrDef() { return attr_defs_.emplace_back(attr_defs_.size()); }
+    Node& CreateNode();
+    Message& CreateMessage(std::uint32_t serial) { return messages_.emplace_back(*this, serial); }
+    Signal& CreateSignal(Message& message);
+
+    /// The first node whose name is the first 32 bytes of `name`, or null.
+    Node* FindNode(std::string_view name) { return node_index_.Find(name.substr(0, kNameSize)); }
+    /// The first message with this identifier, or null.
+    Message* FindMessage(std::uint32_t identifier);
+
+    /// Sets a value among `values`, those of an object of the given kind in this database. Does nothing when
+    /// the attribute is not defined.
+    void SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
+                      kestrel_attr_value_t value);
+
+    const std::string& name() const { return name_; }
+    AttrValues& attributes() { return attributes_; }
+    const AttrValues& attributes() const { return attributes_; }
+    const std::deque<AttrDef>& attr_defs() const { return attr_defs_; }
+    const std::deque<Node>& nodes() const { return nodes_; }
+    const std::deque<Message>& messages() const { return messages_; }
+
+  private:
+    std::string name_;
+    /// Declared before everything that has attribute values, which need the definitions until they are gone.
+    std::deque<AttrDef> attr_defs_;
+    AttrValues attributes_;
+    std::deque<Node> nodes_;
+    NameIndex<Node> node_index_;
+    std::deque<Signal> signals_;
+    std::deque<Message> messages_;
+    /// The first `messages_indexed_` messages by identifier; a look-up adds the rest.
+    std::unordered_map<std::uint32_t, Message*> message_index_;
+    std::size_t messages_indexed_ = 0;
+};
+
+}  // namespace kestrel

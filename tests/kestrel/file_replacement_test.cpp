@@ -1,0 +1,234 @@
+/// How a written database takes the place of the file that was there.
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+constexpr const char* kEmptyDatabase = R"({
+"format": "Vorn",
+"version": 1,
+"database": "cabin",
+"attributes": {},
+"attribute_definitions": [],
+"nodes": [],
+"messages": []
+}
+)";
+
+class FileReplacement : public DatabaseTest {
+  protected:
+    KestrelError WriteTo(const std::string& path) { return manager.WriteDatabase(key, path.c_str()); }
+
+    struct stat Status(const std::string& path) {
+        struct stat status {};
+        EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+        return status;
+    }
+
+    mode_t Mode(const std::string& path) { return Status(path).st_mode & 07777U; }
+};
+
+/// Sets the process's file mode mask and puts the old one back.
+class UmaskInForce {
+  public:
+    explicit UmaskInForce(mode_t mask) : old_(umask(mask)) {}
+    UmaskInForce(const UmaskInForce&) = delete;
+    UmaskInForce(UmaskInForce&&) = delete;
+    UmaskInForce& operator=(const UmaskInForce&) = delete;
+    UmaskInForce& operator=(UmaskInForce&&) = delete;
+    ~UmaskInForce() { umask(old_); }
+
+  private:
+    mode_t old_;
+};
+
+/// Makes every write beyond the first bytes of a file fail, as on a full disk.
+class SmallDisk {
+  public:
+    explicit SmallDisk(rlim_t bytes) {
+        old_handler_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_limit_);
+        const rlimit limit{bytes, old_limit_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk(SmallDisk&&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+    SmallDisk& operator=(SmallDisk&&) = delete;
+    ~SmallDisk() {
+        setrlimit(RLIMIT_FSIZE, &old_limit_);
+        (void)std::signal(SIGXFSZ, old_handler_);
+    }
+
+  private:
+    rlimit old_limit_{};
+    void (*old_handler_)(int) = nullptr;
+};
+
+TEST_F(FileReplacement, NewFileIsAllThatIsLeftInTheDirectory) {
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+    EXPECT_EQ(ReadFile(directory / "out.vorn"), kEmptyDatabase);
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, OldFileIsReplacedWhole) {
+    MakeFile(directory / "out.vorn", std::string(10'000, 'o'));
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+    EXPECT_EQ(ReadFile(directory / "out.vorn"), kEmptyDatabase);
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, ReaderOfTheOldFileKeepsIt) {
+    MakeFile(directory / "out.vorn", "old");
+    std::ifstream reader(directory / "out.vorn");
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+    std::string text;
+    reader >> text;
+    EXPECT_EQ(text, "old");
+}
+
+TEST_F(FileReplacement, FileNameWithoutDirectoryIsInTheCurrentOne) {
+    const fs::path before = fs::current_path();
+    fs::current_path(directory.path());
+    const KestrelError result = WriteTo("out.vorn");
+    fs::current_path(before);
+    EXPECT_EQ(result, kKestrelOk);
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, ReadOnlyFileIsRefusedAlsoForRoot) {
+    MakeFile(directory / "out.vorn", "old");
+    chmod((directory / "out.vorn").c_str(), 0444);
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(ReadFile(directory / "out.vorn"), "old");
+    EXPECT_EQ(Mode(directory / "out.vorn"), 0444U);
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, DirectoryIsRefused) {
+    fs::create_directory(directory / "out.vorn");
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(WriteTo((directory / "out.vorn") + "/"), kKestrelCannotOpen);
+    EXPECT_TRUE(fs::is_empty(directory / "out.vorn"));
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, PipeIsRefused) {
+    ASSERT_EQ(mkfifo((directory / "out.vorn").c_str(), 0600), 0);
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelCannotOpen);
+    EXPECT_TRUE(S_ISFIFO(Status(directory / "out.vorn").st_mode));
+    EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+}
+
+TEST_F(FileReplacement, MissingDirectoryIsRefused) {
+    EXPECT_EQ(WriteTo(directory / "missing/out.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(directory.Names(), Names{});
+}
+
+TEST_F(FileReplacement, FileInPlaceOfTheDirectoryIsRefused) {
+    MakeFile(directory / "file", "old");
+    EXPECT_EQ(WriteTo(directory / "file/out.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(ReadFile(directory / "file"), "old");
+}
+
+TEST_F(FileReplacement, EmptyPathIsRefused) {
+    EXPECT_EQ(WriteTo(""), kKestrelCannotOpen);
+}
+
+TEST_F(FileReplacement, NewNameThatEndsInASlashFailsAndLeavesNothing) {
+    EXPECT_NE(WriteTo((directory / "out.vorn") + "/"), kKestrelOk);
+    EXPECT_EQ(directory.Names(), Names{});
+}
+
+TEST_F(FileReplacement, FileBehindALinkIsReplacedAndTheLinkStays) {
+    fs::create_directory(directory / "real");
+    MakeFile(directory / "real/out.vorn", "old");
+    fs::create_symlink("real/out.vorn", directory / "relative.vorn");
+    fs::create_symlink(directory / "relative.vorn", directory / "absolute.vorn");
+    EXPECT_EQ(WriteTo(directory / "absolute.vorn"), kKestrelOk);
+    EXPECT_EQ(fs::read_symlink(directory / "absolute.vorn"), directory / "relative.vorn");
+    EXPECT_EQ(fs::read_symlink(directory / "relative.vorn"), "real/out.vorn");
+    EXPECT_EQ(ReadFile(directory / "real/out.vorn"), kEmptyDatabase);
+    EXPECT_EQ(directory.Names(), (Names{"absolute.vorn", "real", "relative.vorn"}));
+}
+
+TEST_F(FileReplacement, LinkToNothingYetIsFollowed) {
+    fs::create_symlink("real.vorn", directory / "link.vorn");
+    EXPECT_EQ(WriteTo(directory / "link.vorn"), kKestrelOk);
+    EXPECT_TRUE(fs::is_symlink(directory / "link.vorn"));
+    EXPECT_EQ(ReadFile(directory / "real.vorn"), kEmptyDatabase);
+}
+
+TEST_F(FileReplacement, LinkToAReadOnlyFileIsRefused) {
+    MakeFile(directory / "real.vorn", "old");
+    chmod((directory / "real.vorn").c_str(), 0444);
+    fs::create_symlink("real.vorn", directory / "link.vorn");
+    EXPECT_EQ(WriteTo(directory / "link.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(ReadFile(directory / "real.vorn"), "old");
+}
+
+TEST_F(FileReplacement, LinkToItselfIsRefused) {
+    fs::create_symlink("link.vorn", directory / "link.vorn");
+    EXPECT_EQ(WriteTo(directory / "link.vorn"), kKestrelCannotOpen);
+    EXPECT_TRUE(fs::is_symlink(directory / "link.vorn"));
+}
+
+TEST_F(FileReplacement, ModeOfTheOldFileIsKept) {
+    const UmaskInForce umask_in_force(077);
+    for (const mode_t mode : {0640U, 0666U, 0200U, 0755U}) {
+        MakeFile(directory / "out.vorn", "old");
+        chmod((directory / "out.vorn").c_str(), mode);
+        EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+        EXPECT_EQ(Mode(directory / "out.vorn"), mode);
+    }
+}
+
+TEST_F(FileReplacement, ModeOfANewFileFollowsTheUmask) {
+    for (const mode_t mask : {0U, 022U, 027U, 077U}) {
+        const UmaskInForce umask_in_force(mask);
+        fs::remove(directory / "out.vorn");
+        EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+        EXPECT_EQ(Mode(directory / "out.vorn"), 0666U & ~mask);
+    }
+}
+
+TEST_F(FileReplacement, OwnerOfTheOldFileIsKeptForRoot) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give files away";
+    MakeFile(directory / "out.vorn", "old");
+    ASSERT_EQ(chown((directory / "out.vorn").c_str(), 1234, 2345), 0);
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+    EXPECT_EQ(Status(directory / "out.vorn").st_uid, 1234U);
+    EXPECT_EQ(Status(directory / "out.vorn").st_gid, 2345U);
+}
+
+TEST_F(FileReplacement, FullDiskLeavesTheOldFileAndNothingElse) {
+    MakeFile(directory / "out.vorn", "old");
+    for (const int nodes : {100, 50'000}) {  // fails with the last block, fails with the first of many
+        for (int number = 0; number < nodes; ++number) AddNode("Radio");
+        KestrelError result = kKestrelOk;
+        {
+            const SmallDisk small_disk(1000);
+            result = WriteTo(directory / "out.vorn");
+        }
+        EXPECT_EQ(result, kKestrelWriteFailed);
+        EXPECT_EQ(ReadFile(directory / "out.vorn"), "old");
+        EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+    }
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+}
+
+}  // namespace
