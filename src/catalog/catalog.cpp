@@ -1,0 +1,97 @@
+#include "catalog/catalog.h"
+
+#include <new>
+
+#include "catalog/import_context.h"
+
+namespace tarvex {
+
+bool ZMTCatalog::Import(const DOMElement& element, ImportContext& context) {
+    context.catalog = this;
+    try {
+        if (!ImportDefinitions(element, context)) {
+            return false;
+        }
+        ImportErrorFunctions(element, context);
+        if (context.log.FatalCount() > 0 || !ImportFBlocks(element, context)) {
+            return false;
+        }
+        return Resolve(context);
+    } catch (const std::bad_alloc&) {
+        return RaiseFatal<Text::NotEnoughMemory>(context.log);
+    }
+}
+
+bool ZMTCatalog::ImportDefinitions(const DOMElement& element, ImportContext& context) {
+    const DOMElement* definition = FindChildElement(&element, "Definition");
+    if (definition == nullptr) {
+        return RaiseFatal<Text::ElementNotFound>(context.log, "Definition");
+    }
+    definitions_ = std::make_unique<ZMTDefinition>();
+    definitions_->SetParent(this);
+    if (!definitions_->Import(*definition, context)) {
+        return RaiseFatal<Text::ElementImportFailed>(context.log, "Definition");
+    }
+    context.definitions = definitions_.get();
+    return true;
+}
+
+void ZMTCatalog::ImportErrorFunctions(const DOMElement& element, ImportContext& context) {
+    std::uint32_t index = 0;
+    for (const DOMElement* param = NextDescendant(element, element);
+         param != nullptr && context.log.FatalCount() == 0; param = NextDescendant(element, *param)) {
+        if (!HasTagName(*param, "ERParam")) {
+            continue;
+        }
+        std::string paramDefId;
+        if (GetAttribute(*param, "ParamDefId", paramDefId)) {
+            auto function = std::make_unique<ZMTFunction>(paramDefId, index);
+            function->SetParent(this);
+            if (function->ImportErrorFunction(*param, context)) {
+                const std::string name = function->GetName();
+                context.functions.RegisterOwned(name, std::move(function));
+            } else {
+                Raise<kErrorFunctionFailed>(context.log, "ERParam");
+            }
+        }
+        ++index;
+    }
+}
+
+bool ZMTCatalog::ImportFBlocks(const DOMElement& element, ImportContext& context) {
+    for (const DOMElement* child = FindChildElement(&element, "FBlock"); child != nullptr;
+         child = FindNextSiblingElement(*child, "FBlock")) {
+        auto block = std::make_unique<ZMTFBlock>();
+        block->SetParent(this);
+        if (block->Import(*child, context)) {
+            const std::uint32_t id = block->FBlockID();
+            SetAt(std::move(block), id);
+        } else {
+            Raise<kFBlockFailed>(context.log, "FBlock");
+        }
+        if (context.log.FatalCount() > 0) {
+            return false;
+        }
+    }
+    if (Count() == 0) {
+        return RaiseFatal<Text::NoValidFBlock>(context.log);
+    }
+    return true;
+}
+
+bool ZMTCatalog::Resolve(ImportContext& context) {
+    return ZMTNode::Resolve(context) && ResolveAll(context);
+}
+
+bool ZMTCatalog::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "CATALOG: " + GetName());
+    DumpLine(treeLog, ".AbsPath: " + absPath_);
+    DumpBaseLines(treeLog);
+    DumpAll(treeLog);
+    if (definitions_) {
+        definitions_->Dump(treeLog);
+    }
+    return true;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,204 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "catalog/node.h"
+#include "import/names.h"
+
+namespace tarvex {
+
+/// Owns child nodes in slots whose index carries meaning (function block ID, function ID, OPType, position).
+/// A slot may be empty; holes are part of the model.
+template <class T>
+class ZMTChildList {
+  public:
+    ZMTChildList() = default;
+    ZMTChildList(const ZMTChildList&) = delete;
+    ZMTChildList& operator=(const ZMTChildList&) = delete;
+    virtual ~ZMTChildList() = default;
+
+    /// Adds the element at the end.
+    virtual void Append(std::unique_ptr<T> element) {
+        slots_.push_back(std::move(element));
+        ++revision_;
+    }
+
+    /// Stores the element in a slot; the list grows by empty slots as needed. What the slot held is deleted,
+    /// so callers look first.
+    virtual void SetAt(std::unique_ptr<T> element, unsigned pos) {
+        if (pos >= slots_.size()) {
+            slots_.resize(std::size_t{pos} + 1);
+        }
+        slots_[pos] = std::move(element);
+        ++revision_;
+    }
+
+    /// Makes room for n slots without adding any; returns the size, which stays the same.
+    virtual unsigned Reserve(unsigned n) {
+        slots_.reserve(n);
+        return Size();
+    }
+
+    virtual void Clear() {
+        slots_.clear();
+        ++revision_;
+    }
+
+    /// Deletes the elements in slots first to last, both included, and leaves the slots empty.
+    virtual void DeleteRange(unsigned first, unsigned last) {
+        for (unsigned pos = first; pos < Size() && pos <= last; ++pos) {
+            slots_[pos].reset();
+        }
+        ++revision_;
+    }
+
+    /// Null for an empty slot and beyond the end.
+    virtual T* GetAt(unsigned pos) const { return pos < slots_.size() ? slots_[pos].get() : nullptr; }
+
+    /// Finds the first occupied slot; `pos` is 0 if there is none.
+    virtual bool GetFirst(unsigned& pos) const {
+        const bool found = GetNext(pos, kBeforeFirst);
+        pos = found ? pos : 0;
+        return found;
+    }
+
+    /// Finds the first occupied slot after `after`; kBeforeFirst means from the beginning.
+    virtual bool GetNext(unsigned& pos, unsigned after) const {
+        for (unsigned i = after + 1; i < Size(); ++i) {
+            if (slots_[i]) {
+                pos = i;
+                return true;
+            }
+        }
+        return false;
+    }
+    static constexpr unsigned kBeforeFirst = ~0U;
+
+    /// The element of that name in the lowest slot, without regard to case; null if there is none.
+    virtual T* FindByName(const std::string& name) const {
+        const auto found = std::ranges::find_if(
+            slots_, [&](const auto& element) { return element && NamesEqual(element->GetName(), name); });
+        return found == slots_.end() ? nullptr : found->get();
+    }
+
+    /// Slots, holes included.
+    virtual unsigned Size() const { return static_cast<unsigned>(slots_.size()); }
+
+    /// 0 clears; a smaller size deletes the elements beyond it, a larger one appends empty slots.
+    virtual void Resize(unsigned n) {
+        slots_.resize(n);
+        ++revision_;
+    }
+
+    /// Occupied slots.
+    virtual unsigned Count() const {
+        return static_cast<unsigned>(
+            std::ranges::count_if(slots_, [](const auto& element) { return element != nullptr; }));
+    }
+
+    /// Finds the first occupied slot after `start` whose preceding slot is empty.
+    virtual bool FindGap(unsigned& pos, unsigned start) const {
+        for (unsigned i = start + 1; i < Size(); ++i) {
+            if (slots_[i] && !slots_[i - 1]) {
+                pos = i;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Removes the holes and keeps the order of the elements.
+    virtual void Compact() {
+        std::erase(slots_, nullptr);
+        ++revision_;
+    }
+
+    /// The elements in slot order, still owned by the list; empty slots as null entries if asked for.
+    virtual std::vector<T*> GetItems(bool withHoles) const {
+        std::vector<T*> items;
+        items.reserve(slots_.size());
+        for (const auto& element : slots_) {
+            if (element || withHoles) {
+                items.push_back(element.get());
+            }
+        }
+        return items;
+    }
+
+    /// Replaces the elements by clones of another list's, slot by slot, with `newParent` as their parent.
+    /// When a clone fails the list is left empty and the result is false.
+    virtual bool CopyFrom(const ZMTChildList<T>* other, ZMTNode* newParent) {
+        Clear();
+        if (other == nullptr) {
+            return false;
+        }
+        slots_.resize(other->slots_.size());
+        for (std::size_t pos = 0; pos < slots_.size(); ++pos) {
+            if (!other->slots_[pos]) {
+                continue;
+            }
+            std::unique_ptr<ZMTNode> clone = other->slots_[pos]->Clone();
+            if (!clone) {
+                Clear();
+                return false;
+            }
+            clone->SetParent(newParent);
+            slots_[pos].reset(static_cast<T*>(clone.release()));
+        }
+        return true;
+    }
+
+    virtual void DumpAll(ZMostFCatLog& treeLog) const {
+        for (const auto& element : slots_) {
+            if (element) {
+                element->Dump(treeLog);
+            }
+        }
+    }
+
+    /// Resolves the elements in order and stops with false at the first that fails.
+    virtual bool ResolveAll(ImportContext& context) {
+        return std::ranges::all_of(
+            slots_, [&](const auto& element) { return !element || element->Resolve(context); });
+    }
+
+  protected:
+    /// Changes with every change of the slots.
+    std::uint64_t Revision() const { return revision_; }
+
+  private:
+    std::vector<std::unique_ptr<T>> slots_;
+    std::uint64_t revision_ = 0;
+};
+
+/// A list of definitions, which parameters look up by identifier.
+template <class T>
+class ZMTDefList : public ZMTChildList<T> {
+  public:
+    /// The element of that identifier in the lowest slot, without regard to case; null if there is none. An
+    /// element keeps its identifier once it has been looked for.
+    virtual T* FindByDefName(const std::string& defName) const {
+        if (indexedRevision_ != this->Revision()) {
+            index_.clear();
+            for (T* element : this->GetItems(false)) {
+                index_.try_emplace(element->GetDefName(), element);
+            }
+            indexedRevision_ = this->Revision();
+        }
+        const auto found = index_.find(defName);
+        return found == index_.end() ? nullptr : found->second;
+    }
+
+  private:
+    // Built at the first look-up after a change: catalogs look up once per parameter.
+    mutable std::unordered_map<std::string, T*, NameHash, NameEqual> index_;
+    mutable std::uint64_t indexedRevision_ = 0;
+};
+
+}  // namespace tarvex

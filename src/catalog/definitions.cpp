@@ -1,0 +1,173 @@
+#include "catalog/definitions.h"
+
+#include "catalog/import_context.h"
+#include "import/parse_value.h"
+
+namespace tarvex {
+namespace {
+
+struct BasicType {
+    const char* typeID;
+    DefCode code;
+};
+
+constexpr BasicType kBasicTypes[] = {
+    {"type_unsigned_byte", kUnsignedByte}, {"type_signed_byte", kSignedByte},
+    {"type_unsigned_word", kUnsignedWord}, {"type_signed_word", kSignedWord},
+    {"type_unsigned_long", kUnsignedLong}, {"type_signed_long", kSignedLong},
+};
+
+/// The unit name that stands for having none.
+constexpr std::string_view kUnitNameNotDefined = "not_defined";
+
+/// Imports every element of that tag below `root` into a list; `failed` raises the list's message.
+template <class T, class List, class Failed>
+void ImportAll(List& list, const DOMElement& root, std::string_view tag, ImportContext& context,
+               const Failed& failed) {
+    for (const DOMElement* element = NextDescendant(root, root); element != nullptr;
+         element = NextDescendant(root, *element)) {
+        if (!HasTagName(*element, tag)) {
+            continue;
+        }
+        auto definition = std::make_unique<T>();
+        definition->SetParent(&list);
+        if (definition->Import(*element, context)) {
+            list.Append(std::move(definition));
+        } else {
+            failed();
+        }
+    }
+}
+
+}  // namespace
+
+bool ZMTDef::Import(const DOMElement& /*element*/, ImportContext& /*context*/) {
+    return false;
+}
+
+bool ZMTDef::CopyFrom(const ZMTNode* other) {
+    if (!ZMTNode::CopyFrom(other)) {
+        return false;
+    }
+    defName_ = static_cast<const ZMTDef*>(other)->defName_;
+    return true;
+}
+
+bool ZMTDefType::Import(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, text, "TDefName")) {
+        Raise<kTypeDefWithoutName>(context.log, "TDefName");
+    }
+    SetName(SanitizeName(text));
+    if (!GetAttribute(element, "TypeID", text)) {
+        return Raise<kTypeDefWithoutId>(context.log, "TypeID");
+    }
+    SetDefName(text);
+    if (!GetChildElementText(element, text, "TDefSize")) {
+        Raise<kTypeDefWithoutSize>(context.log, "TDefSize");
+    }
+    defSize_ = IntegerOrZero(text);
+    for (const BasicType& type : kBasicTypes) {
+        if (NamesEqual(GetDefName(), type.typeID)) {
+            defCode_ = type.code;
+            break;
+        }
+    }
+    return true;
+}
+
+bool ZMTDefType::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "DEFTYPE: " + GetName());
+    DumpLine(treeLog, ".IDName: " + GetDefName());
+    DumpLine(treeLog, FormatText(".DefCode: %d", defCode_));
+    DumpLine(treeLog, FormatText(".DefSize: %d Bytes", defSize_));
+    DumpBaseLines(treeLog);
+    return true;
+}
+
+bool ZMTDefType::CopyFrom(const ZMTNode* other) {
+    if (!ZMTDef::CopyFrom(other)) {
+        return false;
+    }
+    const auto& type = static_cast<const ZMTDefType&>(*other);
+    defSize_ = type.defSize_;
+    defCode_ = type.defCode_;
+    return true;
+}
+
+bool ZMTDefUnit::Import(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, text, "UnitDefName")) {
+        Raise<kUnitDefWithoutName>(context.log, "UnitDefName");
+    }
+    const std::string name = SanitizeName(text);
+    SetName(NamesEqual(name, kUnitNameNotDefined) ? std::string() : name);
+    if (!GetAttribute(element, "UnitID", text)) {
+        return Raise<kUnitDefWithoutId>(context.log, "UnitID");
+    }
+    SetDefName(text);
+    if (!GetChildElementText(element, text, "UnitDefCode")) {
+        Raise<kUnitDefWithoutCode>(context.log, "UnitDefCode");
+    }
+    defCode_ = IntegerOrZero(text);
+    return true;
+}
+
+bool ZMTDefUnit::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "DEFUNIT: " + GetName());
+    DumpLine(treeLog, FormatText(".DefCode: %d", defCode_));
+    DumpBaseLines(treeLog);
+    return true;
+}
+
+bool ZMTDefUnit::CopyFrom(const ZMTNode* other) {
+    if (!ZMTDef::CopyFrom(other)) {
+        return false;
+    }
+    defCode_ = static_cast<const ZMTDefUnit*>(other)->defCode_;
+    return true;
+}
+
+bool ZMTDefListType::Import(const DOMElement& element, ImportContext& context) {
+    ImportAll<ZMTDefType>(*this, element, "TypeDef", context,
+                          [&] { Raise<kTypeDefFailed>(context.log, "TypeDef"); });
+    return true;
+}
+
+bool ZMTDefListType::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "DEFLISTTYPE: " + GetName());
+    DumpBaseLines(treeLog);
+    DumpAll(treeLog);
+    return true;
+}
+
+bool ZMTDefListUnit::Import(const DOMElement& element, ImportContext& context) {
+    ImportAll<ZMTDefUnit>(*this, element, "UnitDef", context,
+                          [&] { Raise<kUnitDefFailed>(context.log, "UnitDef"); });
+    return true;
+}
+
+bool ZMTDefListUnit::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "DEFLISTUNIT: " + GetName());
+    DumpBaseLines(treeLog);
+    DumpAll(treeLog);
+    return true;
+}
+
+ZMTDefinition::ZMTDefinition() {
+    types_.SetParent(this);
+    units_.SetParent(this);
+}
+
+bool ZMTDefinition::Import(const DOMElement& element, ImportContext& context) {
+    return types_.Import(element, context) && units_.Import(element, context);
+}
+
+bool ZMTDefinition::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "DEFINITION: " + GetName());
+    types_.Dump(treeLog);
+    units_.Dump(treeLog);
+    return true;
+}
+
+}  // namespace tarvex

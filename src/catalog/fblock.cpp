@@ -1,0 +1,91 @@
+#include "catalog/fblock.h"
+
+#include "catalog/import_context.h"
+#include "import/parse_value.h"
+
+namespace tarvex {
+
+bool ZMTFBlock::Import(const DOMElement& element, ImportContext& context) {
+    if (!ImportHead(element, context)) {
+        return false;
+    }
+    for (const DOMElement* child = NextDescendant(element, element); child != nullptr;
+         child = NextDescendant(element, *child)) {
+        if (!HasTagName(*child, "Function")) {
+            continue;
+        }
+        auto function = std::make_unique<ZMTFunction>();
+        function->SetParent(this);
+        if (function->Import(*child, context)) {
+            Add(std::move(function));
+        } else {
+            Raise<kFunctionFailed>(context.log, "Function");
+        }
+        if (context.log.FatalCount() > 0) {
+            return false;
+        }
+    }
+    if (Count() == 0) {
+        return Raise<kFBlockEmpty>(context.log);
+    }
+    return true;
+}
+
+bool ZMTFBlock::ImportHead(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, text, "FBlockName")) {
+        return Raise<kFBlockWithoutName>(context.log, "FBlockName");
+    }
+    SetName(SanitizeName(text));
+    if (!GetChildElementText(element, text, "FBlockID")) {
+        return Raise<kFBlockWithoutId>(context.log, "FBlockID");
+    }
+    std::int32_t id = 0;
+    if (!ParseInteger(text, id)) {
+        return Raise<kFBlockIdUnreadable>(context.log, text);
+    }
+    if (id < 0 || id >= kFBlockIDEnd) {
+        return Raise<kFBlockIdOutOfRange>(context.log, id, 0, kFBlockIDEnd);
+    }
+    fBlockID_ = static_cast<std::uint32_t>(id);
+    const ZMTNode* catalog = GetParent();
+    if (catalog != nullptr && catalog->GetChild(fBlockID_) != nullptr) {
+        return Raise<kFBlockIdTwice>(context.log, fBlockID_);
+    }
+    if (catalog != nullptr && catalog->FindChild(GetName()) != nullptr) {
+        return Raise<kFBlockNameTwice>(context.log, GetName());
+    }
+    return true;
+}
+
+void ZMTFBlock::Add(std::unique_ptr<ZMTFunction> function) {
+    const bool isIndexed = indexedRevision_ == Revision();
+    byName_.try_emplace(function->GetName(), function.get());
+    const std::uint32_t id = function->FunctionID();
+    SetAt(std::move(function), id);
+    if (isIndexed) {
+        indexedRevision_ = Revision();
+    }
+}
+
+ZMTNode* ZMTFBlock::FindChild(const std::string& name) const {
+    if (indexedRevision_ != Revision()) {
+        return FindByName(name);
+    }
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? nullptr : found->second;
+}
+
+bool ZMTFBlock::Resolve(ImportContext& context) {
+    return ZMTNode::Resolve(context) && ResolveAll(context);
+}
+
+bool ZMTFBlock::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "FBLOCK: " + GetName());
+    DumpLine(treeLog, FormatText(".FBlockID: 0x%02X", fBlockID_));
+    DumpBaseLines(treeLog);
+    DumpAll(treeLog);
+    return true;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,175 @@
+#include "catalog/function.h"
+
+#include "catalog/import_context.h"
+#include "catalog/parameter_assignment.h"
+#include "import/parse_value.h"
+
+namespace tarvex {
+namespace {
+
+constexpr const char* kArrayClasses[] = {"class_dynamic_array", "class_long_array"};
+constexpr const char* kRecordArrayClasses[] = {"class_dynamic_array_of_record", "class_long_array_of_record"};
+
+template <std::size_t kCount>
+bool IsOneOf(const std::string& name, const char* const (&names)[kCount]) {
+    return std::ranges::any_of(names, [&](const char* candidate) { return NamesEqual(name, candidate); });
+}
+
+}  // namespace
+
+ZMTFunction::ZMTFunction(const std::string& paramDefId, std::uint32_t index)
+    : functionID_(index), classKind_(ClassKind::ErrorFunction) {
+    ZMTNode::SetName(kErrorFunctionPrefix + paramDefId);
+}
+
+bool ZMTFunction::Import(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (GetAttribute(element, "FktDefRef", text)) {
+        return ImportCopy(text, context);
+    }
+    if (!ImportHead(element, context)) {
+        return false;
+    }
+    const DOMElement* functionClass = FindChildElement(&element, "FunctionClass");
+    if (functionClass == nullptr) {
+        return Raise<kFunctionWithoutClass>(context.log, "FunctionClass");
+    }
+    if (!ImportClass(*functionClass, context)) {
+        return false;
+    }
+    if (GetAttribute(element, "FktDefId", text) && !text.empty()) {
+        context.functions.Register(text, *this);
+    }
+    return true;
+}
+
+bool ZMTFunction::ImportErrorFunction(const DOMElement& element, ImportContext& context) {
+    return ParameterAssignment(*this, context).Assign(element);
+}
+
+bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& context) {
+    const ZMTNode* definition = context.functions.Find(fktDefRef);
+    if (definition == nullptr) {
+        return Raise<kFktDefRefUnknown>(context.log, fktDefRef);
+    }
+    ZMTNode* const block = GetParent();
+    if (!definition->IsType(kFunction)) {
+        return Raise<kCopiedFunctionFailed>(context.log, "Function");
+    }
+    const bool isCopied = CopyFrom(definition);
+    SetParent(block);
+    if (!isCopied) {
+        return Raise<kFktDefNotCopied>(context.log);
+    }
+    // An error function counts without a limit, so its number need not be a FunctionID.
+    if (functionID_ >= kFunctionIDEnd) {
+        return Raise<kCopiedFunctionFailed>(context.log, "Function");
+    }
+    if (block != nullptr && block->GetChild(functionID_) != nullptr) {
+        return Raise<kCopiedFunctionIdTwice>(context.log, functionID_);
+    }
+    if (block != nullptr && block->FindChild(GetName()) != nullptr) {
+        return Raise<kCopiedFunctionNameTwice>(context.log, GetName());
+    }
+    return true;
+}
+
+bool ZMTFunction::ImportHead(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, text, "FunctionName")) {
+        return Raise<kFunctionWithoutName>(context.log, "FunctionName");
+    }
+    SetName(SanitizeName(text));
+    if (!GetChildElementText(element, text, "FunctionID")) {
+        return Raise<kFunctionWithoutId>(context.log, "FunctionID");
+    }
+    std::int32_t id = 0;
+    if (!ParseInteger(text, id)) {
+        return Raise<kFunctionIdUnreadable>(context.log, text);
+    }
+    if (id < 0 || id >= kFunctionIDEnd) {
+        return Raise<kFunctionIdOutOfRange>(context.log, id, 0, kFunctionIDEnd);
+    }
+    functionID_ = static_cast<std::uint32_t>(id);
+    const ZMTNode* block = GetParent();
+    if (block != nullptr && block->GetChild(functionID_) != nullptr) {
+        return Raise<kFunctionIdTwice>(context.log, functionID_);
+    }
+    if (block != nullptr && block->FindChild(GetName()) != nullptr) {
+        return Raise<kFunctionNameTwice>(context.log, GetName());
+    }
+    return true;
+}
+
+bool ZMTFunction::ImportClass(const DOMElement& functionClass, ImportContext& context) {
+    std::string classRef;
+    GetAttribute(functionClass, "ClassRef", classRef);
+    if (IsOneOf(classRef, kArrayClasses)) {
+        Raise<kArrayClassUnsupported>(context.log, classRef);
+    } else if (IsOneOf(classRef, kRecordArrayClasses)) {
+        return Raise<kRecordArrayClassUnsupported>(context.log, classRef);
+    }
+    if (ParameterAssignment(*this, context).ImportFunctionClass(functionClass)) {
+        return true;
+    }
+    if (classKind_ == ClassKind::Property || classKind_ == ClassKind::Method) {
+        Raise<kParamsWithdrawn>(context.log);
+        WithdrawParameters();
+        return true;
+    }
+    return Raise<kFunctionClassFailed>(context.log, "FunctionClass");
+}
+
+bool ZMTFunction::Resolve(ImportContext& context) {
+    if (!ZMTNode::Resolve(context)) {
+        return false;
+    }
+    for (unsigned opType = 0; opType < Size(); ++opType) {
+        ZMTOperation* operation = GetAt(opType);
+        if (operation != nullptr && !operation->Resolve(context)) {
+            Raise<kOperationFailed>(context.log, operation->GetName());
+            DeleteRange(opType, opType);
+        }
+    }
+    if (Count() == 0) {
+        Raise<kFunctionEmpty>(context.log);
+    }
+    return true;
+}
+
+bool ZMTFunction::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "FUNCTION: " + GetName());
+    DumpLine(treeLog, FormatText(".FunctionID: 0x%03X", functionID_));
+    DumpBaseLines(treeLog);
+    DumpAll(treeLog);
+    return true;
+}
+
+bool ZMTFunction::CopyFrom(const ZMTNode* other) {
+    if (!ZMTNode::CopyFrom(other)) {
+        return false;
+    }
+    const auto& function = static_cast<const ZMTFunction&>(*other);
+    functionID_ = function.functionID_;
+    classKind_ = function.classKind_;
+    return ZMTChildList<ZMTOperation>::CopyFrom(&function, this);
+}
+
+ZMTOperation& ZMTFunction::OperationAt(unsigned opType) {
+    if (ZMTOperation* operation = GetAt(opType)) {
+        return *operation;
+    }
+    auto operation = std::make_unique<ZMTOperation>(classKind_, opType);
+    operation->SetParent(this);
+    ZMTOperation& result = *operation;
+    SetAt(std::move(operation), opType);
+    return result;
+}
+
+void ZMTFunction::WithdrawParameters() {
+    for (ZMTOperation* operation : GetItems(false)) {
+        operation->Clear();
+    }
+}
+
+}  // namespace tarvex

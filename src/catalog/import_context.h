@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "catalog/node.h"
+#include "catalog/param_factory.h"
+
+namespace tarvex {
+
+class ZMTCatalog;
+class ZMTDefinition;
+
+/// The functions that others refer to, by the text of "FktDefId" or by the name of an error function. Keys
+/// are compared exactly; one that is defined twice means the later function.
+class FunctionRegistry {
+  public:
+    /// The node stays where it is and has to outlive the import.
+    void Register(const std::string& key, ZMTNode& node) { nodes_[key] = &node; }
+    /// Takes the node over: error functions belong to no function block.
+    void RegisterOwned(const std::string& key, std::unique_ptr<ZMTNode> node) {
+        nodes_[key] = node.get();
+        owned_.push_back(std::move(node));
+    }
+    /// Null for an unknown key.
+    ZMTNode* Find(const std::string& key) const {
+        const auto found = nodes_.find(key);
+        return found == nodes_.end() ? nullptr : found->second;
+    }
+
+  private:
+    std::unordered_map<std::string, ZMTNode*> nodes_;
+    std::vector<std::unique_ptr<ZMTNode>> owned_;
+};
+
+/// What the import of one catalog hands from node to node. Lives as long as that import.
+struct ImportContext {
+    ZMostFCatLog& log;
+    const ParamFactory& paramFactory;
+    ZMTCatalog* catalog = nullptr;               ///< The catalog being imported; not owned.
+    const ZMTDefinition* definitions = nullptr;  ///< Its definitions once they are imported; owned by it.
+    FunctionRegistry functions = {};
+};
+
+}  // namespace tarvex

@@ -1,0 +1,86 @@
+#include "catalog/node.h"
+
+#include <ranges>
+#include <vector>
+
+namespace tarvex {
+
+std::string ZMTNode::GetPath() const {
+    std::vector<const ZMTNode*> chain;
+    for (const ZMTNode* node = this; node != nullptr; node = node->GetParent()) {
+        chain.push_back(node);
+    }
+    std::string path;
+    for (const ZMTNode* node : chain | std::views::reverse) {
+        path += '/';
+        path += node->GetName();
+    }
+    return path;
+}
+
+unsigned ZMTNode::GetLevel() const {
+    return parent_ == nullptr ? 0 : parent_->GetLevel() + 1;
+}
+
+unsigned ZMTNode::GetIndentLevel() const {
+    return parent_ == nullptr ? 0 : parent_->GetIndentLevel() + 1;
+}
+
+bool ZMTNode::Dump(ZMostFCatLog& treeLog) const {
+    DumpBaseLines(treeLog);
+    return true;
+}
+
+bool ZMTNode::Resolve(ImportContext& /*context*/) {
+    indent_ = GetIndentLevel();
+    return true;
+}
+
+ZMTNode* ZMTNode::FindChild(const std::string& /*name*/) const {
+    return nullptr;
+}
+
+ZMTNode* ZMTNode::GetChild(unsigned /*pos*/) const {
+    return nullptr;
+}
+
+ZMTNode* ZMTNode::FindVisible(const std::string& name, unsigned beforePos) const {
+    const ZMTNode* scope = this;
+    while (scope != nullptr) {
+        // Nothing stands before position 0, so there is no need to look.
+        ZMTNode* child = beforePos > 0 ? scope->FindChild(name) : nullptr;
+        if (child != nullptr && child->GetPosition() < beforePos) {
+            return child;
+        }
+        beforePos = scope->GetPosition();
+        scope = scope->GetParent();
+    }
+    return nullptr;
+}
+
+bool ZMTNode::CopyFrom(const ZMTNode* other) {
+    if (other == nullptr || !other->IsType(GetType())) {
+        return false;
+    }
+    name_ = other->name_;
+    parent_ = other->parent_;
+    bytesInMsg_ = other->bytesInMsg_;
+    indent_ = other->indent_;
+    return true;
+}
+
+bool ZMTNode::Disassemble(ZMostParameterListBaseInfo& /*info*/,
+                          std::span<const std::uint8_t> /*bytes*/) const {
+    return false;
+}
+
+void ZMTNode::DumpLine(ZMostFCatLog& treeLog, std::string_view line) const {
+    treeLog.WriteTreeLine(line, GetDumpLevel());
+}
+
+void ZMTNode::DumpBaseLines(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, parent_ == nullptr ? ".Parent: -" : FormatText(".Parent: %s", parent_->GetPath()));
+    DumpLine(treeLog, FormatText(".BytesInMsg: %d", bytesInMsg_));
+}
+
+}  // namespace tarvex

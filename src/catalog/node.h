@@ -1,0 +1,141 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "catalog/node_types.h"
+#include "import/dom_access.h"
+#include "import/format_text.h"
+#include "import/message_log.h"
+#include "import/messages.h"
+
+namespace tarvex {
+
+struct ImportContext;
+class ZMostParameterListBaseInfo;
+
+/// A node of the catalog tree. It is created empty, filled by Import (or by its owner), attached to its
+/// parent, stored in the parent's list, and checked by Resolve once the whole catalog is there. A node owns
+/// its children; deleting it deletes its subtree.
+class ZMTNode {
+  public:
+    ZMTNode() = default;
+    ZMTNode(const ZMTNode&) = delete;
+    ZMTNode& operator=(const ZMTNode&) = delete;
+    virtual ~ZMTNode() = default;
+
+    /// Exact match with the class's own code; a derived class does not answer for its bases.
+    virtual bool IsType(int code) const { return code == GetType(); }
+    virtual int GetType() const = 0;
+
+    virtual void SetName(const std::string& name) { name_ = name; }
+    virtual const std::string& GetName() const { return name_; }
+
+    /// The parent is not owned and outlives the node; null for the root.
+    virtual void SetParent(ZMTNode* parent) { parent_ = parent; }
+    virtual ZMTNode* GetParent() const { return parent_; }
+
+    /// "/" and the node names from the root down, separated by "/". Names the node in importer messages.
+    virtual std::string GetPath() const;
+    /// Number of nodes above this one.
+    virtual unsigned GetLevel() const;
+    /// Indentation level: as GetLevel, except that some kinds do not deepen it.
+    virtual unsigned GetIndentLevel() const;
+
+    /// Writes the node and its subtree to the tree log.
+    virtual bool Dump(ZMostFCatLog& treeLog) const;
+
+    /// Builds the node from its element. Raises the class's own messages; false when the node is of no use.
+    virtual bool Import(const DOMElement& element, ImportContext& context) = 0;
+    /// Second pass over the finished tree. False makes the owner delete the node.
+    virtual bool Resolve(ImportContext& context);
+
+    /// The child of that name, without regard to case; null if there is none.
+    virtual ZMTNode* FindChild(const std::string& name) const;
+    /// The child in a slot of the node's list; null for an empty slot.
+    virtual ZMTNode* GetChild(unsigned pos) const;
+    /// The node's own position in its parent's list, where the position carries meaning; else 0.
+    virtual unsigned GetPosition() const { return 0; }
+    /// Scoped look-up: the child of that name if it stands before `beforePos`, else the parent is asked for
+    /// one that stands before this node.
+    virtual ZMTNode* FindVisible(const std::string& name, unsigned beforePos) const;
+
+    /// Takes over the fields of a node of exactly the same class; false for any other.
+    virtual bool CopyFrom(const ZMTNode* other);
+    /// An equal node, owned by the caller; null when the class or a child cannot be cloned.
+    virtual std::unique_ptr<ZMTNode> Clone() const { return nullptr; }
+
+    /// Decodes the bytes of a message against this node; false when it cannot.
+    virtual bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const;
+
+    /// Bytes that the node takes in a message.
+    virtual void SetBytesInMsg(std::int32_t bytes) { bytesInMsg_ = bytes; }
+    virtual std::int32_t GetBytesInMsg() const { return bytesInMsg_; }
+
+    virtual unsigned GetDumpLevel() const { return GetLevel(); }
+    /// The indentation level as Resolve found it.
+    virtual unsigned GetIndent() const { return indent_; }
+
+    /// Raises a message in the name of this node. Without an open import log it is only counted and neither
+    /// text nor path is built. Always false, so that a failing check is one line.
+    template <const Message& kMessage, class... Args>
+    bool Raise(ZMostFCatLog& log, const Args&... args) const {
+        static_assert(FormatTakes<Args...>(TextOf(kMessage.text)),
+                      "the arguments do not fit the message's text");
+        if constexpr (kMessage.kind == Kind::Error) {
+            if (!log.IsLogOpen()) {
+                log.CountError(kMessage.number);
+            } else {
+                log.Error(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());
+            }
+        } else {
+            if (!log.IsLogOpen()) {
+                log.CountWarning(kMessage.number);
+            } else {
+                log.Warning(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());
+            }
+        }
+        return false;
+    }
+
+    /// Raises a fatal error in the name of this node; its text is always built. Always false.
+    template <Text kText, class... Args>
+    bool RaiseFatal(ZMostFCatLog& log, const Args&... args) const {
+        static_assert(FormatTakes<Args...>(TextOf(kText)), "the arguments do not fit the message's text");
+        log.Fatal(LoadAndFormat(kText, args...), GetPath());
+        return false;
+    }
+
+  protected:
+    /// Writes one line of this node at its level. The line is used as a format.
+    void DumpLine(ZMostFCatLog& treeLog, std::string_view line) const;
+    /// Writes the lines that most nodes share: the parent's path and the bytes in the message.
+    void DumpBaseLines(ZMostFCatLog& treeLog) const;
+
+  private:
+    template <class... Args>
+    static std::string LoadAndFormat(Text text, const Args&... args) {
+        TextHolder holder;
+        return FormatText(LoadText(holder, text).Get(), args...);
+    }
+
+    std::string name_;
+    ZMTNode* parent_ = nullptr;
+    std::int32_t bytesInMsg_ = 0;
+    std::uint32_t indent_ = 0;
+};
+
+/// A copy of a node by way of its CopyFrom; null when that fails.
+template <class T>
+std::unique_ptr<ZMTNode> CloneByCopy(const T& node) {
+    auto copy = std::make_unique<T>();
+    if (!copy->CopyFrom(&node)) {
+        return nullptr;
+    }
+    return copy;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,35 @@
+#pragma once
+
+namespace tarvex {
+
+/// The fixed type code of every node class. Exporter and parameter code compare these; the numbers never
+/// move.
+enum NodeType : int {
+    kNodeBase = 0,
+    kCatalog = 1,
+    kFBlock = 2,
+    kFunction = 3,
+    kOperation = 4,
+    kParam = 5,
+    kParamStream = 6,
+    kParamStreamCase = 7,
+    kParamArray = 8,
+    kParamRecord = 9,
+    kParamBool = 10,
+    kParamBoolField = 11,
+    kParamNumber = 13,
+    kParamEnum = 14,
+    kEnumValue = 15,
+    kParamString = 16,
+    kParamBitField = 17,
+    kParamVoid = 18,
+    kParamFktIDBitStream = 20,
+    kDefinition = 100,
+    kDef = 101,
+    kDefType = 102,
+    kDefUnit = 103,
+    kDefListType = 111,
+    kDefListUnit = 112,
+};
+
+}  // namespace tarvex

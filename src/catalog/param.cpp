@@ -1,0 +1,152 @@
+#include "catalog/param.h"
+
+#include <algorithm>
+
+#include "catalog/definitions.h"
+#include "catalog/import_context.h"
+#include "import/names.h"
+#include "import/parse_value.h"
+
+namespace tarvex {
+namespace {
+
+/// The longest "ParamIdx" that is looked at; what comes after is cut off.
+constexpr std::size_t kMaxParamIdx = 499;
+
+/// ToLower cuts a text at the length of a number, which a "ParamIdx" may exceed.
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), FoldCase);
+    return lower;
+}
+
+}  // namespace
+
+bool ZMTParam::Import(const DOMElement& /*element*/, ImportContext& /*context*/) {
+    return false;
+}
+
+bool ZMTParam::Resolve(ImportContext& context) {
+    if (!ZMTNode::Resolve(context)) {
+        return false;
+    }
+    if (!GetName().empty() && HasDuplicateName()) {
+        Raise<kParamNameReused>(context.log, GetName());
+    }
+    return true;
+}
+
+bool ZMTParam::Dump(ZMostFCatLog& treeLog) const {
+    DumpParamLines(treeLog);
+    return true;
+}
+
+bool ZMTParam::CopyFrom(const ZMTNode* other) {
+    if (!ZMTNode::CopyFrom(other)) {
+        return false;
+    }
+    const auto& param = static_cast<const ZMTParam&>(*other);
+    paramPos_ = param.paramPos_;
+    sequence_ = param.sequence_;
+    typeDefinition_ = param.typeDefinition_;
+    return true;
+}
+
+bool ZMTParam::HasDuplicateName() const {
+    const ZMTNode* parent = GetParent();
+    if (parent == nullptr) {
+        return false;
+    }
+    const ZMTNode* found = parent->FindVisible(GetName(), GetPosition());
+    return found != nullptr && !found->IsType(kOperation) && !found->IsType(kFunction) &&
+           !found->IsType(kFBlock) && !found->IsType(kCatalog);
+}
+
+bool ZMTParam::ImportParamName(const DOMElement& element, ImportContext& context) {
+    if (HasTagName(element, "TArray")) {
+        std::string text;
+        if (!GetChildElementText(element, text, "TArrayName")) {
+            Raise<kArrayWithoutName>(context.log, "TArrayName");
+        }
+        SetName(SanitizeName(text));
+        return true;
+    }
+    if (HasTagName(element, "StreamCase")) {
+        return true;
+    }
+    return ReadParamName(element) || Raise<kParamWithoutName>(context.log, "ParamName");
+}
+
+bool ZMTParam::ReadParamName(const DOMElement& element) {
+    std::string text;
+    if (!GetChildElementText(element, text, "ParamName") &&
+        !GetChildElementText(element, text, "TRecordFieldName")) {
+        return false;
+    }
+    SetName(SanitizeName(text));
+    return true;
+}
+
+bool ZMTParam::ImportParamPos(const DOMElement& element, ImportContext& context) {
+    if (HasTagName(element, "TRecordField")) {
+        return ImportFieldIdx(element, context);
+    }
+    if (HasTagName(element, "StreamParam")) {
+        return ImportParamIdx(element, context);
+    }
+    return true;
+}
+
+bool ZMTParam::ImportFieldIdx(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    if (!GetAttribute(element, "FieldIdx", text)) {
+        return Raise<kFieldWithoutIdx>(context.log, "FieldIdx");
+    }
+    std::int32_t pos = 0;
+    if (!ParseInteger(text, pos)) {
+        return Raise<kFieldIdxUnreadable>(context.log, text);
+    }
+    paramPos_ = static_cast<std::uint32_t>(pos);
+    if (paramPos_ == 0 || paramPos_ > kMaxParamPos) {
+        return Raise<kFieldIdxOutOfRange>(context.log, pos);
+    }
+    return true;
+}
+
+bool ZMTParam::ImportParamIdx(const DOMElement& element, ImportContext& context) {
+    constexpr std::string_view kSequenceMark = "seq";
+    std::string text;
+    if (!GetChildAttribute(element, text, "ParamName", "ParamIdx")) {
+        return Raise<kStreamParamWithoutIdx>(context.log, "ParamIdx");
+    }
+    text = LowerCase(text.substr(0, kMaxParamIdx));
+    const std::size_t mark = text.find(kSequenceMark);
+    if (mark != std::string::npos) {
+        sequence_ = static_cast<std::uint32_t>(IntegerOrZero(text.substr(mark + kSequenceMark.size())));
+        text.resize(mark);
+    }
+    const std::int32_t pos = IntegerOrZero(text);
+    paramPos_ = static_cast<std::uint32_t>(pos);
+    if (paramPos_ == 0 || paramPos_ > kMaxParamPos) {
+        return Raise<kStreamParamIdxOutOfRange>(context.log, pos);
+    }
+    return true;
+}
+
+void ZMTParam::ResolveType(const std::string& typeRef, const ImportContext& context) {
+    typeDefinition_ =
+        context.definitions != nullptr ? context.definitions->Types().FindByDefName(typeRef) : nullptr;
+}
+
+void ZMTParam::DumpParamLines(ZMostFCatLog& treeLog) const {
+    DumpBaseLines(treeLog);
+    if (sequence_ != 0) {
+        DumpLine(treeLog, FormatText(".ParamPos: %d seq %d", paramPos_, sequence_));
+    } else {
+        DumpLine(treeLog, FormatText(".ParamPos: %d", paramPos_));
+    }
+    DumpLine(treeLog, FormatText(".TypeIDName: %s",
+                                 typeDefinition_ == nullptr ? std::string() : typeDefinition_->GetName()));
+}
+
+}  // namespace tarvex

@@ -1,0 +1,186 @@
+#include "catalog/parameter_assignment.h"
+
+#include <array>
+#include <cstring>
+
+#include "import/parse_value.h"
+
+namespace tarvex {
+namespace {
+
+/// Positions of parameters in an operation lie below this.
+constexpr std::int32_t kParamPosEnd = 256;
+
+/// The elements of one name below an OPType element. They count only if there is exactly one.
+struct Match {
+    const DOMElement* first = nullptr;
+    unsigned count = 0;
+
+    void Add(const DOMElement& element) {
+        if (count++ == 0) {
+            first = &element;
+        }
+    }
+    const DOMElement* OnlyOne() const { return count == 1 ? first : nullptr; }
+};
+
+/// The operation elements found below an OPType element, by OPType.
+struct OperationElements {
+    std::array<Match, std::size(kOpTypes)> property;
+    std::array<Match, std::size(kOpTypes)> method;
+};
+
+bool Selects(const DOMElement& element, const char* operationElement) {
+    return std::strcmp(operationElement, kNotYet) != 0 && HasTagName(element, operationElement);
+}
+
+/// Operation elements stand below the OPType element at any depth: most catalogs wrap them into a command and
+/// a report element.
+OperationElements FindOperationElements(const DOMElement& opTypeElement) {
+    OperationElements found;
+    for (const DOMElement* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
+         element = NextDescendant(opTypeElement, *element)) {
+        for (std::size_t opType = 0; opType < std::size(kOpTypes); ++opType) {
+            if (Selects(*element, kOpTypes[opType].propertyElement)) {
+                found.property[opType].Add(*element);
+            } else if (Selects(*element, kOpTypes[opType].methodElement)) {
+                found.method[opType].Add(*element);
+            }
+        }
+    }
+    return found;
+}
+
+const DOMElement* FindOpTypeElement(const DOMElement& paramElement) {
+    for (const char* name : kOpTypeElements) {
+        if (const DOMElement* found = FindChildElement(&paramElement, name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+bool ParameterAssignment::ImportFunctionClass(const DOMElement& functionClass) {
+    const DOMElement* kind = FindChildElement(&functionClass, "Property");
+    if (kind != nullptr) {
+        function_.SetClass(ClassKind::Property);
+    } else if ((kind = FindChildElement(&functionClass, "Method")) != nullptr) {
+        function_.SetClass(ClassKind::Method);
+    } else {
+        return function_.Raise<kNeitherPropertyNorMethod>(context_.log, "Property", "Method");
+    }
+    for (const FunctionClassRow& row : kFunctionClasses) {
+        const DOMElement* classElement = FindChildElement(kind, row.element);
+        if (classElement == nullptr) {
+            continue;
+        }
+        for (const DOMElement* param = FindChildElement(classElement, row.parameterElement); param != nullptr;
+             param = FindNextSiblingElement(*param, row.parameterElement)) {
+            Assign(*param);
+        }
+        for (const DOMElement* param = FindChildElement(classElement, "ERParam"); param != nullptr;
+             param = FindNextSiblingElement(*param, "ERParam")) {
+            AssignErrorFunction(*param);
+        }
+        return true;
+    }
+    return function_.Raise<kFunctionClassUnknown>(context_.log);
+}
+
+bool ParameterAssignment::Assign(const DOMElement& paramElement) {
+    const auto tag = [&] { return Transcode(paramElement.getTagName()); };
+    const std::unique_ptr<ZMTParam> param = context_.paramFactory.Create(paramElement);
+    if (!param) {
+        return function_.Raise<kParamTypeUnknown>(context_.log, tag());
+    }
+    param->SetParent(&function_);
+    if (!param->Import(paramElement, context_)) {
+        return function_.Raise<kParamFailed>(context_.log, tag());
+    }
+    const DOMElement* opTypeElement = FindOpTypeElement(paramElement);
+    if (opTypeElement == nullptr) {
+        return function_.Raise<kParamWithoutOpType>(context_.log);
+    }
+    const OperationElements elements = FindOperationElements(*opTypeElement);
+    bool anyMatch = false;
+    bool anyPlaced = false;
+    for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
+        const DOMElement* element = elements.property[opType].OnlyOne();
+        const bool isProperty = element != nullptr;
+        if (!isProperty) {
+            element = elements.method[opType].OnlyOne();
+        }
+        if (element == nullptr) {
+            continue;
+        }
+        if (function_.Class() == ClassKind::ErrorFunction) {
+            function_.SetClass(isProperty ? ClassKind::Property : ClassKind::Method);
+        }
+        anyMatch = true;
+        anyPlaced |= PlaceAt(opType, *element, *param);
+    }
+    if (anyMatch && !anyPlaced) {
+        return function_.Raise<kParamNotAssigned>(context_.log, param->GetName());
+    }
+    return true;
+}
+
+/// Places the parameter at the position that the operation element gives; one that gives none means 0.
+bool ParameterAssignment::PlaceAt(unsigned opType, const DOMElement& operationElement,
+                                  const ZMTParam& param) {
+    std::string text;
+    std::int32_t pos = 0;
+    if (GetChildElementText(operationElement, text, "ParamPos") && !ParseInteger(text, pos)) {
+        return function_.Raise<kParamPosUnreadable>(context_.log, text);
+    }
+    if (pos < 0 || pos >= kParamPosEnd) {
+        return function_.Raise<kParamPosOutOfRange>(context_.log, pos);
+    }
+    return Place(opType, static_cast<unsigned>(pos), param);
+}
+
+/// Stores a clone of the parameter in an operation, unless the position is taken.
+bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& param) {
+    std::unique_ptr<ZMTNode> copy = param.Clone();
+    if (!copy) {
+        return function_.Raise<kParamNotCloned>(context_.log);
+    }
+    std::unique_ptr<ZMTParam> clone(static_cast<ZMTParam*>(copy.release()));
+    clone->SetParamPos(pos);
+    ZMTOperation& operation = function_.OperationAt(opType);
+    if (operation.GetAt(pos) != nullptr) {
+        return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
+    }
+    clone->SetParent(&operation);
+    operation.SetAt(std::move(clone), pos);
+    return true;
+}
+
+void ParameterAssignment::AssignErrorFunction(const DOMElement& errorParam) {
+    std::string id;
+    if (!GetAttribute(errorParam, "ParamDefId", id)) {
+        GetAttribute(errorParam, "ParamDefRef", id);
+    }
+    const std::string name = kErrorFunctionPrefix + id;
+    const ZMTNode* node = context_.functions.Find(name);
+    if (node == nullptr) {
+        function_.Raise<kErrorFunctionUnknown>(context_.log, name);
+    } else if (!node->IsType(kFunction) || !Merge(static_cast<const ZMTFunction&>(*node))) {
+        function_.Raise<kErrorFunctionNotMerged>(context_.log, name);
+    }
+}
+
+/// Clones every parameter of an error function into the operation of the same OPType, at the same position.
+bool ParameterAssignment::Merge(const ZMTFunction& errorFunction) {
+    bool anyPlaced = false;
+    for (const ZMTOperation* operation : errorFunction.GetItems(false)) {
+        for (const ZMTParam* param : operation->GetItems(false)) {
+            anyPlaced |= Place(operation->OpType(), param->ParamPos(), *param);
+        }
+    }
+    return anyPlaced;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "catalog/function.h"
+#include "catalog/import_context.h"
+
+namespace tarvex {
+
+/// Puts the parameters of a function class into the function's operations. A parameter is written once in the
+/// catalog and names, in its OPType element, the operations that use it and its position there; every
+/// operation gets a copy of its own and is created with the first one. All messages are raised by the
+/// function.
+class ParameterAssignment {
+  public:
+    ParameterAssignment(ZMTFunction& function, ImportContext& context)
+        : function_(function), context_(context) {}
+
+    /// Finds out whether the function is a property or a method, and assigns the parameters of its class. A
+    /// parameter that fails is left out. Raises 124, 126, 127, 150 and those of Assign; false only for 124
+    /// and 150.
+    bool ImportFunctionClass(const DOMElement& functionClass);
+
+    /// Assigns one parameter element. Raises 128 to 135; false when nothing came of the element.
+    bool Assign(const DOMElement& paramElement);
+
+  private:
+    void AssignErrorFunction(const DOMElement& errorParam);
+    bool Merge(const ZMTFunction& errorFunction);
+    bool PlaceAt(unsigned opType, const DOMElement& operationElement, const ZMTParam& param);
+    bool Place(unsigned opType, unsigned pos, const ZMTParam& param);
+
+    ZMTFunction& function_;
+    ImportContext& context_;
+};
+
+}  // namespace tarvex

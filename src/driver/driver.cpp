@@ -1,0 +1,99 @@
+#include "driver/driver.h"
+
+#include <cstdio>
+#include <string>
+
+#include "driver/exit_status.h"
+#include "driver/overwrite_prompt.h"
+#include "driver/settings.h"
+#include "import/files.h"
+#include "import/format_text.h"
+#include "import/import_manager.h"
+
+namespace tarvex {
+namespace {
+
+constexpr const char* kProgramVersion = "1.0.4";
+
+constexpr std::uint16_t kCatalogGroup = 1;
+
+/// Longest full path of the initialisation file, its terminating zero included.
+constexpr std::size_t kFullPathBuffer = 260;
+
+/// The one import manager; it lives as long as the process and keeps the catalogs for it.
+ZMostFCatManager manager;
+
+/// The full path of the initialisation file in the working directory; the bare name when there is none.
+std::string ResolveIniPath() {
+    const std::string path = AbsolutePath(kIniFileName);
+    if (!path.starts_with('/') || path.size() >= kFullPathBuffer) {
+        std::printf("Cannot find file!\n");
+        return kIniFileName;
+    }
+    return path;
+}
+
+/// Texts of the import are themselves used as the format, without any argument.
+void PrintMessage(const std::string& text, int /*level*/) {
+    const std::string line = RenderAsFormat(text) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, const Settings& settings,
+                   std::vector<std::string> protectedPaths) {
+    manager.MessageSink = PrintMessage;
+    manager.Validate = settings.importValidate;
+    manager.ProtectedPaths = std::move(protectedPaths);
+    return manager.Import(catalogName, catalogPath, kCatalogGroup,
+                          settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+}
+
+int ExportCatalog(const std::string& catalogName, const std::string& outputPath, const Settings& settings) {
+    ZVornExporter exporter(manager.FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
+                           settings.networkConfigurationPath, settings.include, settings.exclude,
+                           settings.exportFlags);
+    return exporter.Export();
+}
+
+}  // namespace
+
+int Run(std::span<const char* const> arguments) {
+    std::printf("TARVEX V%s (Importer V%s)\n", kProgramVersion, kImporterVersion);
+    if (arguments.size() != 3) {
+        std::printf("Usage:\n");
+        std::printf("  TARVEX <XMLfile> <VORNfile>\n");
+        return kExitFailure;
+    }
+    const std::string catalogPath = arguments[1];
+    const std::string outputPath = arguments[2];
+
+    const std::string iniPath = ResolveIniPath();
+    if (!OpenForReading(iniPath)) {
+        std::printf("Unable to open file '%s'\n", iniPath.c_str());
+        return kExitFailure;
+    }
+    const Settings settings = ReadSettings(iniPath);
+    manager.ImportLogExclusions = settings.importLogExclusions;
+
+    if (settings.warnOnOverwrite && !MayOverwrite(outputPath)) {
+        return kExitFailure;
+    }
+    // No log may be written over a file that the run reads or writes.
+    std::string catalogName;
+    if (!ImportCatalog(catalogName, catalogPath, settings,
+                       {outputPath, iniPath, settings.aliasNamesPath, settings.networkConfigurationPath})) {
+        std::printf("Failed to import function catalog!\n");
+        return kExitFailure;
+    }
+    manager.WriteTreeLog(settings.treeLogPath);
+
+    std::printf("Converting to Kestrel...\n");
+    if (ExportCatalog(catalogName, outputPath, settings) != 0) {
+        std::printf("Failed to export to vorn!\n");
+        return kExitFailure;
+    }
+    std::printf("Output file '%s' written\n", outputPath.c_str());
+    return kExitSuccess;
+}
+
+}  // namespace tarvex

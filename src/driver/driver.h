@@ -1,0 +1,11 @@
+#pragma once
+
+#include <span>
+
+namespace tarvex {
+
+/// Runs the program: banner, arguments, settings, question, import, tree log, export, result. Takes the
+/// argument vector as main gets it; returns the exit code.
+int Run(std::span<const char* const> arguments);
+
+}  // namespace tarvex

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvex {
+
+/// An initialisation file: "[Section]" lines, "key=value" lines, ";" comments. Sections and keys are found
+/// without regard to case; of several equal keys in sections of one name the first counts. Blanks and tabs
+/// around key and value are dropped, and one pair of quotes around the value.
+class IniFile {
+  public:
+    /// Files are read to this many bytes.
+    static constexpr std::size_t kMaxSize = std::size_t{1} << 20;
+
+    /// A file that cannot be opened counts as empty.
+    explicit IniFile(const std::string& path);
+
+    /// The value, or the default without the key, cut to what a buffer of `bufferSize` holds with its zero.
+    std::string GetString(std::string_view section, std::string_view key, std::string_view defaultValue,
+                          std::size_t bufferSize) const;
+
+    /// The decimal digits at the start of the value as a number, 0 if there are none, or the default without
+    /// the key. A number too large is the largest.
+    unsigned GetInteger(std::string_view section, std::string_view key, unsigned defaultValue) const;
+
+  private:
+    struct Entry {
+        std::string section;
+        std::string key;
+        std::string value;
+    };
+
+    void AddLine(std::string_view line, std::string& section);
+    const Entry* Find(std::string_view section, std::string_view key) const;
+
+    std::vector<Entry> entries_;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,45 @@
+#include "driver/overwrite_prompt.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "driver/console_posix.h"
+
+namespace tarvex {
+namespace {
+
+/// The file opens for reading; one that would block (a pipe) is not waited for.
+bool CanBeOpened(const std::string& path) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    ::close(descriptor);
+    return true;
+}
+
+bool MakeWritable(const std::string& path) {
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 &&
+           ::chmod(path.c_str(), (status.st_mode & 07777U) | S_IWUSR) == 0;
+}
+
+}  // namespace
+
+bool MayOverwrite(const std::string& path) {
+    if (!CanBeOpened(path)) {
+        return true;
+    }
+    std::printf("Output file '%s' already exists. Overwrite (y/n)? ", path.c_str());
+    std::fflush(stdout);
+    const std::optional<char> key = ReadKey();
+    if (key != 'y' && key != 'Y') {
+        return false;
+    }
+    std::printf("%c\n", *key);
+    return MakeWritable(path);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace tarvex {
+
+/// Asks on the console before an existing file is overwritten, and makes the file writable when the answer is
+/// "y" or "Y". True when there is no such file or the user agrees; false for any other key, at the end of
+/// standard input, or when the file cannot be made writable.
+bool MayOverwrite(const std::string& path);
+
+}  // namespace tarvex

@@ -1,0 +1,165 @@
+#include "export/exporter.h"
+
+#include <cstdio>
+#include <sys/stat.h>
+#include <utility>
+
+#include "export/attributes.h"
+#include "export/message_names.h"
+#include "import/files.h"
+
+namespace tarvex {
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = -1;
+
+/// The length of a message in bytes unless its signals say otherwise.
+constexpr std::uint16_t kDefaultMessageLength = 12;
+
+/// Block, function and OPType packed from the most significant part down; the instance takes no part.
+constexpr std::uint32_t MessageIdentifier(std::uint32_t fBlockID, std::uint32_t fktID, std::uint32_t opType) {
+    return ((((fBlockID & 0xFFU) << 12) | (fktID & 0xFFFU)) << 4) | (opType & 0xFU);
+}
+static_assert(MessageIdentifier(0x123, 0x1234, 0x1F) == ((0x23U << 16) | (0x234U << 4) | 0xFU));
+
+/// Takes all write permissions from a file.
+bool MakeReadOnly(const std::string& path) {
+    struct stat status = {};
+    constexpr mode_t kWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    return ::stat(path.c_str(), &status) == 0 &&
+           ::chmod(path.c_str(), status.st_mode & 07777U & ~kWrite) == 0;
+}
+
+}  // namespace
+
+ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, std::string aliasNamesPath,
+                             std::string networkConfigurationPath, NameSet include, NameSet exclude,
+                             const ExportFlags& flags)
+    : catalog_(catalog),
+      outputPath_(std::move(outputPath)),
+      aliasNamesPath_(std::move(aliasNamesPath)),
+      networkConfigurationPath_(std::move(networkConfigurationPath)),
+      writer_(nullptr),  // there is no handle of the own process on this platform
+      include_(std::move(include)),
+      exclude_(std::move(exclude)),
+      flags_(flags) {}
+
+int ZVornExporter::Export() {
+    if (!std::exchange(isReady_, false) || catalog_ == nullptr) {
+        return kFailure;
+    }
+    ReadAliasNames();
+    ReadNetworkConfiguration();
+    CreateDatabase();
+    CreateNetworkNodes();
+    CreateMessages();
+    return WriteAndClose();
+}
+
+void ZVornExporter::ReadAliasNames() {
+    if (!aliasNamesPath_.empty() && !aliases_.Read(aliasNamesPath_)) {
+        std::printf("Can not open file %s!\n", aliasNamesPath_.c_str());
+    }
+}
+
+void ZVornExporter::ReadNetworkConfiguration() {
+    if (networkConfigurationPath_.empty()) {
+        return;
+    }
+    if (auto addresses = ReadNodeAddresses(networkConfigurationPath_)) {
+        nodeAddresses_ = std::move(*addresses);
+    } else {
+        std::printf("Can not open file %s!\n", networkConfigurationPath_.c_str());
+    }
+}
+
+void ZVornExporter::CreateDatabase() {
+    if (writer_.CreateDatabase(BaseName(outputPath_).c_str(), &database_, nullptr) == kKestrelOk) {
+        DefineAttributes(writer_, database_, FileName(catalog_->AbsPath()));
+    }
+}
+
+void ZVornExporter::CreateNetworkNodes() {
+    for (const auto& [address, name] : nodeAddresses_) {
+        writer_.SetAttrValue(*NodeNamed(CleanName(name)), kMostNodeAdr, NumberValue(address));
+    }
+}
+
+void ZVornExporter::CreateMessages() {
+    for (const ZMTFBlock* block : catalog_->GetItems(false)) {
+        if (!IsSelected(*block)) {
+            continue;
+        }
+        for (const ZMTFunction* function : block->GetItems(false)) {
+            for (const ZMTOperation* operation : function->GetItems(false)) {
+                CreateMessage(*block, *function, *operation);
+            }
+        }
+    }
+}
+
+/// Include wants the name or the alias to be listed, exclude both.
+bool ZVornExporter::IsSelected(const ZMTFBlock& block) const {
+    const std::string& name = block.GetName();
+    const std::string& alias = aliases_.Of(name);
+    if (!include_.empty() && !include_.contains(name) && !include_.contains(alias)) {
+        return false;
+    }
+    return !exclude_.contains(name) || !exclude_.contains(alias);
+}
+
+void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& function,
+                                  const ZMTOperation& operation) {
+    std::uint32_t identifier = MessageIdentifier(block.FBlockID(), function.FunctionID(), operation.OpType());
+    if (flags_.makeExtended) {
+        identifier |= kExtendedIdentifier;
+    }
+    if (writer_.GetMessage(identifier, nullptr) != nullptr) {
+        return;  // the first operation with an identifier wins
+    }
+    msgblk& message = *writer_.CreateMessage(database_, 0);
+    CopyName(message.name, MakeMessageName(aliases_.Of(block.GetName()), aliases_.Of(function.GetName()),
+                                           aliases_.Of(operation.GetName()), messageNames_));
+    message.identifier = identifier;
+    message.length = kDefaultMessageLength;
+    const auto attributeName = [&](const std::string& name) -> const std::string& {
+        return aliasAttributeValues_ ? aliases_.Of(name) : name;
+    };
+    writer_.SetAttrValue(message, kFBlockAttribute, TextValue(attributeName(block.GetName())));
+    writer_.SetAttrValue(message, kFunctionAttribute, TextValue(attributeName(function.GetName())));
+    if (flags_.createNetworkNodes) {
+        AssignNode(message, block);
+    }
+    writer_.SetAttrValue(message, kOpTypeAttribute,
+                         NumberValue(OpTypeValue(function.Class(), operation.OpType())));
+    writer_.SetAttrValue(message, kFunctionClassAttribute,
+                         NumberValue(function.Class() == ClassKind::Method ? 1 : 0));
+}
+
+void ZVornExporter::AssignNode(msgblk& message, const ZMTFBlock& block) {
+    symblk* node = NodeNamed(CleanName(block.GetName()));
+    message.node = flags_.assignMessagesToNodes ? node : nullptr;
+}
+
+/// The node of that name, created when the name is new.
+symblk* ZVornExporter::NodeNamed(const std::string& cleanName) {
+    if (nodeNames_.insert(cleanName).second) {
+        CopyName(writer_.CreateNode(database_, 0)->name, cleanName);
+    }
+    return writer_.GetNode(cleanName.c_str(), database_);
+}
+
+int ZVornExporter::WriteAndClose() {
+    if (IsSameFile(outputPath_, catalog_->AbsPath()) ||
+        writer_.WriteDatabase(database_, outputPath_.c_str()) != kKestrelOk) {
+        return kFailure;
+    }
+    writer_.CloseDatabase(database_, false);
+    if (flags_.makeReadOnly && !MakeReadOnly(outputPath_)) {
+        return kFailure;
+    }
+    return kSuccess;
+}
+
+}  // namespace tarvex

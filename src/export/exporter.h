@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <unordered_set>
+
+#include "catalog/catalog.h"
+#include "export/alias_names.h"
+#include "export/network_nodes.h"
+#include "kestrel/kestrel.h"
+
+namespace tarvex {
+
+/// Names of function blocks in a filter setting; compared exactly.
+using NameSet = std::set<std::string>;
+
+/// The flags of a conversion.
+struct ExportFlags {
+    bool writeSignals = true;
+    bool uniqueSignalNames = true;
+    bool strictExport = false;
+    bool createNetworkNodes = true;
+    bool assignMessagesToNodes = true;
+    bool setMessageLength = true;
+    bool makeExtended = true;
+    bool makeReadOnly = true;
+};
+
+/// Turns one imported catalog into one bus database. The catalog is read, never changed, and outlives the
+/// exporter. An exporter runs once.
+class ZVornExporter {
+  public:
+    /// Everything that the conversion needs: the catalog (may be null), the output file, the alias-names and
+    /// the network-configuration file (empty for none), the function blocks to include and to exclude, and
+    /// the flags.
+    ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, std::string aliasNamesPath,
+                  std::string networkConfigurationPath, NameSet include, NameSet exclude,
+                  const ExportFlags& flags);
+
+    /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, or when the
+    /// file cannot be written or made read-only. An alias or network file that cannot be opened is reported
+    /// on standard output and left out.
+    int Export();
+
+  private:
+    void ReadAliasNames();
+    void ReadNetworkConfiguration();
+    void CreateDatabase();
+    void CreateNetworkNodes();
+    void CreateMessages();
+    int WriteAndClose();
+
+    bool IsSelected(const ZMTFBlock& block) const;
+    void CreateMessage(const ZMTFBlock& block, const ZMTFunction& function, const ZMTOperation& operation);
+    void AssignNode(msgblk& message, const ZMTFBlock& block);
+    symblk* NodeNamed(const std::string& cleanName);
+
+    const ZMTCatalog* catalog_;
+    std::string outputPath_;
+    std::string aliasNamesPath_;
+    std::string networkConfigurationPath_;
+    const char* database_ = nullptr;  // the key, kept by the writer
+    KestrelWriteManager writer_;
+    AliasNames aliases_;
+    std::unordered_set<std::string> messageNames_;
+    std::unordered_set<std::string> nodeNames_;
+    NameSet include_;
+    NameSet exclude_;
+    NodeAddresses nodeAddresses_;
+    ExportFlags flags_;
+    bool aliasAttributeValues_ = false;  // attribute values are the catalog's own names
+    bool isReady_ = true;
+};
+
+}  // namespace tarvex

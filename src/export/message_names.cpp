@@ -1,0 +1,75 @@
+#include "export/message_names.h"
+
+#include <algorithm>
+
+#include "import/format_text.h"
+#include "kestrel/kestrel.h"
+
+namespace tarvex {
+namespace {
+
+/// Characters that vowel removal leaves alone at the start of a name.
+constexpr std::size_t kKeptCharacters = 3;
+
+constexpr unsigned kMaxSuffixes = 100;
+constexpr std::size_t kSuffixLength = 2;
+
+bool IsLetterOrDigit(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+}
+
+bool IsSmallVowel(char c) {
+    return std::string_view("aeiou").find(c) != std::string_view::npos;
+}
+
+/// The first of the suffixed names that is free, else the last one tried.
+std::string FreeName(const std::string& stem, const std::unordered_set<std::string>& usedNames) {
+    std::string candidate;
+    for (unsigned suffix = 0; suffix < kMaxSuffixes; ++suffix) {
+        candidate = stem + FormatText("%02X", suffix);
+        if (!usedNames.contains(candidate)) {
+            break;
+        }
+    }
+    return candidate;
+}
+
+}  // namespace
+
+std::string CleanName(std::string_view name) {
+    std::string clean;
+    std::ranges::copy_if(name, std::back_inserter(clean), IsLetterOrDigit);
+    return clean;
+}
+
+std::size_t ShortenName(std::string& name) {
+    if (name.size() <= kKeptCharacters) {
+        return 0;
+    }
+    const auto dropped = std::remove_if(name.begin() + kKeptCharacters, name.end(), IsSmallVowel);
+    const auto count = static_cast<std::size_t>(name.end() - dropped);
+    name.erase(dropped, name.end());
+    return count;
+}
+
+std::string MakeMessageName(std::string block, std::string function, std::string operation,
+                            std::unordered_set<std::string>& usedNames) {
+    // Lengths count before cleaning, so a name may be cut although it would have fitted.
+    std::size_t total = block.size() + function.size() + operation.size() + 2;
+    for (std::string* part : {&operation, &function, &block}) {
+        if (total > kNameSize) {
+            total -= ShortenName(*part);
+        }
+    }
+    std::string name = CleanName(block) + "_" + CleanName(function) + "_" + CleanName(operation);
+    if (total > kNameSize && name.size() > kNameSize) {
+        name.resize(kNameSize);
+    }
+    if (usedNames.contains(name)) {
+        name = FreeName(name.substr(0, kNameSize - kSuffixLength), usedNames);
+    }
+    usedNames.insert(name);
+    return name;
+}
+
+}  // namespace tarvex

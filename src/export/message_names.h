@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace tarvex {
+
+/// Only the ASCII letters and digits of a name.
+std::string CleanName(std::string_view name);
+
+/// Drops the small vowels from the fourth character on; returns how many were dropped.
+std::size_t ShortenName(std::string& name);
+
+/// The message's name made of the names of block, function and operation, shortened to fit the record, and
+/// made unique by two hexadecimal digits among the used names, which it joins. After 100 tries a name may
+/// repeat.
+std::string MakeMessageName(std::string block, std::string function, std::string operation,
+                            std::unordered_set<std::string>& usedNames);
+
+}  // namespace tarvex

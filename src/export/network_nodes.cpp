@@ -1,0 +1,54 @@
+#include "export/network_nodes.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+#include "export/config_lines.h"
+
+namespace tarvex {
+namespace {
+
+/// Reads a number at the start of the text, blanks and a sign before it allowed; none if there is no digit.
+/// Values beyond 32 bits become the nearest one that fits.
+std::optional<std::int32_t> ReadNumber(const char* text, int base) {
+    char* end = nullptr;
+    const long long value = std::strtoll(text, &end, base);
+    if (end == text) {
+        return std::nullopt;
+    }
+    if (base == 16) {
+        constexpr long long kMax = std::numeric_limits<std::uint32_t>::max();
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(std::min(value, kMax)));
+    }
+    return static_cast<std::int32_t>(std::clamp<long long>(value, std::numeric_limits<std::int32_t>::min(),
+                                                           std::numeric_limits<std::int32_t>::max()));
+}
+
+/// "0x" has to stand at the very start: behind a blank the text is decimal and reads as 0.
+std::optional<std::int32_t> ReadAddress(const std::string& text) {
+    if (text.starts_with("0x")) {
+        if (const auto address = ReadNumber(text.c_str() + 2, 16)) {
+            return address;
+        }
+    }
+    return ReadNumber(text.c_str(), 10);
+}
+
+}  // namespace
+
+std::optional<NodeAddresses> ReadNodeAddresses(const std::string& path) {
+    auto lines = ReadConfigLines(path);
+    if (!lines) {
+        return std::nullopt;
+    }
+    NodeAddresses nodes;
+    for (ConfigLine& line : *lines) {
+        if (const std::optional<std::int32_t> address = ReadAddress(line.value)) {
+            nodes[*address] = std::move(line.name);
+        }
+    }
+    return nodes;
+}
+
+}  // namespace tarvex

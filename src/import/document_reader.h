@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+
+namespace tarvex {
+
+/// Parses XML files into DOM documents. The import manager reaches the XML parser only through this.
+class DocumentReader {
+  public:
+    DocumentReader() = default;
+    DocumentReader(const DocumentReader&) = delete;
+    DocumentReader& operator=(const DocumentReader&) = delete;
+    virtual ~DocumentReader() = default;
+
+    /// Starts the XML platform, once per process. Throws XMLException.
+    virtual void StartPlatform() = 0;
+    /// Ends the XML platform after a parse has thrown. It is never started again in the process.
+    virtual void StopPlatform() = 0;
+
+    /// Parses a file and reports its faults to the handler. The document stays valid until Release. May throw
+    /// anything that the parser throws.
+    virtual const xercesc::DOMDocument* Read(const std::string& path, bool validate,
+                                             xercesc::ErrorHandler& handler) = 0;
+    /// Drops the document and the parser.
+    virtual void Release() = 0;
+};
+
+/// The reader that uses Xerces-C.
+///
+/// With `validate` a document is validated exactly when it declares a document type. DTDs and other external
+/// entities are read from local, regular files only, relative to the file that names them; nothing is
+/// fetched. Without `validate` an external DTD that cannot be opened counts as empty and is reported as a
+/// warning. Entities are expanded into the text around them, up to a bound.
+std::unique_ptr<DocumentReader> MakeXercesReader();
+
+}  // namespace tarvex

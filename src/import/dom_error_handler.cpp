@@ -1,0 +1,45 @@
+#include "import/dom_error_handler.h"
+
+#include <xercesc/sax/SAXParseException.hpp>
+
+#include "import/dom_access.h"
+#include "import/format_text.h"
+
+namespace tarvex {
+namespace {
+
+/// A file in which everything is invalid gives some hundred bytes of complaint for every few bytes of
+/// catalog. Nobody reads beyond this.
+constexpr std::size_t kMaxMessages = std::size_t{16} << 20;
+
+}  // namespace
+
+void ZDOMErrorHandler::warning(const xercesc::SAXParseException& exception) {
+    Collect(Text::ParserWarning, exception);
+}
+
+void ZDOMErrorHandler::error(const xercesc::SAXParseException& exception) {
+    hasError_ = true;
+    Collect(Text::ParserError, exception);
+}
+
+void ZDOMErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
+    hasError_ = true;
+    Collect(Text::ParserFatalError, exception);
+}
+
+void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exception) {
+    if (messages_.size() > kMaxMessages) {
+        if (leftOut_++ == 0) {
+            messages_ += "(more parser messages are left out)\n";
+        }
+        return;
+    }
+    TextHolder holder;
+    messages_ +=
+        FormatText(LoadText(holder, text).Get(), Transcode(exception.getSystemId()),
+                   exception.getLineNumber(), exception.getColumnNumber(), Transcode(exception.getMessage()));
+    messages_ += '\n';
+}
+
+}  // namespace tarvex

@@ -1,0 +1,89 @@
+#include "import/files.h"
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarvex {
+namespace {
+
+/// Opens without waiting for the other end of a pipe, and keeps the file only if it is a regular one.
+File OpenRegular(const std::string& path, int flags, const char* mode) {
+    const int descriptor = ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    struct stat status = {};
+    File file;
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        file.reset(::fdopen(descriptor, mode));
+    }
+    if (!file) {
+        ::close(descriptor);
+    }
+    return file;
+}
+
+/// Where the extension starts in a path: at the last "." of the last component, else at the end.
+std::size_t ExtensionStart(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    const std::size_t slash = path.rfind('/');
+    const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash);
+    return hasExtension ? dot : path.size();
+}
+
+std::size_t FileNameStart(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? 0 : slash + 1;
+}
+
+}  // namespace
+
+File OpenForWriting(const std::string& path, WriteMode mode) {
+    const bool append = mode == WriteMode::Append;
+    // A file that is something else must not be truncated before it has been looked at.
+    File file = OpenRegular(path, O_WRONLY | O_CREAT | (append ? O_APPEND : 0), append ? "a" : "w");
+    if (file && !append && ::ftruncate(::fileno(file.get()), 0) != 0) {
+        return nullptr;
+    }
+    return file;
+}
+
+File OpenForReading(const std::string& path) {
+    return OpenRegular(path, O_RDONLY, "r");
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    std::error_code error;
+    if (std::filesystem::equivalent(a, b, error)) {
+        return true;
+    }
+    const std::filesystem::path whereA = std::filesystem::weakly_canonical(AbsolutePath(a), error);
+    if (error) {
+        return false;
+    }
+    const std::filesystem::path whereB = std::filesystem::weakly_canonical(AbsolutePath(b), error);
+    return !error && whereA == whereB;
+}
+
+std::string AbsolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path joined = std::filesystem::absolute(path, error);
+    return error ? path : joined.lexically_normal().string();
+}
+
+std::string BaseName(const std::string& path) {
+    const std::size_t start = FileNameStart(path);
+    return path.substr(start, ExtensionStart(path) - start);
+}
+
+std::string FileName(const std::string& path) {
+    return path.substr(FileNameStart(path));
+}
+
+std::string ReplaceExtension(const std::string& path, const std::string& extension) {
+    return path.substr(0, ExtensionStart(path)) + extension;
+}
+
+}  // namespace tarvex

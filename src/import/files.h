@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace tarvex {
+
+/// Closes a C stream; its result is of no interest where this is used.
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+enum class WriteMode { Truncate, Append };
+
+/// Opens a regular file for writing, creating it when it is missing; null when that fails or when the path is
+/// something else (a directory, a device, a pipe).
+File OpenForWriting(const std::string& path, WriteMode mode);
+
+/// Opens a regular file for reading; null when that fails or when the path is something else.
+File OpenForReading(const std::string& path);
+
+/// The two paths lead to one file, or would once both exist.
+bool IsSameFile(const std::string& a, const std::string& b);
+
+/// The working directory and the path joined, without ".", ".." and double slashes; links are kept.
+std::string AbsolutePath(const std::string& path);
+
+/// The last component of a path without its extension; the extension starts at the component's last ".".
+std::string BaseName(const std::string& path);
+
+/// The last component of a path with its extension.
+std::string FileName(const std::string& path);
+
+/// The path with its extension, if any, replaced by another one (given with its ".").
+std::string ReplaceExtension(const std::string& path, const std::string& extension);
+
+}  // namespace tarvex

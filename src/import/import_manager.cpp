@@ -1,0 +1,296 @@
+#include "import/import_manager.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <xercesc/util/XMLException.hpp>
+
+#include "catalog/import_context.h"
+#include "import/dom_access.h"
+#include "import/dom_error_handler.h"
+#include "import/files.h"
+#include "params/factory.h"
+
+namespace tarvex {
+namespace {
+
+/// Levels of the texts sent to the message sink.
+constexpr int kFileEvent = 1;
+constexpr int kImportResult = 2;
+constexpr int kTreeLogEvent = 3;
+
+constexpr std::uint16_t kMaxGroup = 4;
+constexpr std::uint16_t kAllCatalogs = 0;
+
+constexpr const char* kDefaultCatalogName = "FunctionCatalog";
+
+/// Set while an import runs anywhere in the process.
+bool isImporting = false;
+
+struct ImportGuard {
+    ImportGuard() { isImporting = true; }
+    ImportGuard(const ImportGuard&) = delete;
+    ImportGuard& operator=(const ImportGuard&) = delete;
+    ~ImportGuard() { isImporting = false; }
+};
+
+std::string Load(Text number) {
+    TextHolder holder;
+    return LoadText(holder, number).Get();
+}
+
+template <class... Args>
+std::string Format(Text number, const Args&... args) {
+    return FormatText(Load(number).c_str(), args...);
+}
+
+}  // namespace
+
+/// The log of one import and what it needs to know.
+struct ZMostFCatManager::ImportRun {
+    const std::string& path;
+    ZMostFCatLog log;
+};
+
+ZMostFCatManager::ZMostFCatManager(std::unique_ptr<DocumentReader> reader)
+    : reader_(std::move(reader)), groups_(kMaxGroup + 1) {}
+
+ZMostFCatManager::~ZMostFCatManager() = default;
+
+bool ZMostFCatManager::Import(std::string& catalogName, const std::string& catalogPath, std::uint16_t group,
+                              const std::string& importLogPath) {
+    if (catalogPath.empty()) {
+        return false;
+    }
+    if (catalogName.empty()) {
+        catalogName = BaseName(catalogPath);
+    }
+    if (catalogName.empty()) {
+        catalogName = kDefaultCatalogName;
+    }
+    if (isImporting) {
+        return false;
+    }
+    const ImportGuard guard;
+    return ImportOnce(catalogName, catalogPath, group, importLogPath);
+}
+
+bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& catalogPath,
+                                  std::uint16_t group, const std::string& importLogPath) {
+    const ZMTCatalog* named = FindCatalog(catalogName);
+    const ZMTCatalog* known = FindCatalogByPath(catalogPath);
+    if (named != nullptr && named != known) {
+        Remove(named);
+    }
+    if (known != nullptr) {
+        if (known->GetName() == catalogName) {
+            return true;
+        }
+        Remove(known);
+        isChanged_ = true;
+    }
+    const FileRecord file{catalogName, AbsolutePath(catalogPath)};
+    if (std::ranges::find(failedFiles_, file) != failedFiles_.end()) {
+        return false;
+    }
+    auto catalog = std::make_unique<ZMTCatalog>();
+    catalog->SetName(catalogName);
+    catalog->SetAbsPath(file.path);
+    if (!ImportFile(*catalog, catalogPath, importLogPath)) {
+        failedFiles_.push_back(file);
+        Send(Load(Text::XmlDatabaseNotAvailable), kFileEvent);
+        return false;
+    }
+    catalogs_.push_back(std::move(catalog));
+    isChanged_ = true;
+    Register(*catalogs_.back(), group);
+    return true;
+}
+
+bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalogPath,
+                                  const std::string& importLogPath) {
+    ImportRun run{catalogPath, {}};
+    bool ok = false;
+    if (!OpenForReading(catalogPath)) {
+        Send(Format(Text::FileDoesNotExist, catalogPath), kFileEvent);
+    } else {
+        OpenImportLog(run, importLogPath);
+        if (const xercesc::DOMDocument* document = ParseFile(run)) {
+            ImportDocument(run, *document, catalog);
+            ok = run.log.FatalCount() == 0;
+        }
+        reader_->Release();
+    }
+    run.log.WriteLine("\n");
+    run.log.WriteLine(Format(ok ? Text::ImportCompleted : Text::ImportFailed, catalogPath));
+    run.log.WriteLine("\n");
+    run.log.CloseLog();
+    return ok;
+}
+
+/// Opens the log, if one is wanted, and writes its header.
+void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLogPath) {
+    importLogPath_.clear();
+    if (!importLogPath.empty()) {
+        if (IsSameFile(importLogPath, run.path) || IsProtected(importLogPath) ||
+            !run.log.OpenLog(importLogPath)) {
+            Send(Format(Text::LogNotCreated, importLogPath), kFileEvent);
+        } else {
+            importLogPath_ = importLogPath;
+        }
+    }
+    run.log.WriteLine(Load(Text::LogCreatedBy));
+    run.log.WriteLine(Load(Text::XmlFile));
+    run.log.WriteLine(run.path);
+    run.log.WriteLine(" ");
+}
+
+/// Parses the file and reports what the parser says; null when that is an error.
+const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
+    Send(FormatText("%s'%s'", Load(Text::ParsingXml), run.path), kFileEvent);
+    run.log.WriteLine(Load(Text::ParserMessages));
+    try {
+        reader_->StartPlatform();
+    } catch (const xercesc::XMLException& exception) {
+        const std::string text = Load(Text::InitializationError) + "\n" + Transcode(exception.getMessage());
+        Send(text, kFileEvent);
+        run.log.WriteLine(text);
+        return nullptr;
+    }
+    ZDOMErrorHandler handler;
+    const xercesc::DOMDocument* document = ReadDocument(run, handler);
+    std::string messages = handler.Messages();
+    if (!messages.empty()) {
+        run.log.WriteLine(messages);
+        if (messages.back() == '\n') {
+            messages.back() = ' ';
+        }
+        Send(Load(Text::Parser), kFileEvent);
+        Send(messages, kFileEvent);
+    }
+    return handler.HasError() ? nullptr : document;
+}
+
+/// Parses the file; null when the parser throws, which ends the XML platform.
+const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run, xercesc::ErrorHandler& handler) {
+    std::string text = Load(Text::ErrorDuringParsing) + " '" + run.path + "'\n";
+    const auto addMessage = [&](const XMLCh* message) {
+        text += Load(Text::ExceptionMessageIs) + ":\n" + Transcode(message) + "\n";
+    };
+    try {
+        return reader_->Read(run.path, Validate, handler);
+    } catch (const xercesc::XMLException& exception) {
+        addMessage(exception.getMessage());
+    } catch (const xercesc::DOMException& exception) {
+        addMessage(exception.getMessage());
+    } catch (...) {
+        // Nothing is known of it; the text says that parsing failed.
+    }
+    // Exceptions hold memory of the platform, so it ends only now that they are gone.
+    reader_->StopPlatform();
+    Send(text, kFileEvent);
+    run.log.WriteLine(text);
+    return nullptr;
+}
+
+void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMDocument& document,
+                                      ZMTCatalog& catalog) {
+    run.log.WriteLine(Load(Text::ParseDone));
+    run.log.WriteLine("\n");
+    run.log.SetExclusions(ImportLogExclusions);
+    run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
+    if (const DOMElement* root = FindChildElement(&document, "FunctionCatalog")) {
+        const CatalogParamFactory factory;
+        ImportContext context{run.log, factory};
+        catalog.Import(*root, context);
+    } else {
+        run.log.Fatal(Format(Text::ElementNotFound, "FunctionCatalog"), "");
+    }
+    if (run.log.FatalCount() + run.log.ErrorCount() + run.log.WarningCount() > 0) {
+        Send(Load(Text::ImportResult) + run.log.SummaryText(), kImportResult);
+    }
+    run.log.WriteSummary();
+}
+
+ZMTCatalog* ZMostFCatManager::FindCatalog(const std::string& catalogName) const {
+    const auto found = std::ranges::find_if(
+        catalogs_, [&](const auto& catalog) { return NamesEqual(catalog->GetName(), catalogName); });
+    return found == catalogs_.end() ? nullptr : found->get();
+}
+
+ZMTCatalog* ZMostFCatManager::FindCatalogByPath(const std::string& catalogPath) const {
+    const std::string path = AbsolutePath(catalogPath);
+    const auto found =
+        std::ranges::find_if(catalogs_, [&](const auto& catalog) { return catalog->AbsPath() == path; });
+    return found == catalogs_.end() ? nullptr : found->get();
+}
+
+std::vector<ZMTCatalog*> ZMostFCatManager::CatalogsOfGroup(std::uint16_t group) const {
+    return group <= kMaxGroup ? groups_[group] : std::vector<ZMTCatalog*>();
+}
+
+void ZMostFCatManager::Register(ZMTCatalog& catalog, std::uint16_t group) {
+    if (group > kMaxGroup) {
+        return;
+    }
+    for (const std::uint16_t number : {group, kAllCatalogs}) {
+        std::vector<ZMTCatalog*>& list = groups_[number];
+        if (std::ranges::find(list, &catalog) == list.end()) {
+            list.push_back(&catalog);
+        }
+    }
+}
+
+void ZMostFCatManager::Remove(const ZMTCatalog* catalog) {
+    for (std::vector<ZMTCatalog*>& list : groups_) {
+        std::erase(list, catalog);
+    }
+    std::erase_if(catalogs_, [&](const auto& owned) { return owned.get() == catalog; });
+}
+
+void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
+    if (treeLogPath.empty()) {
+        return;
+    }
+    const bool isOverCatalog = std::ranges::any_of(
+        catalogs_, [&](const auto& catalog) { return IsSameFile(treeLogPath, catalog->AbsPath()); });
+    const bool isOverLog = !importLogPath_.empty() && IsSameFile(treeLogPath, importLogPath_);
+    const bool isRefused = isOverCatalog || isOverLog || IsProtected(treeLogPath);
+    std::error_code error;
+    if (!isRefused && !std::filesystem::is_directory(treeLogPath, error) &&
+        (std::filesystem::is_regular_file(treeLogPath, error) ||
+         std::filesystem::is_symlink(treeLogPath, error))) {
+        std::filesystem::remove(treeLogPath, error);
+    }
+    for (const auto& catalog : catalogs_) {
+        ZMostFCatLog log;
+        if (isRefused || !log.OpenTreeLog(treeLogPath)) {
+            Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
+            continue;
+        }
+        Send(Load(Text::WritingDataStructure), kTreeLogEvent);
+        catalog->Dump(log);
+        log.CloseTreeLog();
+    }
+}
+
+void ZMostFCatManager::Clear() {
+    catalogs_.clear();
+    failedFiles_.clear();
+    groups_.assign(kMaxGroup + 1, {});
+    isCleared_ = true;
+    isChanged_ = true;
+}
+
+bool ZMostFCatManager::IsProtected(const std::string& logPath) const {
+    return std::ranges::any_of(ProtectedPaths,
+                               [&](const std::string& path) { return IsSameFile(logPath, path); });
+}
+
+void ZMostFCatManager::Send(const std::string& text, int level) const {
+    if (MessageSink) {
+        MessageSink(text, level);
+    }
+}
+
+}  // namespace tarvex

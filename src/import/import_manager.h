@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "catalog/catalog.h"
+#include "import/document_reader.h"
+#include "import/message_log.h"
+
+namespace tarvex {
+
+/// Written into the header of the importer's messages.
+inline constexpr const char* kImporterVersion = "1.0.11";
+
+/// Turns catalog files into trees and keeps them. One import runs at a time in the process.
+class ZMostFCatManager {
+  public:
+    /// Receives progress and failure texts with a level: 1 for file and parser events and failures, 2 for the
+    /// result of an import, 3 for the tree log.
+    using Sink = std::function<void(const std::string& text, int level)>;
+
+    explicit ZMostFCatManager(std::unique_ptr<DocumentReader> reader = MakeXercesReader());
+    ZMostFCatManager(const ZMostFCatManager&) = delete;
+    ZMostFCatManager& operator=(const ZMostFCatManager&) = delete;
+    virtual ~ZMostFCatManager();
+
+    // Settings, made before Import.
+    bool Validate = true;  ///< Validate documents that declare a document type.
+    Sink MessageSink;
+    std::set<std::uint32_t> ImportLogExclusions;  ///< Message numbers left out of the import log.
+    std::vector<std::string> ProtectedPaths;      ///< Files that no log may be written over.
+
+    /// Imports a catalog file. An empty name becomes the file's base name, or "FunctionCatalog". Group
+    /// numbers 0 to 4 register the catalog; with an empty log path no import log is written. The same name
+    /// and path again do nothing if the first import succeeded, and fail if it failed. False when the file is
+    /// missing, the parser reports an error or a fatal error is raised.
+    bool Import(std::string& catalogName, const std::string& catalogPath, std::uint16_t group,
+                const std::string& importLogPath);
+
+    /// The first catalog of that name, without regard to case, or of that path; null if there is none. The
+    /// manager owns it.
+    ZMTCatalog* FindCatalog(const std::string& catalogName) const;
+    ZMTCatalog* FindCatalogByPath(const std::string& catalogPath) const;
+
+    /// The catalogs of a group in the order in which they were registered; group 0 holds all.
+    std::vector<ZMTCatalog*> CatalogsOfGroup(std::uint16_t group) const;
+
+    /// Writes the trees of all catalogs to a file, which is deleted first. An empty path writes nothing.
+    void WriteTreeLog(const std::string& treeLogPath);
+
+    /// Deletes all catalogs and forgets the files that failed.
+    void Clear();
+
+    /// Clear has been called.
+    bool IsCleared() const { return isCleared_; }
+    /// The list of catalogs has changed since the manager was made.
+    bool IsChanged() const { return isChanged_; }
+
+  private:
+    struct FileRecord {
+        std::string name;
+        std::string path;
+        bool operator==(const FileRecord&) const = default;
+    };
+    struct ImportRun;
+
+    bool ImportOnce(std::string& catalogName, const std::string& catalogPath, std::uint16_t group,
+                    const std::string& importLogPath);
+    bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
+    void OpenImportLog(ImportRun& run, const std::string& importLogPath);
+    const xercesc::DOMDocument* ParseFile(ImportRun& run);
+    const xercesc::DOMDocument* ReadDocument(ImportRun& run, xercesc::ErrorHandler& handler);
+    void ImportDocument(ImportRun& run, const xercesc::DOMDocument& document, ZMTCatalog& catalog);
+    void Register(ZMTCatalog& catalog, std::uint16_t group);
+    void Remove(const ZMTCatalog* catalog);
+    bool IsProtected(const std::string& logPath) const;
+    void Send(const std::string& text, int level) const;
+
+    std::unique_ptr<DocumentReader> reader_;
+    bool isCleared_ = false;
+    std::vector<std::unique_ptr<ZMTCatalog>> catalogs_;
+    std::vector<std::vector<ZMTCatalog*>> groups_;
+    std::vector<FileRecord> failedFiles_;
+    std::string importLogPath_;  // of the last import that wrote one
+    bool isChanged_ = false;
+};
+
+}  // namespace tarvex

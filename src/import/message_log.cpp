@@ -1,0 +1,117 @@
+#include "import/message_log.h"
+
+#include "import/files.h"
+#include "import/format_text.h"
+#include "import/texts.h"
+
+namespace tarvex {
+namespace {
+
+void WriteEntry(std::FILE* file, Text entry, unsigned number, const std::string& text,
+                const std::string& objectName) {
+    TextHolder holder;
+    std::fprintf(file, LoadText(holder, entry).Get(), number, objectName.c_str(), text.c_str());
+}
+
+void Write(std::FILE* file, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), file);
+}
+
+}  // namespace
+
+void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName) {
+    ++fatalCount_;
+    if (importLog_) {
+        TextHolder holder;
+        std::fprintf(importLog_.get(), LoadText(holder, Text::FatalEntry).Get(), objectName.c_str(),
+                     text.c_str());
+    }
+}
+
+void ZMostFCatLog::Error(unsigned number, const std::string& text, const std::string& objectName) {
+    if (CountError(number) && importLog_) {
+        WriteEntry(importLog_.get(), Text::ErrorEntry, number, text, objectName);
+    }
+}
+
+void ZMostFCatLog::Warning(unsigned number, const std::string& text, const std::string& objectName,
+                           int /*level*/) {
+    if (CountWarning(number) && importLog_) {
+        WriteEntry(importLog_.get(), Text::WarningEntry, number, text, objectName);
+    }
+}
+
+bool ZMostFCatLog::CountError(unsigned number) {
+    ++errorCount_;
+    const bool isLogged = IsLogged(number);
+    loggedErrorCount_ += isLogged ? 1 : 0;
+    return isLogged;
+}
+
+bool ZMostFCatLog::CountWarning(unsigned number) {
+    ++warningCount_;
+    const bool isLogged = IsLogged(number);
+    loggedWarningCount_ += isLogged ? 1 : 0;
+    return isLogged;
+}
+
+bool ZMostFCatLog::OpenLog(const std::string& path) {
+    if (importLog_) {
+        return false;
+    }
+    importLog_ = OpenForWriting(path, WriteMode::Truncate);
+    return importLog_ != nullptr;
+}
+
+void ZMostFCatLog::WriteLine(std::string_view text) {
+    if (importLog_) {
+        Write(importLog_.get(), text);
+        Write(importLog_.get(), "\n");
+    }
+}
+
+void ZMostFCatLog::WriteSummary() {
+    TextHolder holder;
+    WriteLine("");
+    WriteLine(
+        FormatText(LoadText(holder, Text::SummaryFatal).Get(), fatalCount_, errorCount_, warningCount_));
+}
+
+std::string ZMostFCatLog::SummaryText() const {
+    TextHolder holder;
+    if (fatalCount_ > 0) {
+        return FormatText(LoadText(holder, Text::SummaryFatal).Get(), fatalCount_, errorCount_,
+                          warningCount_);
+    }
+    if (errorCount_ > 0) {
+        return FormatText(LoadText(holder, Text::SummaryErrors).Get(), errorCount_, warningCount_);
+    }
+    if (warningCount_ > 0) {
+        return FormatText(LoadText(holder, Text::SummaryWarnings).Get(), warningCount_);
+    }
+    return LoadText(holder, Text::SummaryClean).Get();
+}
+
+bool ZMostFCatLog::OpenTreeLog(const std::string& path) {
+    if (treeLog_) {
+        return false;
+    }
+    treeLog_ = OpenForWriting(path, WriteMode::Append);
+    return treeLog_ != nullptr;
+}
+
+void ZMostFCatLog::WriteTreeLine(std::string_view text, unsigned depth) {
+    if (!treeLog_) {
+        return;
+    }
+    Write(treeLog_.get(), std::string(depth, '\t'));
+    // A line without a percent sign renders as itself.
+    if (text.find('%') == std::string_view::npos) {
+        Write(treeLog_.get(), text);
+    } else {
+        Write(treeLog_.get(), RenderAsFormat(text));
+    }
+    Write(treeLog_.get(), "\n");
+}
+
+}  // namespace tarvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvex {
+
+/// What separates the entries of a list setting.
+inline constexpr std::string_view kListSeparators = ",;:. \t";
+
+/// An ASCII letter made small; every other byte as it is.
+constexpr char FoldCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// A name as the database takes it: brackets, parentheses, "_", "-", ASCII letters and digits are kept, a
+/// blank becomes "_", everything else is dropped. May come out empty.
+std::string SanitizeName(std::string_view text);
+
+/// The same for descriptive texts: a blank stays a blank.
+std::string SanitizeText(std::string_view text);
+
+/// Compares names of catalog objects: without regard to the case of ASCII letters unless asked otherwise.
+bool NamesEqual(std::string_view a, std::string_view b, bool caseSensitive = false);
+
+/// The runs of characters that are no separators, in order; there are no empty tokens.
+std::vector<std::string_view> SplitTokens(std::string_view text, std::string_view separators);
+
+/// The numbers among the entries of a list; other entries are skipped.
+std::set<std::uint32_t> ParseNumberList(std::string_view text);
+
+/// For hash maps whose keys are names: equal names hash alike.
+struct NameHash {
+    std::size_t operator()(std::string_view name) const;
+};
+struct NameEqual {
+    bool operator()(std::string_view a, std::string_view b) const { return NamesEqual(a, b); }
+};
+
+}  // namespace tarvex

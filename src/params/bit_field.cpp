@@ -1,0 +1,74 @@
+#include "params/bit_field.h"
+
+#include <algorithm>
+
+#include "import/parse_value.h"
+#include "params/factory.h"
+
+namespace tarvex {
+namespace {
+
+constexpr std::uint32_t kBitsPerByte = 8;
+
+}  // namespace
+
+void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context) {
+    const std::uint32_t needed = std::max(Size(), 1U);  // the highest bit has the last slot
+    SetLength(declared);
+    if (needed > declared) {
+        SetLength(std::min(needed, MaxLength()));
+        Raise<kBitLengthAmbiguous>(context.log, declared, needed, Length());
+    }
+}
+
+bool ZMTParamBitField::Import(const DOMElement& element, ImportContext& context) {
+    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
+        return false;
+    }
+    const DOMElement* field = FindTypeElement(element, "TBitField");
+    if (field == nullptr) {
+        return Raise<kNoTBitField>(context.log, "TBitField");
+    }
+    std::string length;
+    if (!GetAttribute(*field, "Length", length)) {
+        return Raise<kBitFieldWithoutLength>(context.log, "Length");
+    }
+    std::string typeRef;
+    if (!GetAttribute(*field, "TypeRef", typeRef)) {
+        return Raise<kBitFieldWithoutType>(context.log, "TypeRef");
+    }
+    ResolveType(typeRef, context);
+    if (!ImportBits<kBitFieldBitTwice, kBitFieldBitFailed>(*field, context)) {
+        return false;
+    }
+    FitLength(static_cast<std::uint32_t>(IntegerOrZero(length)), context);
+    if (Length() == 0 || Length() > MaxLength()) {
+        Raise<kBitLengthInvalid>(context.log, Length());
+        SetLength(MaxLength());
+    }
+    SetBytesInMsg(Length() > kBitsPerByte ? 2 : 1);
+    return true;
+}
+
+bool ZMTParamBitField::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "PARAMBITFIELD: " + GetName());
+    DumpFieldLines(treeLog);
+    return true;
+}
+
+void ZMTParamBitField::DumpFieldLines(ZMostFCatLog& treeLog) const {
+    DumpParamLines(treeLog);
+    DumpLine(treeLog, FormatText(".Length: %d", Length()));
+    DumpAll(treeLog);
+}
+
+bool ZMTParamBitField::CopyFrom(const ZMTNode* other) {
+    if (!ZMTParam::CopyFrom(other)) {
+        return false;
+    }
+    const auto& field = static_cast<const ZMTParamBitField&>(*other);
+    length_ = field.length_;
+    return ZMTChildList<ZMTParamBoolField>::CopyFrom(&field, this);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "catalog/param.h"
+
+namespace tarvex {
+
+/// Bits are numbered below this, in a boolean as well as in a bit field.
+inline constexpr std::int32_t kBitPosEnd = 16;
+
+/// One named bit of a bit field or boolean. Its position is its number in the field, bit 0 the least
+/// significant.
+class ZMTParamBoolField : public ZMTParam {
+  public:
+    int GetType() const override { return kParamBoolField; }
+    /// Reads a "TBoolField" element; raises 59 to 63, false without a usable "BitPos".
+    bool Import(const DOMElement& element, ImportContext& context) override;
+    /// A bit may do without a name.
+    bool ImportParamName(const DOMElement& element, ImportContext& context) override;
+    bool Dump(ZMostFCatLog& treeLog) const override;
+    bool CopyFrom(const ZMTNode* other) override;
+    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+
+    std::uint32_t BitPos() const { return ParamPos(); }
+    /// What the values 1 and 0 mean.
+    const std::string& TrueDesc() const { return trueDesc_; }
+    const std::string& FalseDesc() const { return falseDesc_; }
+
+  private:
+    std::string trueDesc_ = "True";
+    std::string falseDesc_ = "False";
+};
+
+}  // namespace tarvex

@@ -1,0 +1,45 @@
+#include "params/enum_value.h"
+
+#include "catalog/import_context.h"
+#include "import/names.h"
+#include "import/parse_value.h"
+
+namespace tarvex {
+
+bool ZMTEnumValue::Import(const DOMElement& element, ImportContext& context) {
+    std::string text;
+    // Newer catalogs may leave the text out and carry the name in an attribute.
+    if (!GetElementText(element, text)) {
+        GetAttribute(element, "SymbolicName", text);
+    }
+    SetName(SanitizeText(Trim(text)));
+    if (!GetAttribute(element, "Code", text)) {
+        return Raise<kEnumValueWithoutCode>(context.log, "Code");
+    }
+    std::int32_t min = 0;
+    std::int32_t max = 0;
+    if (!ParseRange(text, min, max)) {
+        return Raise<kEnumCodeUnreadable>(context.log, text);
+    }
+    codeMin_ = static_cast<std::uint32_t>(min);
+    codeMax_ = static_cast<std::uint32_t>(max);
+    return true;
+}
+
+bool ZMTEnumValue::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog,
+             FormatText("ENUMVALUE: %s  .CodeMin: 0x%02X .CodeMax: 0x%02X", GetName(), codeMin_, codeMax_));
+    return true;
+}
+
+bool ZMTEnumValue::CopyFrom(const ZMTNode* other) {
+    if (!ZMTNode::CopyFrom(other)) {
+        return false;
+    }
+    const auto& value = static_cast<const ZMTEnumValue&>(*other);
+    codeMin_ = value.codeMin_;
+    codeMax_ = value.codeMax_;
+    return true;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,57 @@
+#include "params/factory.h"
+
+#include "params/bit_field.h"
+#include "params/boolean.h"
+#include "params/enumeration.h"
+#include "params/number.h"
+#include "params/string.h"
+#include "params/void.h"
+
+namespace tarvex {
+namespace {
+
+template <class T>
+std::unique_ptr<ZMTParam> Make() {
+    return std::make_unique<T>();
+}
+
+struct KindRow {
+    const char* typeElement;
+    std::unique_ptr<ZMTParam> (*make)();
+};
+constexpr KindRow kKinds[] = {
+    {"TNumber", Make<ZMTParamNumber>},     {"TEnum", Make<ZMTParamEnum>},
+    {"TString", Make<ZMTParamString>},     {"TBool", Make<ZMTParamBool>},
+    {"TBitField", Make<ZMTParamBitField>}, {"TVoid", Make<ZMTParamVoid>},
+};
+
+/// The kind of the first type element among the direct children; null if there is none.
+const KindRow* FindKind(const DOMElement& parent) {
+    for (const DOMElement* child = FirstChildElement(&parent); child != nullptr;
+         child = NextSiblingElement(*child)) {
+        for (const KindRow& row : kKinds) {
+            if (HasTagName(*child, row.typeElement)) {
+                return &row;
+            }
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+const DOMElement* FindTypeElement(const DOMElement& element, std::string_view name) {
+    const DOMElement* found = FindChildElement(&element, name);
+    return found != nullptr ? found : FindGrandchildElement(&element, name);
+}
+
+std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const DOMElement& element) const {
+    const KindRow* kind = FindKind(element);
+    for (const DOMElement* child = FirstChildElement(&element); kind == nullptr && child != nullptr;
+         child = NextSiblingElement(*child)) {
+        kind = FindKind(*child);
+    }
+    return kind == nullptr ? nullptr : kind->make();
+}
+
+}  // namespace tarvex

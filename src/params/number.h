@@ -1,0 +1,47 @@
+#pragma once
+
+#include "catalog/param.h"
+#include "params/selector.h"
+
+namespace tarvex {
+
+class ZMTDefUnit;
+
+/// A scaled integer: the physical value is the raw one times 10 to the Exponent.
+class ZMTParamNumber : public ZMTParam, public ZMTSelector {
+  public:
+    int GetType() const override { return kParamNumber; }
+    /// Raises 66 to 74, 151 and 152; false when type or unit are missing.
+    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Dump(ZMostFCatLog& treeLog) const override;
+    bool CopyFrom(const ZMTNode* other) override;
+    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+
+    bool IsSigned() const { return isSigned_; }
+    std::int32_t Exponent() const { return exponent_; }
+    /// Bounds and resolution of the physical value; 0 where the catalog gives none.
+    double RangeMin() const { return rangeMin_; }
+    double RangeMax() const { return rangeMax_; }
+    double Step() const { return step_; }
+    /// The readable name of the unit; may be empty.
+    const std::string& UnitName() const { return unitName_; }
+    /// Owned by the catalog's definitions; null before the import.
+    const ZMTDefUnit* Unit() const { return unit_; }
+    /// False for the reserved units that stand for having none.
+    bool HasPhysicalUnit() const;
+
+  private:
+    void ImportScale(const DOMElement& number, ImportContext& context);
+    bool ImportBasisType(const DOMElement& number, ImportContext& context);
+    bool ImportUnit(const DOMElement& number, ImportContext& context);
+
+    bool isSigned_ = false;
+    std::int32_t exponent_ = 0;
+    double rangeMin_ = 0;
+    double rangeMax_ = 0;
+    double step_ = 0;
+    std::string unitName_;
+    const ZMTDefUnit* unit_ = nullptr;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,44 @@
+#include "params/void.h"
+
+#include "catalog/import_context.h"
+#include "params/factory.h"
+
+namespace tarvex {
+
+bool ZMTParamVoid::Import(const DOMElement& element, ImportContext& context) {
+    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
+        return false;
+    }
+    const DOMElement* voidElement = FindTypeElement(element, "TVoid");
+    if (voidElement == nullptr) {
+        return Raise<kNoTVoid>(context.log, "TVoid");
+    }
+    std::string typeRef;
+    if (!GetAttribute(*voidElement, "TypeRef", typeRef)) {
+        return Raise<kVoidWithoutType>(context.log, "TypeRef");
+    }
+    ResolveType(typeRef, context);
+    return true;
+}
+
+bool ZMTParamVoid::ImportParamName(const DOMElement& element, ImportContext& context) {
+    const bool isNamed = FindChildElement(&element, "ParamName") != nullptr ||
+                         FindChildElement(&element, "TRecordFieldName") != nullptr;
+    if (isNamed) {
+        ReadParamName(element);
+    } else {
+        ZMTParam::ImportParamName(element, context);
+    }
+    if (GetName().empty()) {
+        SetName("{Void}");
+    }
+    return true;
+}
+
+bool ZMTParamVoid::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "PARAMVOID: " + GetName());
+    DumpParamLines(treeLog);
+    return true;
+}
+
+}  // namespace tarvex
