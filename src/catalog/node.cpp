@@ -1,6 +1,6 @@
 #include "catalog/node.h"
 
-#include <ranges>
+#include <algorithm>
 #include <vector>
 
 namespace tarvex {
@@ -11,7 +11,8 @@ std::string ZMTNode::GetPath() const {
         chain.push_back(node);
     }
     std::string path;
-    for (const ZMTNode* node : chain | std::views::reverse) {
+    std::ranges::reverse(chain);
+    for (const ZMTNode* node : chain) {
         path += '/';
         path += node->GetName();
     }

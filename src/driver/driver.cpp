@@ -25,7 +25,7 @@ ZMostFCatManager manager;
 
 /// The full path of the initialisation file in the working directory; the bare name when there is none.
 std::string ResolveIniPath() {
-    const std::string path = AbsolutePath(kIniFileName);
+    std::string path = AbsolutePath(kIniFileName);
     if (!path.starts_with('/') || path.size() >= kFullPathBuffer) {
         std::printf("Cannot find file!\n");
         return kIniFileName;

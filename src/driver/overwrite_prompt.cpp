@@ -35,7 +35,7 @@ bool MayOverwrite(const std::string& path) {
     std::printf("Output file '%s' already exists. Overwrite (y/n)? ", path.c_str());
     std::fflush(stdout);
     const std::optional<char> key = ReadKey();
-    if (key != 'y' && key != 'Y') {
+    if (!key || (*key != 'y' && *key != 'Y')) {
         return false;
     }
     std::printf("%c\n", *key);

@@ -34,15 +34,11 @@ char* GiveToKestrel(std::string_view text) {
 }
 
 kestrel_attr_value_t NumberValue(double number) {
-    kestrel_attr_value_t value;
-    value.number = number;
-    return value;
+    return {.number = number};
 }
 
 kestrel_attr_value_t TextValue(std::string_view text) {
-    kestrel_attr_value_t value;
-    value.text = GiveToKestrel(text);
-    return value;
+    return {.text = GiveToKestrel(text)};
 }
 
 void CopyName(char (&name)[kNameSize], std::string_view text) {

@@ -8,7 +8,9 @@ namespace tarvex {
 
 /// Closes a C stream; its result is of no interest where this is used.
 struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const {
+        std::fclose(file);  // NOLINT(*-owning-memory): it comes from the owner
+    }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 

@@ -79,7 +79,7 @@ std::string Render(const Conversion& conversion) {
         case 's':
         case 'C':
         case 'S':
-            return std::string(static_cast<std::size_t>(conversion.width), ' ');
+            return FormatText((format + 's').c_str(), "");
         case 'p':
             return FormatText((format + "s").c_str(), "(nil)");
         case 'd':

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/InputSource.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLEntityResolver.hpp>
+
+namespace tarvex {
+
+/// The DOM parser with the rules of catalogs: external entities come from local files only, a document that
+/// calls itself standalone may still be indented, and a missing DTD is no error unless it is needed.
+class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEntityResolver {
+  public:
+    /// A parser for one file. Faults go to the error handler that the caller sets.
+    CatalogDomParser(const std::string& path, bool validate);
+
+    void Parse();
+
+    /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
+    /// between elements that are declared outside, and attributes that are left to defaults declared outside.
+    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
+               const XMLCh* text, const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line,
+               XMLFileLoc column) override;
+
+    void doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* publicId, const XMLCh* systemId,
+                     bool hasInternalSubset, bool hasExternalSubset) override;
+
+    /// Every external entity comes from here, so that none is fetched.
+    xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
+
+    // A text may arrive in many pieces, between which the document's store for growing texts slows down with
+    // every text that has ever grown. So the pieces are collected and handed on as one.
+    void docCharacters(const XMLCh* chars, XMLSize_t length, bool isCData) override;
+    void ignorableWhitespace(const XMLCh* chars, XMLSize_t length, bool isCData) override;
+    void docComment(const XMLCh* comment) override;
+    void docPI(const XMLCh* target, const XMLCh* data) override;
+    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uri, const XMLCh* prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
+                      bool isEmpty, bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uri, bool isRoot,
+                    const XMLCh* prefix) override;
+
+  private:
+    using DomText = std::basic_string<XMLCh>;
+
+    std::string PathOf(const XMLCh* systemId) const;
+    void WarnOfDtd(const std::string& systemId, const xercesc::XMLResourceIdentifier& resource);
+    void FlushText();
+
+    std::string path_;
+    bool isValidating_;
+    xercesc::SecurityManager security_;
+    DomText externalDtd_;                   // the system identifier in the document type declaration
+    std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
+    DomText text_;                          // collected since the last piece of markup
+};
+
+}  // namespace tarvex
