@@ -1,0 +1,22 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "catalog_text.h"
+
+int main(int argc, char** argv) {
+    tarvex::bench::CatalogPlan plan;
+    double megabytes = 20;
+    CLI::App app("Writes a catalog of any size to standard output");
+    app.add_option("--megabytes", megabytes, "size to reach, in millions of bytes")
+        ->check(CLI::Range(0.01, 10'000.0))
+        ->capture_default_str();
+    app.add_option("--blocks", plan.blocks, "function blocks")
+        ->check(CLI::Range(1, 256))
+        ->capture_default_str();
+    app.add_option("--seed", plan.seed, "the same seed gives the same bytes")->capture_default_str();
+    app.add_flag("--doctype", plan.withDoctype, "declare the document type fcat.dtd");
+    CLI11_PARSE(app, argc, argv);
+    plan.bytes = static_cast<std::uint64_t>(megabytes * 1e6);
+    tarvex::bench::CatalogText(plan, stdout).Write();
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0 ? 0 : 1;
+}

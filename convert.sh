@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Sets up, builds in release mode and converts.
+#   ./convert.sh CATALOG OUTPUT   with the settings of the TARVEX.ini in the working directory, or with every
+#                                 setting at its default if there is none
+#   ./convert.sh                  converts the example catalog and shows what came out
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
+if [ $# -ne 0 ] && [ $# -ne 2 ]; then
+  echo "Usage: $0 [CATALOG OUTPUT]" >&2
+  exit 2
+fi
+
+"$root/scripts/setup.sh" build
+"$root/scripts/build.sh" release -DTARVEX_TESTS=OFF
+tarvex=$root/build/release/TARVEX
+
+if [ $# -eq 2 ]; then
+  if [ -e TARVEX.ini ]; then
+    exec "$tarvex" "$1" "$2"
+  fi
+  # The program wants its settings in the working directory: give it an empty file in a directory of its own.
+  catalog=$(realpath -m -- "$1")
+  output=$(realpath -ms -- "$2")
+  settings=$(mktemp -d)
+  trap 'rm -rf "$settings"' EXIT
+  : >"$settings/TARVEX.ini"
+  (cd "$settings" && "$tarvex" "$catalog" "$output")
+  exit
+fi
+
+# The example is converted in a copy of its directory, so that logs and output stay out of the sources.
+example=$root/build/example
+rm -rf "$example"
+cp -r "$root/examples" "$example"
+cd "$example"
+"$tarvex" roadster.xml roadster.vorn
+echo
+echo "Import log:  build/example/roadster.log"
+echo "Tree log:    build/example/roadster.tree"
+echo "Nodes:       $(grep -c '^  {"name": ' roadster.vorn)"
+echo "Messages:    $(grep -c '^  {"identifier": ' roadster.vorn)"
+echo
+echo "The first lines of build/example/roadster.vorn:"
+head -n 30 roadster.vorn

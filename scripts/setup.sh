@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that TARVEX builds and tests with. Does nothing when all of them are there.
+#   scripts/setup.sh build   what a conversion needs
+#   scripts/setup.sh test    that, and what the tests need
+set -euo pipefail
+
+packages=(g++ cmake ninja-build libxerces-c-dev nlohmann-json3-dev)
+if [ "${1:-build}" = test ]; then
+  packages+=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libbenchmark-dev
+             libcli11-dev libxml2-utils python3)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+    missing+=("$package")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  as_root=(sudo)
+fi
+echo "Installing ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
