@@ -21,9 +21,15 @@ class ZMTCatalog : public ZMTNode, public ZMTChildList<ZMTFBlock> {
     /// Null until the import has created them.
     const ZMTDefinition* Definitions() const { return definitions_.get(); }
 
-    /// The absolute path of the catalog file, set by the import manager.
+    /// The absolute path of the catalog file as it is shown: tidied up without regard to links, so it need
+    /// not lead to the file. Both paths are set by the import manager.
     const std::string& AbsPath() const { return absPath_; }
-    void SetAbsPath(const std::string& path) { absPath_ = path; }
+    /// The path that leads to the catalog file, links resolved.
+    const std::string& FilePath() const { return filePath_; }
+    void SetPaths(const std::string& absPath, const std::string& filePath) {
+        absPath_ = absPath;
+        filePath_ = filePath;
+    }
 
   private:
     bool ImportDefinitions(const DOMElement& element, ImportContext& context);
@@ -32,6 +38,7 @@ class ZMTCatalog : public ZMTNode, public ZMTChildList<ZMTFBlock> {
 
     std::unique_ptr<ZMTDefinition> definitions_;
     std::string absPath_;
+    std::string filePath_;
 };
 
 }  // namespace tarvex

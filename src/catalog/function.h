@@ -28,6 +28,7 @@ class ZMTFunction : public ZMTNode, public ZMTChildList<ZMTOperation> {
     bool Dump(ZMostFCatLog& treeLog) const override;
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    using ZMTChildList<ZMTOperation>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
 

@@ -24,6 +24,7 @@ class ZMTOperation : public ZMTNode, public ZMTChildList<ZMTParam> {
     bool Dump(ZMostFCatLog& treeLog) const override;
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    using ZMTChildList<ZMTParam>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
 

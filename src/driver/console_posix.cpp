@@ -25,7 +25,8 @@ class SingleKeyMode {
     SingleKeyMode& operator=(const SingleKeyMode&) = delete;
     ~SingleKeyMode() {
         if (isTerminal_) {
-            ::tcsetattr(terminal_, TCSANOW, &saved_);
+            // What else was typed, such as the rest of an arrow key, is not left for the shell.
+            ::tcsetattr(terminal_, TCSAFLUSH, &saved_);
         }
     }
 

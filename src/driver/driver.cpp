@@ -1,6 +1,7 @@
 #include "driver/driver.h"
 
 #include <cstdio>
+#include <new>
 #include <string>
 
 #include "driver/exit_status.h"
@@ -52,7 +53,11 @@ int ExportCatalog(const std::string& catalogName, const std::string& outputPath,
     ZVornExporter exporter(manager.FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
                            settings.networkConfigurationPath, settings.include, settings.exclude,
                            settings.exportFlags);
-    return exporter.Export();
+    try {
+        return exporter.Export();
+    } catch (const std::bad_alloc&) {
+        return kExitFailure;
+    }
 }
 
 }  // namespace

@@ -10,20 +10,25 @@
 namespace tarvex {
 namespace {
 
-/// The file opens for reading; one that would block (a pipe) is not waited for.
+/// The path opens for reading as a file does: no directory, and a pipe is not waited for.
 bool CanBeOpened(const std::string& path) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
         return false;
     }
+    struct stat status = {};
+    const bool isFile = ::fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
     ::close(descriptor);
-    return true;
+    return isFile;
 }
 
 bool MakeWritable(const std::string& path) {
     struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 &&
-           ::chmod(path.c_str(), (status.st_mode & 07777U) | S_IWUSR) == 0;
+    if (::stat(path.c_str(), &status) != 0) {
+        return false;
+    }
+    // Only the owner may change the mode, so it is left alone when there is nothing to change.
+    return (status.st_mode & S_IWUSR) != 0 || ::chmod(path.c_str(), (status.st_mode & 07777U) | S_IWUSR) == 0;
 }
 
 }  // namespace

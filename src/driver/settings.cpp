@@ -38,11 +38,6 @@ NameSet ReadNames(const IniFile& ini, const char* section, const char* key) {
     return names;
 }
 
-std::set<std::uint32_t> ReadNumbers(const IniFile& ini, const std::string& section, const std::string& key) {
-    const std::string value = ini.GetString(section, key, "", kNumberListBuffer);
-    return value == kNotSet ? std::set<std::uint32_t>() : ParseNumberList(value);
-}
-
 }  // namespace
 
 Settings ReadSettings(const std::string& iniPath) {
@@ -51,7 +46,7 @@ Settings ReadSettings(const std::string& iniPath) {
     settings.importValidate = ReadFlag(ini, kImport, "FCatImportValidate", true);
     settings.importLog = ini.GetInteger(kImport, "FCatImportLog", kImportLogNotSet) == 1;
     settings.treeLogPath = ReadText(ini, kImport, "FCatTreeLog");
-    settings.importLogExclusions = ReadNumbers(ini, kImport, "FCatImportLogExclude");
+    settings.importLogExclusions = ReadNumberList(iniPath, kImport, "FCatImportLogExclude");
     settings.exclude = ReadNames(ini, kConversion, "Exclude");
     settings.include = ReadNames(ini, kConversion, "Include");
     settings.aliasNamesPath = ReadText(ini, kConversion, "AliasNames");
@@ -71,7 +66,8 @@ Settings ReadSettings(const std::string& iniPath) {
 
 std::set<std::uint32_t> ReadNumberList(const std::string& iniPath, const std::string& section,
                                        const std::string& key) {
-    return ReadNumbers(IniFile(iniPath), section, key);
+    const std::string value = IniFile(iniPath).GetString(section, key, "", kNumberListBuffer);
+    return value == kNotSet ? std::set<std::uint32_t>() : ParseNumberList(value);
 }
 
 }  // namespace tarvex

@@ -151,7 +151,7 @@ symblk* ZVornExporter::NodeNamed(const std::string& cleanName) {
 }
 
 int ZVornExporter::WriteAndClose() {
-    if (IsSameFile(outputPath_, catalog_->AbsPath()) ||
+    if (IsSameFile(outputPath_, catalog_->FilePath()) ||
         writer_.WriteDatabase(database_, outputPath_.c_str()) != kKestrelOk) {
         return kFailure;
     }

@@ -1,6 +1,6 @@
 #include "import/dom_access.h"
 
-#include <algorithm>
+#include <optional>
 
 namespace tarvex {
 namespace {
@@ -177,12 +177,19 @@ const DOMElement* NextDescendant(const DOMElement& root, const DOMElement& curre
 }
 
 bool GetElementText(const DOMElement& element, std::string& out) {
+    out.clear();
+    std::optional<bool> hasChildElements;  // found out at the first text of white space
     for (const DOMNode* child = element.getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         if (child->getNodeType() != DOMNode::TEXT_NODE) {
             continue;
         }
-        if (IsWhiteSpace(child->getNodeValue()) && FirstChildElement(&element) != nullptr) {
-            continue;  // indentation
+        if (IsWhiteSpace(child->getNodeValue())) {
+            if (!hasChildElements) {
+                hasChildElements = FirstChildElement(&element) != nullptr;
+            }
+            if (*hasChildElements) {
+                continue;  // indentation
+            }
         }
         out = Transcode(child->getNodeValue());
         return true;

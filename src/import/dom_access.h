@@ -43,7 +43,8 @@ const DOMElement* FindGrandchildElement(const DOMNode* parent, std::string_view 
 /// with `root` as `current`. Walks without recursion, so depth costs nothing.
 const DOMElement* NextDescendant(const DOMElement& root, const DOMElement& current);
 
-/// The element's first text; false when it has none. White space beside child elements is no text.
+/// The element's first text; false, with an empty `out`, when it has none. White space beside child elements
+/// is no text.
 bool GetElementText(const DOMElement& element, std::string& out);
 /// The text of the first direct child of that tag; false, with an empty `out`, when child or text is missing.
 bool GetChildElementText(const DOMElement& parent, std::string& out, std::string_view name);

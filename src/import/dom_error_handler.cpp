@@ -36,9 +36,9 @@ void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exce
         return;
     }
     TextHolder holder;
-    messages_ +=
-        FormatText(LoadText(holder, text).Get(), Transcode(exception.getSystemId()),
-                   exception.getLineNumber(), exception.getColumnNumber(), Transcode(exception.getMessage()));
+    messages_ += FormatText(LoadText(holder, text).Get(), Transcode(exception.getSystemId()),
+                            static_cast<int>(exception.getLineNumber()),
+                            static_cast<int>(exception.getColumnNumber()), Transcode(exception.getMessage()));
     messages_ += '\n';
 }
 

@@ -56,15 +56,20 @@ File OpenForReading(const std::string& path) {
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
-    if (std::filesystem::equivalent(a, b, error)) {
-        return true;
+    return std::filesystem::equivalent(a, b, error) || FilePath(a) == FilePath(b);
+}
+
+std::string FilePath(const std::string& path) {
+    constexpr int kMaxLinks = 40;  // the kernel follows no more either
+    std::error_code error;
+    std::filesystem::path destination = std::filesystem::absolute(path, error);
+    // A link that leads to no file yet is no part of what exists, so the last component is followed here.
+    for (int link = 0; link < kMaxLinks && std::filesystem::is_symlink(destination, error); ++link) {
+        // A relative link is seen from its own directory; an absolute one replaces all of the path.
+        destination = destination.parent_path() / std::filesystem::read_symlink(destination, error);
     }
-    const std::filesystem::path whereA = std::filesystem::weakly_canonical(AbsolutePath(a), error);
-    if (error) {
-        return false;
-    }
-    const std::filesystem::path whereB = std::filesystem::weakly_canonical(AbsolutePath(b), error);
-    return !error && whereA == whereB;
+    const std::filesystem::path canonical = std::filesystem::weakly_canonical(destination, error);
+    return error ? destination.string() : canonical.string();
 }
 
 std::string AbsolutePath(const std::string& path) {

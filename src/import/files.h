@@ -26,7 +26,11 @@ File OpenForReading(const std::string& path);
 /// The two paths lead to one file, or would once both exist.
 bool IsSameFile(const std::string& a, const std::string& b);
 
-/// The working directory and the path joined, without ".", ".." and double slashes; links are kept.
+/// The path of the file that a path leads to, or would once it is created: absolute, links resolved.
+std::string FilePath(const std::string& path);
+
+/// The working directory and the path joined, without ".", ".." and double slashes. Links are kept, so behind
+/// one the result may lead elsewhere: it is for showing.
 std::string AbsolutePath(const std::string& path);
 
 /// The last component of a path without its extension; the extension starts at the component's last ".".

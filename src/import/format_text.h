@@ -20,8 +20,8 @@ inline const char* PrintfArgument(const char* text) {
     return text;
 }
 template <class T>
-requires std::is_arithmetic_v<T>
-constexpr T PrintfArgument(T value) {
+requires(std::is_floating_point_v<T> || (std::is_integral_v<T> && sizeof(T) <= sizeof(int))) constexpr T
+    PrintfArgument(T value) {
     return value;
 }
 
@@ -32,6 +32,7 @@ constexpr T PrintfArgument(T value) {
 template <class... Args>
 std::string FormatText(const char* format, const Args&... args) {
     std::array<char, kFormatBufferSize> buffer;  // NOLINT(*-member-init): snprintf fills it
+    buffer[0] = '\0';
     // The extra 0 is never read by a matching format; it keeps the call valid when there are no arguments.
     std::snprintf(buffer.data(), buffer.size(), format, detail::PrintfArgument(args)..., 0);
     return buffer.data();

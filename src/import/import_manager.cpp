@@ -50,6 +50,7 @@ std::string Format(Text number, const Args&... args) {
 struct ZMostFCatManager::ImportRun {
     const std::string& path;
     ZMostFCatLog log;
+    ZDOMErrorHandler handler;  // outlives the parser, which keeps a pointer to it
 };
 
 ZMostFCatManager::ZMostFCatManager(std::unique_ptr<DocumentReader> reader)
@@ -78,24 +79,24 @@ bool ZMostFCatManager::Import(std::string& catalogName, const std::string& catal
 bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& catalogPath,
                                   std::uint16_t group, const std::string& importLogPath) {
     const ZMTCatalog* named = FindCatalog(catalogName);
-    const ZMTCatalog* known = FindCatalogByPath(catalogPath);
+    ZMTCatalog* known = FindCatalogByPath(catalogPath);
     if (named != nullptr && named != known) {
         Remove(named);
     }
     if (known != nullptr) {
         if (known->GetName() == catalogName) {
+            Register(*known, group);
             return true;
         }
         Remove(known);
-        isChanged_ = true;
     }
-    const FileRecord file{catalogName, AbsolutePath(catalogPath)};
+    const FileRecord file{catalogName, FilePath(catalogPath)};
     if (std::ranges::find(failedFiles_, file) != failedFiles_.end()) {
         return false;
     }
     auto catalog = std::make_unique<ZMTCatalog>();
     catalog->SetName(catalogName);
-    catalog->SetAbsPath(file.path);
+    catalog->SetPaths(AbsolutePath(catalogPath), file.path);
     if (!ImportFile(*catalog, catalogPath, importLogPath)) {
         failedFiles_.push_back(file);
         Send(Load(Text::XmlDatabaseNotAvailable), kFileEvent);
@@ -109,7 +110,7 @@ bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& c
 
 bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalogPath,
                                   const std::string& importLogPath) {
-    ImportRun run{catalogPath, {}};
+    ImportRun run{catalogPath, {}, {}};
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
         Send(Format(Text::FileDoesNotExist, catalogPath), kFileEvent);
@@ -120,6 +121,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
             ok = run.log.FatalCount() == 0;
         }
         reader_->Release();
+        ReportResult(run);
     }
     run.log.WriteLine("\n");
     run.log.WriteLine(Format(ok ? Text::ImportCompleted : Text::ImportFailed, catalogPath));
@@ -130,13 +132,12 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
 
 /// Opens the log, if one is wanted, and writes its header.
 void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLogPath) {
-    importLogPath_.clear();
     if (!importLogPath.empty()) {
         if (IsSameFile(importLogPath, run.path) || IsProtected(importLogPath) ||
             !run.log.OpenLog(importLogPath)) {
             Send(Format(Text::LogNotCreated, importLogPath), kFileEvent);
         } else {
-            importLogPath_ = importLogPath;
+            importLogPaths_.insert(FilePath(importLogPath));
         }
     }
     run.log.WriteLine(Load(Text::LogCreatedBy));
@@ -152,14 +153,12 @@ const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
     try {
         reader_->StartPlatform();
     } catch (const xercesc::XMLException& exception) {
-        const std::string text = Load(Text::InitializationError) + "\n" + Transcode(exception.getMessage());
-        Send(text, kFileEvent);
-        run.log.WriteLine(text);
-        return nullptr;
+        return Fail(run, Load(Text::InitializationError) + "\n" + Transcode(exception.getMessage()));
+    } catch (...) {
+        return Fail(run, Load(Text::InitializationError));
     }
-    ZDOMErrorHandler handler;
-    const xercesc::DOMDocument* document = ReadDocument(run, handler);
-    std::string messages = handler.Messages();
+    const xercesc::DOMDocument* document = ReadDocument(run);
+    std::string messages = run.handler.Messages();
     if (!messages.empty()) {
         run.log.WriteLine(messages);
         if (messages.back() == '\n') {
@@ -168,17 +167,17 @@ const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
         Send(Load(Text::Parser), kFileEvent);
         Send(messages, kFileEvent);
     }
-    return handler.HasError() ? nullptr : document;
+    return run.handler.HasError() ? nullptr : document;
 }
 
 /// Parses the file; null when the parser throws, which ends the XML platform.
-const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run, xercesc::ErrorHandler& handler) {
+const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run) {
     std::string text = Load(Text::ErrorDuringParsing) + " '" + run.path + "'\n";
     const auto addMessage = [&](const XMLCh* message) {
         text += Load(Text::ExceptionMessageIs) + ":\n" + Transcode(message) + "\n";
     };
     try {
-        return reader_->Read(run.path, Validate, handler);
+        return reader_->Read(run.path, Validate, run.handler);
     } catch (const xercesc::XMLException& exception) {
         addMessage(exception.getMessage());
     } catch (const xercesc::DOMException& exception) {
@@ -188,6 +187,11 @@ const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run, xerce
     }
     // Exceptions hold memory of the platform, so it ends only now that they are gone.
     reader_->StopPlatform();
+    return Fail(run, text);
+}
+
+/// Reports that parsing failed; there is no document then.
+const xercesc::DOMDocument* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
     Send(text, kFileEvent);
     run.log.WriteLine(text);
     return nullptr;
@@ -206,6 +210,9 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMDocument
     } else {
         run.log.Fatal(Format(Text::ElementNotFound, "FunctionCatalog"), "");
     }
+}
+
+void ZMostFCatManager::ReportResult(ImportRun& run) const {
     if (run.log.FatalCount() + run.log.ErrorCount() + run.log.WarningCount() > 0) {
         Send(Load(Text::ImportResult) + run.log.SummaryText(), kImportResult);
     }
@@ -219,9 +226,9 @@ ZMTCatalog* ZMostFCatManager::FindCatalog(const std::string& catalogName) const 
 }
 
 ZMTCatalog* ZMostFCatManager::FindCatalogByPath(const std::string& catalogPath) const {
-    const std::string path = AbsolutePath(catalogPath);
+    const std::string path = FilePath(catalogPath);
     const auto found =
-        std::ranges::find_if(catalogs_, [&](const auto& catalog) { return catalog->AbsPath() == path; });
+        std::ranges::find_if(catalogs_, [&](const auto& catalog) { return catalog->FilePath() == path; });
     return found == catalogs_.end() ? nullptr : found->get();
 }
 
@@ -246,16 +253,16 @@ void ZMostFCatManager::Remove(const ZMTCatalog* catalog) {
         std::erase(list, catalog);
     }
     std::erase_if(catalogs_, [&](const auto& owned) { return owned.get() == catalog; });
+    isChanged_ = true;
 }
 
 void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
     if (treeLogPath.empty()) {
         return;
     }
-    const bool isOverCatalog = std::ranges::any_of(
-        catalogs_, [&](const auto& catalog) { return IsSameFile(treeLogPath, catalog->AbsPath()); });
-    const bool isOverLog = !importLogPath_.empty() && IsSameFile(treeLogPath, importLogPath_);
-    const bool isRefused = isOverCatalog || isOverLog || IsProtected(treeLogPath);
+    const bool isOverLog = std::ranges::any_of(
+        importLogPaths_, [&](const std::string& path) { return IsSameFile(treeLogPath, path); });
+    const bool isRefused = isOverLog || IsProtected(treeLogPath);
     std::error_code error;
     if (!isRefused && !std::filesystem::is_directory(treeLogPath, error) &&
         (std::filesystem::is_regular_file(treeLogPath, error) ||
@@ -282,8 +289,11 @@ void ZMostFCatManager::Clear() {
     isChanged_ = true;
 }
 
+/// A log at this path would be written over a catalog or over one of the protected files.
 bool ZMostFCatManager::IsProtected(const std::string& logPath) const {
-    return std::ranges::any_of(ProtectedPaths,
+    return std::ranges::any_of(
+               catalogs_, [&](const auto& catalog) { return IsSameFile(logPath, catalog->FilePath()); }) ||
+           std::ranges::any_of(ProtectedPaths,
                                [&](const std::string& path) { return IsSameFile(logPath, path); });
 }
 

@@ -73,8 +73,10 @@ class ZMostFCatManager {
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
     const xercesc::DOMDocument* ParseFile(ImportRun& run);
-    const xercesc::DOMDocument* ReadDocument(ImportRun& run, xercesc::ErrorHandler& handler);
+    const xercesc::DOMDocument* ReadDocument(ImportRun& run);
+    const xercesc::DOMDocument* Fail(ImportRun& run, const std::string& text) const;
     void ImportDocument(ImportRun& run, const xercesc::DOMDocument& document, ZMTCatalog& catalog);
+    void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);
     bool IsProtected(const std::string& logPath) const;
@@ -85,7 +87,7 @@ class ZMostFCatManager {
     std::vector<std::unique_ptr<ZMTCatalog>> catalogs_;
     std::vector<std::vector<ZMTCatalog*>> groups_;
     std::vector<FileRecord> failedFiles_;
-    std::string importLogPath_;  // of the last import that wrote one
+    std::set<std::string> importLogPaths_;  // of the imports so far
     bool isChanged_ = false;
 };
 

@@ -15,6 +15,7 @@ class ZMTParamBitField : public ZMTParam, public ZMTChildList<ZMTParamBoolField>
     /// fails.
     bool Import(const DOMElement& element, ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
+    using ZMTChildList<ZMTParamBoolField>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }

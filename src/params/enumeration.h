@@ -14,6 +14,7 @@ class ZMTParamEnum : public ZMTParam, public ZMTChildList<ZMTEnumValue>, public 
     /// Raises 77 to 83, 85 and those of the values; false only without name, position or "TEnum".
     bool Import(const DOMElement& element, ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
+    using ZMTChildList<ZMTEnumValue>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
