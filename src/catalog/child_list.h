@@ -168,6 +168,16 @@ class ZMTChildList {
             slots_, [&](const auto& element) { return !element || element->Resolve(context); });
     }
 
+    /// Resolves the elements in order and deletes those that fail; their slots become empty.
+    void ResolveOrDelete(ImportContext& context) {
+        for (auto& element : slots_) {
+            if (element && !element->Resolve(context)) {
+                element.reset();
+                ++revision_;
+            }
+        }
+    }
+
   protected:
     /// Changes with every change of the slots.
     std::uint64_t Revision() const { return revision_; }

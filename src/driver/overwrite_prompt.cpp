@@ -37,9 +37,10 @@ bool MayOverwrite(const std::string& path) {
     if (!CanBeOpened(path)) {
         return true;
     }
+    KeyReader keys;
     std::printf("Output file '%s' already exists. Overwrite (y/n)? ", path.c_str());
     std::fflush(stdout);
-    const std::optional<char> key = ReadKey();
+    const std::optional<char> key = keys.Read();
     if (!key || (*key != 'y' && *key != 'Y')) {
         return false;
     }

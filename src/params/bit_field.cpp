@@ -50,6 +50,14 @@ bool ZMTParamBitField::Import(const DOMElement& element, ImportContext& context)
     return true;
 }
 
+bool ZMTParamBitField::Resolve(ImportContext& context) {
+    if (!ZMTParam::Resolve(context)) {
+        return false;
+    }
+    ResolveOrDelete(context);
+    return true;
+}
+
 bool ZMTParamBitField::Dump(ZMostFCatLog& treeLog) const {
     DumpLine(treeLog, "PARAMBITFIELD: " + GetName());
     DumpFieldLines(treeLog);

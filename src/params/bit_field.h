@@ -14,6 +14,8 @@ class ZMTParamBitField : public ZMTParam, public ZMTChildList<ZMTParamBoolField>
     /// Raises 88 to 94 and those of the bits; false without "TBitField", "Length" or "TypeRef" or when a bit
     /// fails.
     bool Import(const DOMElement& element, ImportContext& context) override;
+    /// A bit that fails is deleted; the field stays.
+    bool Resolve(ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
     using ZMTChildList<ZMTParamBoolField>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;

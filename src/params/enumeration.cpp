@@ -92,6 +92,14 @@ void ZMTParamEnum::CheckCodes(ImportContext& context) const {
     }
 }
 
+bool ZMTParamEnum::Resolve(ImportContext& context) {
+    if (!ZMTParam::Resolve(context)) {
+        return false;
+    }
+    ResolveOrDelete(context);
+    return true;
+}
+
 bool ZMTParamEnum::Dump(ZMostFCatLog& treeLog) const {
     DumpLine(treeLog, "PARAMENUM: " + GetName());
     DumpParamLines(treeLog);

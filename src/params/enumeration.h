@@ -13,6 +13,7 @@ class ZMTParamEnum : public ZMTParam, public ZMTChildList<ZMTEnumValue>, public 
     int GetType() const override { return kParamEnum; }
     /// Raises 77 to 83, 85 and those of the values; false only without name, position or "TEnum".
     bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Resolve(ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
     using ZMTChildList<ZMTEnumValue>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
