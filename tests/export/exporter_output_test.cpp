@@ -1,0 +1,232 @@
+/// What an export does with files: when it writes the output, when it must not, and what it reports.
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "export/conversion.h"
+
+namespace tarvex::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status = {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777U;
+}
+
+constexpr mode_t kAnyWrite = 0222;
+
+class ExportedFile : public testing::Test {
+  protected:
+    std::string File(std::string_view name) const { return conversion.Dir().File(name); }
+    std::string Write(std::string_view name, std::string_view content) const {
+        return conversion.Dir().Write(name, content);
+    }
+
+    /// An exporter for this output and these files.
+    ZVornExporter ExporterWith(const std::string& aliases, const std::string& network) const {
+        return {&conversion.Catalog(), conversion.output, aliases, network, {}, {}, conversion.flags};
+    }
+
+    Conversion conversion{Block("0x22", "Amp")};
+};
+
+TEST_F(ExportedFile, IsWrittenOncePerExporter) {
+    const auto exporter = conversion.Exporter();
+    EXPECT_EQ(exporter->Export(), 0);
+    Write("out.vorn", "changed since");
+    EXPECT_EQ(exporter->Export(), -1);
+    EXPECT_EQ(ReadFile(conversion.output), "changed since");
+    fs::remove(conversion.output);
+    EXPECT_EQ(exporter->Export(), -1);
+    EXPECT_FALSE(FileExists(conversion.output));
+}
+
+TEST_F(ExportedFile, IsNotWrittenByASecondExportAfterAFailedOne) {
+    conversion.output = File("later/out.vorn");
+    const auto exporter = conversion.Exporter();
+    EXPECT_EQ(exporter->Export(), -1);
+    fs::create_directory(File("later"));
+    EXPECT_EQ(exporter->Export(), -1);
+    EXPECT_FALSE(FileExists(conversion.output));
+    EXPECT_EQ(conversion.Export(), 0);
+}
+
+TEST_F(ExportedFile, IsNotWrittenWithoutACatalog) {
+    ZVornExporter exporter(nullptr, conversion.output, File("missing.txt"), File("missing.txt"), {}, {},
+                           conversion.flags);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(exporter.Export(), -1);
+    EXPECT_EQ(exporter.Export(), -1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_FALSE(FileExists(conversion.output));
+}
+
+TEST_F(ExportedFile, ReplacesAnEarlierOne) {
+    Write("out.vorn", std::string(100'000, 'o'));
+    const nlohmann::json database = conversion.Database();
+    EXPECT_EQ(NamesIn(database["messages"]), std::vector<std::string>{"Amp_Volume_Get"});
+}
+
+constexpr const char* kImpossibleOutputs[] = {"missing/out.vorn", "dir", "dir/", "file/out.vorn"};
+
+TEST_F(ExportedFile, IsRefusedWhereNoFileCanBe) {
+    fs::create_directory(File("dir"));
+    Write("file", "a file");
+    for (const char* output : kImpossibleOutputs) {
+        SCOPED_TRACE(output);
+        conversion.output = File(output);
+        EXPECT_EQ(conversion.Export(), -1);
+    }
+    conversion.output = "";
+    EXPECT_EQ(conversion.Export(), -1);
+    EXPECT_FALSE(FileExists(File("missing")));
+    EXPECT_TRUE(fs::is_empty(File("dir")));
+    EXPECT_EQ(ReadFile(File("file")), "a file");
+}
+
+constexpr const char* kPathsOfTheCatalog[] = {
+    "Cat.xml", "./Cat.xml", "dir/../Cat.xml", "symbolic.vorn", "symbolic2.vorn", "hard.vorn", "here/Cat.xml",
+};
+
+TEST_F(ExportedFile, IsNeverTheCatalog) {
+    const std::string catalog = File("Cat.xml");
+    const std::string content = ReadFile(catalog);
+    const mode_t mode = ModeOf(catalog);
+    fs::create_directory(File("dir"));
+    fs::create_symlink("Cat.xml", File("symbolic.vorn"));
+    fs::create_symlink(File("symbolic.vorn"), File("symbolic2.vorn"));
+    fs::create_hard_link(catalog, File("hard.vorn"));
+    fs::create_directory_symlink(".", File("here"));
+    conversion.flags.makeReadOnly = true;
+    const WorkingDir workingDir(conversion.Dir().Path());
+    for (const char* path : kPathsOfTheCatalog) {
+        for (const std::string& output : {std::string(path), File(path)}) {
+            SCOPED_TRACE(output);
+            conversion.output = output;
+            EXPECT_EQ(conversion.Export(), -1);
+            EXPECT_EQ(ReadFile(catalog), content);
+            EXPECT_EQ(ModeOf(catalog), mode);
+        }
+    }
+    EXPECT_TRUE(fs::is_symlink(File("symbolic.vorn")));
+    EXPECT_TRUE(fs::is_symlink(File("symbolic2.vorn")));
+    EXPECT_EQ(fs::hard_link_count(catalog), 2U);
+}
+
+TEST_F(ExportedFile, IsWritableUnlessMadeReadOnly) {
+    EXPECT_EQ(conversion.Export(), 0);
+    EXPECT_TRUE(ModeOf(conversion.output) & S_IWUSR);
+    conversion.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion.Export(), 0);
+    EXPECT_FALSE(ModeOf(conversion.output) & kAnyWrite);
+    EXPECT_TRUE(ModeOf(conversion.output) & S_IRUSR);
+}
+
+TEST_F(ExportedFile, ReadOnlyMeansForEverybodyAndKeepsTheOtherPermissions) {
+    Write("out.vorn", "old");
+    ASSERT_EQ(::chmod(conversion.output.c_str(), 0666), 0);
+    EXPECT_EQ(conversion.Export(), 0);
+    const mode_t before = ModeOf(conversion.output);
+    conversion.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion.Export(), 0);
+    EXPECT_EQ(ModeOf(conversion.output), before & ~kAnyWrite);
+}
+
+TEST_F(ExportedFile, IsNotWrittenOverAReadOnlyOneWhoeverAsks) {
+    for (const bool makeReadOnly : {false, true}) {
+        SCOPED_TRACE(makeReadOnly);
+        fs::remove(conversion.output);
+        Write("out.vorn", "old");
+        ASSERT_EQ(::chmod(conversion.output.c_str(), 0444), 0);
+        conversion.flags.makeReadOnly = makeReadOnly;
+        EXPECT_EQ(conversion.Export(), -1);
+        EXPECT_EQ(ReadFile(conversion.output), "old");
+        EXPECT_EQ(ModeOf(conversion.output), 0444U);
+    }
+}
+
+TEST_F(ExportedFile, IsReplacedAgainOnceItIsWritable) {
+    conversion.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion.Export(), 0);
+    const std::string first = ReadFile(conversion.output);
+    conversion.aliasNames = "Amp,Booster\n";
+    EXPECT_EQ(conversion.Export(), -1);
+    EXPECT_EQ(ReadFile(conversion.output), first);
+    ASSERT_EQ(::chmod(conversion.output.c_str(), 0644), 0);
+    EXPECT_EQ(NamesIn(conversion.Database()["messages"]), std::vector<std::string>{"Booster_Volume_Get"});
+    EXPECT_FALSE(ModeOf(conversion.output) & kAnyWrite);
+}
+
+struct ReportCase {
+    const char* what;
+    const char* aliases;  // below the directory of the catalog; empty for none
+    const char* network;
+    const char* report;  // "@DIR@" is that directory
+};
+constexpr ReportCase kReports[] = {
+    {"none wanted", "", "", ""},
+    {"both there", "aliases.txt", "network.txt", ""},
+    {"both empty", "empty.txt", "empty.txt", ""},
+    {"no alias names", "missing.txt", "", "Can not open file @DIR@/missing.txt!\n"},
+    {"no network configuration", "", "missing.txt", "Can not open file @DIR@/missing.txt!\n"},
+    {"neither, the alias names first", "a.txt", "n.txt",
+     "Can not open file @DIR@/a.txt!\nCan not open file @DIR@/n.txt!\n"},
+    {"directories", "dir", "dir", "Can not open file @DIR@/dir!\nCan not open file @DIR@/dir!\n"},
+    {"a path that looks like a format", "%s%n%d.txt", "", "Can not open file @DIR@/%s%n%d.txt!\n"},
+};
+
+TEST_F(ExportedFile, IsWrittenAlsoWhenFilesToReadCannotBeOpened) {
+    const std::string dir = conversion.Dir().Path();
+    fs::create_directory(File("dir"));
+    Write("empty.txt", "");
+    Write("aliases.txt", "Tuner,Radio\n");
+    Write("network.txt", "Gateway,one\n");
+    for (const ReportCase& row : kReports) {
+        SCOPED_TRACE(row.what);
+        const auto pathOf = [&](std::string_view name) { return name.empty() ? "" : File(name); };
+        ZVornExporter exporter = ExporterWith(pathOf(row.aliases), pathOf(row.network));
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(exporter.Export(), 0);
+        std::string report = testing::internal::GetCapturedStdout();
+        for (std::size_t at = report.find(dir); at != std::string::npos; at = report.find(dir)) {
+            report.replace(at, dir.size(), "@DIR@");
+        }
+        EXPECT_EQ(report, row.report);
+        const auto database = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+        EXPECT_EQ(NamesIn(database["messages"]), std::vector<std::string>{"Amp_Volume_Get"});
+        EXPECT_EQ(NamesIn(database["nodes"]), std::vector<std::string>{"Amp"});
+    }
+}
+
+TEST_F(ExportedFile, FileThatCannotBeOpenedDoesNotKeepTheOtherFromBeingRead) {
+    Write("aliases.txt", "Amp,Booster\n");
+    Write("network.txt", "Gateway,1\n");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(ExporterWith(File("missing.txt"), File("network.txt")).Export(), 0);
+    const auto withNetwork = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+    EXPECT_EQ(ExporterWith(File("aliases.txt"), File("missing.txt")).Export(), 0);
+    const auto withAliases = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(NamesIn(withNetwork["nodes"]), (std::vector<std::string>{"Gateway", "Amp"}));
+    EXPECT_EQ(NamesIn(withAliases["messages"]), std::vector<std::string>{"Booster_Volume_Get"});
+}
+
+TEST_F(ExportedFile, SecondExportReadsNothing) {
+    ZVornExporter exporter = ExporterWith(File("missing.txt"), File("missing.txt"));
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(exporter.Export(), 0);
+    EXPECT_NE(testing::internal::GetCapturedStdout(), "");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(exporter.Export(), -1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+}  // namespace
+}  // namespace tarvex::test

@@ -1,0 +1,94 @@
+/// The complaints of the XML parser, collected as text.
+
+#include "import/dom_error_handler.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+#include <xercesc/sax/SAXParseException.hpp>
+
+#include "import/dom_access.h"
+#include "import/test_texts.h"
+
+namespace tarvex::test {
+namespace {
+
+class DomErrorHandler : public testing::Test {
+  protected:
+    static xercesc::SAXParseException Complaint(std::string_view message, std::string_view file = "Cat.xml",
+                                                XMLFileLoc line = 12, XMLFileLoc column = 5) {
+        return {ToDomText(message).c_str(), nullptr, ToDomText(file).c_str(), line, column};
+    }
+
+    XmlPlatform platform_;
+    ZDOMErrorHandler handler_;
+};
+
+TEST_F(DomErrorHandler, StartsWithoutErrorAndText) {
+    EXPECT_FALSE(handler_.HasError());
+    EXPECT_EQ(handler_.Messages(), "");
+}
+
+TEST_F(DomErrorHandler, WarningIsCollectedAndNoError) {
+    handler_.warning(Complaint("careful"));
+    EXPECT_FALSE(handler_.HasError());
+    EXPECT_EQ(handler_.Messages(), "Warning at file 'Cat.xml': Line: 12, Char: 5\n  Message: careful\n");
+}
+
+TEST_F(DomErrorHandler, ErrorIsCollectedAndAnError) {
+    handler_.error(Complaint("wrong"));
+    EXPECT_TRUE(handler_.HasError());
+    EXPECT_EQ(handler_.Messages(), "Error at file 'Cat.xml': Line: 12, Char: 5\n  Message: wrong\n");
+}
+
+TEST_F(DomErrorHandler, FatalErrorIsCollectedAndAnError) {
+    handler_.fatalError(Complaint("broken"));
+    EXPECT_TRUE(handler_.HasError());
+    EXPECT_EQ(handler_.Messages(), "Fatal error at file 'Cat.xml': Line: 12, Char: 5\n  Message: broken\n");
+}
+
+TEST_F(DomErrorHandler, ComplaintsFollowOneAnother) {
+    handler_.warning(Complaint("a", "a.xml", 1, 2));
+    handler_.error(Complaint("b", "b.dtd", 3, 4));
+    handler_.warning(Complaint("c", "c.xml", 70'000, 1'000'000));
+    EXPECT_TRUE(handler_.HasError());
+    EXPECT_EQ(handler_.Messages(), R"(Warning at file 'a.xml': Line: 1, Char: 2
+  Message: a
+Error at file 'b.dtd': Line: 3, Char: 4
+  Message: b
+Warning at file 'c.xml': Line: 70000, Char: 1000000
+  Message: c
+)");
+}
+
+TEST_F(DomErrorHandler, ResetForgetsNothing) {
+    handler_.error(Complaint("wrong"));
+    handler_.resetErrors();
+    EXPECT_TRUE(handler_.HasError());
+    EXPECT_NE(handler_.Messages(), "");
+}
+
+TEST_F(DomErrorHandler, PercentSignsAndLettersBeyondAsciiStand) {
+    handler_.warning(Complaint("%n%s \xC3\xA4", "%d.xml"));
+    EXPECT_EQ(handler_.Messages(), "Warning at file '%d.xml': Line: 12, Char: 5\n  Message: %n%s \xC3\xA4\n");
+}
+
+TEST_F(DomErrorHandler, ComplaintIsCutAt979Bytes) {
+    const std::string start = "Error at file 'Cat.xml': Line: 12, Char: 5\n  Message: ";
+    handler_.error(Complaint(std::string(2000, 'x')));
+    handler_.error(Complaint("next"));
+    EXPECT_EQ(handler_.Messages(), start + std::string(979 - start.size(), 'x') + "\n" + start + "next\n");
+}
+
+TEST_F(DomErrorHandler, EndlessComplaintsDoNotFillTheMemory) {
+    const std::string message(900, 'x');
+    const xercesc::SAXParseException complaint = Complaint(message);
+    for (int i = 0; i < 40'000; ++i) {
+        handler_.error(complaint);
+    }
+    EXPECT_TRUE(handler_.HasError());
+    EXPECT_LT(handler_.Messages().size(), std::size_t{20} << 20);
+}
+
+}  // namespace
+}  // namespace tarvex::test

@@ -1,0 +1,89 @@
+/// Which parameter kind an element becomes.
+
+#include "params/factory.h"
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "catalog/element_import.h"
+
+namespace tarvex::test {
+namespace {
+
+/// The type code of the parameter made for an element, -1 if none is.
+int KindOf(const std::string& content) {
+    const ParsedElement element("<PUParam><ParamName>P</ParamName>" + content + "</PUParam>");
+    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element);
+    return param ? param->GetType() : -1;
+}
+
+struct KindCase {
+    const char* element;
+    int code;
+};
+constexpr KindCase kKinds[] = {
+    {"TNumber", 13}, {"TEnum", 14}, {"TString", 16}, {"TBool", 10}, {"TBitField", 17}, {"TVoid", 18},
+};
+
+TEST(Factory, FindsTheTypeElementDirectlyOrOneLevelDeeper) {
+    for (const KindCase& row : kKinds) {
+        SCOPED_TRACE(row.element);
+        const std::string type = std::string("<") + row.element + "/>";
+        EXPECT_EQ(KindOf(type), row.code);
+        EXPECT_EQ(KindOf("<PUParamType>" + type + "</PUParamType>"), row.code);
+        EXPECT_EQ(KindOf("<A/><B><C/></B><D><E/>" + type + "</D>"), row.code);
+        EXPECT_EQ(KindOf("<A><B>" + type + "</B></A>"), -1);
+    }
+}
+
+constexpr const char* kUnknown[] = {
+    "",
+    "<PUParamType/>",
+    "<PUParamType><TCStream/></PUParamType>",
+    "<TShortStream/>",
+    "<tnumber/>",
+    "<TNumberX/>",
+    "<Type>TNumber</Type>",
+    "<!-- <TNumber/> -->",
+};
+
+TEST(Factory, MakesNothingOfUnknownTypes) {
+    for (const char* content : kUnknown) {
+        EXPECT_EQ(KindOf(content), -1) << content;
+    }
+}
+
+TEST(Factory, PrefersTheDirectChild) {
+    EXPECT_EQ(KindOf("<PUParamType><TString/></PUParamType><TNumber/>"), 13);
+    EXPECT_EQ(KindOf("<A><TString/></A><B><TNumber/></B>"), 16);
+}
+
+TEST(Factory, MakesEmptyParameters) {
+    const ParsedElement element("<PUParam><ParamName>P</ParamName><TVoid TypeRef=\"type_void\"/></PUParam>");
+    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element);
+    ASSERT_NE(param, nullptr);
+    EXPECT_EQ(param->GetName(), "");
+    EXPECT_EQ(param->GetParent(), nullptr);
+}
+
+TEST(FindTypeElement, LooksAtChildrenFirstAndOneLevelDeeperThen) {
+    const ParsedElement element(R"(<P><A><TEnum Where="deeper"/><TBool Where="deeper"/></A>
+                                   <TEnum Where="direct"/><B><C><TVoid/></C></B></P>)");
+    const auto where = [&](const char* name) -> std::string {
+        const DOMElement* found = FindTypeElement(*element, name);
+        std::string text = "nowhere";
+        if (found != nullptr) {
+            GetAttribute(*found, "Where", text);
+        }
+        return text;
+    };
+    EXPECT_EQ(where("TEnum"), "direct");
+    EXPECT_EQ(where("TBool"), "deeper");
+    EXPECT_EQ(where("TVoid"), "nowhere");
+    EXPECT_EQ(where("TString"), "nowhere");
+}
+
+}  // namespace
+}  // namespace tarvex::test
