@@ -4,6 +4,7 @@
 #                                 setting at its default if there is none
 #   ./convert.sh                  converts the example catalog and shows what came out
 set -euo pipefail
+unset CDPATH
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 if [ $# -ne 0 ] && [ $# -ne 2 ]; then
@@ -20,8 +21,8 @@ if [ $# -eq 2 ]; then
     exec "$tarvex" "$1" "$2"
   fi
   # The program wants its settings in the working directory: give it an empty file in a directory of its own.
-  catalog=$(realpath -m -- "$1")
-  output=$(realpath -ms -- "$2")
+  case $1 in /*) catalog=$1 ;; *) catalog=$PWD/$1 ;; esac
+  case $2 in /*) output=$2 ;; *) output=$PWD/$2 ;; esac
   settings=$(mktemp -d)
   trap 'rm -rf "$settings"' EXIT
   : >"$settings/TARVEX.ini"

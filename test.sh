@@ -2,6 +2,7 @@
 # Sets up, builds and runs every test: with clang, debug and sanitizers first, then with g++, optimised, together
 # with the style checks.
 set -euo pipefail
+unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 scripts/setup.sh test

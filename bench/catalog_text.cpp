@@ -283,8 +283,10 @@ void CatalogText::Operations(std::string_view wrapper, std::string_view elements
     while (!elements.empty()) {
         const std::string element(elements.substr(0, elements.find(' ')));
         elements.remove_prefix(element.size() + (elements.size() > element.size() ? 1 : 0));
-        Line(9, "<" + element + " OPTypeRef=\"" + element + "\"><ParamPos>" + std::to_string(pos) +
-                    "</ParamPos></" + element + ">");
+        std::string line = "<" + element;
+        line.append(" OPTypeRef=\"").append(element).append("\"><ParamPos>").append(std::to_string(pos));
+        line.append("</ParamPos></").append(element).append(">");
+        Line(9, line);
     }
     Line(8, "</" + std::string(wrapper) + ">");
 }

@@ -1,9 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <exception>
 
 #include "catalog_text.h"
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     tarvex::bench::CatalogPlan plan;
     double megabytes = 20;
     CLI::App app("Writes a catalog of any size to standard output");
@@ -19,4 +20,7 @@ int main(int argc, char** argv) {
     plan.bytes = static_cast<std::uint64_t>(megabytes * 1e6);
     tarvex::bench::CatalogText(plan, stdout).Write();
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0 ? 0 : 1;
+} catch (const std::exception& exception) {
+    std::fprintf(stderr, "%s\n", exception.what());
+    return 1;
 }

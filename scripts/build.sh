@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Configures and builds one preset: scripts/build.sh PRESET [CMAKE-OPTION...]
 set -euo pipefail
+unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=$1

@@ -6,8 +6,8 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build libxerces-c-dev nlohmann-json3-dev)
 if [ "${1:-build}" = test ]; then
-  packages+=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libbenchmark-dev
-             libcli11-dev libxml2-utils python3)
+  packages+=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libcli11-dev
+             python3)
 fi
 
 missing=()
@@ -24,4 +24,4 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 echo "Installing ${missing[*]}"
 "${as_root[@]}" apt-get update -qq
-DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -104,7 +104,7 @@ class ZMTChildList {
 
     /// Finds the first occupied slot after `start` whose preceding slot is empty.
     virtual bool FindGap(unsigned& pos, unsigned start) const {
-        for (unsigned i = start + 1; i < Size(); ++i) {
+        for (unsigned i = std::max(start + 1, 1U); i < Size(); ++i) {
             if (slots_[i] && !slots_[i - 1]) {
                 pos = i;
                 return true;
@@ -151,6 +151,7 @@ class ZMTChildList {
             clone->SetParent(newParent);
             slots_[pos].reset(static_cast<T*>(clone.release()));
         }
+        ++revision_;
         return true;
     }
 

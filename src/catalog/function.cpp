@@ -52,24 +52,28 @@ bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& contex
     if (definition == nullptr) {
         return Raise<kFktDefRefUnknown>(context.log, fktDefRef);
     }
-    ZMTNode* const block = GetParent();
     if (!definition->IsType(kFunction)) {
         return Raise<kCopiedFunctionFailed>(context.log, "Function");
+    }
+    // Looked at before the copy is made: a copy that has no place would be made in vain.
+    const auto& function = static_cast<const ZMTFunction&>(*definition);
+    const std::uint32_t id = function.FunctionID();
+    ZMTNode* const block = GetParent();
+    SetName(function.GetName());
+    // An error function counts without a limit, so its number need not be a FunctionID.
+    if (id >= kFunctionIDEnd) {
+        return Raise<kCopiedFunctionFailed>(context.log, "Function");
+    }
+    if (block != nullptr && block->GetChild(id) != nullptr) {
+        return Raise<kCopiedFunctionIdTwice>(context.log, id);
+    }
+    if (block != nullptr && block->FindChild(GetName()) != nullptr) {
+        return Raise<kCopiedFunctionNameTwice>(context.log, GetName());
     }
     const bool isCopied = CopyFrom(definition);
     SetParent(block);
     if (!isCopied) {
         return Raise<kFktDefNotCopied>(context.log);
-    }
-    // An error function counts without a limit, so its number need not be a FunctionID.
-    if (functionID_ >= kFunctionIDEnd) {
-        return Raise<kCopiedFunctionFailed>(context.log, "Function");
-    }
-    if (block != nullptr && block->GetChild(functionID_) != nullptr) {
-        return Raise<kCopiedFunctionIdTwice>(context.log, functionID_);
-    }
-    if (block != nullptr && block->FindChild(GetName()) != nullptr) {
-        return Raise<kCopiedFunctionNameTwice>(context.log, GetName());
     }
     return true;
 }

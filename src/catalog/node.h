@@ -86,13 +86,13 @@ class ZMTNode {
         static_assert(FormatTakes<Args...>(TextOf(kMessage.text)),
                       "the arguments do not fit the message's text");
         if constexpr (kMessage.kind == Kind::Error) {
-            if (!log.IsLogOpen()) {
+            if (!log.IsLogOpen() || !log.IsLogged(kMessage.number)) {
                 log.CountError(kMessage.number);
             } else {
                 log.Error(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());
             }
         } else {
-            if (!log.IsLogOpen()) {
+            if (!log.IsLogOpen() || !log.IsLogged(kMessage.number)) {
                 log.CountWarning(kMessage.number);
             } else {
                 log.Warning(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());

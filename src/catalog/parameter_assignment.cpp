@@ -143,16 +143,17 @@ bool ParameterAssignment::PlaceAt(unsigned opType, const DOMElement& operationEl
 
 /// Stores a clone of the parameter in an operation, unless the position is taken.
 bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& param) {
+    const ZMTOperation* existing = function_.GetAt(opType);
+    if (existing != nullptr && existing->GetAt(pos) != nullptr) {
+        return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
+    }
     std::unique_ptr<ZMTNode> copy = param.Clone();
     if (!copy) {
         return function_.Raise<kParamNotCloned>(context_.log);
     }
     std::unique_ptr<ZMTParam> clone(static_cast<ZMTParam*>(copy.release()));
-    clone->SetParamPos(pos);
     ZMTOperation& operation = function_.OperationAt(opType);
-    if (operation.GetAt(pos) != nullptr) {
-        return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
-    }
+    clone->SetParamPos(pos);
     clone->SetParent(&operation);
     operation.SetAt(std::move(clone), pos);
     return true;

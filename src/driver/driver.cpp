@@ -93,7 +93,8 @@ int Run(std::span<const char* const> arguments) {
     manager.WriteTreeLog(settings.treeLogPath);
 
     std::printf("Converting to Kestrel...\n");
-    if (ExportCatalog(catalogName, outputPath, settings) != 0) {
+    // The exporter does not know the settings file, which is no place for the output either.
+    if (IsSameFile(outputPath, iniPath) || ExportCatalog(catalogName, outputPath, settings) != 0) {
         std::printf("Failed to export to vorn!\n");
         return kExitFailure;
     }

@@ -1,9 +1,18 @@
 #include "export/attributes.h"
 
-#include <algorithm>
+#include "export/kestrel_values.h"
 
 namespace tarvex {
 namespace {
+
+std::string JoinLines(std::span<const char* const> lines) {
+    std::string text;
+    for (const char* line : lines) {
+        text += text.empty() ? "" : "\n";
+        text += line;
+    }
+    return text;
+}
 
 void Fill(attr_def& definition, const AttributeRow& row) {
     definition.object_kind = row.object;
@@ -16,7 +25,7 @@ void Fill(attr_def& definition, const AttributeRow& row) {
             definition.default_number = row.defaultNumber;
             break;
         case AttrType::Enumeration:
-            definition.value_list = GiveToKestrel(row.values);
+            definition.value_list = GiveToKestrel(JoinLines(row.values));
             definition.default_text = GiveToKestrel(row.defaultText);
             break;
         case AttrType::String:
@@ -26,24 +35,6 @@ void Fill(attr_def& definition, const AttributeRow& row) {
 }
 
 }  // namespace
-
-char* GiveToKestrel(std::string_view text) {
-    auto* copy = static_cast<char*>(kestrel_malloc(text.size() + 1));
-    *std::ranges::copy(text, copy).out = '\0';
-    return copy;
-}
-
-kestrel_attr_value_t NumberValue(double number) {
-    return {.number = number};
-}
-
-kestrel_attr_value_t TextValue(std::string_view text) {
-    return {.text = GiveToKestrel(text)};
-}
-
-void CopyName(char (&name)[kNameSize], std::string_view text) {
-    std::ranges::fill(std::ranges::copy(text.substr(0, kNameSize), name).out, std::end(name), '\0');
-}
 
 void DefineAttributes(KestrelWriteManager& writer, const char* database, const std::string& catalogFileName) {
     for (const AttributeRow& row : kAttributes) {

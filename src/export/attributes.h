@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdint>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,47 +18,71 @@ inline constexpr const char* kFunctionClassAttribute = "FunctionClass";
 inline constexpr const char* kOpTypeAttribute = "OpType";
 inline constexpr const char* kMostNodeAdr = "MostNodeAdr";
 
+/// The values of "FunctionClass" and "OpType"; messages store the index.
+inline constexpr const char* kFunctionClassValues[] = {
+    /* 0 */ "Property",
+    /* 1 */ "Method",
+};
+inline constexpr const char* kOpTypeValues[] = {
+    /*  0 */ "Set",
+    /*  1 */ "Get",
+    /*  2 */ "SetGet",
+    /*  3 */ "Increment",
+    /*  4 */ "Decrement",
+    /*  5 */ "GetInterface",
+    /*  6 */ "Status",
+    /*  7 */ "Interface",
+    /*  8 */ "Error",
+    /*  9 */ "Start",
+    /* 10 */ "Abort",
+    /* 11 */ "StartResult",
+    /* 12 */ "StartResultAck",
+    /* 13 */ "ErrorAck",
+    /* 14 */ "Processing",
+    /* 15 */ "Result",
+    /* 16 */ "ResultAck",
+    /* 17 */ "Reserved",
+    /* 18 */ "NDef",
+    /* 19 */ "ProcessingAck",
+    /* 20 */ "AbortAck",
+    /* 21 */ "StartAck",
+};
+inline constexpr unsigned kNDef = 18;
+static_assert(std::size(kOpTypeValues) == 22 && std::string_view(kOpTypeValues[kNDef]) == "NDef");
+
 /// An attribute of the database: integers have a range and a number as default, the others a text.
 struct AttributeRow {
-    const char* name;
+    std::string_view name;
     AttrObject object;
     AttrType type;
-    double maximum;        // integer; the minimum is always 0
-    double defaultNumber;  // integer
-    const char* values;    // enumeration: the names, joined with "\n"
-    const char* defaultText;
+    double maximum;                       // integer; the minimum is always 0
+    double defaultNumber;                 // integer
+    std::span<const char* const> values;  // enumeration
+    std::string_view defaultText;
 };
 
 /// The attribute definitions in the order in which they are created.
 inline constexpr AttributeRow kAttributes[] = {
-    {kBusType, AttrObject::Database, AttrType::String, 0, 0, nullptr, ""},
-    {kMostXMLFile, AttrObject::Database, AttrType::String, 0, 0, nullptr, ""},
-    {"MostInstId", AttrObject::Message, AttrType::Integer, 255, 0, nullptr, nullptr},
-    {"MostDestAdr", AttrObject::Message, AttrType::Integer, 65535, 0, nullptr, nullptr},
-    {"MostSrcAdr", AttrObject::Message, AttrType::Integer, 65535, 0, nullptr, nullptr},
-    {kFunctionAttribute, AttrObject::Message, AttrType::String, 0, 0, nullptr, ""},
-    {kFBlockAttribute, AttrObject::Message, AttrType::String, 0, 0, nullptr, "GeneralBlock"},
-    {kFunctionClassAttribute, AttrObject::Message, AttrType::Enumeration, 0, 0, "Property\nMethod",
+    {kBusType, AttrObject::Database, AttrType::String, 0, 0, {}, ""},
+    {kMostXMLFile, AttrObject::Database, AttrType::String, 0, 0, {}, ""},
+    {"MostInstId", AttrObject::Message, AttrType::Integer, 255, 0, {}, ""},
+    {"MostDestAdr", AttrObject::Message, AttrType::Integer, 65535, 0, {}, ""},
+    {"MostSrcAdr", AttrObject::Message, AttrType::Integer, 65535, 0, {}, ""},
+    {kFunctionAttribute, AttrObject::Message, AttrType::String, 0, 0, {}, ""},
+    {kFBlockAttribute, AttrObject::Message, AttrType::String, 0, 0, {}, "GeneralBlock"},
+    {kFunctionClassAttribute, AttrObject::Message, AttrType::Enumeration, 0, 0, kFunctionClassValues,
      "Property"},
-    {kOpTypeAttribute, AttrObject::Message, AttrType::Enumeration, 0, 0,
-     "Set\nGet\nSetGet\nIncrement\nDecrement\nGetInterface\nStatus\nInterface\nError\nStart\nAbort\nStartResu"
-     "lt\n"
-     "StartResultAck\nErrorAck\nProcessing\nResult\nResultAck\nReserved\nNDef\nProcessingAck\nAbortAck\nStart"
-     "Ack",
-     "NDef"},
-    {kMostNodeAdr, AttrObject::Node, AttrType::Integer, 65535, 65535, nullptr, nullptr},
+    {kOpTypeAttribute, AttrObject::Message, AttrType::Enumeration, 0, 0, kOpTypeValues, "NDef"},
+    {kMostNodeAdr, AttrObject::Node, AttrType::Integer, 65535, 65535, {}, ""},
 };
 static_assert(std::size(kAttributes) == 10);
 
-/// Index of "NDef" among the values of "OpType".
-inline constexpr unsigned kNDef = 18;
-
-/// The values of "OpType" by OPType, for properties and for methods.
-struct OpTypeValueRow {
+/// The indices of the "OpType" values by OPType, for properties and for methods.
+struct OpTypeIndexRow {
     unsigned property;
     unsigned method;
 };
-inline constexpr OpTypeValueRow kOpTypeValues[] = {
+inline constexpr OpTypeIndexRow kOpTypeIndices[] = {
     /*  0 */ {0, 9},       // Set, Start
     /*  1 */ {1, 10},      // Get, Abort
     /*  2 */ {2, 11},      // SetGet, StartResult
@@ -76,34 +100,24 @@ inline constexpr OpTypeValueRow kOpTypeValues[] = {
     /* 14 */ {7, 7},       // Interface
     /* 15 */ {8, 8},       // Error
 };
-static_assert(std::size(kOpTypeValues) == std::size(kOpTypes));
+static_assert(std::size(kOpTypeIndices) == std::size(kOpTypes));
 
 /// The index of the "OpType" value; NDef for other OPTypes and other kinds of function.
 constexpr unsigned OpTypeValue(ClassKind kind, unsigned opType) {
-    if (opType >= std::size(kOpTypeValues)) {
+    if (opType >= std::size(kOpTypeIndices)) {
         return kNDef;
     }
     switch (kind) {
         case ClassKind::Property:
-            return kOpTypeValues[opType].property;
+            return kOpTypeIndices[opType].property;
         case ClassKind::Method:
-            return kOpTypeValues[opType].method;
+            return kOpTypeIndices[opType].method;
         case ClassKind::Unknown:
         case ClassKind::ErrorFunction:
             break;
     }
     return kNDef;
 }
-
-/// A copy of the text that the writer library takes over.
-char* GiveToKestrel(std::string_view text);
-
-/// A value for an integer or enumeration attribute, and one for a string attribute.
-kestrel_attr_value_t NumberValue(double number);
-kestrel_attr_value_t TextValue(std::string_view text);
-
-/// Copies a name into a record, cut at the size of its array.
-void CopyName(char (&name)[kNameSize], std::string_view text);
 
 /// Creates all attribute definitions of a database and sets the database's own values: the bus type, and the
 /// catalog's file name with its extension.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "export/attributes.h"
+#include "export/kestrel_values.h"
 #include "export/message_names.h"
 #include "import/files.h"
 
@@ -123,14 +124,21 @@ void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& fun
                                            aliases_.Of(operation.GetName()), messageNames_));
     message.identifier = identifier;
     message.length = kDefaultMessageLength;
+    if (flags_.createNetworkNodes) {
+        AssignNode(message, block);
+    }
+    if (database_ != nullptr) {  // without a database no attribute is defined
+        SetAttributes(message, block, function, operation);
+    }
+}
+
+void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
+                                  const ZMTOperation& operation) {
     const auto attributeName = [&](const std::string& name) -> const std::string& {
         return aliasAttributeValues_ ? aliases_.Of(name) : name;
     };
     writer_.SetAttrValue(message, kFBlockAttribute, TextValue(attributeName(block.GetName())));
     writer_.SetAttrValue(message, kFunctionAttribute, TextValue(attributeName(function.GetName())));
-    if (flags_.createNetworkNodes) {
-        AssignNode(message, block);
-    }
     writer_.SetAttrValue(message, kOpTypeAttribute,
                          NumberValue(OpTypeValue(function.Class(), operation.OpType())));
     writer_.SetAttrValue(message, kFunctionClassAttribute,
@@ -142,7 +150,8 @@ void ZVornExporter::AssignNode(msgblk& message, const ZMTFBlock& block) {
     message.node = flags_.assignMessagesToNodes ? node : nullptr;
 }
 
-/// The node of that name, created when the name is new.
+/// The node of that name, created when the name is new. The look-up cuts names as the record does, so it
+/// finds one.
 symblk* ZVornExporter::NodeNamed(const std::string& cleanName) {
     if (nodeNames_.insert(cleanName).second) {
         CopyName(writer_.CreateNode(database_, 0)->name, cleanName);
@@ -150,9 +159,14 @@ symblk* ZVornExporter::NodeNamed(const std::string& cleanName) {
     return writer_.GetNode(cleanName.c_str(), database_);
 }
 
+/// A file that the conversion has read is no place for its output.
+bool ZVornExporter::IsInput(const std::string& path) const {
+    return IsSameFile(path, catalog_->FilePath()) || IsSameFile(path, aliasNamesPath_) ||
+           IsSameFile(path, networkConfigurationPath_);
+}
+
 int ZVornExporter::WriteAndClose() {
-    if (IsSameFile(outputPath_, catalog_->FilePath()) ||
-        writer_.WriteDatabase(database_, outputPath_.c_str()) != kKestrelOk) {
+    if (IsInput(outputPath_) || writer_.WriteDatabase(database_, outputPath_.c_str()) != kKestrelOk) {
         return kFailure;
     }
     writer_.CloseDatabase(database_, false);

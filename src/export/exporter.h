@@ -40,7 +40,8 @@ class ZVornExporter {
                   const ExportFlags& flags);
 
     /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, or when the
-    /// file cannot be written or made read-only. An alias or network file that cannot be opened is reported
+    /// file cannot be written or made read-only, or when it is a file that the
+    /// conversion reads. An alias or network file that cannot be opened is reported
     /// on standard output and left out.
     int Export();
 
@@ -52,8 +53,11 @@ class ZVornExporter {
     void CreateMessages();
     int WriteAndClose();
 
+    bool IsInput(const std::string& path) const;
     bool IsSelected(const ZMTFBlock& block) const;
     void CreateMessage(const ZMTFBlock& block, const ZMTFunction& function, const ZMTOperation& operation);
+    void SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
+                       const ZMTOperation& operation);
     void AssignNode(msgblk& message, const ZMTFBlock& block);
     symblk* NodeNamed(const std::string& cleanName);
 

@@ -17,12 +17,11 @@ std::optional<std::int32_t> ReadNumber(const char* text, int base) {
     if (end == text) {
         return std::nullopt;
     }
-    if (base == 16) {
-        constexpr long long kMax = std::numeric_limits<std::uint32_t>::max();
-        return static_cast<std::int32_t>(static_cast<std::uint32_t>(std::min(value, kMax)));
-    }
-    return static_cast<std::int32_t>(std::clamp<long long>(value, std::numeric_limits<std::int32_t>::min(),
-                                                           std::numeric_limits<std::int32_t>::max()));
+    // Hexadecimal numbers fill all 32 bits: 0xFFFFFFFF is -1.
+    constexpr long long kMin = std::numeric_limits<std::int32_t>::min();
+    const long long max = base == 16 ? static_cast<long long>(std::numeric_limits<std::uint32_t>::max())
+                                     : std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(std::clamp(value, kMin, max)));
 }
 
 /// "0x" has to stand at the very start: behind a blank the text is decimal and reads as 0.

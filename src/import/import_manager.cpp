@@ -198,7 +198,7 @@ const xercesc::DOMDocument* ZMostFCatManager::Fail(ImportRun& run, const std::st
 }
 
 void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMDocument& document,
-                                      ZMTCatalog& catalog) {
+                                      ZMTCatalog& catalog) const {
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");
     run.log.SetExclusions(ImportLogExclusions);

@@ -75,7 +75,7 @@ class ZMostFCatManager {
     const xercesc::DOMDocument* ParseFile(ImportRun& run);
     const xercesc::DOMDocument* ReadDocument(ImportRun& run);
     const xercesc::DOMDocument* Fail(ImportRun& run, const std::string& text) const;
-    void ImportDocument(ImportRun& run, const xercesc::DOMDocument& document, ZMTCatalog& catalog);
+    void ImportDocument(ImportRun& run, const xercesc::DOMDocument& document, ZMTCatalog& catalog) const;
     void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);

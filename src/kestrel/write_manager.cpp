@@ -8,6 +8,7 @@
 
 #include "kestrel/atomic_file.h"
 #include "kestrel/database.h"
+#include "kestrel/format.h"
 #include "kestrel/vorn_writer.h"
 
 using kestrel::Database;
@@ -124,6 +125,7 @@ KestrelError KestrelWriteManager::WriteDatabase(const char* database, const char
     if (path == nullptr) return kKestrelBadArgument;
     const Database* source = impl_->Find(database);
     if (source == nullptr) return kKestrelUnknownDatabase;
+    if (kestrel::FormatOf(path) != kestrel::Format::Vorn) return kKestrelUnsupportedFormat;
     kestrel::AtomicFile file;
     if (!file.Open(path)) return kKestrelCannotOpen;
     kestrel::WriteVorn(*source, file);

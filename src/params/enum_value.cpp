@@ -9,7 +9,7 @@ namespace tarvex {
 bool ZMTEnumValue::Import(const DOMElement& element, ImportContext& context) {
     std::string text;
     // Newer catalogs may leave the text out and carry the name in an attribute.
-    if (!GetElementText(element, text)) {
+    if (!GetElementText(element, text) || Trim(text).empty()) {
         GetAttribute(element, "SymbolicName", text);
     }
     SetName(SanitizeText(Trim(text)));

@@ -75,5 +75,63 @@ TEST(Cost, ManyErrorFunctionsAndReferences) {
     EXPECT_EQ(operation->Count(), 200U);
 }
 
+/// Text among very many comments and one child element.
+TEST(Cost, NameBehind100000Comments) {
+    std::string name = "<FBlockName>";
+    for (unsigned i = 0; i < 100'000; ++i) {
+        name += " <!---->";
+    }
+    name += " <x/>Amp</FBlockName>";
+    const std::string xml =
+        CatalogOf("<FBlock>" + name + "<FBlockID>1</FBlockID>" + VoidFunction("1", "Mute") + "</FBlock>");
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    EXPECT_EQ(imported->catalog->GetAt(1)->GetName(), "Amp");
+}
+
+std::string EnumerationOf(unsigned values) {
+    std::string type = "<TEnum TypeRef=\"type_enum\" TEnumMax=\"65535\">";
+    for (unsigned code = 0; code < values; ++code) {
+        type.append("<TEnumValue Code=\"").append(std::to_string(code)).append("\">V</TEnumValue>");
+    }
+    return type + "</TEnum>";
+}
+
+/// Copies that have no place in the block are refused before they are made.
+TEST(Cost, FunctionOf4000ValuesCopiedInVain4000Times) {
+    std::string functions =
+        "<Function FktDefId=\"f\"><FunctionID>1</FunctionID><FunctionName>Mode</FunctionName><FunctionClass>"
+        "<Property><PUnclassified>" +
+        Param("Mode", EnumerationOf(4000)) + "</PUnclassified></Property></FunctionClass></Function>";
+    for (unsigned i = 0; i < 4000; ++i) {
+        functions += "<Function FktDefRef=\"f\"/>";
+    }
+    const std::string xml = CatalogOf(BlockOf(functions));
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    EXPECT_EQ(NodeAt<ZMTFBlock>(imported->catalog, "Amp")->Count(), 1U);
+}
+
+/// Parameters that find their position taken are refused before they are cloned.
+TEST(Cost, ErrorFunctionOf4000ValuesMergedInVain4000Times) {
+    std::string params =
+        "<ERParam "
+        "ParamDefId=\"e\"><ParamName>Code</ParamName><ERParamOPType><PReportError><ParamPos>1</ParamPos>"
+        "</PReportError></ERParamOPType><ERParamType>" +
+        EnumerationOf(4000) + "</ERParamType></ERParam>";
+    for (unsigned i = 0; i < 4000; ++i) {
+        params += "<ERParam ParamDefRef=\"e\"/>";
+    }
+    const std::string xml = CatalogOfParams(params);
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+}
+
 }  // namespace
 }  // namespace tarvex::test

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "export/kestrel_values.h"
 #include "support/temp_dir.h"
 
 namespace tarvex::test {

@@ -175,6 +175,7 @@ constexpr NameCase kNames[] = {
     {R"(<TEnumValue Code="1">Play/Stop, 100%</TEnumValue>)", "PlayStop 100"},
     {R"(<TEnumValue Code="1" SymbolicName="PLAY">Starts the player</TEnumValue>)", "Starts the player"},
     {R"(<TEnumValue Code="1" SymbolicName="PLAY"></TEnumValue>)", "PLAY"},
+    {"<TEnumValue Code=\"1\" SymbolicName=\"PLAY\">\n  </TEnumValue>", "PLAY"},
     {R"(<TEnumValue Code="1" SymbolicName=" PLAY it "/>)", "PLAY it"},
     {R"(<TEnumValue Code="1"/>)", ""},
 };

@@ -2,7 +2,7 @@ import json
 import os
 import subprocess
 
-from support import CATALOG, GENERATOR, SOURCE, ProgramTest
+from support import CATALOG, GENERATOR, PROGRAM, SOURCE, ProgramTest
 
 CONVERTED = "Converting to Kestrel...\nOutput file '{}' written\n"
 
@@ -94,6 +94,58 @@ class Conversions(ProgramTest):
                 self.assert_run(self.run_program("cat.xml", output),
                                 "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255)
                 self.assertEqual((self.dir / "cat.xml").read_text(), CATALOG)
+
+    def test_no_file_that_the_run_reads_is_an_output(self):
+        self.write("cat.xml", CATALOG)
+        contents = {"names.txt": "a,b\n", "net.txt": "Amp,1\n"}
+        for name, content in contents.items():
+            self.write(name, content)
+        self.write_settings(AliasNames="names.txt", NetworkConfiguration="net.txt")
+        contents["TARVEX.ini"] = (self.dir / "TARVEX.ini").read_text()
+        for output, content in contents.items():
+            with self.subTest(output=output):
+                result = self.run_program("cat.xml", output)
+                self.assertTrue(result.stdout.decode().endswith("Failed to export to vorn!\n"))
+                self.assertEqual(result.returncode, 255)
+                self.assertEqual((self.dir / output).read_text(), content)
+
+    def test_a_path_through_a_link_still_leads_to_the_catalog(self):
+        # Behind the link, ".." is the directory above its target, not the one that the link is in.
+        self.write("b/cat.xml", CATALOG)
+        (self.dir / "b/sub").mkdir()
+        (self.dir / "a").mkdir()
+        os.symlink("../b/sub", self.dir / "a/link")
+        for setting in [{}, {"FCatTreeLog": "../b/cat.xml"}]:
+            with self.subTest(setting=setting):
+                self.write_settings(FCatImportLog=1, **setting)
+                os.replace(self.dir / "TARVEX.ini", self.dir / "a/TARVEX.ini")
+                output = "out.vorn" if setting else "../b/cat.xml"
+                result = self.run_program("link/../cat.xml", output, cwd=self.dir / "a")
+                expected = "Unable to create log file '../b/cat.xml'\n" if setting else "Failed to export to vorn!\n"
+                self.assertIn(expected, result.stdout.decode())
+                self.assertEqual((self.dir / "b/cat.xml").read_text(), CATALOG)
+
+    def test_a_format_that_is_not_written_yet_is_refused(self):
+        self.write_settings()
+        self.write("cat.xml", CATALOG)
+        for output in ["out.sqlite", "out.DB", "out.kcd"]:
+            with self.subTest(output=output):
+                self.assertEqual(self.run_program("cat.xml", output).returncode, 255)
+                self.assertFalse((self.dir / output).exists())
+
+    def test_running_out_of_memory_ends_with_a_message(self):
+        self.write_settings(AliasNames="big.txt")
+        self.write("cat.xml", CATALOG)
+        with open(self.dir / "big.txt", "wb") as aliases:
+            for number in range(300000):
+                aliases.write(b"%d," % number + b"x" * 90 + b"\n")
+        # A limit that the aliases exceed and everything else does not; sanitizers need more than any limit.
+        if os.environ.get("TARVEX_SANITIZED") == "ON":
+            self.skipTest("the sanitizers reserve terabytes of addresses")
+        result = subprocess.run(["/bin/sh", "-c", 'ulimit -v 60000; exec "$0" cat.xml out.vorn', PROGRAM],
+                                cwd=self.dir, capture_output=True, check=False)
+        self.assertTrue(result.stdout.decode().endswith("Failed to export to vorn!\n"), result.stdout.decode())
+        self.assertEqual(result.returncode, 255)
 
     def test_names_of_database_and_catalog_come_from_the_paths(self):
         self.write_settings()

@@ -87,6 +87,16 @@ class FromAPipe(OverwritingTest):
         self.assertEqual(self.output.read_text(), OLD)
 
 
+class OnADirectory(OverwritingTest):
+    def test_a_directory_is_no_existing_output_file(self):
+        self.write_settings(WarnOnOverwrite=1)
+        self.output.unlink()
+        self.output.mkdir(mode=0o555)
+        self.assert_run(self.run_program("cat.xml", "out.vorn", stdin=b"y"),
+                        "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255)
+        self.assertEqual(self.mode(), 0o555)
+
+
 class WithoutTheQuestion(OverwritingTest):
     def test_a_read_only_file_makes_the_export_fail(self):
         self.write_settings(WarnOnOverwrite=0)
