@@ -6,7 +6,7 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build libxerces-c-dev nlohmann-json3-dev)
 if [ "${1:-build}" = test ]; then
-  packages+=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev libcli11-dev
+  packages+=(clang clang-format clang-tidy libclang-rt-14-dev llvm libgtest-dev libgmock-dev libcli11-dev
              python3)
 fi
 

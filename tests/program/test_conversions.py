@@ -142,7 +142,7 @@ class Conversions(ProgramTest):
         # A limit that the aliases exceed and everything else does not; sanitizers need more than any limit.
         if os.environ.get("TARVEX_SANITIZED") == "ON":
             self.skipTest("the sanitizers reserve terabytes of addresses")
-        result = subprocess.run(["/bin/sh", "-c", 'ulimit -v 60000; exec "$0" cat.xml out.vorn', PROGRAM],
+        result = subprocess.run(["/bin/sh", "-c", 'ulimit -d 30000; exec "$0" cat.xml out.vorn', PROGRAM],
                                 cwd=self.dir, capture_output=True, check=False)
         self.assertTrue(result.stdout.decode().endswith("Failed to export to vorn!\n"), result.stdout.decode())
         self.assertEqual(result.returncode, 255)
