@@ -83,8 +83,8 @@ int Run(std::span<const char* const> arguments) {
     if (settings.warnOnOverwrite && !MayOverwrite(outputPath)) {
         return kExitFailure;
     }
-    // No log may be written over a file that the run reads or writes.
     std::string catalogName;
+    // No log may be written over the files in the list.
     if (!ImportCatalog(catalogName, catalogPath, settings,
                        {outputPath, iniPath, settings.aliasNamesPath, settings.networkConfigurationPath})) {
         std::printf("Failed to import function catalog!\n");

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
 #include <set>
 #include <string>
 #include <unordered_set>
@@ -39,10 +37,9 @@ class ZVornExporter {
                   std::string networkConfigurationPath, NameSet include, NameSet exclude,
                   const ExportFlags& flags);
 
-    /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, or when the
-    /// file cannot be written or made read-only, or when it is a file that the
-    /// conversion reads. An alias or network file that cannot be opened is reported
-    /// on standard output and left out.
+    /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, when the file
+    /// cannot be written or made read-only, or when it is a file that the conversion reads. An alias or
+    /// network file that cannot be opened is reported on standard output and left out.
     int Export();
 
   private:
