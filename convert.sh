@@ -41,6 +41,7 @@ echo "Import log:  build/example/roadster.log"
 echo "Tree log:    build/example/roadster.tree"
 echo "Nodes:       $(grep -c '^  {"name": ' roadster.vorn)"
 echo "Messages:    $(grep -c '^  {"identifier": ' roadster.vorn)"
+echo "Signals:     $(grep -c '^     {"name": ' roadster.vorn)"
 echo
 echo "The first lines of build/example/roadster.vorn:"
 head -n 30 roadster.vorn

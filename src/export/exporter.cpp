@@ -7,6 +7,7 @@
 #include "export/attributes.h"
 #include "export/kestrel_values.h"
 #include "export/message_names.h"
+#include "export/strict_check.h"
 #include "import/files.h"
 
 namespace tarvex {
@@ -42,6 +43,7 @@ ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, 
       aliasNamesPath_(std::move(aliasNamesPath)),
       networkConfigurationPath_(std::move(networkConfigurationPath)),
       writer_(nullptr),  // there is no handle of the own process on this platform
+      signals_(writer_, aliases_, flags.uniqueSignalNames),
       include_(std::move(include)),
       exclude_(std::move(exclude)),
       flags_(flags) {}
@@ -130,6 +132,9 @@ void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& fun
     if (database_ != nullptr) {  // without a database no attribute is defined
         SetAttributes(message, block, function, operation);
     }
+    if (flags_.writeSignals && (!flags_.strictExport || PassesStrictCheck(&operation))) {
+        WriteSignals(message, operation);
+    }
 }
 
 void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
@@ -148,6 +153,13 @@ void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const
 void ZVornExporter::AssignNode(msgblk& message, const ZMTFBlock& block) {
     symblk* node = NodeNamed(CleanName(block.GetName()));
     message.node = flags_.assignMessagesToNodes ? node : nullptr;
+}
+
+void ZVornExporter::WriteSignals(msgblk& message, const ZMTOperation& operation) {
+    const std::uint16_t length = signals_.Write(message, operation);
+    if (flags_.setMessageLength) {
+        message.length = length;
+    }
 }
 
 /// The node of that name, created when the name is new. The look-up cuts names as the record does, so it

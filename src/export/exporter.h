@@ -7,6 +7,7 @@
 #include "catalog/catalog.h"
 #include "export/alias_names.h"
 #include "export/network_nodes.h"
+#include "export/signals.h"
 #include "kestrel/kestrel.h"
 
 namespace tarvex {
@@ -56,6 +57,7 @@ class ZVornExporter {
     void SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                        const ZMTOperation& operation);
     void AssignNode(msgblk& message, const ZMTFBlock& block);
+    void WriteSignals(msgblk& message, const ZMTOperation& operation);
     symblk* NodeNamed(const std::string& cleanName);
 
     const ZMTCatalog* catalog_;
@@ -65,6 +67,7 @@ class ZVornExporter {
     const char* database_ = nullptr;  // the key, kept by the writer
     KestrelWriteManager writer_;
     AliasNames aliases_;
+    SignalWriter signals_;
     std::unordered_set<std::string> messageNames_;
     std::unordered_set<std::string> nodeNames_;
     NameSet include_;

@@ -14,10 +14,6 @@ constexpr std::size_t kKeptCharacters = 3;
 constexpr unsigned kMaxSuffixes = 100;
 constexpr std::size_t kSuffixLength = 2;
 
-bool IsLetterOrDigit(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-}
-
 bool IsSmallVowel(char c) {
     return std::string_view("aeiou").find(c) != std::string_view::npos;
 }

@@ -6,6 +6,11 @@
 
 namespace tarvex {
 
+/// An ASCII letter or digit.
+constexpr bool IsLetterOrDigit(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+}
+
 /// Only the ASCII letters and digits of a name.
 std::string CleanName(std::string_view name);
 

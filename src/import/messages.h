@@ -34,6 +34,28 @@ inline constexpr Message kFieldIdxOutOfRange{14, Kind::Error, Text::InvalidParam
 inline constexpr Message kStreamParamWithoutIdx{15, Kind::Error, Text::AttributeMissing};
 inline constexpr Message kStreamParamIdxOutOfRange{16, Kind::Error, Text::InvalidParameterPosition};
 
+// Arrays
+inline constexpr Message kNoTArray{41, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kArrayWithoutNMax{42, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kNMaxUnreadable{43, Kind::Warning, Text::NMaxNotAnalyzed};
+inline constexpr Message kArrayWithoutType{44, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kArrayElementUnknown{45, Kind::Error, Text::UnknownParameterType};
+inline constexpr Message kArrayElementFailed{46, Kind::Error, Text::ElementImportFailed};
+inline constexpr Message kArrayDataWithoutPos{47, Kind::Error, Text::PosParameterNotFound};
+
+// Records
+inline constexpr Message kNoTRecord{48, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kRecordWithoutNElements{49, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kRecordWithoutType{50, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kRecordWithoutFields{51, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kRecordFieldUnknown{52, Kind::Error, Text::UnknownParameterType};
+inline constexpr Message kRecordFieldFailed{53, Kind::Error, Text::ElementImportFailed};
+inline constexpr Message kRecordPosOccupied{54, Kind::Error, Text::PositionOccupied};
+inline constexpr Message kRecordFieldCountDiffers{55, Kind::Warning, Text::RecordFieldCountDiffers};
+inline constexpr Message kGapInRecord{56, Kind::Error, Text::GapBeforeParameter};
+inline constexpr Message kRecordDataWithoutPos{57, Kind::Error, Text::PosParameterNotFound};
+inline constexpr Message kRecordEmpty{58, Kind::Warning, Text::RecordWithoutParameter};
+
 // Bits
 inline constexpr Message kBitWithoutPos{59, Kind::Error, Text::AttributeMissing};
 inline constexpr Message kBitPosUnreadable{60, Kind::Error, Text::ValueNotAnalyzed};

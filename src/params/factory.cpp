@@ -1,9 +1,11 @@
 #include "params/factory.h"
 
+#include "params/array.h"
 #include "params/bit_field.h"
 #include "params/boolean.h"
 #include "params/enumeration.h"
 #include "params/number.h"
+#include "params/record.h"
 #include "params/string.h"
 #include "params/void.h"
 
@@ -23,6 +25,7 @@ constexpr KindRow kKinds[] = {
     {"TNumber", Make<ZMTParamNumber>},     {"TEnum", Make<ZMTParamEnum>},
     {"TString", Make<ZMTParamString>},     {"TBool", Make<ZMTParamBool>},
     {"TBitField", Make<ZMTParamBitField>}, {"TVoid", Make<ZMTParamVoid>},
+    {"TArray", Make<ZMTParamArray>},       {"TRecord", Make<ZMTParamRecord>},
 };
 
 /// The kind of the first type element among the direct children; null if there is none.

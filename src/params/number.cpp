@@ -5,16 +5,13 @@
 #include "catalog/op_types.h"
 #include "import/parse_value.h"
 #include "params/factory.h"
+#include "params/pos_and_data.h"
 
 namespace tarvex {
 namespace {
 
 /// Units that stand for having none, by name or identifier.
 constexpr const char* kReservedUnits[] = {"unit_undefined", "unit_none"};
-
-/// The coordinate parameter of records and arrays: x in the high byte, y in the low one.
-constexpr const char* kPosName = "Pos";
-constexpr std::int32_t kPosBytes = 2;
 
 bool IsUnsigned(std::int32_t defCode) {
     return defCode == kUnsignedByte || defCode == kUnsignedWord || defCode == kUnsignedLong;

@@ -4,10 +4,12 @@
 
 #include "catalog/catalog.h"
 #include "catalog/test_nodes.h"
+#include "params/array.h"
 #include "params/bit_field.h"
 #include "params/boolean.h"
 #include "params/enumeration.h"
 #include "params/number.h"
+#include "params/record.h"
 #include "params/string.h"
 #include "params/void.h"
 
@@ -31,6 +33,8 @@ inline constexpr ClassRow kClasses[] = {
     {"function", MakeNode<ZMTFunction>, 3},
     {"operation", MakeNode<ZMTOperation>, 4},
     {"parameter", MakeNode<ZMTParam>, 5},
+    {"array", MakeNode<ZMTParamArray>, 8},
+    {"record", MakeNode<ZMTParamRecord>, 9},
     {"boolean", MakeNode<ZMTParamBool>, 10},
     {"bit", MakeNode<ZMTParamBoolField>, 11},
     {"number", MakeNode<ZMTParamNumber>, 13},

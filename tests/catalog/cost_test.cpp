@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "catalog/element_import.h"
+#include "params/composites.h"
 #include "params/enumeration.h"
+#include "params/record.h"
 #include "support/catalog_import.h"
 
 namespace tarvex::test {
@@ -131,6 +133,86 @@ TEST(Cost, ErrorFunctionOf4000ValuesMergedInVain4000Times) {
     const auto imported = ImportText(xml);
     EXPECT_LT(Clock::now() - start, kBound);
     ASSERT_TRUE(imported->ok);
+}
+
+/// A record of the largest number of fields, all of that type; field n is called as `nameOf` says.
+template <class NameOf>
+std::string RecordOf4095(const std::string& type, const NameOf& nameOf) {
+    std::string fields;
+    for (int pos = 1; pos <= 4095; ++pos) {
+        fields += Field(pos, nameOf(pos), type);
+    }
+    return Record(4095, fields);
+}
+
+/// Every operation has a copy of its own, in which every field looks for its name.
+TEST(Cost, RecordOf4095FieldsInEightOperations) {
+    const std::string record =
+        RecordOf4095(kText, [](int pos) { return "FieldWithALongCommonName" + std::to_string(pos); });
+    const std::string xml = CatalogOfParams(
+        Param("Rec", record,
+              "<PCmdSet/><PCmdGet/><PCmdSetGet/><PCmdIncrement/><PCmdDecrement/><PCmdGetInterface/>"
+              "<PReportStatus/><PReportError/>"));
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    EXPECT_EQ(imported->messages, "");
+    for (const char* operation : {"Set", "Status", "Error"}) {
+        const auto* rec = NodeAt<ZMTParamRecord>(imported->catalog, "Amp", "Volume", operation, "Rec");
+        ASSERT_NE(rec, nullptr) << operation;
+        EXPECT_EQ(rec->Count(), 4095U);
+        EXPECT_EQ(rec->GetAt(4095)->GetName(), "FieldWithALongCommonName4095");
+    }
+}
+
+/// Every field but the first has a name that stands before it.
+TEST(Cost, RecordOf4095FieldsOfOneName) {
+    const std::string xml =
+        CatalogOfParams(Param("Rec", RecordOf4095(kText, [](int) { return std::string("Same"); })));
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    std::string messages;
+    for (unsigned pos = 2; pos <= 4095; ++pos) {
+        messages +=
+            "Warning #0009 in '/Cat/Amp/Volume/Status/Rec/Same':\n  Multiple use of parameter name 'Same'\n";
+    }
+    EXPECT_TRUE(imported->messages == messages);
+}
+
+/// Every field is deleted in the second pass, so that the next one finds no name before it.
+TEST(Cost, RecordOf4095FieldsThatAllFailTheirCheck) {
+    const std::string record = RecordOf4095(Array("Item", kText), [](int) { return std::string("Data"); });
+    const std::string xml = CatalogOfParams(Param("Rec", record));
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    std::string messages;
+    for (unsigned pos = 1; pos <= 4095; ++pos) {
+        messages +=
+            "Error #0047 in '/Cat/Amp/Volume/Status/Rec/Data':\n"
+            "  Can't find 'Pos' parameter to 'Data' parameter of record or array\n";
+    }
+    messages += "Warning #0058 in '/Cat/Amp/Volume/Status/Rec':\n  Record contains no valid parameter\n";
+    EXPECT_TRUE(imported->messages == messages);
+    const auto* rec = NodeAt<ZMTParamRecord>(imported->catalog, "Amp", "Volume", "Status", "Rec");
+    ASSERT_NE(rec, nullptr);
+    EXPECT_EQ(rec->Count(), 0U);
+}
+
+/// The fields look for their names in the records around theirs, too.
+TEST(Cost, RecordOf4095RecordsInARecord) {
+    const std::string inner = Record(1, Field(1, "Value", kText));
+    const std::string xml = CatalogOfParams(
+        Param("Rec", RecordOf4095(inner, [](int pos) { return "Entry" + std::to_string(pos); })));
+    const auto start = Clock::now();
+    const auto imported = ImportText(xml);
+    EXPECT_LT(Clock::now() - start, kBound);
+    ASSERT_TRUE(imported->ok);
+    EXPECT_EQ(imported->messages, "");
 }
 
 }  // namespace

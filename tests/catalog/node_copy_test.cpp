@@ -38,7 +38,17 @@ std::string EveryKind() {
         Param("Switch", R"(<TBool TypeRef="type_bool"><TBoolField BitPos="0"><ParamName>On</ParamName>
                            <BitTrueDesc>yes</BitTrueDesc><BitFalseDesc>no</BitFalseDesc></TBoolField></TBool>)",
               at(4)) +
-        Param("Nothing", R"(<TVoid TypeRef="type_void"/>)", at(5)));
+        Param("Nothing", R"(<TVoid TypeRef="type_void"/>)", at(5)) +
+        Param("List",
+              R"(<TArray TypeRef="type_array" NMax="7"><TArrayName>Item</TArrayName><TArrayElementType>
+                         <TString TypeRef="type_string" MaxSize="16"/></TArrayElementType></TArray>)",
+              at(6)) +
+        Param("Rec", R"(<TRecord TypeRef="type_record" NElements="2">
+                        <TRecordField FieldIdx="2"><TRecordFieldName>Second</TRecordFieldName>
+                        <TVoid TypeRef="type_void"/></TRecordField>
+                        <TRecordField FieldIdx="1"><TRecordFieldName>First</TRecordFieldName>
+                        <TString TypeRef="type_string" MaxSize="4"/></TRecordField></TRecord>)",
+              at(7)));
 }
 
 TEST(CopyFrom, TakesNodesOfExactlyTheSameClass) {
@@ -108,7 +118,7 @@ TEST(CopyFrom, CopiesTheFieldsOfDefinitions) {
 }
 
 TEST(Clone, KeepsClassNameAndParent) {
-    const int cloneable[] = {3, 4, 5, 10, 11, 13, 14, 15, 16, 17, 18};
+    const int cloneable[] = {3, 4, 5, 8, 9, 10, 11, 13, 14, 15, 16, 17, 18};
     PlainNode parent("Parent");
     for (const ClassRow& row : kClasses) {
         if (std::find(std::begin(cloneable), std::end(cloneable), row.code) == std::end(cloneable)) {
@@ -136,9 +146,10 @@ TEST(Clone, OfAFunctionEqualsItInEveryLineOfTheTreeLog) {
     ASSERT_NE(clone, nullptr);
     const std::string dump = DumpOf(*clone);
     EXPECT_EQ(dump, DumpOf(*function));
-    for (const char* header :
-         {"PARAMNUMBER: Speed", "PARAMENUM: Mode", "ENUMVALUE: Off", "PARAMSTRING: Text",
-          "PARAMBITFIELD: Flags", "PARAMBOOL: Switch", "PARAMBOOLFIELD: On", "PARAMVOID: Nothing"}) {
+    for (const char* header : {"PARAMNUMBER: Speed", "PARAMENUM: Mode", "ENUMVALUE: Off", "PARAMSTRING: Text",
+                               "PARAMBITFIELD: Flags", "PARAMBOOL: Switch", "PARAMBOOLFIELD: On",
+                               "PARAMVOID: Nothing", "PARAMARRAY: List", "PARAMSTRING: Item",
+                               "PARAMRECORD: Rec", "PARAMSTRING: First", "PARAMVOID: Second"}) {
         EXPECT_NE(dump.find(header), std::string::npos) << header;
     }
 }
@@ -166,7 +177,7 @@ TEST(Clone, HasChildrenOfItsOwnThatKnowTheirNewParents) {
     EXPECT_NE(operation, function->FindChild("Status"));
     EXPECT_EQ(operation->GetParent(), clone.get());
     EXPECT_EQ(clone->GetParent(), function->GetParent());
-    for (const char* name : {"Speed", "Mode", "Text", "Flags", "Switch", "Nothing"}) {
+    for (const char* name : {"Speed", "Mode", "Text", "Flags", "Switch", "Nothing", "List", "Rec"}) {
         SCOPED_TRACE(name);
         ZMTNode* param = operation->FindChild(name);
         ASSERT_NE(param, nullptr);
@@ -174,7 +185,8 @@ TEST(Clone, HasChildrenOfItsOwnThatKnowTheirNewParents) {
         EXPECT_EQ(param->GetParent(), operation);
     }
     for (const auto& [param, child] :
-         {std::pair{"Mode", "On"}, std::pair{"Flags", "Mute"}, std::pair{"Switch", "On"}}) {
+         {std::pair{"Mode", "On"}, std::pair{"Flags", "Mute"}, std::pair{"Switch", "On"},
+          std::pair{"List", "Item"}, std::pair{"Rec", "First"}, std::pair{"Rec", "Second"}}) {
         SCOPED_TRACE(param);
         ZMTNode* owner = operation->FindChild(param);
         ASSERT_NE(owner->FindChild(child), nullptr);
@@ -196,6 +208,8 @@ TEST(Clone, OutlivesAndIgnoresItsOriginal) {
     EXPECT_NE(clone->FindChild("Mode")->FindChild("On"), nullptr);
     EXPECT_NE(clone->FindChild("Text"), nullptr);
     EXPECT_EQ(clone->FindChild("Flags")->GetPath(), "/Status/Flags");
+    EXPECT_EQ(clone->FindChild("List")->FindChild("Item")->GetPath(), "/Status/List/Item");
+    EXPECT_EQ(clone->FindChild("Rec")->GetChild(2)->GetPath(), "/Status/Rec/Second");
 }
 
 TEST(Clone, FailsWhenAChildCannotBeCloned) {

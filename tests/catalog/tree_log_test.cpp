@@ -42,6 +42,19 @@ std::string EveryNode() {
         Param("Switch", R"(<TBool TypeRef="type_any"><TBoolField BitPos="0"><BitTrueDesc>on</BitTrueDesc>
                            <BitFalseDesc>off</BitFalseDesc></TBoolField></TBool>)",
               At(6)) +
+        Param("Pos", R"(<TEnum TypeRef="type_any" TEnumMax="1"/>)", At(7)) +
+        Param("Data",
+              R"(<TArray TypeRef="type_any" NMax="20"><TArrayName>Track</TArrayName><TArrayElementType>
+                 <TRecord TypeRef="type_other" NElements="2">
+                 <TRecordField FieldIdx="1"><TRecordFieldName>Title</TRecordFieldName>
+                 <TRecordFieldType><TString TypeRef="type_any" MaxSize="8"/></TRecordFieldType></TRecordField>
+                 <TRecordField FieldIdx="2"><TRecordFieldName>Marks</TRecordFieldName>
+                 <TArray TypeRef="type_any" NMax="NMax"><TArrayName>Mark</TArrayName>
+                 <TVoid TypeRef="type_any"/></TArray></TRecordField></TRecord></TArrayElementType></TArray>)",
+              At(8)) +
+        Param("Free", R"(<TArray TypeRef="type_any" NMax="1"><TArrayName>Word</TArrayName>
+                         <TString TypeRef="type_any" MaxSize="1"/></TArray>)",
+              At(9)) +
         Param("", R"(<TVoid TypeRef="type_any"/>)", "<PCmdGet/>");
     return CatalogOf(
         "<FBlock><FBlockID>7</FBlockID><FBlockName>Amp</FBlockName>"
@@ -133,6 +146,57 @@ constexpr const char* kEveryNodeTree = R"(CATALOG: Cat
 					.TypeIDName:@
 					.TrueDesc:  on
 					.FalseDesc: off
+				PARAMENUM: Pos
+				.Parent: /Cat/Amp/Volume/Status
+				.BytesInMsg: 1
+				.ParamPos: 6
+				.TypeIDName: Any
+				.EnumMax: 1
+				PARAMARRAY: Data
+				.Parent: /Cat/Amp/Volume/Status
+				.BytesInMsg: 0
+				.ParamPos: 7
+				.TypeIDName: Any
+				.SelectorParam: Pos
+				.NMax: 20
+					PARAMRECORD: Track
+					.Parent: /Cat/Amp/Volume/Status/Data
+					.BytesInMsg: 0
+					.ParamPos: 0
+					.TypeIDName:@
+					.SelectorParam: Data
+					.NElements: 2
+						PARAMSTRING: Title
+						.Parent: /Cat/Amp/Volume/Status/Data/Track
+						.BytesInMsg: 0
+						.ParamPos: 1
+						.TypeIDName: Any
+						.MaxSize: 8
+						PARAMARRAY: Marks
+						.Parent: /Cat/Amp/Volume/Status/Data/Track
+						.BytesInMsg: 0
+						.ParamPos: 2
+						.TypeIDName: Any
+						.SelectorParam: Track
+						.NMax: -1
+							PARAMVOID: Mark
+							.Parent: /Cat/Amp/Volume/Status/Data/Track/Marks
+							.BytesInMsg: 0
+							.ParamPos: 0
+							.TypeIDName: Any
+				PARAMARRAY: Free
+				.Parent: /Cat/Amp/Volume/Status
+				.BytesInMsg: 0
+				.ParamPos: 8
+				.TypeIDName: Any
+				.SelectorParam:@
+				.NMax: 1
+					PARAMSTRING: Word
+					.Parent: /Cat/Amp/Volume/Status/Free
+					.BytesInMsg: 0
+					.ParamPos: 0
+					.TypeIDName: Any
+					.MaxSize: 1
 	DEFINITION:@
 		DEFLISTTYPE:@
 		.Parent: /Cat/

@@ -24,7 +24,8 @@ struct KindCase {
     int code;
 };
 constexpr KindCase kKinds[] = {
-    {"TNumber", 13}, {"TEnum", 14}, {"TString", 16}, {"TBool", 10}, {"TBitField", 17}, {"TVoid", 18},
+    {"TNumber", 13},   {"TEnum", 14}, {"TString", 16}, {"TBool", 10},
+    {"TBitField", 17}, {"TVoid", 18}, {"TArray", 8},   {"TRecord", 9},
 };
 
 TEST(Factory, FindsTheTypeElementDirectlyOrOneLevelDeeper) {
@@ -43,6 +44,8 @@ constexpr const char* kUnknown[] = {
     "<PUParamType/>",
     "<PUParamType><TCStream/></PUParamType>",
     "<TShortStream/>",
+    "<TArrayElementType/>",
+    "<TRecordField/>",
     "<tnumber/>",
     "<TNumberX/>",
     "<Type>TNumber</Type>",
@@ -58,6 +61,8 @@ TEST(Factory, MakesNothingOfUnknownTypes) {
 TEST(Factory, PrefersTheDirectChild) {
     EXPECT_EQ(KindOf("<PUParamType><TString/></PUParamType><TNumber/>"), 13);
     EXPECT_EQ(KindOf("<A><TString/></A><B><TNumber/></B>"), 16);
+    EXPECT_EQ(KindOf("<TArray><TRecord/><TNumber/></TArray>"), 8);
+    EXPECT_EQ(KindOf("<Wrapper><TArray><TRecord/></TArray></Wrapper><TRecord/>"), 9);
 }
 
 TEST(Factory, MakesEmptyParameters) {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "kestrel/kestrel.h"
+
+namespace tarvex {
+
+/// Names for the signals of one database. A name that is taken gets letters that count upwards: "Temp",
+/// "TempB", "TempC", ..., "TempZ", "TempBA". Time for a name does not grow with the number of equal ones.
+class SignalNames {
+  public:
+    /// `areUnique`: a name is given once in the whole database, else once in each message. The writer
+    /// outlives this object.
+    SignalNames(KestrelWriteManager& writer, bool areUnique) : writer_(writer), areUnique_(areUnique) {}
+
+    /// To be called before the first name of each message.
+    void StartMessage();
+
+    /// The name of a new signal of the message, made of a base of letters, digits and "_" and a suffix. Both
+    /// are cut to `maxLength` (at least 8) characters; letters come on top of that, except that unique names
+    /// leave room for three of them. The signal has to be created already, and is still without a name.
+    std::string Make(const msgblk& message, std::string base, std::string suffix, std::size_t maxLength);
+
+  private:
+    bool IsTakenForGood(const msgblk& message, const std::string& name);
+    bool IsTaken(const msgblk& message, const std::string& name);
+    std::string NumberedName(const msgblk& message, const std::string& base, const std::string& suffix);
+
+    KestrelWriteManager& writer_;
+    bool areUnique_;
+    std::unordered_set<std::string> usedNames_;  // if they have to be unique
+    /// By base and suffix: all lower numbers but 0 are taken for good. Only names that were asked for twice.
+    std::unordered_map<std::string, unsigned> firstTries_;
+};
+
+}  // namespace tarvex

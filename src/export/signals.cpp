@@ -1,0 +1,225 @@
+#include "export/signals.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "export/kestrel_values.h"
+#include "export/message_names.h"
+#include "export/param_kinds.h"
+#include "import/format_text.h"
+#include "import/names.h"
+#include "params/bit_field.h"
+#include "params/enumeration.h"
+#include "params/number.h"
+#include "params/pos_and_data.h"
+#include "params/record.h"
+
+namespace tarvex {
+namespace {
+
+constexpr std::uint32_t kBitsPerByte = 8;
+
+/// Names of enumerations and single bits are kept short.
+constexpr std::size_t kShortName = 26;
+constexpr std::size_t kLongName = kNameSize;
+
+/// The value of the multiplexor under which all elements of a record follow each other.
+constexpr std::uint32_t kAllElements = 0;
+
+std::string CleanSignalName(std::string_view name) {
+    std::string clean;
+    std::ranges::copy_if(name, std::back_inserter(clean),
+                         [](char c) { return IsLetterOrDigit(c) || c == '_'; });
+    return clean;
+}
+
+std::uint16_t LengthInBits(const ZMTParam& param) {
+    return static_cast<std::uint16_t>(static_cast<std::uint32_t>(param.GetBytesInMsg()) * kBitsPerByte);
+}
+
+/// In the numbering of big-endian signals, where the highest bit of byte 0 is 7.
+std::uint16_t StartBit(std::uint32_t bit) {
+    return static_cast<std::uint16_t>(bit / kBitsPerByte * kBitsPerByte + (kBitsPerByte - 1) -
+                                      bit % kBitsPerByte);
+}
+
+/// Makes the signal a big-endian one whose most significant bit is at the bit position.
+void PlaceAt(sigblk& signal, std::uint32_t bit) {
+    signal.flags |= kSignalBigEndian;
+    signal.start_bit = StartBit(bit);
+}
+
+/// The coordinates in front of an operation's record select what follows.
+bool IsSwitch(const ZMTParam& number) {
+    const ZMTNode* parent = number.GetParent();
+    return NamesEqual(number.GetName(), kPosName) && number.GetBytesInMsg() == kPosBytes &&
+           parent != nullptr && parent->IsType(kOperation) &&
+           FirstOfKind(static_cast<const ZMTOperation&>(*parent), kParamRecord) != nullptr;
+}
+
+/// Appends a value description to the list that ends here, and gives its new end.
+valdesc** AppendDescription(valdesc** end, std::uint32_t value, std::string_view text) {
+    auto* entry = static_cast<valdesc*>(kestrel_malloc(sizeof(valdesc)));
+    entry->value = value;
+    CopyName(entry->text, text);
+    entry->next = nullptr;
+    *end = entry;
+    return &entry->next;
+}
+
+}  // namespace
+
+std::uint16_t SignalWriter::Write(msgblk& message, const ZMTOperation& operation) {
+    message_ = &message;
+    signalCount_ = 0;
+    names_.StartMessage();
+    std::uint32_t bit = 0;
+    for (const ZMTParam* param : operation.GetItems(false)) {
+        if (!WriteParam(*param, bit, std::nullopt)) {
+            break;
+        }
+    }
+    return static_cast<std::uint16_t>((bit + kBitsPerByte - 1) / kBitsPerByte);
+}
+
+/// Writes a parameter at a bit position, which advances. False when nothing can follow it.
+bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, MultiplexerValue multiplexer) {
+    switch (param.GetType()) {
+        case kParamNumber:
+            WriteNumber(static_cast<const ZMTParamNumber&>(param), bit, multiplexer);
+            return true;
+        case kParamEnum:
+            WriteEnum(static_cast<const ZMTParamEnum&>(param), bit, multiplexer);
+            return true;
+        case kParamBool:
+        case kParamBitField:
+            return WriteBits(static_cast<const ZMTParamBitField&>(param), bit, multiplexer);
+        case kParamRecord:
+            WriteGroup(static_cast<const ZMTParamRecord&>(param), bit);
+            return false;
+        default:
+            return false;
+    }
+}
+
+void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
+                               MultiplexerValue multiplexer) {
+    const bool isSwitch = IsSwitch(number);
+    if (sigblk* signal = Create(aliases_.Of(number.GetName()), isSwitch ? "X" : "", kLongName, multiplexer)) {
+        if (isSwitch) {
+            signal->flags |= kSignalMultiplexor;  // and little-endian at the start bit of a new signal
+        } else {
+            PlaceAt(*signal, bit);
+        }
+        if (number.IsSigned()) {
+            signal->flags |= kSignalSigned;
+        }
+        signal->length = LengthInBits(number);
+        signal->reserved_1 = 0;
+        signal->reserved_2 = 0;
+    }
+    bit += LengthInBits(number);
+}
+
+void SignalWriter::WriteEnum(const ZMTParamEnum& enumeration, std::uint32_t& bit,
+                             MultiplexerValue multiplexer) {
+    const std::uint16_t length = LengthInBits(enumeration);
+    if (sigblk* signal = Create(aliases_.Of(enumeration.GetName()), "", kShortName, multiplexer)) {
+        PlaceAt(*signal, bit);
+        signal->length = length;
+        signal->reserved_1 = 0;
+        Describe(*signal, enumeration);
+    }
+    bit += length;
+}
+
+/// Gives each code its value's text, up to the largest code that the signal can hold.
+void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
+    constexpr std::uint64_t kCodesEnd = kMaxValueDescriptions;
+    const std::uint64_t codesEnd = signal.length < 16 ? std::uint64_t{1} << signal.length : kCodesEnd;
+    valdesc** end = &signal.value_descriptions;
+    unsigned count = 0;
+    for (const ZMTEnumValue* value : enumeration.GetItems(false)) {
+        const std::string& text = aliases_.Of(value->GetName());
+        const std::uint64_t valueEnd = std::min(std::uint64_t{value->CodeMax()} + 1, codesEnd);
+        for (std::uint64_t code = value->CodeMin(); code < valueEnd; ++code) {
+            if (count == kMaxValueDescriptions || descriptionCount_ == kMaxAllValueDescriptions) {
+                return;
+            }
+            end = AppendDescription(end, static_cast<std::uint32_t>(code), text);
+            ++count;
+            ++descriptionCount_;
+        }
+    }
+}
+
+/// One signal for each named bit that has room in the field.
+bool SignalWriter::WriteBits(const ZMTParamBitField& field, std::uint32_t& bit,
+                             MultiplexerValue multiplexer) {
+    if (field.GetBytesInMsg() < 1) {
+        return false;
+    }
+    const std::uint32_t size = LengthInBits(field);
+    for (const ZMTParamBoolField* boolField : field.GetItems(false)) {
+        if (boolField->BitPos() < size) {
+            WriteBit(field, *boolField, bit + size - 1 - boolField->BitPos(), multiplexer);
+        }
+    }
+    bit += size;
+    return true;
+}
+
+void SignalWriter::WriteBit(const ZMTParamBitField& field, const ZMTParamBoolField& boolField,
+                            std::uint32_t bit, MultiplexerValue multiplexer) {
+    const std::string baseName = boolField.GetName().empty() ? aliases_.Of(field.GetName()) + "_NN_" +
+                                                                   std::to_string(boolField.BitPos())
+                                                             : aliases_.Of(boolField.GetName());
+    if (sigblk* signal = Create(baseName, "", kShortName, multiplexer)) {
+        PlaceAt(*signal, bit);
+        signal->length = 1;
+        valdesc** end = &signal->value_descriptions;
+        end = AppendDescription(end, 1, aliases_.Of(boolField.TrueDesc()));
+        AppendDescription(end, 0, aliases_.Of(boolField.FalseDesc()));
+    }
+}
+
+/// Each element stands twice: one behind the other for the multiplexor's value 0, and alone, at the start of
+/// the record, for the value that is the element's number.
+void SignalWriter::WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit) {
+    const std::uint32_t start = bit;
+    std::uint32_t elementNumber = 0;
+    for (const ZMTParam* element : record.GetItems(false)) {
+        ++elementNumber;
+        const unsigned countBefore = signalCount_;
+        const bool goesOn = WriteParam(*element, bit, kAllElements);
+        // Where nothing was written, or nothing more can be, the second time is spared: records inside
+        // records would double it with every level.
+        if (signalCount_ > countBefore && signalCount_ < kMaxSignals) {
+            std::uint32_t ownBit = start;
+            WriteParam(*element, ownBit, elementNumber);
+        }
+        if (!goesOn) {
+            return;
+        }
+    }
+}
+
+/// A new signal of the message that has a name; null when the message has no room for one more.
+sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
+                             MultiplexerValue multiplexer) {
+    if (signalCount_ == kMaxSignals) {
+        return nullptr;
+    }
+    ++signalCount_;
+    sigblk* signal = writer_.CreateSignal(*message_, 0);
+    if (multiplexer) {
+        suffix = FormatText("_M%x", *multiplexer);
+        signal->flags |= kSignalMultiplexed;
+        signal->multiplexer_value = *multiplexer;
+    }
+    CopyName(signal->name,
+             names_.Make(*message_, CleanSignalName(baseName), std::move(suffix), maxNameLength));
+    return signal;
+}
+
+}  // namespace tarvex

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "catalog/operation.h"
+#include "export/alias_names.h"
+#include "export/signal_names.h"
+#include "kestrel/kestrel.h"
+
+namespace tarvex {
+
+class ZMTParamBitField;
+class ZMTParamBoolField;
+class ZMTParamEnum;
+class ZMTParamNumber;
+class ZMTParamRecord;
+
+/// One message takes so many signals: records inside records double them with every level. Parameters that
+/// come after get none.
+inline constexpr unsigned kMaxSignals = 4096;
+/// One signal takes so many value descriptions: a code of two bytes has no more values.
+inline constexpr unsigned kMaxValueDescriptions = 65536;
+/// All signals together take so many. Real databases have some millions at most; a few ranges in a catalog
+/// can ask for billions.
+inline constexpr unsigned kMaxAllValueDescriptions = 1U << 24;
+
+/// Lays the parameters of operations out as the signals of their messages, most significant bit first.
+class SignalWriter {
+  public:
+    /// All three outlive the writer. `uniqueNames`: a signal name occurs once in the whole database.
+    SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames)
+        : writer_(writer), aliases_(aliases), names_(writer, uniqueNames) {}
+
+    /// Creates the signals of the operation in its message. Ends behind a record and at the first parameter
+    /// of a kind that has no signals. Returns the bytes that the parameters with signals take.
+    std::uint16_t Write(msgblk& message, const ZMTOperation& operation);
+
+  private:
+    /// The value of the multiplexor for which a signal is there; none outside records.
+    using MultiplexerValue = std::optional<std::uint32_t>;
+
+    bool WriteParam(const ZMTParam& param, std::uint32_t& bit, MultiplexerValue multiplexer);
+    void WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit, MultiplexerValue multiplexer);
+    void WriteEnum(const ZMTParamEnum& enumeration, std::uint32_t& bit, MultiplexerValue multiplexer);
+    bool WriteBits(const ZMTParamBitField& field, std::uint32_t& bit, MultiplexerValue multiplexer);
+    void WriteBit(const ZMTParamBitField& field, const ZMTParamBoolField& boolField, std::uint32_t bit,
+                  MultiplexerValue multiplexer);
+    void WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit);
+
+    void Describe(sigblk& signal, const ZMTParamEnum& enumeration);
+    sigblk* Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
+                   MultiplexerValue multiplexer);
+
+    KestrelWriteManager& writer_;
+    const AliasNames& aliases_;
+    SignalNames names_;
+    msgblk* message_ = nullptr;      // the one being written
+    unsigned signalCount_ = 0;       // of that message
+    unsigned descriptionCount_ = 0;  // of all messages
+};
+
+}  // namespace tarvex

@@ -1,0 +1,90 @@
+#include "params/array.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "catalog/import_context.h"
+#include "import/parse_value.h"
+#include "params/factory.h"
+#include "params/members.h"
+#include "params/pos_and_data.h"
+
+namespace tarvex {
+namespace {
+
+/// What catalogs write for an open length.
+constexpr const char* kOpenLengths[] = {"NMax", "N (>=0)"};
+
+}  // namespace
+
+bool ZMTParamArray::Import(const DOMElement& element, ImportContext& context) {
+    if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
+        return false;
+    }
+    const DOMElement* array = FindTypeElement(element, "TArray");
+    if (array == nullptr) {
+        return Raise<kNoTArray>(context.log, "TArray");
+    }
+    std::string text;
+    if (!GetAttribute(*array, "NMax", text)) {
+        return Raise<kArrayWithoutNMax>(context.log, "NMax");
+    }
+    ReadNMax(text, context);
+    if (!GetAttribute(*array, "TypeRef", text)) {
+        return Raise<kArrayWithoutType>(context.log, "TypeRef");
+    }
+    ResolveType(text, context);
+    auto member = ImportMember<kArrayElementUnknown, kArrayElementFailed>(*this, *array, context);
+    if (!member) {
+        return false;
+    }
+    Append(std::move(member));
+    return true;
+}
+
+void ZMTParamArray::ReadNMax(const std::string& text, ImportContext& context) {
+    nMax_ = kUnlimited;
+    if (std::ranges::find(kOpenLengths, text) != std::end(kOpenLengths)) {
+        return;
+    }
+    std::int32_t value = 0;
+    if (ParseInteger(text, value) && value > 0) {
+        nMax_ = static_cast<std::uint32_t>(value);
+    } else {
+        Raise<kNMaxUnreadable>(context.log, text);
+    }
+}
+
+bool ZMTParamArray::Resolve(ImportContext& context) {
+    if (!ZMTParam::Resolve(context)) {
+        return false;
+    }
+    const auto selector = FindSelector(*this);
+    if (!selector) {
+        return Raise<kArrayDataWithoutPos>(context.log, kPosName, kDataName);
+    }
+    selector_ = *selector;
+    ResolveOrDelete(context);
+    return true;
+}
+
+bool ZMTParamArray::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "PARAMARRAY: " + GetName());
+    DumpParamLines(treeLog);
+    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(selector_)));
+    DumpLine(treeLog, FormatText(".NMax: %d", nMax_));
+    DumpAll(treeLog);
+    return true;
+}
+
+bool ZMTParamArray::CopyFrom(const ZMTNode* other) {
+    if (!ZMTParam::CopyFrom(other)) {
+        return false;
+    }
+    const auto& array = static_cast<const ZMTParamArray&>(*other);
+    selector_ = nullptr;
+    nMax_ = array.nMax_;
+    return ZMTChildList<ZMTParam>::CopyFrom(&array, this);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,141 @@
+#include "params/record.h"
+
+#include "catalog/import_context.h"
+#include "import/parse_value.h"
+#include "params/factory.h"
+#include "params/members.h"
+#include "params/pos_and_data.h"
+
+namespace tarvex {
+namespace {
+
+/// Up to so many fields are looked through faster than an index is built.
+constexpr unsigned kFewFields = 16;
+
+constexpr unsigned kFirstFieldPos = 1;
+
+unsigned CountChildElements(const DOMElement& parent, std::string_view name) {
+    unsigned count = 0;
+    for (const DOMElement* child = FindChildElement(&parent, name); child != nullptr;
+         child = FindNextSiblingElement(*child, name)) {
+        ++count;
+    }
+    return count;
+}
+
+}  // namespace
+
+bool ZMTParamRecord::Import(const DOMElement& element, ImportContext& context) {
+    if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
+        return false;
+    }
+    const DOMElement* record = FindTypeElement(element, "TRecord");
+    if (record == nullptr) {
+        return Raise<kNoTRecord>(context.log, "TRecord");
+    }
+    std::string text;
+    if (!GetAttribute(*record, "NElements", text)) {
+        return Raise<kRecordWithoutNElements>(context.log, "NElements");
+    }
+    nElements_ = static_cast<std::uint32_t>(IntegerOrZero(text));
+    if (!GetAttribute(*record, "TypeRef", text)) {
+        return Raise<kRecordWithoutType>(context.log, "TypeRef");
+    }
+    ResolveType(text, context);
+    const unsigned count = CountChildElements(*record, "TRecordField");
+    if (count == 0) {
+        return Raise<kRecordWithoutFields>(context.log, "TRecordField");
+    }
+    if (count != nElements_) {
+        Raise<kRecordFieldCountDiffers>(context.log, count, nElements_);
+        nElements_ = count;
+    }
+    return ImportFields(*record, context);
+}
+
+/// Tells every bad field before it fails. Only good fields can have a gap between them.
+bool ZMTParamRecord::ImportFields(const DOMElement& record, ImportContext& context) {
+    bool areAllGood = true;
+    for (const DOMElement* child = FindChildElement(&record, "TRecordField"); child != nullptr;
+         child = FindNextSiblingElement(*child, "TRecordField")) {
+        auto field = ImportMember<kRecordFieldUnknown, kRecordFieldFailed>(*this, *child, context);
+        if (!field) {
+            areAllGood = false;
+        } else if (const unsigned pos = field->ParamPos(); GetAt(pos) != nullptr) {
+            Raise<kRecordPosOccupied>(context.log, pos, field->GetName());
+            areAllGood = false;
+        } else {
+            SetAt(std::move(field), pos);
+        }
+    }
+    if (unsigned pos = 0; areAllGood && FindGap(pos, kFirstFieldPos)) {
+        return Raise<kGapInRecord>(context.log, GetAt(pos)->GetName());
+    }
+    return areAllGood;
+}
+
+bool ZMTParamRecord::Resolve(ImportContext& context) {
+    if (!ZMTParam::Resolve(context)) {
+        return false;
+    }
+    const auto selector = FindSelector(*this);
+    if (!selector) {
+        return Raise<kRecordDataWithoutPos>(context.log, kPosName, kDataName);
+    }
+    selector_ = *selector;
+    index_ = Size() > kFewFields ? IndexFields() : nullptr;
+    ResolveOrDelete(context);
+    index_.reset();
+    if (Count() == 0) {
+        Raise<kRecordEmpty>(context.log);
+    }
+    return true;
+}
+
+std::unique_ptr<ZMTParamRecord::FieldIndex> ZMTParamRecord::IndexFields() const {
+    auto index = std::make_unique<FieldIndex>();
+    for (unsigned pos = kFirstFieldPos; pos < Size(); ++pos) {
+        if (const ZMTParam* field = GetAt(pos)) {
+            index->try_emplace(field->GetName(), pos);
+        }
+    }
+    return index;
+}
+
+ZMTParam* ZMTParamRecord::FindByName(const std::string& name) const {
+    if (!index_) {
+        return ZMTChildList<ZMTParam>::FindByName(name);
+    }
+    const auto found = index_->find(name);
+    if (found == index_->end()) {
+        return nullptr;
+    }
+    // A field that failed its check is gone; the next one of its name takes its place.
+    for (unsigned& pos = found->second; pos < Size(); ++pos) {
+        if (ZMTParam* field = GetAt(pos); field != nullptr && NamesEqual(field->GetName(), name)) {
+            return field;
+        }
+    }
+    return nullptr;
+}
+
+bool ZMTParamRecord::Dump(ZMostFCatLog& treeLog) const {
+    DumpLine(treeLog, "PARAMRECORD: " + GetName());
+    DumpParamLines(treeLog);
+    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(selector_)));
+    DumpLine(treeLog, FormatText(".NElements: %d", nElements_));
+    DumpAll(treeLog);
+    return true;
+}
+
+bool ZMTParamRecord::CopyFrom(const ZMTNode* other) {
+    if (!ZMTParam::CopyFrom(other)) {
+        return false;
+    }
+    const auto& record = static_cast<const ZMTParamRecord&>(*other);
+    selector_ = nullptr;
+    nElements_ = record.nElements_;
+    return ZMTChildList<ZMTParam>::CopyFrom(&record, this);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,217 @@
+/// Catalogs made to have very many signals or value descriptions. They end at a limit, soon.
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "export/signal_layout.h"
+
+namespace tarvex::test {
+namespace {
+
+using nlohmann::json;
+using Clock = std::chrono::steady_clock;
+/// Far above what any of these needs, even under sanitizers.
+constexpr std::chrono::seconds kBound{20};
+
+/// The message "Amp_Volume_Status" with these parameters, exported in bounded time.
+json StatusWithin(const NamedTypes& params) {
+    Conversion conversion(BlockOf(PropertyOf("0x400", "Volume", params)));
+    conversion.flags.writeSignals = true;
+    const auto start = Clock::now();
+    EXPECT_EQ(conversion.Export(), 0);
+    EXPECT_LT(Clock::now() - start, kBound);
+    const json database = json::parse(ReadFile(conversion.output), nullptr, false);
+    return MessageNamed(database, "Amp_Volume_Status");
+}
+
+struct RangeCase {
+    const char* what;
+    unsigned max;
+    std::vector<CodeName> values;
+    std::size_t count;
+    json first;
+    json last;
+};
+
+TEST(SignalLimits, ValueDescriptionsEndAtTheLargestRawValue) {
+    const RangeCase kRows[] = {
+        {"one byte", 255, {{"0..0x7FFFFFFF", "All"}}, 256, {0, "All"}, {255, "All"}},
+        {"one byte, unsigned", 255, {{"0..0xFFFFFFFF", "All"}}, 256, {0, "All"}, {255, "All"}},
+        {"one byte, open", 3, {{">3", "Many"}}, 253, {3, "Many"}, {255, "Many"}},
+        {"one byte, and a code behind",
+         255,
+         {{"1..0xFFFFFFFF", "All"}, {"0", "Off"}},
+         256,
+         {1, "All"},
+         {0, "Off"}},
+        {"one byte, all beyond it",
+         255,
+         {{"0xFFFFFF00..0xFFFFFFFF", "None"}, {"9", "Nine"}},
+         1,
+         {9, "Nine"},
+         {9, "Nine"}},
+        {"two bytes", 65535, {{"0..0xFFFFFFFF", "All"}}, 65536, {0, "All"}, {65535, "All"}},
+        {"two bytes, open", 256, {{">256", "Many"}}, 65280, {256, "Many"}, {65535, "Many"}},
+    };
+    for (const RangeCase& row : kRows) {
+        SCOPED_TRACE(row.what);
+        const json signals = StatusWithin({{"Mode", Enumeration(row.max, row.values)}})["signals"];
+        ASSERT_EQ(signals.size(), 1U);
+        const json& values = signals[0]["values"];
+        EXPECT_EQ(values.size(), row.count);
+        EXPECT_EQ(values.front(), row.first);
+        EXPECT_EQ(values.back(), row.last);
+    }
+}
+
+TEST(SignalLimits, OneSignalTakes65536ValueDescriptions) {
+    const std::vector<CodeName> bytes(300, {"0..255", "All"});
+    const RangeCase kRows[] = {
+        {"three full ranges",
+         65535,
+         {{"0..65535", "A"}, {"0..65535", "B"}, {"0..65535", "C"}},
+         65536,
+         {0, "A"},
+         {65535, "A"}},
+        {"the second range ends early",
+         65535,
+         {{"0..39999", "A"}, {"0..39999", "B"}},
+         65536,
+         {0, "A"},
+         {25535, "B"}},
+        {"a code too many", 65535, {{"0..65535", "A"}, {"0", "B"}}, 65536, {0, "A"}, {65535, "A"}},
+        {"many ranges of a byte", 255, bytes, 65536, {0, "All"}, {255, "All"}},
+    };
+    for (const RangeCase& row : kRows) {
+        SCOPED_TRACE(row.what);
+        const json message = StatusWithin({{"Mode", Enumeration(row.max, row.values)}, {"Behind", UByte()}});
+        EXPECT_EQ(message["length"], row.max > 255 ? 3 : 2);
+        ASSERT_EQ(NamesIn(message["signals"]), (std::vector<std::string>{"Mode", "Behind"}));
+        const json& values = message["signals"][0]["values"];
+        EXPECT_EQ(values.size(), row.count);
+        EXPECT_EQ(values.front(), row.first);
+        EXPECT_EQ(values.back(), row.last);
+    }
+}
+
+/// 2048 fields of the 4095 have both of their signals; the length is that of all.
+TEST(SignalLimits, OneMessageTakes4096Signals) {
+    NamedTypes fields;
+    for (int k = 1; k <= 4095; ++k) {
+        fields.push_back({"F" + std::to_string(k), UByte()});
+    }
+    const json message = StatusWithin({{"Rec", Record(fields)}});
+    EXPECT_EQ(message["length"], 4095);
+    const json& signals = message["signals"];
+    ASSERT_EQ(signals.size(), 4096U);
+    EXPECT_EQ(json::array({signals[0], signals[1], signals[4094], signals[4095]}),
+              SignalsOf({{"F1_M0", 7, 8, Unsigned, 0},
+                         {"F1_M1", 7, 8, Unsigned, 1},
+                         {"F2048_M0", 16383, 8, Unsigned, 0},
+                         {"F2048_M800", 7, 8, Unsigned, 2048}}));
+}
+
+/// The 4,097th signal would be the second one of a field, or the second bit of a copy.
+TEST(SignalLimits, TheLastSignalMayBeInTheMiddleOfAField) {
+    NamedTypes fields;
+    for (int k = 1; k <= 4095; ++k) {
+        fields.push_back({"F", UByte()});
+    }
+    const json odd = StatusWithin({{"Level", UByte()}, {"Rec", Record(fields)}});
+    EXPECT_EQ(odd["length"], 4096);
+    ASSERT_EQ(odd["signals"].size(), 4096U);
+    EXPECT_EQ(odd["signals"].front()["name"], "Level");
+    EXPECT_EQ(odd["signals"].back()["multiplexer_value"], 0);
+    EXPECT_EQ(odd["signals"].back()["start_bit"], 8 + 2047 * 8 + 7);
+
+    // Fields of five bits take ten signals: 409 fields, and five bits of the next one plus one of the copy.
+    const std::string five = BitField(8, {{0, "A"}, {1, "B"}, {2, "C"}, {3, "D"}, {4, "E"}});
+    const json bits = StatusWithin({{"Rec", Record(NamedTypes(1000, {"Bits", five}))}});
+    EXPECT_EQ(bits["length"], 1000);
+    ASSERT_EQ(bits["signals"].size(), 4096U);
+    EXPECT_EQ(bits["signals"][4094]["multiplexer_value"], 0);
+    EXPECT_EQ(bits["signals"][4094]["start_bit"], 409 * 8 + 4);
+    EXPECT_EQ(bits["signals"][4095]["multiplexer_value"], 410);
+    EXPECT_EQ(bits["signals"][4095]["start_bit"], 0);
+}
+
+/// Messages do not share the limit.
+TEST(SignalLimits, TheNextMessageStartsAnew) {
+    const NamedTypes params{{"Rec", Record(NamedTypes(2100, {"F", UByte()}))}};
+    Conversion conversion(
+        BlockOf(PropertyOf("0x400", "Volume", params) + PropertyOf("0x401", "Bass", params)));
+    conversion.flags.writeSignals = true;
+    const json messages = conversion.Database()["messages"];
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_EQ(messages[0]["signals"].size(), 4096U);
+    EXPECT_EQ(messages[1]["signals"].size(), 4096U);
+    EXPECT_EQ(messages[1]["length"], 2100);
+}
+
+/// 64 records in each other, each with these fields in front of the inner one.
+std::string Nested(const std::string& innermost, const NamedTypes& front = {}) {
+    std::string type = innermost;
+    for (int level = 64; level >= 1; --level) {
+        NamedTypes fields = front;
+        fields.push_back({"N", type});
+        type = Record(fields);
+    }
+    return type;
+}
+
+/// Every level doubles the signals of the level below: 2 to the 64th of them would be there.
+TEST(SignalLimits, RecordsNested64LevelsDeepEndAtTheLimit) {
+    const json message = StatusWithin({{"Rec", Nested(UByte())}});
+    EXPECT_EQ(message["length"], 1);
+    const json& signals = message["signals"];
+    ASSERT_EQ(signals.size(), 4096U);
+    EXPECT_EQ(json::array({signals[0], signals[1], signals[2], signals[4094], signals[4095]}),
+              SignalsOf({{"N_M0", 7, 8, Unsigned, 0},
+                         {"N_M1", 7, 8, Unsigned, 1},
+                         {"NB_M0", 7, 8, Unsigned, 0},
+                         {"NDAT_M0", 7, 8, Unsigned, 0},  // 2047 is 3 * 26^2 + 0 * 26 + 19
+                         {"NDAT_M1", 7, 8, Unsigned, 1}}));
+}
+
+TEST(SignalLimits, RecordsNested64LevelsDeepWithFieldsEndAtTheLimit) {
+    const json message = StatusWithin({{"Rec", Nested(UByte(), {{"A", UByte()}})}});
+    EXPECT_EQ(message["length"], 65);
+    const json& signals = message["signals"];
+    ASSERT_EQ(signals.size(), 4096U);
+    // The "A" of each level comes in front of the inner record.
+    EXPECT_EQ(signals[0]["name"], "A_M0");
+    EXPECT_EQ(signals[1]["name"], "A_M1");
+    EXPECT_EQ(signals[126]["start_bit"], 63 * 8 + 7);
+    EXPECT_EQ(signals[127]["start_bit"], 63 * 8 + 7);
+    // "N" stands behind the 64th "A": in its place, then at the first bit of the 64th record.
+    EXPECT_EQ(signals[128], SignalsOf({{"N_M0", 64 * 8 + 7, 8, Unsigned, 0}})[0]);
+    EXPECT_EQ(signals[129], SignalsOf({{"N_M2", 63 * 8 + 7, 8, Unsigned, 2}})[0]);
+}
+
+struct SilentCase {
+    const char* what;
+    std::string innermost;
+    int length;
+};
+
+TEST(SignalLimits, RecordsNested64LevelsDeepAroundNoSignalEndSoon) {
+    const SilentCase kRows[] = {
+        {"string", String(), 0},
+        {"void", Void(), 0},
+        {"bit field without bits", BitField(8, {}), 1},
+        {"boolean whose bits have no room", Boolean({{8, "Over"}}), 1},
+    };
+    for (const SilentCase& row : kRows) {
+        SCOPED_TRACE(row.what);
+        const json message = StatusWithin({{"Rec", Nested(row.innermost)}, {"Behind", UByte()}});
+        EXPECT_EQ(message["length"], row.length);
+        EXPECT_EQ(message["signals"], json::array());
+    }
+}
+
+}  // namespace
+}  // namespace tarvex::test
