@@ -143,12 +143,12 @@ void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
         const std::string& text = aliases_.Of(value->GetName());
         const std::uint64_t valueEnd = std::min(std::uint64_t{value->CodeMax()} + 1, codesEnd);
         for (std::uint64_t code = value->CodeMin(); code < valueEnd; ++code) {
-            if (count == kMaxValueDescriptions || descriptionCount_ == kMaxAllValueDescriptions) {
+            if (count == kMaxValueDescriptions || descriptionsLeft_ == 0) {
                 return;
             }
             end = AppendDescription(end, static_cast<std::uint32_t>(code), text);
             ++count;
-            ++descriptionCount_;
+            --descriptionsLeft_;
         }
     }
 }

@@ -30,9 +30,14 @@ inline constexpr unsigned kMaxAllValueDescriptions = 1U << 24;
 /// Lays the parameters of operations out as the signals of their messages, most significant bit first.
 class SignalWriter {
   public:
-    /// All three outlive the writer. `uniqueNames`: a signal name occurs once in the whole database.
-    SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames)
-        : writer_(writer), aliases_(aliases), names_(writer, uniqueNames) {}
+    /// The database writer and the aliases outlive this object. `uniqueNames`: a signal name occurs once in
+    /// the whole database. `maxValueDescriptions`: of all codes together.
+    SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames,
+                 unsigned maxValueDescriptions = kMaxAllValueDescriptions)
+        : writer_(writer),
+          aliases_(aliases),
+          names_(writer, uniqueNames),
+          descriptionsLeft_(maxValueDescriptions) {}
 
     /// Creates the signals of the operation in its message. Ends behind a record and at the first parameter
     /// of a kind that has no signals. Returns the bytes that the parameters with signals take.
@@ -57,9 +62,9 @@ class SignalWriter {
     KestrelWriteManager& writer_;
     const AliasNames& aliases_;
     SignalNames names_;
-    msgblk* message_ = nullptr;      // the one being written
-    unsigned signalCount_ = 0;       // of that message
-    unsigned descriptionCount_ = 0;  // of all messages
+    msgblk* message_ = nullptr;  // the one being written
+    unsigned signalCount_ = 0;   // of that message
+    unsigned descriptionsLeft_;
 };
 
 }  // namespace tarvex

@@ -68,6 +68,28 @@ TEST(SignalLimits, ValueDescriptionsEndAtTheLargestRawValue) {
     }
 }
 
+std::vector<unsigned> ValuesOf(const sigblk* signal) {
+    std::vector<unsigned> values;
+    for (const valdesc* entry = signal->value_descriptions; entry != nullptr; entry = entry->next) {
+        values.push_back(entry->value);
+    }
+    return values;
+}
+
+TEST(SignalLimits, AllSignalsShareABudgetOfValueDescriptions) {
+    const std::string codes = Enumeration(255, {{"1..4", "Code"}});
+    const Conversion conversion(
+        BlockOf(PropertyOf("0x400", "Volume", {{"A", codes}, {"B", codes}, {"C", codes}})));
+    const ZMTOperation* operation = conversion.Catalog().GetAt(0x22)->GetAt(0x400)->GetAt(12);
+    KestrelWriteManager manager(nullptr);
+    const AliasNames aliases;
+    msgblk* message = manager.CreateMessage(nullptr, 0);
+    SignalWriter(manager, aliases, true, 5).Write(*message, *operation);
+    EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "A")), (std::vector<unsigned>{1, 2, 3, 4}));
+    EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "B")), (std::vector<unsigned>{1}));
+    EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "C")), (std::vector<unsigned>{}));
+}
+
 TEST(SignalLimits, OneSignalTakes65536ValueDescriptions) {
     const std::vector<CodeName> bytes(300, {"0..255", "All"});
     const RangeCase kRows[] = {
