@@ -68,7 +68,8 @@ class ZMTNode {
     /// An equal node, owned by the caller; null when the class or a child cannot be cloned.
     virtual std::unique_ptr<ZMTNode> Clone() const { return nullptr; }
 
-    /// Decodes the bytes of a message against this node; false when it cannot.
+    /// Decodes a message against this node, from the offset of `info` on; the items go there. `bytes` is the
+    /// whole message. False when it does not fit.
     virtual bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const;
 
     /// Bytes that the node takes in a message.

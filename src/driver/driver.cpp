@@ -7,14 +7,13 @@
 #include "driver/exit_status.h"
 #include "driver/overwrite_prompt.h"
 #include "driver/settings.h"
+#include "driver/versions.h"
 #include "import/files.h"
 #include "import/format_text.h"
 #include "import/import_manager.h"
 
 namespace tarvex {
 namespace {
-
-constexpr const char* kProgramVersion = "1.0.4";
 
 constexpr std::uint16_t kCatalogGroup = 1;
 

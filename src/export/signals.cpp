@@ -7,7 +7,6 @@
 #include "export/message_names.h"
 #include "export/param_kinds.h"
 #include "import/format_text.h"
-#include "import/names.h"
 #include "params/bit_field.h"
 #include "params/enumeration.h"
 #include "params/number.h"
@@ -52,8 +51,7 @@ void PlaceAt(sigblk& signal, std::uint32_t bit) {
 /// The coordinates in front of an operation's record select what follows.
 bool IsSwitch(const ZMTParam& number) {
     const ZMTNode* parent = number.GetParent();
-    return NamesEqual(number.GetName(), kPosName) && number.GetBytesInMsg() == kPosBytes &&
-           parent != nullptr && parent->IsType(kOperation) &&
+    return HasCoordinates(number) && parent != nullptr && parent->IsType(kOperation) &&
            FirstOfKind(static_cast<const ZMTOperation&>(*parent), kParamRecord) != nullptr;
 }
 

@@ -34,6 +34,30 @@ inline constexpr Message kFieldIdxOutOfRange{14, Kind::Error, Text::InvalidParam
 inline constexpr Message kStreamParamWithoutIdx{15, Kind::Error, Text::AttributeMissing};
 inline constexpr Message kStreamParamIdxOutOfRange{16, Kind::Error, Text::InvalidParameterPosition};
 
+// Streams
+inline constexpr Message kStreamRangeUnreadable{17, Kind::Error, Text::ValueNotAnalyzed};
+inline constexpr Message kStreamCaseWithoutParam{18, Kind::Warning, Text::ElementNotFound};
+inline constexpr Message kEmptyStreamCaseUnsupported{19, Kind::Warning, Text::EmptyStreamCase};
+inline constexpr Message kStreamParamUnknown{20, Kind::Error, Text::UnknownParameterType};
+inline constexpr Message kStreamParamFailed{21, Kind::Error, Text::ElementImportFailed};
+inline constexpr Message kStreamParamTwice{22, Kind::Warning, Text::DoubleDefinitionAtPosition};
+inline constexpr Message kStreamParamPosInvalid{23, Kind::Error, Text::InvalidPositionOfParameter};
+inline constexpr Message kGapInStreamCase{24, Kind::Error, Text::GapBeforeParameter};
+inline constexpr Message kSequenceBroken{25, Kind::Error, Text::SequenceNotReconstructed};
+inline constexpr Message kSequenceMissing{26, Kind::Error, Text::SequenceNotReconstructed};
+inline constexpr Message kSecondSelector{27, Kind::Error, Text::OnlyOneSelector};
+inline constexpr Message kNoTStream{28, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kStreamWithoutLength{29, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kStreamWithoutType{30, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kStreamWithoutCase{31, Kind::Warning, Text::ElementNotFound};
+inline constexpr Message kStreamCaseFailed{32, Kind::Error, Text::ElementImportFailed};
+inline constexpr Message kStreamCaseTwice{33, Kind::Warning, Text::DoubleDefinitionAtPosition};
+inline constexpr Message kStreamCasesOverlap{35, Kind::Warning, Text::OverlappingStreamCases};
+inline constexpr Message kNoFktIDStream{36, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kFktIDStreamWithoutType{37, Kind::Error, Text::AttributeMissing};
+inline constexpr Message kFktIDStreamWithoutCase{38, Kind::Error, Text::ElementNotFound};
+inline constexpr Message kFktIDStreamCaseCount{39, Kind::Error, Text::InvalidElementCount};
+
 // Arrays
 inline constexpr Message kNoTArray{41, Kind::Error, Text::ElementNotFound};
 inline constexpr Message kArrayWithoutNMax{42, Kind::Error, Text::AttributeMissing};

@@ -84,6 +84,7 @@ enum class Text : unsigned {
     AmbiguousBitFieldLength = 19032,
     ClassNotFullySupported = 19033,
     ParametersWithdrawn = 19034,
+    EmptyStreamCase = 19035,
 };
 
 struct TextRow {
@@ -175,6 +176,7 @@ inline constexpr TextRow kTexts[] = {
     {Text::ClassNotFullySupported, "Import of function class type '%s' not fully supported yet"},
     {Text::ParametersWithdrawn,
      "Too many errors while importing parameters. Removing all parameters from the function's operations."},
+    {Text::EmptyStreamCase, "<StreamCase> without <StreamParam> not supported yet"},
 };
 
 static_assert(std::ranges::is_sorted(kTexts, std::ranges::less_equal{}, &TextRow::number),

@@ -21,7 +21,7 @@ class ZMTParamArray : public ZMTParam,
 
     int GetType() const override { return kParamArray; }
     /// Raises 41 to 46; false without "TArray", "NMax", "TypeRef" or a usable element, and, without a message
-    /// of its own, when arrays and records are nested too deep.
+    /// of its own, when arrays, records and streams are nested too deep.
     bool Import(const DOMElement& element, ImportContext& context) override;
     /// Finds the selector; false with 47 for "Data" without "Pos". An element that fails is deleted; the
     /// array stays.
@@ -31,6 +31,7 @@ class ZMTParamArray : public ZMTParam,
     /// The copy has no selector until it is resolved in its own place.
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
 

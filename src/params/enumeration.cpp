@@ -1,5 +1,7 @@
 #include "params/enumeration.h"
 
+#include <algorithm>
+#include <numeric>
 #include <set>
 
 #include "catalog/import_context.h"
@@ -13,6 +15,9 @@ constexpr std::int32_t kDefaultEnumMax = 255;
 constexpr std::int32_t kLargestEnumMax = 65535;
 constexpr std::uint32_t kLargestOneByteCode = 255;
 
+/// No value has the code.
+constexpr unsigned kNoSlot = ~0U;
+
 /// An earlier value has its lowest or its highest code within a later value's range. A value that merely
 /// surrounds a later one does not count.
 bool Overlap(const std::vector<ZMTEnumValue*>& values) {
@@ -25,6 +30,12 @@ bool Overlap(const std::vector<ZMTEnumValue*>& values) {
         ends.insert({value->CodeMin(), value->CodeMax()});
     }
     return false;
+}
+
+bool IsAscending(const std::vector<ZMTEnumValue*>& values) {
+    return std::ranges::adjacent_find(values, [](const ZMTEnumValue* a, const ZMTEnumValue* b) {
+               return a->CodeMin() > a->CodeMax() || a->CodeMax() >= b->CodeMin();
+           }) == values.end();
 }
 
 }  // namespace
@@ -80,7 +91,7 @@ void ZMTParamEnum::ImportValues(const DOMElement& enumElement, ImportContext& co
     }
 }
 
-void ZMTParamEnum::CheckCodes(ImportContext& context) const {
+void ZMTParamEnum::CheckCodes(ImportContext& context) {
     const std::vector<ZMTEnumValue*> values = GetItems(false);
     const bool isInRange = std::ranges::all_of(values, [&](const ZMTEnumValue* value) {
         return value->CodeMin() <= enumMax_ && value->CodeMax() <= enumMax_;
@@ -89,6 +100,49 @@ void ZMTParamEnum::CheckCodes(ImportContext& context) const {
         Raise<kEnumCodeOutOfRange>(context.log);
     } else if (Overlap(values)) {
         Raise<kEnumCodesOverlap>(context.log);
+    }
+    isAscending_ = IsAscending(values);
+}
+
+const ZMTEnumValue* ZMTParamEnum::FindValue(std::uint32_t code) const {
+    if (!isAscending_) {
+        if (slotsByCode_.empty()) {
+            IndexCodes();
+        }
+        return code < slotsByCode_.size() ? GetAt(slotsByCode_[code]) : nullptr;
+    }
+    unsigned begin = 0;
+    unsigned end = Size();
+    while (end - begin > 1) {
+        const unsigned middle = begin + (end - begin) / 2;
+        (GetAt(middle)->CodeMin() <= code ? begin : end) = middle;
+    }
+    const ZMTEnumValue* value = GetAt(begin);
+    return value != nullptr && value->CodeMin() <= code && code <= value->CodeMax() ? value : nullptr;
+}
+
+/// Gives every code to the first value that has it. Codes that are taken are skipped, so that values which
+/// overlap cost no more than others.
+void ZMTParamEnum::IndexCodes() const {
+    const std::uint32_t codes = GetBytesInMsg() > 1 ? kLargestEnumMax + 1 : kLargestOneByteCode + 1;
+    slotsByCode_.assign(codes, kNoSlot);
+    std::vector<std::uint32_t> nextFree(codes + 1);  // the first code from here on that may be free
+    std::iota(nextFree.begin(), nextFree.end(), 0U);
+    const auto findFree = [&](std::uint32_t code) {
+        while (nextFree[code] != code) {
+            nextFree[code] = nextFree[nextFree[code]];
+            code = nextFree[code];
+        }
+        return code;
+    };
+    for (unsigned slot = 0; slot < Size(); ++slot) {
+        const ZMTEnumValue* value = GetAt(slot);
+        const std::uint32_t last = std::min(value->CodeMax(), codes - 1);
+        for (std::uint32_t code = findFree(std::min(value->CodeMin(), codes)); code <= last;
+             code = findFree(code)) {
+            slotsByCode_[code] = slot;
+            nextFree[code] = code + 1;
+        }
     }
 }
 
@@ -114,6 +168,7 @@ bool ZMTParamEnum::CopyFrom(const ZMTNode* other) {
     }
     const auto& enumeration = static_cast<const ZMTParamEnum&>(*other);
     enumMax_ = enumeration.enumMax_;
+    isAscending_ = enumeration.isAscending_;
     return ZMTChildList<ZMTEnumValue>::CopyFrom(&enumeration, this);
 }
 

@@ -4,8 +4,10 @@
 #include "params/bit_field.h"
 #include "params/boolean.h"
 #include "params/enumeration.h"
+#include "params/fkt_id_bit_stream.h"
 #include "params/number.h"
 #include "params/record.h"
+#include "params/stream.h"
 #include "params/string.h"
 #include "params/void.h"
 
@@ -13,19 +15,31 @@ namespace tarvex {
 namespace {
 
 template <class T>
-std::unique_ptr<ZMTParam> Make() {
+std::unique_ptr<ZMTParam> Make(const DOMElement& /*element*/) {
     return std::make_unique<T>();
+}
+
+std::unique_ptr<ZMTParam> MakeStream(const DOMElement& element) {
+    if (IsFktIDBitStream(element)) {
+        return std::make_unique<ZMTParamFktIDBitStream>();
+    }
+    return std::make_unique<ZMTParamStream>();
 }
 
 struct KindRow {
     const char* typeElement;
-    std::unique_ptr<ZMTParam> (*make)();
+    std::unique_ptr<ZMTParam> (*make)(const DOMElement& element);
 };
 constexpr KindRow kKinds[] = {
-    {"TNumber", Make<ZMTParamNumber>},     {"TEnum", Make<ZMTParamEnum>},
-    {"TString", Make<ZMTParamString>},     {"TBool", Make<ZMTParamBool>},
-    {"TBitField", Make<ZMTParamBitField>}, {"TVoid", Make<ZMTParamVoid>},
-    {"TArray", Make<ZMTParamArray>},       {"TRecord", Make<ZMTParamRecord>},
+    {"TNumber", Make<ZMTParamNumber>},
+    {"TEnum", Make<ZMTParamEnum>},
+    {"TString", Make<ZMTParamString>},
+    {"TBool", Make<ZMTParamBool>},
+    {"TBitField", Make<ZMTParamBitField>},
+    {"TVoid", Make<ZMTParamVoid>},
+    {"TArray", Make<ZMTParamArray>},
+    {"TRecord", Make<ZMTParamRecord>},
+    {"TStream", MakeStream},
 };
 
 /// The kind of the first type element among the direct children; null if there is none.
@@ -54,7 +68,7 @@ std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const DOMElement& element)
          child = NextSiblingElement(*child)) {
         kind = FindKind(*child);
     }
-    return kind == nullptr ? nullptr : kind->make();
+    return kind == nullptr ? nullptr : kind->make(element);
 }
 
 }  // namespace tarvex

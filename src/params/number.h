@@ -16,6 +16,7 @@ class ZMTParamNumber : public ZMTParam, public ZMTSelector {
     bool Dump(ZMostFCatLog& treeLog) const override;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
 
     bool IsSigned() const { return isSigned_; }
     std::int32_t Exponent() const { return exponent_; }

@@ -5,6 +5,15 @@
 
 namespace tarvex {
 
+bool HasCoordinates(const ZMTParam& param) {
+    return param.IsType(kParamNumber) && NamesEqual(param.GetName(), kPosName) &&
+           param.GetBytesInMsg() == kPosBytes;
+}
+
+const ZMTParam* AsSelector(const ZMTNode* node) {
+    return dynamic_cast<const ZMTSelector*>(node) == nullptr ? nullptr : dynamic_cast<const ZMTParam*>(node);
+}
+
 std::optional<const ZMTParam*> FindSelector(const ZMTParam& param) {
     const ZMTNode* parent = param.GetParent();
     if (NamesEqual(param.GetName(), kDataName)) {
@@ -12,8 +21,7 @@ std::optional<const ZMTParam*> FindSelector(const ZMTParam& param) {
         if (pos == nullptr) {
             return std::nullopt;
         }
-        return dynamic_cast<const ZMTSelector*>(pos) == nullptr ? nullptr
-                                                                : dynamic_cast<const ZMTParam*>(pos);
+        return AsSelector(pos);
     }
     const bool isInContainer =
         parent != nullptr && (parent->IsType(kParamArray) || parent->IsType(kParamRecord));

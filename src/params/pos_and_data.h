@@ -14,6 +14,12 @@ inline constexpr std::int32_t kPosBytes = 2;
 /// The record or array that "Pos" points into.
 inline constexpr const char* kDataName = "Data";
 
+/// The parameter is a number called "Pos" with room for both coordinates.
+bool HasCoordinates(const ZMTParam& param);
+
+/// The node as a parameter if it is of a kind that can select; else null.
+const ZMTParam* AsSelector(const ZMTNode* node);
+
 /// The selector of an array or record: for one called "Data" its sibling "Pos" if that is of a kind that can
 /// select, for another one the array or record that it stands in. Null if there is none; nothing if "Data"
 /// has no sibling "Pos" at all. Names are compared without regard to case.

@@ -9,9 +9,6 @@
 namespace tarvex {
 namespace {
 
-/// Up to so many fields are looked through faster than an index is built.
-constexpr unsigned kFewFields = 16;
-
 constexpr unsigned kFirstFieldPos = 1;
 
 unsigned CountChildElements(const DOMElement& parent, std::string_view name) {
@@ -83,40 +80,11 @@ bool ZMTParamRecord::Resolve(ImportContext& context) {
         return Raise<kRecordDataWithoutPos>(context.log, kPosName, kDataName);
     }
     selector_ = *selector;
-    index_ = Size() > kFewFields ? IndexFields() : nullptr;
-    ResolveOrDelete(context);
-    index_.reset();
+    ResolveParams(context);
     if (Count() == 0) {
         Raise<kRecordEmpty>(context.log);
     }
     return true;
-}
-
-std::unique_ptr<ZMTParamRecord::FieldIndex> ZMTParamRecord::IndexFields() const {
-    auto index = std::make_unique<FieldIndex>();
-    for (unsigned pos = kFirstFieldPos; pos < Size(); ++pos) {
-        if (const ZMTParam* field = GetAt(pos)) {
-            index->try_emplace(field->GetName(), pos);
-        }
-    }
-    return index;
-}
-
-ZMTParam* ZMTParamRecord::FindByName(const std::string& name) const {
-    if (!index_) {
-        return ZMTChildList<ZMTParam>::FindByName(name);
-    }
-    const auto found = index_->find(name);
-    if (found == index_->end()) {
-        return nullptr;
-    }
-    // A field that failed its check is gone; the next one of its name takes its place.
-    for (unsigned& pos = found->second; pos < Size(); ++pos) {
-        if (ZMTParam* field = GetAt(pos); field != nullptr && NamesEqual(field->GetName(), name)) {
-            return field;
-        }
-    }
-    return nullptr;
 }
 
 bool ZMTParamRecord::Dump(ZMostFCatLog& treeLog) const {

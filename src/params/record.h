@@ -3,25 +3,21 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
-#include "catalog/child_list.h"
 #include "catalog/param.h"
-#include "import/names.h"
 #include "params/collector.h"
+#include "params/param_list.h"
 #include "params/selector.h"
 
 namespace tarvex {
 
 /// An ordered set of field parameters, each in the slot of its position; slot 0 is empty.
-class ZMTParamRecord : public ZMTParam,
-                       public ZMTChildList<ZMTParam>,
-                       public ZMTSelector,
-                       public ZMTCollector {
+class ZMTParamRecord : public ZMTParam, public ParamList, public ZMTSelector, public ZMTCollector {
   public:
     int GetType() const override { return kParamRecord; }
     /// Raises 48 to 56; false without "TRecord", "NElements", "TypeRef" or fields, with a bad field or a gap
-    /// between the positions, and, without a message of its own, when arrays and records are nested too deep.
+    /// between the positions, and, without a message of its own, when arrays, records and streams are nested
+    /// too deep.
     bool Import(const DOMElement& element, ImportContext& context) override;
     /// Finds the selector; false with 57 for "Data" without "Pos". A field that fails is deleted; the record
     /// stays, with 58 when no field is left.
@@ -31,10 +27,9 @@ class ZMTParamRecord : public ZMTParam,
     /// The copy has no selector until it is resolved in its own place.
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
-    /// Does not look through all fields while they are being checked.
-    ZMTParam* FindByName(const std::string& name) const override;
 
     /// Tells at run time which fields stand in the message; not owned, null if there is none.
     const ZMTParam* Selector() const { return selector_; }
@@ -42,16 +37,11 @@ class ZMTParamRecord : public ZMTParam,
     std::uint32_t NElements() const { return nElements_; }
 
   private:
-    /// Slots by the names of the fields that they hold, the lowest of each name.
-    using FieldIndex = std::unordered_map<std::string, unsigned, NameHash, NameEqual>;
-
     bool ImportFields(const DOMElement& record, ImportContext& context);
     void CheckFieldCount(unsigned count, ImportContext& context);
-    std::unique_ptr<FieldIndex> IndexFields() const;
 
     const ZMTParam* selector_ = nullptr;
     std::uint32_t nElements_ = 0;
-    std::unique_ptr<FieldIndex> index_;  // only while the fields look for each other
 };
 
 }  // namespace tarvex

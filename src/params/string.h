@@ -15,6 +15,7 @@ class ZMTParamString : public ZMTParam {
     bool Dump(ZMostFCatLog& treeLog) const override;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
 
     /// The largest size in bytes, or kUnbounded.
     std::uint32_t MaxSize() const { return maxSize_; }

@@ -14,6 +14,7 @@ class ZMTParamVoid : public ZMTParam {
     bool ImportParamName(const DOMElement& element, ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
 };
 
 }  // namespace tarvex

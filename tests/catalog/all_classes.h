@@ -8,8 +8,11 @@
 #include "params/bit_field.h"
 #include "params/boolean.h"
 #include "params/enumeration.h"
+#include "params/fkt_id_bit_stream.h"
 #include "params/number.h"
 #include "params/record.h"
+#include "params/stream.h"
+#include "params/stream_case.h"
 #include "params/string.h"
 #include "params/void.h"
 
@@ -33,6 +36,8 @@ inline constexpr ClassRow kClasses[] = {
     {"function", MakeNode<ZMTFunction>, 3},
     {"operation", MakeNode<ZMTOperation>, 4},
     {"parameter", MakeNode<ZMTParam>, 5},
+    {"stream", MakeNode<ZMTParamStream>, 6},
+    {"stream case", MakeNode<ZMTParamStreamCase>, 7},
     {"array", MakeNode<ZMTParamArray>, 8},
     {"record", MakeNode<ZMTParamRecord>, 9},
     {"boolean", MakeNode<ZMTParamBool>, 10},
@@ -43,6 +48,7 @@ inline constexpr ClassRow kClasses[] = {
     {"string", MakeNode<ZMTParamString>, 16},
     {"bit field", MakeNode<ZMTParamBitField>, 17},
     {"void", MakeNode<ZMTParamVoid>, 18},
+    {"function-ID bit stream", MakeNode<ZMTParamFktIDBitStream>, 20},
     {"definitions", MakeNode<ZMTDefinition>, 100},
     {"definition", MakeNode<ZMTDef>, 101},
     {"type definition", MakeNode<ZMTDefType>, 102},

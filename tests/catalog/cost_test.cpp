@@ -10,6 +10,7 @@
 #include "params/composites.h"
 #include "params/enumeration.h"
 #include "params/record.h"
+#include "params/stream.h"
 #include "support/catalog_import.h"
 
 namespace tarvex::test {
@@ -213,6 +214,81 @@ TEST(Cost, RecordOf4095RecordsInARecord) {
     EXPECT_LT(Clock::now() - start, kBound);
     ASSERT_TRUE(imported->ok);
     EXPECT_EQ(imported->messages, "");
+}
+
+/// The values of one of many stream cases.
+struct ManyCases {
+    const char* what;
+    std::string (*posY)(unsigned number);
+    unsigned kept;
+    std::string messages;
+};
+
+TEST(Cost, StreamOf20000Cases) {
+    constexpr unsigned kCases = 20000;
+    const std::string overlap = "Warning #0035 in '/Cat/Amp/Volume/Body':\n  Overlapping streamcase(s)\n";
+    std::string doubles;
+    for (unsigned number = 1; number < kCases; ++number) {
+        doubles += "Warning #0033 in '/Cat/Amp/Volume/Body':\n  Double definition of element at position 7\n";
+    }
+    const ManyCases rows[] = {
+        {"all different", [](unsigned number) { return std::to_string(number); }, kCases, ""},
+        {"all overlapping", [](unsigned number) { return ">" + std::to_string(number); }, kCases, overlap},
+        {"one around the others",
+         [](unsigned number) { return number == 0 ? std::string("0..20000") : std::to_string(number); },
+         kCases, overlap},
+        {"all equal", [](unsigned) { return std::string("7"); }, 1, doubles},
+    };
+    for (const auto& [what, posY, kept, messages] : rows) {
+        SCOPED_TRACE(what);
+        std::string cases;
+        for (unsigned number = 0; number < kCases; ++number) {
+            cases += R"(<StreamCase><PosDescription PosX="S" PosY=")" + posY(number) +
+                     R"("/><StreamParam><ParamName ParamIdx="1">F</ParamName><TVoid TypeRef="type_void"/>)" +
+                     "</StreamParam></StreamCase>";
+        }
+        const std::string xml = CatalogOfParams(
+            Param("S", kByte, At(1)) +
+            Param("Body", R"(<TStream TypeRef="type_stream" Length="8">)" + cases + "</TStream>", At(2)));
+        const auto start = Clock::now();
+        const auto imported = ImportText(xml);
+        EXPECT_LT(Clock::now() - start, kBound);
+        ASSERT_TRUE(imported->ok);
+        EXPECT_TRUE(imported->messages == messages);  // too long to be shown
+        const auto* stream = NodeAt<ZMTParamStream>(imported->catalog, "Amp", "Volume", "Status", "Body");
+        ASSERT_NE(stream, nullptr);
+        EXPECT_EQ(stream->Count(), kept);
+    }
+}
+
+TEST(Cost, StreamCaseOf4000ParametersInTwoOperations) {
+    constexpr unsigned kParams = 4000;
+    for (const bool inSteps : {false, true}) {
+        SCOPED_TRACE(inSteps ? "one position" : "a position each");
+        std::string params;
+        for (unsigned number = kParams; number > 0; --number) {
+            const std::string text = std::to_string(number);
+            params += "<StreamParam><ParamName ParamIdx=\"" + (inSteps ? "1seq" + text : text) +
+                      "\">ParameterWithALongCommonName" + text +
+                      "</ParamName><TVoid TypeRef=\"type_void\"/></StreamParam>";
+        }
+        const std::string xml = CatalogOfParams(Param(
+            "Body",
+            R"(<TStream TypeRef="type_stream" Length="8"><StreamCase>)" + params + "</StreamCase></TStream>",
+            "<PCmdSet/><PReportStatus/>"));
+        const auto start = Clock::now();
+        const auto imported = ImportText(xml);
+        EXPECT_LT(Clock::now() - start, kBound);
+        ASSERT_TRUE(imported->ok);
+        EXPECT_EQ(imported->messages, "");
+        for (const char* operation : {"Set", "Status"}) {
+            const auto* streamCase = NodeAt<ZMTParamStreamCase>(imported->catalog, "Amp", "Volume", operation,
+                                                                "Body", "{StreamCase}");
+            ASSERT_NE(streamCase, nullptr);
+            EXPECT_EQ(streamCase->Count(), kParams);
+            EXPECT_EQ(streamCase->SeqCnt(), inSteps ? kParams : 0);
+        }
+    }
 }
 
 }  // namespace

@@ -48,7 +48,14 @@ std::string EveryKind() {
                         <TVoid TypeRef="type_void"/></TRecordField>
                         <TRecordField FieldIdx="1"><TRecordFieldName>First</TRecordFieldName>
                         <TString TypeRef="type_string" MaxSize="4"/></TRecordField></TRecord>)",
-              at(7)));
+              at(7)) +
+        Param("Body", R"(<TStream TypeRef="type_stream" Length="9">
+                         <StreamCase><PosDescription PosX="1..4" PosY="2..5"/>
+                         <StreamParam><ParamName ParamIdx="2seq1">Late</ParamName>
+                         <TString TypeRef="type_string" MaxSize="4"/></StreamParam>
+                         <StreamParam><ParamName ParamIdx="1">Early</ParamName>
+                         <TVoid TypeRef="type_void"/></StreamParam></StreamCase></TStream>)",
+              at(8)));
 }
 
 TEST(CopyFrom, TakesNodesOfExactlyTheSameClass) {
@@ -94,7 +101,7 @@ TEST(CopyFrom, CopiesNameParentBytesAndIndentOfEveryClass) {
         EXPECT_EQ(copy->GetName(), "Original");
         EXPECT_EQ(copy->GetParent(), &parent);
         EXPECT_EQ(copy->GetBytesInMsg(), 3);
-        EXPECT_EQ(copy->GetIndent(), 2U);
+        EXPECT_EQ(copy->GetIndent(), row.code == kParamStreamCase ? 1U : 2U);
     }
 }
 
@@ -118,7 +125,7 @@ TEST(CopyFrom, CopiesTheFieldsOfDefinitions) {
 }
 
 TEST(Clone, KeepsClassNameAndParent) {
-    const int cloneable[] = {3, 4, 5, 8, 9, 10, 11, 13, 14, 15, 16, 17, 18};
+    const int cloneable[] = {3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 14, 15, 16, 17, 18, 20};
     PlainNode parent("Parent");
     for (const ClassRow& row : kClasses) {
         if (std::find(std::begin(cloneable), std::end(cloneable), row.code) == std::end(cloneable)) {
@@ -146,10 +153,12 @@ TEST(Clone, OfAFunctionEqualsItInEveryLineOfTheTreeLog) {
     ASSERT_NE(clone, nullptr);
     const std::string dump = DumpOf(*clone);
     EXPECT_EQ(dump, DumpOf(*function));
-    for (const char* header : {"PARAMNUMBER: Speed", "PARAMENUM: Mode", "ENUMVALUE: Off", "PARAMSTRING: Text",
-                               "PARAMBITFIELD: Flags", "PARAMBOOL: Switch", "PARAMBOOLFIELD: On",
-                               "PARAMVOID: Nothing", "PARAMARRAY: List", "PARAMSTRING: Item",
-                               "PARAMRECORD: Rec", "PARAMSTRING: First", "PARAMVOID: Second"}) {
+    for (const char* header :
+         {"PARAMNUMBER: Speed", "PARAMENUM: Mode", "ENUMVALUE: Off", "PARAMSTRING: Text",
+          "PARAMBITFIELD: Flags", "PARAMBOOL: Switch", "PARAMBOOLFIELD: On", "PARAMVOID: Nothing",
+          "PARAMARRAY: List", "PARAMSTRING: Item", "PARAMRECORD: Rec", "PARAMSTRING: First",
+          "PARAMVOID: Second", "PARAMSTREAM: Body", "PARAMSTREAMCASE: {StreamCase}", "PARAMVOID: Early",
+          "PARAMSTRING: Late"}) {
         EXPECT_NE(dump.find(header), std::string::npos) << header;
     }
 }
@@ -177,7 +186,7 @@ TEST(Clone, HasChildrenOfItsOwnThatKnowTheirNewParents) {
     EXPECT_NE(operation, function->FindChild("Status"));
     EXPECT_EQ(operation->GetParent(), clone.get());
     EXPECT_EQ(clone->GetParent(), function->GetParent());
-    for (const char* name : {"Speed", "Mode", "Text", "Flags", "Switch", "Nothing", "List", "Rec"}) {
+    for (const char* name : {"Speed", "Mode", "Text", "Flags", "Switch", "Nothing", "List", "Rec", "Body"}) {
         SCOPED_TRACE(name);
         ZMTNode* param = operation->FindChild(name);
         ASSERT_NE(param, nullptr);
@@ -186,7 +195,8 @@ TEST(Clone, HasChildrenOfItsOwnThatKnowTheirNewParents) {
     }
     for (const auto& [param, child] :
          {std::pair{"Mode", "On"}, std::pair{"Flags", "Mute"}, std::pair{"Switch", "On"},
-          std::pair{"List", "Item"}, std::pair{"Rec", "First"}, std::pair{"Rec", "Second"}}) {
+          std::pair{"List", "Item"}, std::pair{"Rec", "First"}, std::pair{"Rec", "Second"},
+          std::pair{"Body", "{StreamCase}"}}) {
         SCOPED_TRACE(param);
         ZMTNode* owner = operation->FindChild(param);
         ASSERT_NE(owner->FindChild(child), nullptr);
@@ -210,6 +220,8 @@ TEST(Clone, OutlivesAndIgnoresItsOriginal) {
     EXPECT_EQ(clone->FindChild("Flags")->GetPath(), "/Status/Flags");
     EXPECT_EQ(clone->FindChild("List")->FindChild("Item")->GetPath(), "/Status/List/Item");
     EXPECT_EQ(clone->FindChild("Rec")->GetChild(2)->GetPath(), "/Status/Rec/Second");
+    EXPECT_EQ(clone->FindChild("Body")->GetChild(0)->GetChild(1)->GetPath(),
+              "/Status/Body/{StreamCase}/Late");
 }
 
 TEST(Clone, FailsWhenAChildCannotBeCloned) {

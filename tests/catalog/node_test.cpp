@@ -35,7 +35,7 @@ TEST(NewNode, IsEmptyAndAlone) {
     for (const ClassRow& row : kClasses) {
         SCOPED_TRACE(row.name);
         const std::unique_ptr<ZMTNode> node = row.make();
-        EXPECT_EQ(node->GetName(), "");
+        EXPECT_EQ(node->GetName(), row.code == kParamStreamCase ? "{StreamCase}" : "");
         EXPECT_EQ(node->GetParent(), nullptr);
         EXPECT_EQ(node->GetBytesInMsg(), 0);
         EXPECT_EQ(node->GetIndent(), 0U);

@@ -55,11 +55,31 @@ std::string EveryNode() {
         Param("Free", R"(<TArray TypeRef="type_any" NMax="1"><TArrayName>Word</TArrayName>
                          <TString TypeRef="type_any" MaxSize="1"/></TArray>)",
               At(9)) +
+        Param("Body",
+              R"(<TStream TypeRef="type_any" Length="40">
+                 <StreamCase><PosDescription PosX="1..4" PosY="2..5"/>
+                 <StreamParam><ParamName ParamIdx="2seq2">Third</ParamName>
+                 <TString TypeRef="type_any" MaxSize="3"/></StreamParam>
+                 <StreamParam><ParamName ParamIdx="2seq1">Second</ParamName>
+                 <TVoid TypeRef="type_any"/></StreamParam>
+                 <StreamParam><ParamName ParamIdx="1">First</ParamName><TStream TypeRef="type_any" Length="-1">
+                 <StreamCase><PosY PosDescription="3"/><StreamParam><ParamName ParamIdx="1">Only</ParamName>
+                 <TVoid TypeRef="type_any"/></StreamParam></StreamCase></TStream></StreamParam></StreamCase>
+                 <StreamCase><PosDescription PosX="1..4" PosY=">6"/>
+                 <StreamParam><ParamName ParamIdx="1">Rest</ParamName>
+                 <TVoid TypeRef="type_any"/></StreamParam></StreamCase></TStream>)",
+              At(10)) +
         Param("", R"(<TVoid TypeRef="type_any"/>)", "<PCmdGet/>");
+    const std::string fktIDs =
+        Param("FktIDs", R"(<TStream TypeRef="type_any"><StreamCase/></TStream>)", At(1));
     return CatalogOf(
         "<FBlock><FBlockID>7</FBlockID><FBlockName>Amp</FBlockName>"
-        "<Function><FunctionID>0x4A</FunctionID><FunctionName>Volume</FunctionName>"
+        "<Function><FunctionID>0x000</FunctionID><FunctionName>FktIDs</FunctionName>"
         "<FunctionClass><Property><PUnclassified>" +
+            fktIDs +
+            "</PUnclassified></Property></FunctionClass></Function>"
+            "<Function><FunctionID>0x4A</FunctionID><FunctionName>Volume</FunctionName>"
+            "<FunctionClass><Property><PUnclassified>" +
             params + "</PUnclassified></Property></FunctionClass></Function></FBlock>",
         kSmallDefinitions);
 }
@@ -73,6 +93,20 @@ constexpr const char* kEveryNodeTree = R"(CATALOG: Cat
 	.FBlockID: 0x07
 	.Parent: /Cat
 	.BytesInMsg: 0
+		FUNCTION: FktIDs
+		.FunctionID: 0x000
+		.Parent: /Cat/Amp
+		.BytesInMsg: 0
+			OPERATION: Status
+			.OPType: 12
+			.Parent: /Cat/Amp/FktIDs
+			.BytesInMsg: 0
+				PARAMFKTIDBITSTREAM: FktIDs
+				.Parent: /Cat/Amp/FktIDs/Status
+				.BytesInMsg: 0
+				.ParamPos: 0
+				.TypeIDName: Any
+				.DefType: Any
 		FUNCTION: Volume
 		.FunctionID: 0x04A
 		.Parent: /Cat/Amp
@@ -197,6 +231,68 @@ constexpr const char* kEveryNodeTree = R"(CATALOG: Cat
 					.ParamPos: 0
 					.TypeIDName: Any
 					.MaxSize: 1
+				PARAMSTREAM: Body
+				.Parent: /Cat/Amp/Volume/Status
+				.BytesInMsg: 0
+				.ParamPos: 9
+				.TypeIDName: Any
+				.SelectorParam: Pos
+				.Length: 40
+					PARAMSTREAMCASE: (Pos=0x02..0x05)
+					.Parent: /Cat/Amp/Volume/Status/Body
+					.BytesInMsg: 0
+					.ParamPos: 0
+					.TypeIDName:@
+					.PosXString: 1..4
+					.PosYMin: 2
+					.PosYMax: 5
+					.SeqCnt: 2
+						PARAMSTREAM: First
+						.Parent: /Cat/Amp/Volume/Status/Body/(Pos=0x02..0x05)
+						.BytesInMsg: 0
+						.ParamPos: 1
+						.TypeIDName: Any
+						.SelectorParam:@
+						.Length: -1
+							PARAMSTREAMCASE: {StreamCase}
+							.Parent: /Cat/Amp/Volume/Status/Body/(Pos=0x02..0x05)/First
+							.BytesInMsg: 0
+							.ParamPos: 0
+							.TypeIDName:@
+							.PosXString: #NULL#
+							.PosYMin: 3
+							.PosYMax: 3
+							.SeqCnt: 0
+								PARAMVOID: Only
+								.Parent: /Cat/Amp/Volume/Status/Body/(Pos=0x02..0x05)/First/{StreamCase}
+								.BytesInMsg: 0
+								.ParamPos: 1
+								.TypeIDName: Any
+						PARAMVOID: Second
+						.Parent: /Cat/Amp/Volume/Status/Body/(Pos=0x02..0x05)
+						.BytesInMsg: 0
+						.ParamPos: 2 seq 1
+						.TypeIDName: Any
+						PARAMSTRING: Third
+						.Parent: /Cat/Amp/Volume/Status/Body/(Pos=0x02..0x05)
+						.BytesInMsg: 0
+						.ParamPos: 2 seq 2
+						.TypeIDName: Any
+						.MaxSize: 3
+					PARAMSTREAMCASE: (Pos>=0x06)
+					.Parent: /Cat/Amp/Volume/Status/Body
+					.BytesInMsg: 0
+					.ParamPos: 0
+					.TypeIDName:@
+					.PosXString: 1..4
+					.PosYMin: 6
+					.PosYMax: 2147483647
+					.SeqCnt: 0
+						PARAMVOID: Rest
+						.Parent: /Cat/Amp/Volume/Status/Body/(Pos>=0x06)
+						.BytesInMsg: 0
+						.ParamPos: 1
+						.TypeIDName: Any
 	DEFINITION:@
 		DEFLISTTYPE:@
 		.Parent: /Cat/

@@ -68,6 +68,7 @@ constexpr ExpectedText kExpected[] = {
     {19034,
      "Too many errors while importing parameters. "
      "Removing all parameters from the function's operations."},
+    {19035, "<StreamCase> without <StreamParam> not supported yet"},
     // The import itself
     {18199, "Error(s) occured, XML database not available"},
     {18200, "Parsing XML "},
@@ -99,7 +100,7 @@ constexpr ExpectedText kExpected[] = {
 };
 
 constexpr unsigned kNumbersWithoutText[] = {0,     1,     18150, 18167, 18168, 18171,
-                                            18175, 18185, 18189, 19024, 19035};
+                                            18175, 18185, 18189, 19024, 19036};
 
 constexpr bool kLoadForms[] = {false, true};
 

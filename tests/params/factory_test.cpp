@@ -24,8 +24,8 @@ struct KindCase {
     int code;
 };
 constexpr KindCase kKinds[] = {
-    {"TNumber", 13},   {"TEnum", 14}, {"TString", 16}, {"TBool", 10},
-    {"TBitField", 17}, {"TVoid", 18}, {"TArray", 8},   {"TRecord", 9},
+    {"TNumber", 13}, {"TEnum", 14}, {"TString", 16}, {"TBool", 10},  {"TBitField", 17},
+    {"TVoid", 18},   {"TArray", 8}, {"TRecord", 9},  {"TStream", 6},
 };
 
 TEST(Factory, FindsTheTypeElementDirectlyOrOneLevelDeeper) {
@@ -46,6 +46,8 @@ constexpr const char* kUnknown[] = {
     "<TShortStream/>",
     "<TArrayElementType/>",
     "<TRecordField/>",
+    "<StreamCase/>",
+    "<tstream/>",
     "<tnumber/>",
     "<TNumberX/>",
     "<Type>TNumber</Type>",
@@ -62,6 +64,7 @@ TEST(Factory, PrefersTheDirectChild) {
     EXPECT_EQ(KindOf("<PUParamType><TString/></PUParamType><TNumber/>"), 13);
     EXPECT_EQ(KindOf("<A><TString/></A><B><TNumber/></B>"), 16);
     EXPECT_EQ(KindOf("<TArray><TRecord/><TNumber/></TArray>"), 8);
+    EXPECT_EQ(KindOf("<TStream><TRecord/><TNumber/></TStream>"), 6);
     EXPECT_EQ(KindOf("<Wrapper><TArray><TRecord/></TArray></Wrapper><TRecord/>"), 9);
 }
 

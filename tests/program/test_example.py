@@ -46,8 +46,8 @@ class Example(ProgramTest):
         self.convert()
         database = json.loads((self.dir / "roadster.vorn").read_text(encoding="utf-8"))
         self.assertEqual(len(database["nodes"]), 7)
-        self.assertEqual(len(database["messages"]), 136)
-        self.assertEqual(len({message["identifier"] for message in database["messages"]}), 136)
+        self.assertEqual(len(database["messages"]), 144)
+        self.assertEqual(len({message["identifier"] for message in database["messages"]}), 144)
 
     def test_two_runs_give_identical_bytes(self):
         self.convert()

@@ -14,7 +14,8 @@ ALLOWED = {
     "params": {"catalog", "import"},
     "manager": {"params", "catalog", "import"},
     "export": {"catalog", "params", "import", "kestrel"},
-    "driver": {"export", "manager", "import"},
+    "disasm": {"catalog", "params", "import"},
+    "driver": {"export", "disasm", "manager", "import"},
 }
 
 

@@ -1,0 +1,48 @@
+#include "disasm/bit_field_item.h"
+
+#include "disasm/wording.h"
+#include "import/format_text.h"
+
+namespace tarvex {
+namespace {
+
+/// Fields of so many bits or more have bit numbers of two digits.
+constexpr std::uint32_t kLongField = 10;
+
+}  // namespace
+
+bool ZMTParamBitField::Disassemble(ZMostParameterListBaseInfo& info,
+                                   std::span<const std::uint8_t> bytes) const {
+    const std::size_t offset = info.Offset();
+    const auto taken = info.Take(*this, GetBytesInMsg(), bytes, 1 + Length());
+    if (!taken) {
+        return false;
+    }
+    info.Append(std::make_unique<ZMostParameterBitField>(*this, *taken, offset));
+    return true;
+}
+
+ZMostParameterBitField::ZMostParameterBitField(const ZMTParamBitField& field,
+                                               std::span<const std::uint8_t> bytes, std::size_t offset)
+    : ZMostParameter(field, bytes, offset) {
+    const std::uint32_t value = RawValue();
+    for (unsigned bit = 0; bit < field.Length(); ++bit) {
+        bits_.Append(std::make_unique<ZMostParameterBoolField>(field, field.FindBit(bit), bit,
+                                                               (value >> bit & 1U) != 0, offset));
+    }
+}
+
+std::string ZMostParameterBoolField::GetName() const {
+    const std::string label = FormatText(field_.Length() >= kLongField ? "[bit%2d]" : "[bit%d]", bit_);
+    return boolField_ == nullptr || boolField_->GetName().empty() ? label
+                                                                  : label + " " + boolField_->GetName();
+}
+
+std::string ZMostParameterBoolField::GetText() const {
+    if (boolField_ == nullptr) {
+        return value_ ? "1" : "0";
+    }
+    return ShownName(value_ ? boolField_->TrueDesc() : boolField_->FalseDesc());
+}
+
+}  // namespace tarvex

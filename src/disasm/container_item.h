@@ -1,0 +1,27 @@
+#pragma once
+
+#include "disasm/item_list.h"
+
+namespace tarvex {
+
+/// A parameter that is made of others. While the message is read its members take their bytes one behind the
+/// other; the item has them all in the end, also when not all could be read.
+class ContainerItem : public ZMostParameter {
+  public:
+    /// Begins at the offset of `info`, which outlives the reading.
+    ContainerItem(const ZMTNode& parameter, ZMostParameterListBaseInfo& info)
+        : ZMostParameter(parameter, {}, info.Offset()), members_(info) {}
+
+    const ZMostParameterListBaseInfo* Members() const override { return &members_; }
+    ZMostParameterListBaseInfo& Members() { return members_; }
+
+    /// Appends the finished item to the list that it was begun with, whose offset moves behind it. One that
+    /// could not be read, not even its first member, is dropped. Returns `isGood`.
+    static bool Finish(std::unique_ptr<ContainerItem> item, bool isGood, ZMostParameterListBaseInfo& info,
+                       std::span<const std::uint8_t> message);
+
+  private:
+    ZMostParameterListBaseInfo members_;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "catalog/catalog.h"
+#include "disasm/item_list.h"
+#include "disasm/message_line.h"
+
+namespace tarvex {
+
+/// What a catalog makes of one message.
+struct DecodedMessage {
+    /// Null where the catalog does not know the identifier.
+    const ZMTFBlock* block = nullptr;
+    const ZMTFunction* function = nullptr;
+    const ZMTOperation* operation = nullptr;
+    /// The parameters as far as they could be read.
+    ZMostParameterListBaseInfo items;
+    /// What does not fit, in words; empty for a message as described.
+    std::vector<std::string> faults;
+};
+
+/// Decodes a message with the catalog's description of its operation. `out` is a fresh object.
+void DecodeMessage(const ZMTCatalog& catalog, const CapturedMessage& message, DecodedMessage& out);
+
+}  // namespace tarvex

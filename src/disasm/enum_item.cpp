@@ -1,0 +1,31 @@
+#include "disasm/enum_item.h"
+
+#include "disasm/item_list.h"
+#include "disasm/wording.h"
+#include "import/format_text.h"
+
+namespace tarvex {
+
+bool ZMTParamEnum::Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const {
+    const std::size_t offset = info.Offset();
+    const auto taken = info.Take(*this, GetBytesInMsg(), bytes);
+    if (!taken) {
+        return false;
+    }
+    info.Append(std::make_unique<ZMostParameterEnum>(*this, *taken, offset));
+    return true;
+}
+
+std::string ZMostParameterEnum::GetText() const {
+    const std::string code = FormatText(Bytes().size() > 1 ? "0x%04X" : "0x%02X", RawValue());
+    const std::string name = ValueName();
+    return name.empty() ? code : name + " (" + code + ")";
+}
+
+std::string ZMostParameterEnum::ValueName() const {
+    const std::uint32_t code = RawValue();
+    const ZMTEnumValue* value = enumeration_.FindValue(code);
+    return value == nullptr ? std::string() : ShownName(value->GetName());
+}
+
+}  // namespace tarvex

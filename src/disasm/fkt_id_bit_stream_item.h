@@ -1,0 +1,20 @@
+#pragma once
+
+#include "disasm/item.h"
+#include "params/fkt_id_bit_stream.h"
+
+namespace tarvex {
+
+/// The functions that a block offers: all bytes that are left of the message.
+class ZMostParameterFktIDBitStream : public ZMostParameter {
+  public:
+    ZMostParameterFktIDBitStream(const ZMTParamFktIDBitStream& stream, std::span<const std::uint8_t> bytes,
+                                 std::size_t offset)
+        : ZMostParameter(stream, bytes, offset) {}
+
+    std::string GetName() const override { return "FktIDs"; }
+    /// The FunctionIDs in ascending order: "000, 001, 100..105".
+    std::string GetText() const override;
+};
+
+}  // namespace tarvex

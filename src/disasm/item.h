@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "catalog/node.h"
+
+namespace tarvex {
+
+class ZMostParameterListBaseInfo;
+
+/// One decoded parameter of a message: the parameter of the catalog, a copy of its bytes, and the offset in
+/// the message at which they stand. The catalog outlives the item.
+class ZMostParameter {
+  public:
+    ZMostParameter(const ZMTNode& parameter, std::span<const std::uint8_t> bytes, std::size_t offset)
+        : parameter_(parameter), bytes_(bytes.begin(), bytes.end()), offset_(offset) {}
+    ZMostParameter(const ZMostParameter&) = delete;
+    ZMostParameter& operator=(const ZMostParameter&) = delete;
+    virtual ~ZMostParameter() = default;
+
+    /// The code of the parameter's class.
+    virtual int GetType() const { return parameter_.GetType(); }
+    bool IsType(int code) const { return code == GetType(); }
+    /// How the item is called: the parameter's name, unless the kind has labels of its own.
+    virtual std::string GetName() const { return parameter_.GetName(); }
+    /// The value in words; empty for kinds that have none.
+    virtual std::string GetText() const { return {}; }
+    /// The items of which this one is made, in the order of the message; null for a scalar.
+    virtual const ZMostParameterListBaseInfo* Members() const { return nullptr; }
+
+    const ZMTNode& Parameter() const { return parameter_; }
+    std::span<const std::uint8_t> Bytes() const { return bytes_; }
+    /// In bytes from the beginning of the message.
+    std::size_t Offset() const { return offset_; }
+
+    /// The unsigned number in `length` bytes (1 to 4) that begin at a byte of the item, most significant
+    /// first; 0 for another length or beyond the item's end.
+    std::uint32_t RawValue(std::size_t begin, std::size_t length) const;
+    /// That of all bytes.
+    std::uint32_t RawValue() const { return RawValue(0, bytes_.size()); }
+
+  protected:
+    /// For items that know their bytes only when their members are decoded.
+    void SetBytes(std::span<const std::uint8_t> bytes) { bytes_.assign(bytes.begin(), bytes.end()); }
+
+  private:
+    const ZMTNode& parameter_;
+    std::vector<std::uint8_t> bytes_;
+    std::size_t offset_;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "disasm/item.h"
+
+namespace tarvex {
+
+/// One message gives so many items at most; the parameter that needs more is a fault.
+inline constexpr std::size_t kMaxItems = 65536;
+
+/// Something in a message that does not fit its description.
+struct DisassemblyFault {
+    std::string text;
+    /// In bytes from the beginning of the message.
+    std::size_t offset;
+};
+
+/// Collects the items of one message, or those of an array, record or stream in it. Parameters take their
+/// bytes at its offset, one behind the other.
+class ZMostParameterListBaseInfo {
+  public:
+    /// For a message, from its first byte on.
+    ZMostParameterListBaseInfo() = default;
+    /// For the members of an item that is about to join `outer`: from outer's offset on, with outer's faults.
+    /// `outer` outlives this list's use by Disassemble.
+    explicit ZMostParameterListBaseInfo(ZMostParameterListBaseInfo& outer)
+        : root_(outer.root_), offset_(outer.offset_) {}
+    ZMostParameterListBaseInfo(const ZMostParameterListBaseInfo&) = delete;
+    ZMostParameterListBaseInfo& operator=(const ZMostParameterListBaseInfo&) = delete;
+    ~ZMostParameterListBaseInfo() = default;
+
+    /// Where the next parameter begins, in bytes from the beginning of the message.
+    std::size_t Offset() const { return offset_; }
+    void SetOffset(std::size_t offset) { offset_ = offset; }
+
+    /// Makes room for the items of a parameter; false, and a fault, when the message has too many.
+    bool Reserve(const ZMTNode& parameter, std::size_t items = 1);
+    /// Makes room for them and takes the next `count` bytes of the message for the parameter; the offset
+    /// moves behind them. Nothing, and a fault, when they are not all there.
+    std::optional<std::span<const std::uint8_t>> Take(const ZMTNode& parameter, std::int64_t count,
+                                                      std::span<const std::uint8_t> message,
+                                                      std::size_t items = 1);
+    void Append(std::unique_ptr<ZMostParameter> item) { items_.push_back(std::move(item)); }
+    const std::vector<std::unique_ptr<ZMostParameter>>& Items() const { return items_; }
+
+    /// The last item of this list that was decoded from a parameter; null if there is none yet.
+    const ZMostParameter* Find(const ZMTNode& parameter) const;
+
+    /// Notes that the message does not fit the parameter at an offset. Always false.
+    bool Fault(const ZMTNode& parameter, std::size_t offset, const std::string& what);
+    /// Those of the whole message.
+    const std::vector<DisassemblyFault>& Faults() const { return root_->faults_; }
+
+    /// Number of the only entry or field that arrays and records directly in this list have in the message; 0
+    /// for all.
+    unsigned MemberNumber() const { return memberNumber_; }
+    void SetMemberNumber(unsigned number) { memberNumber_ = number; }
+
+  private:
+    ZMostParameterListBaseInfo* root_ = this;
+    std::vector<std::unique_ptr<ZMostParameter>> items_;
+    std::vector<DisassemblyFault> faults_;  // of the root
+    std::size_t itemCount_ = 0;             // of the root
+    std::size_t offset_ = 0;
+    unsigned memberNumber_ = 0;
+};
+
+}  // namespace tarvex

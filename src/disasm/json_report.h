@@ -1,0 +1,16 @@
+#pragma once
+
+#include "disasm/report.h"
+
+namespace tarvex {
+
+/// One JSON object per line of the capture, with the items nested as the parameters are.
+class JsonReport : public Report {
+  public:
+    void Message(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
+                 std::string& out) const override;
+    void BadLine(const LinePlace& place, std::string_view line, std::string_view fault,
+                 std::string& out) const override;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "disasm/decoded_message.h"
+
+namespace tarvex {
+
+/// Where a line of a capture stands.
+struct LinePlace {
+    /// Empty when there is only standard input.
+    std::string file;
+    /// Counted from 1.
+    std::uint64_t number = 0;
+};
+
+/// Appends what the lines of a capture say to a text, in one of the output formats.
+class Report {
+  public:
+    Report() = default;
+    Report(const Report&) = delete;
+    Report& operator=(const Report&) = delete;
+    virtual ~Report() = default;
+
+    /// A message with its items and faults.
+    virtual void Message(const LinePlace& place, const CapturedMessage& message,
+                         const DecodedMessage& decoded, std::string& out) const = 0;
+    /// A line that is no message.
+    virtual void BadLine(const LinePlace& place, std::string_view line, std::string_view fault,
+                         std::string& out) const = 0;
+};
+
+/// "22.01.200.C", as messages are written everywhere.
+std::string AddressText(const CapturedMessage& message);
+
+/// Two hexadecimal digits for each byte, with `separator` between them.
+std::string HexText(std::span<const std::uint8_t> bytes, std::string_view separator);
+
+}  // namespace tarvex

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "disasm/report.h"
+
+namespace tarvex {
+
+/// What a run of the disassembler comes to, as its exit status.
+enum DisasmStatus : int {
+    kDisasmClean = 0,
+    /// A line was no message, or a message did not fit the catalog.
+    kDisasmFaults = 1,
+    /// The catalog or a capture could not be read, or the output not be written.
+    kDisasmTrouble = 2,
+};
+
+/// Decodes the messages of capture files ("-" and none at all mean standard input) with a catalog, and writes
+/// the report to standard output as it goes. Problems of the catalog are told on standard error in one line.
+DisasmStatus RunDisasm(const std::string& catalogPath, const std::vector<std::string>& captures,
+                       const Report& report);
+
+}  // namespace tarvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace tarvex {
+
+/// Of a longer line only so many bytes are given; the rest is skipped.
+inline constexpr std::size_t kMaxLine = std::size_t{1} << 18;
+
+/// Reads the lines of a stream of any length in constant memory.
+class LineReader {
+  public:
+    /// `beforeRead` is called each time before the reader asks for more, which may block; when it returns
+    /// false the stream counts as ended. The descriptor is not owned.
+    LineReader(int descriptor, std::function<bool()> beforeRead);
+
+    /// The next line without its line feed, valid until the next call; false at the end of the stream. What
+    /// stands before an error without a line feed is no line.
+    bool Next(std::string_view& line);
+    /// The line that Next gave was longer than kMaxLine.
+    bool IsCut() const { return isCut_; }
+    /// The stream ended with an error.
+    bool HasFailed() const { return hasFailed_; }
+
+  private:
+    bool Fill();
+    bool FindLineFeed(std::size_t from, std::size_t& at) const;
+    void SkipRestOfLine();
+
+    int descriptor_;
+    std::function<bool()> beforeRead_;
+    std::vector<char> buffer_;
+    std::size_t begin_ = 0;  // of what was not given out yet
+    std::size_t end_ = 0;
+    bool isCut_ = false;
+    bool isAtEnd_ = false;
+    bool hasFailed_ = false;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+
+#include "catalog/param.h"
+#include "params/param_list.h"
+
+namespace tarvex {
+
+/// The text of a coordinate that a catalog leaves open.
+inline constexpr const char* kNoCoordinate = "#NULL#";
+
+/// The parameters that a stream holds while its selector has a value of a certain range, in the order in
+/// which they stand in the message.
+class ZMTParamStreamCase : public ZMTParam, public ParamList {
+  public:
+    ZMTParamStreamCase();
+
+    int GetType() const override { return kParamStreamCase; }
+    /// Reads a "StreamCase" element; raises 17 to 26, false at the first parameter or range that is of no
+    /// use.
+    bool Import(const DOMElement& element, ImportContext& context) override;
+    /// Finds the selector and takes a name from it. Raises 27 and fails when the stream has another selector
+    /// already. A parameter that fails is deleted; the case stays.
+    bool Resolve(ImportContext& context) override;
+    /// Cases have names of the program's own making, which may repeat.
+    bool HasDuplicateName() const override { return false; }
+    /// A case does not deepen the indentation.
+    unsigned GetIndentLevel() const override;
+    bool Dump(ZMostFCatLog& treeLog) const override;
+    using ZMTChildList<ZMTParam>::CopyFrom;
+    bool CopyFrom(const ZMTNode* other) override;
+    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
+    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
+    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+
+    /// The catalog's text for the x coordinate; may name the selector.
+    const std::string& PosXString() const { return posXString_; }
+    /// Values of the selector for which the case stands, both included. Negative ones are in two's
+    /// complement; kOpenRangeEnd means no upper bound.
+    std::uint32_t PosYMin() const { return posYMin_; }
+    std::uint32_t PosYMax() const { return posYMax_; }
+    /// The case may stand for that x coordinate: the text names it, a range with it, or says nothing about x.
+    bool AdmitsX(unsigned x) const { return !hasRangeX_ || (posXMin_ <= x && x <= posXMax_); }
+    /// The highest sequence number among the parameters; 0 when none has one.
+    std::uint32_t SeqCnt() const { return seqCnt_; }
+
+  private:
+    bool ImportRange(const DOMElement& element, ImportContext& context);
+    bool ImportParams(const DOMElement& element, ImportContext& context);
+    bool CheckSequences(ImportContext& context);
+    const ZMTParam* FindCaseSelector() const;
+    std::string NameBy(const ZMTParam& selector) const;
+
+    std::string posXString_;
+    std::uint32_t posYMin_ = 0;
+    std::uint32_t posYMax_ = 0;
+    std::uint32_t seqCnt_ = 0;
+    bool hasRangeX_ = false;
+    std::uint32_t posXMin_ = 0;
+    std::uint32_t posXMax_ = 0;
+};
+
+}  // namespace tarvex
