@@ -4,9 +4,10 @@
 #   scripts/setup.sh test    that, and what the tests need
 set -euo pipefail
 
-packages=(g++ cmake ninja-build libxerces-c-dev nlohmann-json3-dev libcli11-dev)
+packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev nlohmann-json3-dev libcli11-dev)
 if [ "${1:-build}" = test ]; then
-  packages+=(clang clang-format clang-tidy libclang-rt-14-dev llvm libgtest-dev libgmock-dev python3)
+  packages+=(clang clang-format clang-tidy libclang-rt-14-dev llvm libgtest-dev libgmock-dev python3
+             python3-canmatrix python3-jsonschema mandoc)
 fi
 
 missing=()

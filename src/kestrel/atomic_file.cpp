@@ -95,6 +95,10 @@ bool AtomicFile::Open(std::string_view path) {
     return true;
 }
 
+std::string AtomicFile::temporary_path() const {
+    return temporary_.starts_with('/') ? temporary_ : "./" + temporary_;
+}
+
 void AtomicFile::Append(std::string_view text) {
     if (buffer_.size() + text.size() > kBlockSize) {
         WriteOut(buffer_);

@@ -29,6 +29,12 @@ class AtomicFile {
     /// Adds text, which reaches the disk in large blocks. After a failure it does nothing.
     void Append(std::string_view text);
 
+    /// Path of the temporary file, for content that another library writes there; then nothing is appended.
+    /// It never looks like an option or an address.
+    std::string temporary_path() const;
+    /// Notes that such a library failed.
+    void Fail() { failed_ = true; }
+
     /// Whether a write failed; `Commit` will then fail too.
     bool Failed() const { return failed_; }
 

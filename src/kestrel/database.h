@@ -175,6 +175,7 @@ class Database {
                       kestrel_attr_value_t value);
 
     const std::string& name() const { return name_; }
+    void set_name(std::string name) { name_ = std::move(name); }
     AttrValues& attributes() { return attributes_; }
     const AttrValues& attributes() const { return attributes_; }
     const std::deque<AttrDef>& attr_defs() const { return attr_defs_; }

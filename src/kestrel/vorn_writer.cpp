@@ -7,6 +7,7 @@
 #include "kestrel/atomic_file.h"
 #include "kestrel/database.h"
 #include "kestrel/json_text.h"
+#include "kestrel/model_text.h"
 
 namespace kestrel {
 
@@ -20,37 +21,12 @@ void AppendText(std::string& json, const char* text) {
     AppendQuoted(json, text != nullptr ? text : "");
 }
 
-std::string_view ObjectName(AttrObject object) {
-    switch (object) {
-        case AttrObject::Database:
-            return "database";
-        case AttrObject::Node:
-            return "node";
-        case AttrObject::Message:
-            return "message";
-    }
-    return "unknown";
-}
-
-/// The names in an enumeration's list, each as a JSON string.
-std::vector<std::string> QuotedNames(const char* value_list) {
-    std::vector<std::string> names;
-    if (value_list == nullptr || *value_list == '\0') return names;
-    std::string_view rest = value_list;
-    for (;;) {
-        const std::size_t end = rest.find('\n');
-        AppendQuoted(names.emplace_back(), rest.substr(0, end));
-        if (end == std::string_view::npos) return names;
-        rest.remove_prefix(end + 1);
-    }
-}
-
 /// The parts of a definition that its values need, as JSON text: a message has a handful of values, so they
 /// are made once and not for each value.
 struct DefinitionText {
     explicit DefinitionText(const AttrDef& definition) {
         AppendName(name, definition.name);
-        if (definition.value_type == AttrType::Enumeration) names = QuotedNames(definition.value_list);
+        for (const std::string& choice : ChoiceNames(definition)) AppendQuoted(names.emplace_back(), choice);
         if (definition.value_type == AttrType::Integer) {
             AppendNumber(default_value, definition.default_number);
         } else {
@@ -207,7 +183,9 @@ class VornWriter {
         line_ += R"(, "length": )";
         AppendInteger(line_, signal.length);
         line_ += R"(, "byte_order": )";
-        line_ += (signal.flags & kSignalBigEndian) != 0 ? R"("big_endian")" : R"("little_endian")";
+        line_ += '"';
+        line_ += ByteOrderName(signal);
+        line_ += '"';
         line_ += R"(, "signed": )";
         line_ += (signal.flags & kSignalSigned) != 0 ? "true" : "false";
         if (signal.value_descriptions != nullptr) AddValueDescriptions(signal);

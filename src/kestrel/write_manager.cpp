@@ -6,10 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "kestrel/atomic_file.h"
 #include "kestrel/database.h"
-#include "kestrel/format.h"
-#include "kestrel/vorn_writer.h"
+#include "kestrel/writer.h"
 
 using kestrel::Database;
 using kestrel::Message;
@@ -125,9 +123,5 @@ KestrelError KestrelWriteManager::WriteDatabase(const char* database, const char
     if (path == nullptr) return kKestrelBadArgument;
     const Database* source = impl_->Find(database);
     if (source == nullptr) return kKestrelUnknownDatabase;
-    if (kestrel::FormatOf(path) != kestrel::Format::Vorn) return kKestrelUnsupportedFormat;
-    kestrel::AtomicFile file;
-    if (!file.Open(path)) return kKestrelCannotOpen;
-    kestrel::WriteVorn(*source, file);
-    return file.Commit() ? kKestrelOk : kKestrelWriteFailed;
+    return kestrel::WriteDatabase(*source, path);
 }

@@ -18,8 +18,6 @@ enum KestrelError {
     kKestrelCannotOpen = 3,
     /// The output file could not be written or put in its place; what stood there before is unchanged.
     kKestrelWriteFailed = 4,
-    /// The path's extension asks for a format that the library does not write: .sqlite, .sqlite3, .db, .kcd.
-    kKestrelUnsupportedFormat = 5,
 };
 
 /// Owner of databases and everything in them.
@@ -104,6 +102,6 @@ class KestrelWriteManager : public KestrelManager {
     /// on disk; after a failure the old one is unchanged. A symbolic link stays, the file it points to is
     /// replaced. An existing file must be a regular one with write permission, whoever asks. Equal databases
     /// give equal bytes. Fails with `kKestrelBadArgument` (null path), `kKestrelUnknownDatabase`,
-    /// `kKestrelUnsupportedFormat`, `kKestrelCannotOpen` or `kKestrelWriteFailed`.
+    /// `kKestrelCannotOpen` or `kKestrelWriteFailed`.
     KestrelError WriteDatabase(const char* database, const char* path);
 };

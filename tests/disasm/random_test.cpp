@@ -17,7 +17,7 @@
 namespace tarvex::test {
 namespace {
 
-constexpr std::size_t kMessages = 200000;
+constexpr std::size_t kMessages = 40000;
 constexpr std::size_t kMaxBytes = 64;
 
 std::size_t MessageCount() {

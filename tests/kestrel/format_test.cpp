@@ -28,13 +28,4 @@ TEST(Format, IsChosenByTheExtensionOfTheLastComponent) {
     }
 }
 
-TEST(Format, ThatIsNotWrittenYetIsRefused) {
-    KestrelWriteManager writer(nullptr);
-    const char* key = nullptr;
-    ASSERT_EQ(writer.CreateDatabase("a", &key, nullptr), kKestrelOk);
-    for (const char* path : {"a.sqlite", "a.sqlite3", "a.db", "a.kcd"}) {
-        EXPECT_EQ(writer.WriteDatabase(key, path), kKestrelUnsupportedFormat) << path;
-    }
-}
-
 }  // namespace

@@ -125,14 +125,6 @@ class Conversions(ProgramTest):
                 self.assertIn(expected, result.stdout.decode())
                 self.assertEqual((self.dir / "b/cat.xml").read_text(), CATALOG)
 
-    def test_a_format_that_is_not_written_yet_is_refused(self):
-        self.write_settings()
-        self.write("cat.xml", CATALOG)
-        for output in ["out.sqlite", "out.DB", "out.kcd"]:
-            with self.subTest(output=output):
-                self.assertEqual(self.run_program("cat.xml", output).returncode, 255)
-                self.assertFalse((self.dir / output).exists())
-
     def test_running_out_of_memory_ends_with_a_message(self):
         self.write_settings(AliasNames="big.txt")
         self.write("cat.xml", CATALOG)

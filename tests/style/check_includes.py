@@ -15,6 +15,7 @@ ALLOWED = {
     "manager": {"params", "catalog", "import"},
     "export": {"catalog", "params", "import", "kestrel"},
     "disasm": {"catalog", "params", "import"},
+    "vorn": {"kestrel"},
     "driver": {"export", "disasm", "manager", "import"},
 }
 

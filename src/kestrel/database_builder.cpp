@@ -1,0 +1,164 @@
+#include "kestrel/database_builder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "kestrel/model_text.h"
+
+namespace kestrel {
+
+namespace {
+
+void CopyName(char (&name)[kNameSize], const std::string& text) {
+    if (text.size() > kNameSize) throw BadRecord("the name '" + text + "' is longer than 32 bytes");
+    if (text.find('\0') != std::string::npos) throw BadRecord("a name has a zero character");
+    std::memcpy(static_cast<char*>(name), text.data(), text.size());
+}
+
+/// A copy that a record can own.
+char* Duplicate(const std::string& text) {
+    if (text.find('\0') != std::string::npos) throw BadRecord("a text has a zero character");
+    auto* copy = static_cast<char*>(kestrel_malloc(text.size() + 1));
+    std::memcpy(copy, text.c_str(), text.size() + 1);
+    return copy;
+}
+
+std::string Joined(const std::vector<std::string>& names) {
+    std::string joined;
+    for (const std::string& name : names) {
+        if (name.empty() || name.find('\n') != std::string::npos)
+            throw BadRecord("an enumeration has a bad value");
+        if (!joined.empty()) joined += '\n';
+        joined += name;
+    }
+    return joined;
+}
+
+template <class Kind, std::size_t kCount>
+Kind KindNamed(const std::array<Kind, kCount>& kinds, std::string_view (*name_of)(Kind),
+               const std::string& name, const char* what) {
+    const auto found = std::ranges::find(kinds, name, name_of);
+    if (found == kinds.end()) throw BadRecord("'" + name + "' is no " + what);
+    return *found;
+}
+
+}  // namespace
+
+void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
+    constexpr std::array kObjects = {AttrObject::Database, AttrObject::Node, AttrObject::Message};
+    constexpr std::array kTypes = {AttrType::Integer, AttrType::String, AttrType::Enumeration};
+    const AttrObject object = KindNamed(kObjects, &ObjectName, record.object, "kind of object");
+    const AttrType type = KindNamed(kTypes, &TypeName, record.type, "type of attribute");
+    for (const AttrDef& other : database_->attr_defs()) {
+        if (other.object_kind == object && NameIn(other.name) == record.name) {
+            throw BadRecord("the attribute '" + record.name + "' is defined twice");
+        }
+    }
+    AttrDef& definition = database_->CreateAttrDef();
+    definition.object_kind = object;
+    CopyName(definition.name, record.name);
+    auto& indexes = choices_.emplace_back();
+    if (type == AttrType::Integer) {
+        definition.minimum = record.minimum;
+        definition.maximum = record.maximum;
+        definition.default_number = record.default_number;
+        return;
+    }
+    // The type decides who frees the texts: it is set when they are there.
+    char* default_text = Duplicate(record.default_text);
+    if (type == AttrType::Enumeration) {
+        for (const std::string& choice : record.choices) indexes.try_emplace(choice, indexes.size());
+        definition.value_list = Duplicate(Joined(record.choices));
+    }
+    definition.value_type = type;
+    definition.default_text = default_text;
+}
+
+Node& DatabaseBuilder::AddNode(const std::string& name) {
+    Node& node = database_->CreateNode();
+    CopyName(node.name, name);
+    return node;
+}
+
+Node& DatabaseBuilder::FindNode(const std::string& name) {
+    Node* node = name.size() <= kNameSize ? database_->FindNode(name) : nullptr;
+    if (node == nullptr) throw BadRecord("there is no node '" + name + "'");
+    return *node;
+}
+
+Message& DatabaseBuilder::AddMessage(const MessageRecord& record) {
+    if ((record.identifier & kExtendedIdentifier) != 0) throw BadRecord("the identifier is out of range");
+    Message& message = database_->CreateMessage(static_cast<std::uint32_t>(database_->messages().size()));
+    CopyName(message.name, record.name);
+    message.identifier = record.identifier | (record.extended ? kExtendedIdentifier : 0);
+    message.length = record.length;
+    message.node = record.node;
+    return message;
+}
+
+Signal& DatabaseBuilder::AddSignal(Message& message, const SignalRecord& record) {
+    Signal& signal = database_->CreateSignal(message);
+    CopyName(signal.name, record.name);
+    signal.start_bit = record.start_bit;
+    signal.length = record.length;
+    if (record.byte_order == "big_endian") {
+        signal.flags |= kSignalBigEndian;
+    } else if (record.byte_order != "little_endian") {
+        throw BadRecord("'" + record.byte_order + "' is no byte order");
+    }
+    if (record.is_signed) signal.flags |= kSignalSigned;
+    if (record.is_multiplexor) signal.flags |= kSignalMultiplexor;
+    if (record.multiplexer_value) {
+        signal.flags |= kSignalMultiplexed;
+        signal.multiplexer_value = *record.multiplexer_value;
+    }
+    return signal;
+}
+
+void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::string& text) {
+    if (&signal != last_signal_) {
+        last_signal_ = &signal;
+        last_value_ = nullptr;
+    }
+    auto* entry = static_cast<valdesc*>(kestrel_malloc(sizeof(valdesc)));
+    *entry = {};
+    (last_value_ == nullptr ? signal.value_descriptions : last_value_->next) = entry;
+    last_value_ = entry;
+    entry->value = value;
+    CopyName(entry->text, text);
+}
+
+void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
+                                   const AttributeText& value) {
+    const AttrDef& definition = FindDefinition(object, name);
+    const bool is_number = std::holds_alternative<double>(value);
+    if (is_number != (definition.value_type == AttrType::Integer)) {
+        throw BadRecord("the attribute '" + name + "' is " + (is_number ? "no number" : "a number"));
+    }
+    kestrel_attr_value_t stored{};
+    if (is_number) {
+        stored.number = std::get<double>(value);
+    } else if (definition.value_type == AttrType::String) {
+        stored.text = Duplicate(std::get<std::string>(value));
+    } else {
+        const auto& indexes = choices_[definition.position];
+        const auto found = indexes.find(std::get<std::string>(value));
+        if (found == indexes.end() && std::get<std::string>(value) != Text(definition.default_text)) {
+            throw BadRecord("the attribute '" + name + "' has no value '" + std::get<std::string>(value) +
+                            "'");
+        }
+        // The default need not be one of the values; an index behind them stands for it.
+        stored.number = static_cast<double>(found == indexes.end() ? indexes.size() : found->second);
+    }
+    database_->SetAttribute(values, object, name, stored);
+}
+
+const AttrDef& DatabaseBuilder::FindDefinition(AttrObject object, const std::string& name) const {
+    for (const AttrDef& definition : database_->attr_defs()) {
+        if (definition.object_kind == object && NameIn(definition.name) == name) return definition;
+    }
+    throw BadRecord("the attribute '" + name + "' is not defined");
+}
+
+}  // namespace kestrel

@@ -1,0 +1,92 @@
+/// Builds a database from what a file says. Everything that a file can get wrong is checked here, once for
+/// all formats; readers add the place.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <variant>
+#include <vector>
+
+#include "kestrel/database.h"
+
+namespace kestrel {
+
+/// What is wrong with a record, without its place.
+class BadRecord : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A definition as a file gives it.
+struct DefinitionRecord {
+    std::string object;
+    std::string name;
+    std::string type;
+    /// Of integers; the default of others is a text.
+    double minimum = 0;
+    double maximum = 0;
+    double default_number = 0;
+    std::string default_text;
+    std::vector<std::string> choices;
+};
+
+/// A message as a file gives it.
+struct MessageRecord {
+    std::uint32_t identifier = 0;
+    bool extended = false;
+    std::string name;
+    std::uint16_t length = 0;
+    Node* node = nullptr;
+};
+
+/// A signal as a file gives it.
+struct SignalRecord {
+    std::string name;
+    std::uint16_t start_bit = 0;
+    std::uint16_t length = 0;
+    std::string byte_order;
+    bool is_signed = false;
+    bool is_multiplexor = false;
+    std::optional<std::uint32_t> multiplexer_value;
+};
+
+/// The value of an attribute as a file gives it: a number for integers, else a text.
+using AttributeText = std::variant<double, std::string>;
+
+/// Every function throws `BadRecord` for a record that no database can hold.
+class DatabaseBuilder {
+  public:
+    DatabaseBuilder() : database_(std::make_unique<Database>("")) {}
+
+    void SetName(std::string name) { database_->set_name(std::move(name)); }
+    void AddDefinition(const DefinitionRecord& record);
+    Node& AddNode(const std::string& name);
+    /// The first node of that name.
+    Node& FindNode(const std::string& name);
+    Message& AddMessage(const MessageRecord& record);
+    Signal& AddSignal(Message& message, const SignalRecord& record);
+    /// Appends to the list of the signal that was added last.
+    void AddValue(Signal& signal, std::uint32_t value, const std::string& text);
+    void SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
+                      const AttributeText& value);
+
+    Database& database() { return *database_; }
+    std::unique_ptr<Database> Take() { return std::move(database_); }
+
+  private:
+    const AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
+
+    std::unique_ptr<Database> database_;
+    /// By the positions of the definitions: the indexes of the names of their values.
+    std::vector<std::unordered_map<std::string, std::size_t>> choices_;
+    valdesc* last_value_ = nullptr;
+    const Signal* last_signal_ = nullptr;
+};
+
+}  // namespace kestrel

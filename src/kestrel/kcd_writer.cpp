@@ -1,0 +1,235 @@
+#include "kestrel/kcd_writer.h"
+
+#include <libxml/xmlwriter.h>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "kestrel/atomic_file.h"
+#include "kestrel/database.h"
+#include "kestrel/model_text.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr const char* kNamespace = "http://kayak.2codeornot2code.org/1.0";
+
+/// Identifiers above this one only fit the extended format.
+constexpr std::uint32_t kLargestStandardIdentifier = 0x7FF;
+
+constexpr unsigned kBitsPerByte = 8;
+
+/// What KCD gives as the position of a signal: of a big-endian one that of its most significant bit, counted
+/// from the most significant bit of byte 0.
+unsigned Offset(const sigblk& signal) {
+    if ((signal.flags & kSignalBigEndian) == 0) return signal.start_bit;
+    return signal.start_bit / kBitsPerByte * kBitsPerByte + (kBitsPerByte - 1) -
+           signal.start_bit % kBitsPerByte;
+}
+
+std::string Hexadecimal(std::uint32_t number) {
+    std::string text(11, '\0');
+    text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "0x%X", number)));
+    return text;
+}
+
+/// XML has no way to write control characters.
+std::string XmlText(std::string text) {
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t') c = '?';
+    }
+    return text;
+}
+
+/// Writes elements. A text that the library refuses, or a failed write, is noted and ends nothing.
+class XmlWriter {
+  public:
+    explicit XmlWriter(AtomicFile& file) : file_(file) {
+        xmlOutputBufferPtr buffer = xmlOutputBufferCreateIO(&XmlWriter::Append, nullptr, &file, nullptr);
+        writer_.reset(buffer == nullptr ? nullptr : xmlNewTextWriter(buffer));
+        if (writer_ == nullptr) {
+            if (buffer != nullptr) xmlOutputBufferClose(buffer);
+            throw std::bad_alloc();
+        }
+        xmlTextWriterSetIndent(writer_.get(), 1);
+        Check(xmlTextWriterSetIndentString(writer_.get(), Xml("  ")));
+        Check(xmlTextWriterStartDocument(writer_.get(), nullptr, "UTF-8", nullptr));
+    }
+
+    void Start(const char* name) { Check(xmlTextWriterStartElement(writer_.get(), Xml(name))); }
+    void End() { Check(xmlTextWriterEndElement(writer_.get())); }
+    void Attribute(const char* name, const std::string& value) {
+        Check(xmlTextWriterWriteAttribute(writer_.get(), Xml(name), Xml(XmlText(value).c_str())));
+    }
+    void Attribute(const char* name, unsigned value) { Attribute(name, std::to_string(value)); }
+    void Element(const char* name, const std::string& text) {
+        Check(xmlTextWriterWriteElement(writer_.get(), Xml(name), Xml(XmlText(text).c_str())));
+    }
+    void EndDocument() {
+        Check(xmlTextWriterEndDocument(writer_.get()));
+        Check(xmlTextWriterFlush(writer_.get()));
+    }
+
+  private:
+    static const xmlChar* Xml(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
+    static int Append(void* file, const char* text, int size) {
+        static_cast<AtomicFile*>(file)->Append({text, static_cast<std::size_t>(size)});
+        return size;
+    }
+    void Check(int result) {
+        if (result < 0) file_.Fail();
+    }
+
+    struct Deleter {
+        void operator()(xmlTextWriterPtr writer) const { xmlFreeTextWriter(writer); }
+    };
+    AtomicFile& file_;
+    std::unique_ptr<xmlTextWriter, Deleter> writer_;
+};
+
+class KcdWriter {
+  public:
+    KcdWriter(const Database& database, AtomicFile& file) : database_(database), xml_(file), file_(file) {
+        for (const AttrDef& definition : database.attr_defs()) choices_.push_back(ChoiceNames(definition));
+    }
+
+    void Write() {
+        xml_.Start("NetworkDefinition");
+        xml_.Attribute("xmlns", kNamespace);
+        xml_.Start("Document");
+        xml_.Attribute("name", Text(database_.name()));
+        xml_.End();
+        unsigned id = 0;
+        for (const Node& node : database_.nodes()) {
+            node_ids_.emplace(&node, ++id);
+            xml_.Start("Node");
+            xml_.Attribute("id", id);
+            xml_.Attribute("name", NameText(node.name));
+            AddNotes(node.attributes);
+            xml_.End();
+        }
+        xml_.Start("Bus");
+        xml_.Attribute("name", Text(database_.name()));
+        AddNotes(database_.attributes());
+        for (const Message& message : database_.messages()) {
+            AddMessage(message);
+            if (file_.Failed()) return;
+        }
+        xml_.End();
+        xml_.End();
+        xml_.EndDocument();
+    }
+
+  private:
+    void AddNotes(const AttrValues& attributes) {
+        std::string notes;
+        for (const AttrValues::Value& entry : attributes.values()) {
+            if (!notes.empty()) notes += '\n';
+            notes += NameText(entry.definition->name) + " = " +
+                     ValueText(*entry.definition, choices_[entry.definition->position], entry.value);
+        }
+        // Readers stumble over notes that are empty.
+        if (!notes.empty()) xml_.Element("Notes", notes);
+    }
+
+    void AddMessage(const Message& message) {
+        const std::uint32_t identifier = message.identifier & ~kExtendedIdentifier;
+        const bool is_extended = identifier != message.identifier || identifier > kLargestStandardIdentifier;
+        xml_.Start("Message");
+        xml_.Attribute("id", Hexadecimal(identifier));
+        xml_.Attribute("name", NameText(message.name));
+        xml_.Attribute("length", unsigned{message.length});
+        xml_.Attribute("format", std::string(is_extended ? "extended" : "standard"));
+        AddNotes(message.attributes);
+        const auto node = node_ids_.find(message.node);
+        if (node != node_ids_.end()) {
+            xml_.Start("Producer");
+            xml_.Start("NodeRef");
+            xml_.Attribute("id", node->second);
+            xml_.End();
+            xml_.End();
+        }
+        AddSignals(message);
+        xml_.End();
+    }
+
+    void AddSignals(const Message& message) {
+        const Signal* multiplexor = nullptr;
+        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+            if (multiplexor == nullptr && (signal->flags & kSignalMultiplexor) != 0) multiplexor = signal;
+        }
+        if (multiplexor != nullptr) AddMultiplex(message, *multiplexor);
+        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+            const bool is_in_group = multiplexor != nullptr && (signal->flags & kSignalMultiplexed) != 0;
+            if (signal != multiplexor && !is_in_group) AddSignal(*signal);
+        }
+    }
+
+    void AddMultiplex(const Message& message, const Signal& multiplexor) {
+        std::map<std::uint32_t, std::vector<const Signal*>> groups;
+        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+            if (signal != &multiplexor && (signal->flags & kSignalMultiplexed) != 0) {
+                groups[signal->multiplexer_value].push_back(signal);
+            }
+        }
+        xml_.Start("Multiplex");
+        AddLayout(multiplexor, true);
+        for (const auto& [value, signals] : groups) {
+            xml_.Start("MuxGroup");
+            xml_.Attribute("count", value);
+            for (const Signal* signal : signals) AddSignal(*signal);
+            xml_.End();
+        }
+        xml_.End();
+    }
+
+    void AddSignal(const Signal& signal) {
+        xml_.Start("Signal");
+        AddLayout(signal, false);
+        xml_.End();
+    }
+
+    /// What signals and multiplexors have in common.
+    void AddLayout(const Signal& signal, bool is_multiplex) {
+        xml_.Attribute("name", NameText(signal.name));
+        xml_.Attribute("offset", Offset(signal));
+        xml_.Attribute("length", unsigned{signal.length});
+        // Readers take every multiplexor as little-endian, and so does the format.
+        if (!is_multiplex) {
+            const bool is_big = (signal.flags & kSignalBigEndian) != 0;
+            xml_.Attribute("endianess", std::string(is_big ? "big" : "little"));
+        }
+        if ((signal.flags & kSignalSigned) != 0) {
+            xml_.Start("Value");
+            xml_.Attribute("type", std::string("signed"));
+            xml_.End();
+        }
+        if (signal.value_descriptions == nullptr) return;
+        xml_.Start("LabelSet");
+        for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
+            xml_.Start("Label");
+            xml_.Attribute("name", NameText(entry->text));
+            xml_.Attribute("value", entry->value);
+            xml_.End();
+        }
+        xml_.End();
+    }
+
+    const Database& database_;
+    XmlWriter xml_;
+    AtomicFile& file_;
+    /// The names of enumeration values, by the positions of the definitions.
+    std::vector<std::vector<std::string>> choices_;
+    std::unordered_map<const symblk*, unsigned> node_ids_;
+};
+
+}  // namespace
+
+void WriteKcd(const Database& database, AtomicFile& file) {
+    KcdWriter(database, file).Write();
+}
+
+}  // namespace kestrel

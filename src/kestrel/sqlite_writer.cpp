@@ -1,0 +1,202 @@
+#include "kestrel/sqlite_writer.h"
+
+#include <cmath>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "kestrel/atomic_file.h"
+#include "kestrel/database.h"
+#include "kestrel/model_text.h"
+#include "kestrel/sqlite.h"
+#include "kestrel/sqlite_tables.h"
+
+namespace kestrel {
+
+namespace {
+
+/// Whole numbers become integers, as readers expect of an identifier or an address.
+void BindNumber(SqliteStatement& statement, int parameter, double number) {
+    constexpr double kLargestExact = 9007199254740992.0;  // beyond 2^53 a double skips whole numbers
+    if (std::trunc(number) == number && std::fabs(number) <= kLargestExact) {
+        statement.Bind(parameter, static_cast<std::int64_t>(number));
+    } else {
+        statement.Bind(parameter, number);
+    }
+}
+
+/// Writes one database into empty tables.
+class SqliteWriter {
+  public:
+    SqliteWriter(const Database& database, SqliteConnection& connection)
+        : database_(database),
+          insert_signal_(connection, "INSERT INTO signal VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          insert_value_(connection, "INSERT INTO value_description VALUES (?, ?, ?, ?)"),
+          connection_(connection) {
+        for (const AttrDef& definition : database.attr_defs()) choices_.push_back(ChoiceNames(definition));
+    }
+
+    void Write() {
+        SqliteStatement insert(connection_, "INSERT INTO database VALUES (?)");
+        insert.Bind(0, Text(database_.name()));
+        insert.Run();
+        AddDefinitions();
+        AddDatabaseAttributes();
+        AddNodes();
+        AddMessages();
+    }
+
+  private:
+    void AddDefinitions() {
+        SqliteStatement insert(connection_, "INSERT INTO attribute_definition VALUES (?, ?, ?, ?, ?, ?, ?)");
+        SqliteStatement insert_choice(connection_, "INSERT INTO attribute_choice VALUES (?, ?, ?)");
+        for (const AttrDef& definition : database_.attr_defs()) {
+            const std::int64_t id = IdOf(definition);
+            insert.Bind(0, id);
+            insert.Bind(1, ObjectName(definition.object_kind));
+            insert.Bind(2, NameText(definition.name));
+            insert.Bind(3, TypeName(definition.value_type));
+            if (definition.value_type == AttrType::Integer) {
+                insert.Bind(4, definition.minimum);
+                insert.Bind(5, definition.maximum);
+                BindNumber(insert, 6, definition.default_number);
+            } else {
+                insert.BindNull(4);
+                insert.BindNull(5);
+                insert.Bind(6, Text(definition.default_text));
+            }
+            insert.Run();
+            std::int64_t position = 0;
+            for (const std::string& name : choices_[definition.position]) {
+                insert_choice.Bind(0, id);
+                insert_choice.Bind(1, position++);
+                insert_choice.Bind(2, name);
+                insert_choice.Run();
+            }
+        }
+    }
+
+    void AddDatabaseAttributes() {
+        SqliteStatement insert(connection_, "INSERT INTO database_attribute VALUES (?, ?)");
+        for (const AttrValues::Value& entry : database_.attributes().values()) {
+            insert.Bind(0, IdOf(*entry.definition));
+            BindValue(insert, 1, entry);
+            insert.Run();
+        }
+    }
+
+    void AddNodes() {
+        SqliteStatement insert(connection_, "INSERT INTO node VALUES (?, ?)");
+        SqliteStatement insert_attribute(connection_, "INSERT INTO node_attribute VALUES (?, ?, ?)");
+        std::int64_t id = 0;
+        for (const Node& node : database_.nodes()) {
+            node_ids_.emplace(&node, ++id);
+            insert.Bind(0, id);
+            insert.Bind(1, NameText(node.name));
+            insert.Run();
+            AddAttributes(insert_attribute, id, node.attributes);
+        }
+    }
+
+    void AddMessages() {
+        SqliteStatement insert(connection_, "INSERT INTO message VALUES (?, ?, ?, ?, ?, ?)");
+        SqliteStatement insert_attribute(connection_, "INSERT INTO message_attribute VALUES (?, ?, ?)");
+        std::int64_t id = 0;
+        for (const Message& message : database_.messages()) {
+            insert.Bind(0, ++id);
+            insert.Bind(1, std::int64_t{message.identifier & ~kExtendedIdentifier});
+            insert.Bind(2, std::int64_t{(message.identifier & kExtendedIdentifier) != 0});
+            insert.Bind(3, NameText(message.name));
+            insert.Bind(4, std::int64_t{message.length});
+            const auto node = node_ids_.find(message.node);
+            if (node != node_ids_.end()) {
+                insert.Bind(5, node->second);
+            } else {
+                insert.BindNull(5);
+            }
+            insert.Run();
+            AddAttributes(insert_attribute, id, message.attributes);
+            for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+                AddSignal(id, *signal);
+            }
+        }
+    }
+
+    void AddSignal(std::int64_t message_id, const Signal& signal) {
+        insert_signal_.Bind(0, ++signal_id_);
+        insert_signal_.Bind(1, message_id);
+        insert_signal_.Bind(2, NameText(signal.name));
+        insert_signal_.Bind(3, std::int64_t{signal.start_bit});
+        insert_signal_.Bind(4, std::int64_t{signal.length});
+        insert_signal_.Bind(5, ByteOrderName(signal));
+        insert_signal_.Bind(6, std::int64_t{(signal.flags & kSignalSigned) != 0});
+        insert_signal_.Bind(7, std::int64_t{(signal.flags & kSignalMultiplexor) != 0});
+        if ((signal.flags & kSignalMultiplexed) != 0) {
+            insert_signal_.Bind(8, std::int64_t{signal.multiplexer_value});
+        } else {
+            insert_signal_.BindNull(8);
+        }
+        insert_signal_.Run();
+        std::int64_t position = 0;
+        for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
+            insert_value_.Bind(0, signal_id_);
+            insert_value_.Bind(1, position++);
+            insert_value_.Bind(2, std::int64_t{entry->value});
+            insert_value_.Bind(3, NameText(entry->text));
+            insert_value_.Run();
+        }
+    }
+
+    void AddAttributes(SqliteStatement& insert, std::int64_t object_id, const AttrValues& attributes) {
+        for (const AttrValues::Value& entry : attributes.values()) {
+            insert.Bind(0, object_id);
+            insert.Bind(1, IdOf(*entry.definition));
+            BindValue(insert, 2, entry);
+            insert.Run();
+        }
+    }
+
+    void BindValue(SqliteStatement& statement, int parameter, const AttrValues::Value& entry) const {
+        const AttrDef& definition = *entry.definition;
+        if (definition.holds_texts || definition.value_type == AttrType::Enumeration) {
+            statement.Bind(parameter, ValueText(definition, choices_[definition.position], entry.value));
+        } else {
+            BindNumber(statement, parameter, entry.value.number);
+        }
+    }
+
+    static std::int64_t IdOf(const AttrDef& definition) {
+        return static_cast<std::int64_t>(definition.position) + 1;
+    }
+
+    const Database& database_;
+    /// The names of enumeration values, by the positions of the definitions.
+    std::vector<std::vector<std::string>> choices_;
+    std::unordered_map<const symblk*, std::int64_t> node_ids_;
+    SqliteStatement insert_signal_;
+    SqliteStatement insert_value_;
+    std::int64_t signal_id_ = 0;
+    SqliteConnection& connection_;
+};
+
+}  // namespace
+
+void WriteSqlite(const Database& database, AtomicFile& file) {
+    try {
+        SqliteConnection connection(file.temporary_path(), SqliteMode::Write);
+        // The file is new and takes its place only when it is complete: a journal would protect nothing.
+        connection.Execute(
+            "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;");
+        connection.Execute("PRAGMA application_id = " + std::to_string(kSqliteApplicationId) +
+                           "; PRAGMA user_version = " + std::to_string(kSqliteUserVersion) + ";");
+        connection.Execute("BEGIN");
+        connection.Execute(kSqliteTables);
+        SqliteWriter(database, connection).Write();
+        connection.Execute(kSqliteIndexes);
+        connection.Execute("COMMIT");
+    } catch (const SqliteError&) {
+        file.Fail();
+    }
+}
+
+}  // namespace kestrel

@@ -1,0 +1,326 @@
+#include "vorn/compare.h"
+
+#include <algorithm>
+#include <functional>
+#include <unordered_map>
+
+#include "kestrel/json_text.h"
+#include "kestrel/model_text.h"
+#include "vorn/describe.h"
+
+namespace vorn {
+namespace {
+
+using kestrel::NameText;
+
+/// The properties of a record in words.
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+std::string YesOrNo(bool flag) {
+    return flag ? "yes" : "no";
+}
+
+std::string NumberText(double number) {
+    std::string text;
+    kestrel::AppendNumber(text, number);
+    return text;
+}
+
+void AddAttributes(const kestrel::AttrValues& attributes, Fields& fields) {
+    for (const auto& entry : attributes.values()) {
+        fields.emplace_back(
+            "attribute " + NameText(entry.definition->name),
+            kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition), entry.value));
+    }
+}
+
+/// The fields of which one record has another value than the other, or none.
+std::vector<FieldChange> CompareFields(const Fields& before, const Fields& after) {
+    std::vector<FieldChange> changes;
+    const auto value_in = [](const Fields& fields, const std::string& name) {
+        const auto found = std::ranges::find(fields, name, &Fields::value_type::first);
+        return found == fields.end() ? std::string() : found->second;
+    };
+    for (const auto& [name, value] : after) {
+        if (value_in(before, name) != value) changes.push_back({name, value_in(before, name), value});
+    }
+    for (const auto& [name, value] : before) {
+        const bool is_gone = std::ranges::find(after, name, &Fields::value_type::first) == after.end();
+        if (is_gone && !value.empty()) changes.push_back({name, value, ""});
+    }
+    return changes;
+}
+
+/// How the records of one kind are compared.
+template <class Record>
+struct Kind {
+    std::string object;
+    /// What a record is found by.
+    std::function<std::string(const Record&)> key;
+    std::function<std::string(const Record&)> name;
+    std::function<Fields(const Record&)> fields;
+    std::function<std::vector<Change>(const Record&, const Record&)> parts;
+};
+
+/// Records by their keys. Those with equal keys are told apart by their number.
+template <class Record>
+std::vector<std::pair<std::string, const Record*>> Keyed(const std::vector<const Record*>& records,
+                                                         const Kind<Record>& kind) {
+    std::unordered_map<std::string, std::size_t> counts;
+    std::vector<std::pair<std::string, const Record*>> keyed;
+    keyed.reserve(records.size());
+    for (const Record* record : records) {
+        std::string key = kind.key(*record);
+        const std::size_t number = counts[key]++;
+        keyed.emplace_back(key.append("\n").append(std::to_string(number)), record);
+    }
+    return keyed;
+}
+
+template <class Record>
+std::vector<Change> CompareLists(const std::vector<const Record*>& before,
+                                 const std::vector<const Record*>& after, const Kind<Record>& kind) {
+    const auto keyed_before = Keyed(before, kind);
+    const auto keyed_after = Keyed(after, kind);
+    std::unordered_map<std::string, const Record*> left(keyed_before.begin(), keyed_before.end());
+    std::vector<Change> changes;
+    for (const auto& [key, record] : keyed_after) {
+        const auto found = left.find(key);
+        if (found == left.end()) {
+            changes.push_back({ChangeKind::Added, kind.object, kind.name(*record), {}, {}});
+            continue;
+        }
+        Change change{ChangeKind::Changed,
+                      kind.object,
+                      kind.name(*record),
+                      CompareFields(kind.fields(*found->second), kind.fields(*record)),
+                      {}};
+        if (kind.parts) change.parts = kind.parts(*found->second, *record);
+        if (!change.fields.empty() || !change.parts.empty()) changes.push_back(std::move(change));
+        left.erase(found);
+    }
+    for (const auto& [key, record] : keyed_before) {
+        if (left.contains(key))
+            changes.push_back({ChangeKind::Removed, kind.object, kind.name(*record), {}, {}});
+    }
+    return changes;
+}
+
+template <class Records>
+auto PointersTo(const Records& records) {
+    std::vector<const typename Records::value_type*> pointers;
+    pointers.reserve(records.size());
+    for (const auto& record : records) pointers.push_back(&record);
+    return pointers;
+}
+
+const Kind<kestrel::AttrDef>& DefinitionKind() {
+    static const Kind<kestrel::AttrDef> kind{
+        "attribute definition",
+        [](const kestrel::AttrDef& definition) {
+            return std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name);
+        },
+        [](const kestrel::AttrDef& definition) {
+            return std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name);
+        },
+        [](const kestrel::AttrDef& definition) {
+            Fields fields{{"type", std::string(kestrel::TypeName(definition.value_type))}};
+            if (definition.value_type == AttrType::Integer) {
+                fields.emplace_back("minimum", NumberText(definition.minimum));
+                fields.emplace_back("maximum", NumberText(definition.maximum));
+                fields.emplace_back("default", NumberText(definition.default_number));
+                return fields;
+            }
+            std::string choices;
+            for (const std::string& choice : kestrel::ChoiceNames(definition)) {
+                choices += (choices.empty() ? "" : ", ") + choice;
+            }
+            fields.emplace_back("values", choices);
+            fields.emplace_back("default", kestrel::Text(definition.default_text));
+            return fields;
+        },
+        nullptr};
+    return kind;
+}
+
+const Kind<kestrel::Node>& NodeKind() {
+    static const Kind<kestrel::Node> kind{"node",
+                                          [](const kestrel::Node& node) { return NameText(node.name); },
+                                          [](const kestrel::Node& node) { return NameText(node.name); },
+                                          [](const kestrel::Node& node) {
+                                              Fields fields;
+                                              AddAttributes(node.attributes, fields);
+                                              return fields;
+                                          },
+                                          nullptr};
+    return kind;
+}
+
+const Kind<valdesc>& ValueKind() {
+    static const Kind<valdesc> kind{"value", [](const valdesc& entry) { return std::to_string(entry.value); },
+                                    [](const valdesc& entry) { return std::to_string(entry.value); },
+                                    [](const valdesc& entry) {
+                                        return Fields{{"text", NameText(entry.text)}};
+                                    },
+                                    nullptr};
+    return kind;
+}
+
+std::vector<const valdesc*> ValuesOf(const kestrel::Signal& signal) {
+    std::vector<const valdesc*> values;
+    for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
+        values.push_back(entry);
+    }
+    return values;
+}
+
+const Kind<kestrel::Signal>& SignalKind() {
+    static const Kind<kestrel::Signal> kind{
+        "signal", [](const kestrel::Signal& signal) { return NameText(signal.name); },
+        [](const kestrel::Signal& signal) { return NameText(signal.name); },
+        [](const kestrel::Signal& signal) {
+            const bool is_multiplexed = (signal.flags & kSignalMultiplexed) != 0;
+            return Fields{
+                {"start_bit", std::to_string(signal.start_bit)},
+                {"length", std::to_string(signal.length)},
+                {"byte_order", std::string(kestrel::ByteOrderName(signal))},
+                {"signed", YesOrNo((signal.flags & kSignalSigned) != 0)},
+                {"multiplexor", YesOrNo((signal.flags & kSignalMultiplexor) != 0)},
+                {"multiplexer_value", is_multiplexed ? std::to_string(signal.multiplexer_value) : ""}};
+        },
+        [](const kestrel::Signal& before, const kestrel::Signal& after) {
+            return CompareLists(ValuesOf(before), ValuesOf(after), ValueKind());
+        }};
+    return kind;
+}
+
+std::vector<const kestrel::Signal*> SignalsOf(const kestrel::Message& message) {
+    std::vector<const kestrel::Signal*> signals;
+    for (const kestrel::Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+        signals.push_back(signal);
+    }
+    return signals;
+}
+
+const Kind<kestrel::Message>& MessageKind() {
+    static const Kind<kestrel::Message> kind{
+        "message", [](const kestrel::Message& message) { return std::to_string(message.identifier); },
+        [](const kestrel::Message& message) {
+            return IdentifierText(message.identifier) + " " + NameText(message.name);
+        },
+        [](const kestrel::Message& message) {
+            Fields fields{{"name", NameText(message.name)},
+                          {"length", std::to_string(message.length)},
+                          {"node", message.node == nullptr ? "" : NameText(message.node->name)}};
+            AddAttributes(message.attributes, fields);
+            return fields;
+        },
+        [](const kestrel::Message& before, const kestrel::Message& after) {
+            return CompareLists(SignalsOf(before), SignalsOf(after), SignalKind());
+        }};
+    return kind;
+}
+
+void Append(std::vector<Change>& changes, std::vector<Change> more) {
+    std::ranges::move(more, std::back_inserter(changes));
+}
+
+std::string_view KindName(ChangeKind kind) {
+    switch (kind) {
+        case ChangeKind::Added:
+            return "added";
+        case ChangeKind::Removed:
+            return "removed";
+        case ChangeKind::Changed:
+            return "changed";
+    }
+    return "";
+}
+
+std::string Head(const Change& change, const Style& style) {
+    const std::string text = change.object + " " + Shown(change.name);
+    switch (change.kind) {
+        case ChangeKind::Added:
+            return style(Colour::Added, "+ " + text);
+        case ChangeKind::Removed:
+            return style(Colour::Removed, "- " + text);
+        case ChangeKind::Changed:
+            break;
+    }
+    return style(Colour::Changed, "~ " + text);
+}
+
+void AppendText(const std::vector<Change>& changes, const std::string& indent, const Style& style,
+                std::string& out) {
+    for (const Change& change : changes) {
+        out += indent + Head(change, style) + "\n";
+        for (const FieldChange& field : change.fields) {
+            out += indent + "    " + Shown(field.field) + ": \"" + Shown(field.before) + "\" -> \"" +
+                   Shown(field.after) + "\"\n";
+        }
+        AppendText(change.parts, indent + "  ", style, out);
+    }
+}
+
+void AppendMember(std::string& json, const char* key, std::string_view value) {
+    kestrel::AppendQuoted(json, key);
+    json += ": ";
+    kestrel::AppendQuoted(json, value);
+}
+
+void AppendJson(const std::vector<Change>& changes, const std::string& indent, std::string& json) {
+    json += "[";
+    for (const Change& change : changes) {
+        json += &change == &changes.front() ? "\n" : ",\n";
+        json += indent + "  {";
+        AppendMember(json, "change", KindName(change.kind));
+        json += ", ";
+        AppendMember(json, "object", change.object);
+        json += ", ";
+        AppendMember(json, "name", change.name);
+        if (!change.fields.empty()) {
+            json += ", \"fields\": [";
+            for (const FieldChange& field : change.fields) {
+                if (&field != &change.fields.front()) json += ", ";
+                json += "{";
+                AppendMember(json, "field", field.field);
+                json += ", ";
+                AppendMember(json, "before", field.before);
+                json += ", ";
+                AppendMember(json, "after", field.after);
+                json += "}";
+            }
+            json += "]";
+        }
+        if (!change.parts.empty()) {
+            json += ", \"parts\": ";
+            AppendJson(change.parts, indent + "  ", json);
+        }
+        json += "}";
+    }
+    json += changes.empty() ? "]" : "\n" + indent + "]";
+}
+
+}  // namespace
+
+std::vector<Change> Compare(const kestrel::Database& before, const kestrel::Database& after) {
+    std::vector<Change> changes =
+        CompareLists(PointersTo(before.attr_defs()), PointersTo(after.attr_defs()), DefinitionKind());
+    Append(changes, CompareLists(PointersTo(before.nodes()), PointersTo(after.nodes()), NodeKind()));
+    Append(changes, CompareLists(PointersTo(before.messages()), PointersTo(after.messages()), MessageKind()));
+    return changes;
+}
+
+std::string ChangesText(const std::vector<Change>& changes, const Style& style) {
+    std::string text;
+    AppendText(changes, "", style, text);
+    return text;
+}
+
+std::string ChangesJson(const std::vector<Change>& changes) {
+    std::string json;
+    AppendJson(changes, "", json);
+    return json + "\n";
+}
+
+}  // namespace vorn

@@ -1,0 +1,145 @@
+#include "vorn/describe.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fnmatch.h>
+#include <optional>
+
+#include "kestrel/model_text.h"
+#include "vorn/drawing.h"
+
+namespace vorn {
+namespace {
+
+using kestrel::Message;
+using kestrel::Signal;
+
+std::string NameOf(const kestrel::Node& node) {
+    return Shown(kestrel::NameText(node.name));
+}
+
+std::string NodeNameOf(const Message& message) {
+    return message.node == nullptr ? std::string() : Shown(kestrel::NameText(message.node->name));
+}
+
+std::string Padded(std::string text, std::size_t width) {
+    // Letters beyond ASCII take several bytes and one column.
+    const auto columns = static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
+    text.append(width - std::min(width, columns), ' ');
+    return text;
+}
+
+std::string Count(std::size_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string AttributeLines(const kestrel::AttrValues& attributes) {
+    std::string lines;
+    for (const auto& entry : attributes.values()) {
+        lines += "  " + Shown(kestrel::NameText(entry.definition->name)) + " = " +
+                 Shown(kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition),
+                                          entry.value)) +
+                 "\n";
+    }
+    return lines;
+}
+
+std::string MessageLine(const Message& message) {
+    return Padded(IdentifierText(message.identifier), 20) +
+           Padded(Shown(kestrel::NameText(message.name)), 34) + Padded(Count(message.length, "byte"), 13) +
+           Padded(Count(message.signal_count, "signal"), 14) + NodeNameOf(message);
+}
+
+std::string WithoutTrailingBlanks(std::string line) {
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
+}  // namespace
+
+std::string IdentifierText(std::uint32_t identifier) {
+    char digits[9] = {};
+    const std::uint32_t number = identifier & ~kExtendedIdentifier;
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;
+    std::string text(std::begin(digits), end);
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'a' && c <= 'f' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return "0x" + text + (number != identifier ? " extended" : "");
+}
+
+std::string MessageList(const kestrel::Database& database, const std::string& node,
+                        const std::string& pattern) {
+    std::string lines;
+    for (const Message& message : database.messages()) {
+        if (!node.empty() && NodeNameOf(message) != node) continue;
+        const std::string name = kestrel::NameText(message.name);
+        if (!pattern.empty() && fnmatch(pattern.c_str(), name.c_str(), 0) != 0) continue;
+        lines += WithoutTrailingBlanks(MessageLine(message)) + "\n";
+    }
+    return lines;
+}
+
+std::string DatabaseText(const kestrel::Database& database, const Style& style) {
+    std::string text = style(Colour::Heading, Shown(kestrel::Text(database.name()))) + "\n";
+    text += AttributeLines(database.attributes());
+    text += "\n" + style(Colour::Heading, Count(database.nodes().size(), "node")) + "\n";
+    for (const kestrel::Node& node : database.nodes()) {
+        text += "  " + NameOf(node) + "\n";
+        for (std::string lines = AttributeLines(node.attributes); !lines.empty();) {
+            const std::size_t end = lines.find('\n') + 1;
+            text += "  " + lines.substr(0, end);
+            lines.erase(0, end);
+        }
+    }
+    text += "\n" + style(Colour::Heading, Count(database.messages().size(), "message")) + "\n";
+    for (const Message& message : database.messages()) {
+        text += "  " + WithoutTrailingBlanks(MessageLine(message)) + "\n";
+    }
+    return text;
+}
+
+const Message* FindMessage(const kestrel::Database& database, std::string_view name_or_identifier) {
+    const bool is_hexadecimal = name_or_identifier.starts_with("0x") || name_or_identifier.starts_with("0X");
+    const std::string_view digits = name_or_identifier.substr(is_hexadecimal ? 2 : 0);
+    std::uint32_t identifier = 0;
+    const auto [end, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), identifier, is_hexadecimal ? 16 : 10);
+    const bool is_number = error == std::errc() && end == digits.data() + digits.size();
+    const auto found = std::ranges::find_if(database.messages(), [&](const Message& message) {
+        return kestrel::NameText(message.name) == name_or_identifier ||
+               (is_number &&
+                (message.identifier & ~kExtendedIdentifier) == (identifier & ~kExtendedIdentifier));
+    });
+    return found == database.messages().end() ? nullptr : &*found;
+}
+
+std::string MessageText(const Message& message, const Style& style) {
+    std::string text = style(Colour::Heading, Shown(kestrel::NameText(message.name))) + "  " +
+                       IdentifierText(message.identifier) + ", " + Count(message.length, "byte");
+    if (message.node != nullptr) text += ", from " + NodeNameOf(message);
+    text += "\n" + AttributeLines(message.attributes);
+    const std::vector<DrawnSignal> signals = LetterSignals(message);
+    text += Drawings(message, signals, style);
+    for (const DrawnSignal& drawn : signals) {
+        const Signal& signal = *drawn.signal;
+        text += "\n" + style(Colour::Changed, Padded(drawn.letters, 3)) +
+                style(Colour::Heading, Shown(kestrel::NameText(signal.name))) + "  start bit " +
+                std::to_string(signal.start_bit) + ", " + Count(signal.length, "bit") + ", " +
+                ((signal.flags & kSignalBigEndian) != 0 ? "big-endian" : "little-endian") +
+                ((signal.flags & kSignalSigned) != 0 ? ", signed" : "");
+        if ((signal.flags & kSignalMultiplexor) != 0) text += ", multiplexor";
+        if ((signal.flags & kSignalMultiplexed) != 0) {
+            text += ", for multiplexor " + std::to_string(signal.multiplexer_value);
+        }
+        text += "\n";
+        for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
+            text += "     " + Padded(std::to_string(entry->value), 6) +
+                    Shown(kestrel::NameText(entry->text)) + "\n";
+        }
+    }
+    return text;
+}
+
+}  // namespace vorn

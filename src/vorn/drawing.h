@@ -1,0 +1,28 @@
+/// Messages drawn as rows of bits.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kestrel/database.h"
+#include "vorn/style.h"
+
+namespace vorn {
+
+/// A signal and the letters that stand for it in drawings.
+struct DrawnSignal {
+    const kestrel::Signal* signal;
+    std::string letters;
+};
+
+/// The signals of a message with letters: A, B, ..., Z, AA, AB, ...
+std::vector<DrawnSignal> LetterSignals(const kestrel::Message& message);
+
+/// A row for each byte of the message, from the highest bit to the lowest, with the letters of the signals in
+/// it: "." for a bit that none takes, "#" for one that several take. Rows that repeat are written once. With
+/// multiplexed signals there is a drawing for each value of the multiplexor.
+std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSignal>& signals,
+                     const Style& style);
+
+}  // namespace vorn

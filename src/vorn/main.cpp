@@ -1,0 +1,148 @@
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <string>
+
+#include "kestrel/reader.h"
+#include "kestrel/writer.h"
+#include "vorn/check.h"
+#include "vorn/compare.h"
+#include "vorn/describe.h"
+#include "vorn/style.h"
+
+namespace {
+
+constexpr const char* kVersion = "vorn 1.0";
+
+/// The exit status: as other programs that compare have it.
+enum Status : int { kSame = 0, kDifferent = 1, kTrouble = 2 };
+
+/// Ends the program with a text on standard error.
+class Trouble : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+std::unique_ptr<kestrel::Database> Read(const std::string& path) {
+    try {
+        return kestrel::ReadDatabase(path);
+    } catch (const kestrel::ReadError& error) {
+        throw Trouble(path + ": " + error.what());
+    }
+}
+
+void Print(const std::string& text) {
+    const bool is_written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!is_written || std::fflush(stdout) != 0) {
+        throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
+    }
+}
+
+Status Show(const std::string& path, const std::string& message_name) {
+    const auto database = Read(path);
+    const vorn::Style style = vorn::Style::OfStandardOutput();
+    if (message_name.empty()) {
+        Print(vorn::DatabaseText(*database, style));
+        return kSame;
+    }
+    const kestrel::Message* message = vorn::FindMessage(*database, message_name);
+    if (message == nullptr) throw Trouble(path + ": there is no message '" + message_name + "'");
+    Print(vorn::MessageText(*message, style));
+    return kSame;
+}
+
+Status List(const std::string& path, const std::string& node, const std::string& pattern) {
+    Print(vorn::MessageList(*Read(path), node, pattern));
+    return kSame;
+}
+
+Status Convert(const std::string& from, const std::string& to) {
+    const auto database = Read(from);
+    switch (kestrel::WriteDatabase(*database, to.c_str())) {
+        case kKestrelOk:
+            return kSame;
+        case kKestrelCannotOpen:
+            throw Trouble(to + ": can't be written");
+        default:
+            throw Trouble(to + ": could not be written; what was there before is unchanged");
+    }
+}
+
+Status Diff(const std::string& before, const std::string& after, const std::string& format) {
+    const auto changes = vorn::Compare(*Read(before), *Read(after));
+    Print(format == "json" ? vorn::ChangesJson(changes)
+                           : vorn::ChangesText(changes, vorn::Style::OfStandardOutput()));
+    return changes.empty() ? kSame : kDifferent;
+}
+
+Status Check(const std::string& path) {
+    const auto faults = vorn::Check(*Read(path));
+    std::string text;
+    for (const std::string& fault : faults) text += fault + "\n";
+    Print(text);
+    return faults.empty() ? kSame : kDifferent;
+}
+
+struct Arguments {
+    std::string database;
+    std::string other;
+    std::string message;
+    std::string node;
+    std::string pattern;
+    std::string format = "text";
+};
+
+/// Adds a command with its database.
+CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const char* database_name,
+                     Arguments& arguments) {
+    CLI::App& command = *app.add_subcommand(name, what);
+    command
+        .add_option(database_name, arguments.database, "a database: Vorn, or SQLite (.sqlite, .sqlite3, .db)")
+        ->required();
+    return command;
+}
+
+Status Run(int argc, char** argv) {
+    Arguments arguments;
+    CLI::App app("Looks into bus databases, converts and compares them");
+    app.set_version_flag("--version", std::string(kVersion));
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 nothing found, 1 differences or faults found, 2 trouble.");
+    CLI::App& show =
+        AddCommand(app, "show", "shows a database, or one message with its bits", "DB", arguments);
+    show.add_option("--message", arguments.message, "a name, or an identifier (0x... or decimal)");
+    CLI::App& list = AddCommand(app, "list", "lists messages", "DB", arguments);
+    list.add_option("--node", arguments.node, "only those that this node sends");
+    list.add_option("--match", arguments.pattern, "only those whose name matches a pattern with * and ?");
+    CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
+    convert
+        .add_option("OUT", arguments.other,
+                    "its extension chooses the format: .sqlite, .sqlite3, .db, .kcd; else Vorn")
+        ->required();
+    CLI::App& diff = AddCommand(app, "diff", "tells what differs between two databases", "OLD", arguments);
+    diff.add_option("NEW", arguments.other, "the other database")->required();
+    diff.add_option("--format", arguments.format, "text or json")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kSame : kTrouble;
+    }
+    if (show.parsed()) return Show(arguments.database, arguments.message);
+    if (list.parsed()) return List(arguments.database, arguments.node, arguments.pattern);
+    if (convert.parsed()) return Convert(arguments.database, arguments.other);
+    if (diff.parsed()) return Diff(arguments.database, arguments.other, arguments.format);
+    if (check.parsed()) return Check(arguments.database);
+    return kTrouble;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try { return Run(argc, argv); } catch (const std::exception& exception) {
+    std::fprintf(stderr, "vorn: %s\n", exception.what());
+    return kTrouble;
+}

@@ -1,0 +1,28 @@
+/// Colours for terminals.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+enum class Colour { Added, Removed, Changed, Heading, Faint };
+
+/// Marks texts with colours, or leaves them as they are.
+class Style {
+  public:
+    explicit Style(bool is_coloured) : is_coloured_(is_coloured) {}
+    /// Coloured if standard output is a terminal and the user has not asked for none (NO_COLOR, TERM=dumb).
+    static Style OfStandardOutput();
+
+    std::string operator()(Colour colour, std::string_view text) const;
+
+  private:
+    bool is_coloured_;
+};
+
+/// A text for one line of a table: control characters, which a terminal might obey, become ".".
+std::string Shown(std::string_view text);
+
+}  // namespace vorn
