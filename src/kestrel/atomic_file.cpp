@@ -31,6 +31,8 @@ std::string DirectoryPart(const std::string& path) {
 std::optional<std::string> FollowLinks(std::string path) {
     for (int links = 0; links < kMaxLinks; ++links) {
         std::array<char, PATH_MAX> text{};
+        // A link there means a file that the process has open, such as its standard output.
+        if (path.starts_with("/proc/")) return std::nullopt;
         const ssize_t length = readlink(path.c_str(), text.data(), text.size());
         if (length < 0) return path;  // not a link, or not there
         const std::string pointee(text.data(), static_cast<std::size_t>(length));

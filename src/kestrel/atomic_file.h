@@ -29,6 +29,8 @@ class AtomicFile {
     /// Adds text, which reaches the disk in large blocks. After a failure it does nothing.
     void Append(std::string_view text);
 
+    /// The file that is replaced, all links resolved.
+    const std::string& target() const { return target_; }
     /// Path of the temporary file, for content that another library writes there; then nothing is appended.
     /// It never looks like an option or an address.
     std::string temporary_path() const;

@@ -10,6 +10,9 @@ namespace kestrel {
 
 namespace {
 
+/// Databases have about ten; each look-up goes through all of them.
+constexpr std::size_t kMaxDefinitions = 1000;
+
 void CopyName(char (&name)[kNameSize], const std::string& text) {
     if (text.size() > kNameSize) throw BadRecord("the name '" + text + "' is longer than 32 bytes");
     if (text.find('\0') != std::string::npos) throw BadRecord("a name has a zero character");
@@ -25,11 +28,12 @@ char* Duplicate(const std::string& text) {
 }
 
 std::string Joined(const std::vector<std::string>& names) {
+    if (names.size() == 1 && names.front().empty())
+        throw BadRecord("an enumeration has one value without a name");
     std::string joined;
     for (const std::string& name : names) {
-        if (name.empty() || name.find('\n') != std::string::npos)
-            throw BadRecord("an enumeration has a bad value");
-        if (!joined.empty()) joined += '\n';
+        if (name.find('\n') != std::string::npos) throw BadRecord("the name of a value has a line feed");
+        if (&name != &names.front()) joined += '\n';
         joined += name;
     }
     return joined;
@@ -45,11 +49,17 @@ Kind KindNamed(const std::array<Kind, kCount>& kinds, std::string_view (*name_of
 
 }  // namespace
 
+void DatabaseBuilder::SetName(const std::string& name) {
+    if (name.find('\0') != std::string::npos) throw BadRecord("the database's name has a zero character");
+    database_->set_name(name);
+}
+
 void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
     constexpr std::array kObjects = {AttrObject::Database, AttrObject::Node, AttrObject::Message};
     constexpr std::array kTypes = {AttrType::Integer, AttrType::String, AttrType::Enumeration};
     const AttrObject object = KindNamed(kObjects, &ObjectName, record.object, "kind of object");
     const AttrType type = KindNamed(kTypes, &TypeName, record.type, "type of attribute");
+    if (database_->attr_defs().size() == kMaxDefinitions) throw BadRecord("there are too many definitions");
     for (const AttrDef& other : database_->attr_defs()) {
         if (other.object_kind == object && NameIn(other.name) == record.name) {
             throw BadRecord("the attribute '" + record.name + "' is defined twice");
@@ -58,33 +68,38 @@ void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
     AttrDef& definition = database_->CreateAttrDef();
     definition.object_kind = object;
     CopyName(definition.name, record.name);
-    auto& indexes = choices_.emplace_back();
+    Choices& choices = choices_.emplace_back();
+    choices.count = record.choices.size();
     if (type == AttrType::Integer) {
         definition.minimum = record.minimum;
         definition.maximum = record.maximum;
         definition.default_number = record.default_number;
         return;
     }
-    // The type decides who frees the texts: it is set when they are there.
-    char* default_text = Duplicate(record.default_text);
-    if (type == AttrType::Enumeration) {
-        for (const std::string& choice : record.choices) indexes.try_emplace(choice, indexes.size());
-        definition.value_list = Duplicate(Joined(record.choices));
+    // The type decides who frees the texts: it is set when they are all there.
+    const std::string joined = type == AttrType::Enumeration ? Joined(record.choices) : std::string();
+    definition.default_text = Duplicate(record.default_text);
+    definition.value_type = AttrType::String;
+    if (type == AttrType::String) return;
+    definition.value_list = nullptr;
+    definition.value_type = AttrType::Enumeration;
+    definition.value_list = Duplicate(joined);
+    for (std::size_t index = 0; index < record.choices.size(); ++index) {
+        choices.indexes.try_emplace(record.choices[index], index);
     }
-    definition.value_type = type;
-    definition.default_text = default_text;
 }
 
 Node& DatabaseBuilder::AddNode(const std::string& name) {
     Node& node = database_->CreateNode();
     CopyName(node.name, name);
+    nodes_.try_emplace(name, &node);
     return node;
 }
 
 Node& DatabaseBuilder::FindNode(const std::string& name) {
-    Node* node = name.size() <= kNameSize ? database_->FindNode(name) : nullptr;
-    if (node == nullptr) throw BadRecord("there is no node '" + name + "'");
-    return *node;
+    const auto found = nodes_.find(name);
+    if (found == nodes_.end()) throw BadRecord("there is no node '" + name + "'");
+    return *found->second;
 }
 
 Message& DatabaseBuilder::AddMessage(const MessageRecord& record) {
@@ -142,14 +157,14 @@ void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const 
     } else if (definition.value_type == AttrType::String) {
         stored.text = Duplicate(std::get<std::string>(value));
     } else {
-        const auto& indexes = choices_[definition.position];
+        const auto& [indexes, count] = choices_[definition.position];
         const auto found = indexes.find(std::get<std::string>(value));
         if (found == indexes.end() && std::get<std::string>(value) != Text(definition.default_text)) {
             throw BadRecord("the attribute '" + name + "' has no value '" + std::get<std::string>(value) +
                             "'");
         }
         // The default need not be one of the values; an index behind them stands for it.
-        stored.number = static_cast<double>(found == indexes.end() ? indexes.size() : found->second);
+        stored.number = static_cast<double>(found == indexes.end() ? count : found->second);
     }
     database_->SetAttribute(values, object, name, stored);
 }

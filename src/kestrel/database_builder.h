@@ -64,7 +64,7 @@ class DatabaseBuilder {
   public:
     DatabaseBuilder() : database_(std::make_unique<Database>("")) {}
 
-    void SetName(std::string name) { database_->set_name(std::move(name)); }
+    void SetName(const std::string& name);
     void AddDefinition(const DefinitionRecord& record);
     Node& AddNode(const std::string& name);
     /// The first node of that name.
@@ -83,8 +83,15 @@ class DatabaseBuilder {
     const AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
 
     std::unique_ptr<Database> database_;
-    /// By the positions of the definitions: the indexes of the names of their values.
-    std::vector<std::unordered_map<std::string, std::size_t>> choices_;
+    /// The values of an enumeration: how many, and the index of each name's first one.
+    struct Choices {
+        std::unordered_map<std::string, std::size_t> indexes;
+        std::size_t count = 0;
+    };
+    /// By the positions of the definitions.
+    std::vector<Choices> choices_;
+    /// The first node of each name.
+    std::unordered_map<std::string, Node*> nodes_;
     valdesc* last_value_ = nullptr;
     const Signal* last_signal_ = nullptr;
 };

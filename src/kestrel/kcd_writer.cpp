@@ -1,9 +1,12 @@
 #include "kestrel/kcd_writer.h"
 
+#include <cstdio>
 #include <libxml/xmlwriter.h>
 #include <map>
 #include <memory>
+#include <new>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -20,6 +23,8 @@ constexpr const char* kNamespace = "http://kayak.2codeornot2code.org/1.0";
 /// Identifiers above this one only fit the extended format.
 constexpr std::uint32_t kLargestStandardIdentifier = 0x7FF;
 
+constexpr std::uint32_t kLargestExtendedIdentifier = 0x1FFFFFFF;
+
 constexpr unsigned kBitsPerByte = 8;
 
 /// What KCD gives as the position of a signal: of a big-endian one that of its most significant bit, counted
@@ -30,16 +35,29 @@ unsigned Offset(const sigblk& signal) {
            signal.start_bit % kBitsPerByte;
 }
 
+/// The same for a multiplexor, which counts from its least significant bit. A big-endian one that goes on
+/// into the next byte has no such position; it keeps that of its first bit.
+unsigned MultiplexOffset(const sigblk& signal) {
+    const bool is_big = (signal.flags & kSignalBigEndian) != 0;
+    const bool fits_in_byte = signal.length > 0 && signal.start_bit % kBitsPerByte + 1U >= signal.length;
+    return is_big && fits_in_byte ? signal.start_bit - (signal.length - 1U) : signal.start_bit;
+}
+
 std::string Hexadecimal(std::uint32_t number) {
     std::string text(11, '\0');
     text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "0x%X", number)));
     return text;
 }
 
-/// XML has no way to write control characters.
+/// XML has no way to write control characters, nor U+FFFE and U+FFFF.
 std::string XmlText(std::string text) {
     for (char& c : text) {
         if (static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t') c = '?';
+    }
+    for (const std::string_view refused : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+        for (std::size_t at = text.find(refused); at != std::string::npos; at = text.find(refused, at)) {
+            text.replace(at, refused.size(), "?");
+        }
     }
     return text;
 }
@@ -137,6 +155,7 @@ class KcdWriter {
 
     void AddMessage(const Message& message) {
         const std::uint32_t identifier = message.identifier & ~kExtendedIdentifier;
+        if (identifier > kLargestExtendedIdentifier) return;  // readers would refuse the whole file
         const bool is_extended = identifier != message.identifier || identifier > kLargestStandardIdentifier;
         xml_.Start("Message");
         xml_.Attribute("id", Hexadecimal(identifier));
@@ -195,9 +214,9 @@ class KcdWriter {
     /// What signals and multiplexors have in common.
     void AddLayout(const Signal& signal, bool is_multiplex) {
         xml_.Attribute("name", NameText(signal.name));
-        xml_.Attribute("offset", Offset(signal));
+        xml_.Attribute("offset", is_multiplex ? MultiplexOffset(signal) : Offset(signal));
         xml_.Attribute("length", unsigned{signal.length});
-        // Readers take every multiplexor as little-endian, and so does the format.
+        // Readers take every multiplexor as little-endian.
         if (!is_multiplex) {
             const bool is_big = (signal.flags & kSignalBigEndian) != 0;
             xml_.Attribute("endianess", std::string(is_big ? "big" : "little"));

@@ -1,6 +1,8 @@
 #include "kestrel/model_text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include <nlohmann/json.hpp>
 
@@ -37,7 +39,11 @@ std::string_view ByteOrderName(const sigblk& signal) {
 }
 
 std::string NameText(const char (&name)[kNameSize]) {
-    return Text(WithoutCutCharacter(NameIn(name)));
+    std::string text = Text(WithoutCutCharacter(NameIn(name)));
+    if (text.size() <= kNameSize) return text;
+    // What stands for bad bytes is longer than they were; a name has to fit its record when it is read again.
+    text.resize(kNameSize);
+    return std::string(WithoutCutCharacter(text));
 }
 
 std::string Text(const char* text) {
@@ -64,6 +70,11 @@ std::vector<std::string> ChoiceNames(const AttrDef& definition) {
     }
 }
 
+double Finite(double number) {
+    if (std::isnan(number)) return 0;
+    return std::clamp(number, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
+}
+
 std::string ValueText(const AttrDef& definition, const std::vector<std::string>& choices,
                       kestrel_attr_value_t value) {
     if (definition.holds_texts) return Text(value.text);
@@ -72,7 +83,7 @@ std::string ValueText(const AttrDef& definition, const std::vector<std::string>&
         return is_known ? choices[static_cast<std::size_t>(value.number)] : Text(definition.default_text);
     }
     std::string number;
-    AppendNumber(number, value.number);
+    AppendNumber(number, Finite(value.number));
     return number;
 }
 

@@ -17,8 +17,8 @@ std::string_view TypeName(AttrType type);
 /// "big_endian" or "little_endian".
 std::string_view ByteOrderName(const sigblk& signal);
 
-/// The text of a name array as valid UTF-8: a character that was cut at its end is left out, bytes that are
-/// not UTF-8 become U+FFFD.
+/// The text of a name array as valid UTF-8 of at most 32 bytes: bytes that are not UTF-8 become U+FFFD, and a
+/// character that is cut at the end is left out.
 std::string NameText(const char (&name)[kNameSize]);
 /// A text of the caller's as valid UTF-8; empty for null.
 std::string Text(const char* text);
@@ -26,6 +26,9 @@ std::string Text(std::string_view text);
 
 /// The names of an enumeration's values, by index.
 std::vector<std::string> ChoiceNames(const AttrDef& definition);
+
+/// The nearest number that a file can hold: 0 for no number at all, the largest one for an infinite one.
+double Finite(double number);
 
 /// A value as a text: numbers in their shortest form, an enumeration value as its name. An index that the
 /// definition has no name for is written as the default. `choices` are the definition's.

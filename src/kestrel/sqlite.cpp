@@ -11,6 +11,8 @@ SqliteConnection::SqliteConnection(const std::string& path, SqliteMode mode) {
     const int result = sqlite3_open_v2(path.c_str(), &connection, flags, nullptr);
     connection_.reset(connection);
     if (result != SQLITE_OK) throw SqliteError(sqlite3_errstr(result));
+    // No text of a database is longer; a file could make SQLite compute longer ones.
+    sqlite3_limit(connection, SQLITE_LIMIT_LENGTH, 1 << 24);
 }
 
 void SqliteConnection::Closer::operator()(sqlite3* connection) const {
@@ -87,6 +89,7 @@ std::optional<double> SqliteStatement::Real(int column) const {
 std::optional<std::string> SqliteStatement::Text(int column) const {
     if (sqlite3_column_type(statement_.get(), column) != SQLITE_TEXT) return std::nullopt;
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+    if (text == nullptr) throw SqliteError("out of memory");
     return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)));
 }
 

@@ -4,9 +4,12 @@
 #include <cstring>
 #include <limits>
 #include <map>
+#include <optional>
+#include <string>
 #include <unistd.h>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/model_text.h"
 #include "kestrel/reader.h"
 #include "kestrel/sqlite.h"
 #include "kestrel/sqlite_tables.h"
@@ -52,7 +55,11 @@ class Rows {
         }
         return static_cast<T>(*number);
     }
-    bool Flag(int column) const { return Unsigned<std::uint8_t>(column) != 0; }
+    bool Flag(int column) const {
+        const auto flag = statement_.Integer(column);
+        if (flag != 0 && flag != 1) Fail(column, "0 or 1");
+        return flag == 1;
+    }
     bool IsNull(int column) const { return statement_.IsNull(column); }
     AttributeText Value(int column) const {
         if (auto text = statement_.Text(column)) return *std::move(text);
@@ -97,7 +104,12 @@ class SqliteReader {
     std::unique_ptr<Database> Read() {
         CheckMarks();
         for (const char* table : kSqliteTableNames) CheckTable(table);
-        ReadTable("database", {"name"}, "rowid", [&](const Rows& row) { builder_.SetName(row.Text(0)); });
+        std::size_t names = 0;
+        ReadTable("database", {"name"}, "rowid", [&](const Rows& row) {
+            builder_.SetName(row.Text(0));
+            ++names;
+        });
+        if (names != 1) throw ReadError("table database: there has to be one row");
         ReadDefinitions();
         ReadNodes();
         ReadMessages();
@@ -130,7 +142,7 @@ class SqliteReader {
         if (const std::int64_t version = Pragma("user_version"); version != kSqliteUserVersion) {
             throw ReadError("version " + std::to_string(version) + " of the tables is not known");
         }
-        connection_.Execute("PRAGMA trusted_schema = OFF");
+        connection_.Execute("PRAGMA trusted_schema = OFF; BEGIN");
         SqliteStatement check(connection_, "PRAGMA quick_check(1)");
         if (!check.Next() || check.Text(0) != "ok") {
             throw ReadError("the file is damaged: " + check.Text(0).value_or("no check possible"));
@@ -170,15 +182,26 @@ class SqliteReader {
                       } else {
                           record.default_text = row.Text(6);
                       }
-                      record.choices = choices[row.Id(0)];
+                      if (record.type == "enumeration") record.choices = std::move(choices[row.Id(0)]);
+                      choices.erase(row.Id(0));
                       builder_.AddDefinition(record);
-                      definition_names_.emplace(row.Id(0), record.name);
+                      definition_names_.try_emplace(row.Id(0), record.object, record.name);
                   });
+        if (!choices.empty()) {
+            throw ReadError("table attribute_choice: there is no definition " +
+                            std::to_string(choices.begin()->first));
+        }
     }
 
     void ReadNodes() {
         ReadTable("node", {"id", "name"}, "id",
-                  [&](const Rows& row) { nodes_.emplace(row.Id(0), &builder_.AddNode(row.Text(1))); });
+                  [&](const Rows& row) { Keep(row, nodes_, builder_.AddNode(row.Text(1))); });
+    }
+
+    /// Remembers an object by the id in column 0.
+    template <class Object>
+    static void Keep(const Rows& row, std::map<std::int64_t, Object*>& objects, Object& object) {
+        if (!objects.emplace(row.Id(0), &object).second) row.Fail("the id stands twice");
     }
 
     void ReadMessages() {
@@ -190,7 +213,7 @@ class SqliteReader {
                       record.name = row.Text(3);
                       record.length = row.Unsigned<std::uint16_t>(4);
                       record.node = row.IsNull(5) ? nullptr : &row.Find(nodes_, 5);
-                      messages_.emplace(row.Id(0), &builder_.AddMessage(record));
+                      Keep(row, messages_, builder_.AddMessage(record));
                   });
     }
 
@@ -207,7 +230,7 @@ class SqliteReader {
                       record.is_signed = row.Flag(6);
                       record.is_multiplexor = row.Flag(7);
                       if (!row.IsNull(8)) record.multiplexer_value = row.Unsigned<std::uint32_t>(8);
-                      signals_.emplace(row.Id(0), &builder_.AddSignal(row.Find(messages_, 1), record));
+                      Keep(row, signals_, builder_.AddSignal(row.Find(messages_, 1), record));
                   });
         ReadTable("value_description", {"signal_id", "value", "text"}, "signal_id, position",
                   [&](const Rows& row) {
@@ -232,12 +255,15 @@ class SqliteReader {
     void SetAttribute(const Rows& row, int column, AttrValues& values, AttrObject object) {
         const auto name = definition_names_.find(row.Id(column));
         if (name == definition_names_.end()) row.Fail("definition_id is no id of attribute_definition");
-        builder_.SetAttribute(values, object, name->second, row.Value(column + 1));
+        if (name->second.first != ObjectName(object))
+            row.Fail("the attribute belongs to another kind of object");
+        builder_.SetAttribute(values, object, name->second.second, row.Value(column + 1));
     }
 
     SqliteConnection& connection_;
     DatabaseBuilder builder_;
-    std::map<std::int64_t, std::string> definition_names_;
+    /// By id: the kind of object and the name of an attribute.
+    std::map<std::int64_t, std::pair<std::string, std::string>> definition_names_;
     std::map<std::int64_t, Node*> nodes_;
     std::map<std::int64_t, Message*> messages_;
     std::map<std::int64_t, Signal*> signals_;

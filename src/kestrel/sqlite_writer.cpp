@@ -17,8 +17,9 @@ namespace {
 
 /// Whole numbers become integers, as readers expect of an identifier or an address.
 void BindNumber(SqliteStatement& statement, int parameter, double number) {
-    constexpr double kLargestExact = 9007199254740992.0;  // beyond 2^53 a double skips whole numbers
-    if (std::trunc(number) == number && std::fabs(number) <= kLargestExact) {
+    constexpr double kIntegersEnd = 9223372036854775808.0;  // 2^63
+    number = Finite(number);
+    if (std::trunc(number) == number && std::fabs(number) < kIntegersEnd) {
         statement.Bind(parameter, static_cast<std::int64_t>(number));
     } else {
         statement.Bind(parameter, number);
@@ -57,8 +58,8 @@ class SqliteWriter {
             insert.Bind(2, NameText(definition.name));
             insert.Bind(3, TypeName(definition.value_type));
             if (definition.value_type == AttrType::Integer) {
-                insert.Bind(4, definition.minimum);
-                insert.Bind(5, definition.maximum);
+                insert.Bind(4, Finite(definition.minimum));
+                insert.Bind(5, Finite(definition.maximum));
                 BindNumber(insert, 6, definition.default_number);
             } else {
                 insert.BindNull(4);

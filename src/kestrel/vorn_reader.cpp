@@ -33,19 +33,22 @@ class Source {
     /// The byte at the current position, or -1 at the end.
     int Peek() {
         if (next_ == end_ && !Fill()) return -1;
-        return static_cast<unsigned char>(buffer_[next_]);
+        const auto byte = static_cast<unsigned char>(buffer_[next_]);
+        // The parser would take a zero for the end.
+        if (byte == 0) throw ReadError("line " + std::to_string(line_) + ": the file has a zero byte");
+        return byte;
     }
     void Advance() {
         if (Peek() == '\n') ++line_;
         ++next_;
     }
     std::size_t line() const { return line_; }
-    bool HasFailed() const { return std::ferror(file_.get()) != 0; }
 
   private:
     bool Fill() {
         next_ = 0;
         end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
+        if (std::ferror(file_.get()) != 0) throw ReadError(std::strerror(errno));
         return end_ > 0;
     }
 
@@ -190,7 +193,8 @@ class VornHandler : public nlohmann::json_sax<Json> {
         // Behind the last ": " of the place stands what was found and expected.
         const std::string text = error.what();
         const std::size_t begin = text.find("syntax error");
-        Fail(begin == std::string::npos ? "this is no JSON" : text.substr(begin));
+        constexpr std::size_t kMaxShown = 300;
+        Fail(begin == std::string::npos ? "this is no JSON" : text.substr(begin, kMaxShown));
     }
 
     bool IsComplete() const { return next_section_ == kSections.size() && depth_ == 0; }
@@ -263,6 +267,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
         } else if (section == "attributes") {
             if (!value.is_object()) throw BadRecord("\"attributes\" is no object");
             database_attributes_ = value;  // their definitions come next
+            database_attributes_line_ = source_.line();
         } else if (section == "attribute_definitions") {
             AddDefinition(value);
         } else if (section == "nodes") {
@@ -369,7 +374,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
         try {
             SetAttributes(builder_.database().attributes(), AttrObject::Database, database_attributes_);
         } catch (const BadRecord& error) {
-            throw ReadError(std::string("\"attributes\" of the database: ") + error.what());
+            throw ReadError("line " + std::to_string(database_attributes_line_) + ": " + error.what());
         }
     }
 
@@ -383,6 +388,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     std::vector<Json> collected_;
     std::vector<std::string> keys_;
     Json database_attributes_ = Json::object();
+    std::size_t database_attributes_line_ = 0;
 };
 
 }  // namespace
@@ -392,8 +398,6 @@ std::unique_ptr<Database> ReadVorn(const std::string& path) {
     DatabaseBuilder builder;
     VornHandler handler(builder, source);
     Json::sax_parse(SourceIterator(source), SourceIterator(), &handler);
-    if (source.HasFailed())
-        throw ReadError("line " + std::to_string(source.line()) + ": the file can't be read");
     handler.Finish();
     return builder.Take();
 }

@@ -14,7 +14,7 @@ namespace kestrel {
 namespace {
 
 void AppendName(std::string& json, const char (&name)[kNameSize]) {
-    AppendQuoted(json, WithoutCutCharacter(NameIn(name)));
+    AppendQuoted(json, NameText(name));
 }
 
 void AppendText(std::string& json, const char* text) {
@@ -28,7 +28,7 @@ struct DefinitionText {
         AppendName(name, definition.name);
         for (const std::string& choice : ChoiceNames(definition)) AppendQuoted(names.emplace_back(), choice);
         if (definition.value_type == AttrType::Integer) {
-            AppendNumber(default_value, definition.default_number);
+            AppendNumber(default_value, Finite(definition.default_number));
         } else {
             AppendText(default_value, definition.default_text);
         }
@@ -95,9 +95,9 @@ class VornWriter {
         switch (definition.value_type) {
             case AttrType::Integer:
                 line_ += R"(, "type": "integer", "minimum": )";
-                AppendNumber(line_, definition.minimum);
+                AppendNumber(line_, Finite(definition.minimum));
                 line_ += R"(, "maximum": )";
-                AppendNumber(line_, definition.maximum);
+                AppendNumber(line_, Finite(definition.maximum));
                 break;
             case AttrType::String:
                 line_ += R"(, "type": "string")";
@@ -133,7 +133,7 @@ class VornWriter {
         if (definition.holds_texts) {
             AppendText(line_, value.text);
         } else if (definition.value_type != AttrType::Enumeration) {
-            AppendNumber(line_, value.number);
+            AppendNumber(line_, Finite(value.number));
         } else {
             const DefinitionText& text = definitions_[definition.position];
             const bool is_known = value.number >= 0 && value.number < static_cast<double>(text.names.size());

@@ -16,8 +16,9 @@ using WriteFunction = void (*)(const Database& database, AtomicFile& file);
 /// The writer of a format.
 WriteFunction WriterOf(Format format);
 
-/// Replaces a file in one step, in the format of the path's extension. `kKestrelCannotOpen` or
-/// `kKestrelWriteFailed` on failure; the old file is then unchanged.
+/// Replaces a file in one step, in the format of the path's extension. A SQLite file beside which a journal
+/// of another program lies is not replaced. `kKestrelCannotOpen` or `kKestrelWriteFailed` on failure; the old
+/// file is then unchanged.
 KestrelError WriteDatabase(const Database& database, const char* path);
 
 }  // namespace kestrel

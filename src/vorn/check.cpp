@@ -1,6 +1,7 @@
 #include "vorn/check.h"
 
-#include <map>
+#include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -14,6 +15,11 @@ namespace {
 
 using kestrel::Message;
 using kestrel::Signal;
+
+/// Of one message so many overlaps are told, and so many pairs of runs compared: real messages have a few
+/// hundred signals, of which none or a handful overlap.
+constexpr std::size_t kMaxOverlaps = 1000;
+constexpr std::size_t kMaxComparisons = 20'000'000;
 
 std::string NameOf(const Signal& signal) {
     return Shown(kestrel::NameText(signal.name));
@@ -65,43 +71,49 @@ class Checker {
                 Add(message, "the name of signal " + NameOf(*signal) + " occurs twice");
             }
             if (EndByte(*signal) > message.length) {
-                Add(message, "signal " + NameOf(*signal) + " needs " + std::to_string(EndByte(*signal)) +
-                                 " bytes, the message has " + std::to_string(message.length));
+                Add(message,
+                    "signal " + NameOf(*signal) + " needs " + std::to_string(EndByte(*signal)) +
+                        (EndByte(*signal) == 1 ? " byte, the message has " : " bytes, the message has ") +
+                        std::to_string(message.length));
             }
         }
         CheckOverlaps(message);
     }
 
-    /// Looks at every bit once for each signal that takes it. Signals that are multiplexed for different
-    /// values never meet, so there is a map of the bits for each value, and one for the signals that are
-    /// always there.
+    /// Goes through the runs of bits from the beginning of the message to its end, and compares each with
+    /// those that have not ended.
     void CheckOverlaps(const Message& message) {
-        std::unordered_map<BitPosition, const Signal*> always;
-        std::map<std::uint32_t, std::unordered_map<BitPosition, const Signal*>> multiplexed;
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
-            if ((signal->flags & kSignalMultiplexed) == 0) Claim(message, *signal, always, nullptr);
+        struct Run {
+            BitRange range;
+            const Signal* signal;
+            std::size_t number;  // of the signal
+        };
+        std::vector<Run> runs;
+        std::size_t number = 0;
+        for (const Signal* signal = message.first_signal; signal != nullptr;
+             signal = signal->next, ++number) {
+            for (const BitRange& range : RangesOf(*signal)) runs.push_back({range, signal, number});
         }
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
-            if ((signal->flags & kSignalMultiplexed) == 0) continue;
-            Claim(message, *signal, multiplexed[signal->multiplexer_value], &always);
-        }
-    }
-
-    /// One line tells of all bits that two signals share.
-    void Claim(const Message& message, const Signal& signal,
-               std::unordered_map<BitPosition, const Signal*>& bits,
-               const std::unordered_map<BitPosition, const Signal*>* more) {
-        const Signal* told = nullptr;
-        for (const BitPosition bit : BitsOf(signal)) {
-            const auto [owner, is_new] = bits.try_emplace(bit, &signal);
-            const Signal* other = is_new ? nullptr : owner->second;
-            if (other == nullptr && more != nullptr) {
-                const auto found = more->find(bit);
-                if (found != more->end()) other = found->second;
+        std::ranges::stable_sort(runs, {}, [](const Run& run) { return run.range.begin; });
+        std::set<std::pair<std::size_t, std::size_t>> told;
+        std::vector<Run> open;
+        std::size_t comparisons = 0;
+        for (const Run& run : runs) {
+            std::erase_if(open, [&](const Run& other) { return other.range.end <= run.range.begin; });
+            comparisons += open.size();
+            if (told.size() >= kMaxOverlaps || comparisons > kMaxComparisons) {
+                Add(message, "more signals may overlap");
+                return;
             }
-            if (other == nullptr || other == told || other == &signal) continue;
-            told = other;
-            Add(message, "signals " + NameOf(*other) + " and " + NameOf(signal) + " overlap");
+            for (const Run& other : open) {
+                const auto [first, second] = std::minmax(run.number, other.number);
+                if (first == second || !CanMeet(*run.signal, *other.signal)) continue;
+                if (!told.emplace(first, second).second) continue;
+                const bool is_first = run.number == first;
+                Add(message, "signals " + NameOf(is_first ? *run.signal : *other.signal) + " and " +
+                                 NameOf(is_first ? *other.signal : *run.signal) + " overlap");
+            }
+            open.push_back(run);
         }
     }
 

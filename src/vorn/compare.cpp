@@ -37,16 +37,18 @@ void AddAttributes(const kestrel::AttrValues& attributes, Fields& fields) {
 /// The fields of which one record has another value than the other, or none.
 std::vector<FieldChange> CompareFields(const Fields& before, const Fields& after) {
     std::vector<FieldChange> changes;
-    const auto value_in = [](const Fields& fields, const std::string& name) {
+    const auto find = [](const Fields& fields, const std::string& name) -> const std::string* {
         const auto found = std::ranges::find(fields, name, &Fields::value_type::first);
-        return found == fields.end() ? std::string() : found->second;
+        return found == fields.end() ? nullptr : &found->second;
     };
     for (const auto& [name, value] : after) {
-        if (value_in(before, name) != value) changes.push_back({name, value_in(before, name), value});
+        const std::string* old_value = find(before, name);
+        if (old_value == nullptr || *old_value != value) {
+            changes.push_back({name, old_value == nullptr ? std::string() : *old_value, value});
+        }
     }
     for (const auto& [name, value] : before) {
-        const bool is_gone = std::ranges::find(after, name, &Fields::value_type::first) == after.end();
-        if (is_gone && !value.empty()) changes.push_back({name, value, ""});
+        if (find(after, name) == nullptr) changes.push_back({name, value, ""});
     }
     return changes;
 }
@@ -131,11 +133,13 @@ const Kind<kestrel::AttrDef>& DefinitionKind() {
                 fields.emplace_back("default", NumberText(definition.default_number));
                 return fields;
             }
-            std::string choices;
-            for (const std::string& choice : kestrel::ChoiceNames(definition)) {
-                choices += (choices.empty() ? "" : ", ") + choice;
+            if (definition.value_type == AttrType::Enumeration) {
+                std::string choices;
+                for (const std::string& choice : kestrel::ChoiceNames(definition)) {
+                    choices += (choices.empty() ? "" : ", ") + choice;
+                }
+                fields.emplace_back("values", choices);
             }
-            fields.emplace_back("values", choices);
             fields.emplace_back("default", kestrel::Text(definition.default_text));
             return fields;
         },

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <fnmatch.h>
+#include <locale.h>
 #include <optional>
 
 #include "kestrel/model_text.h"
@@ -30,6 +32,11 @@ std::string Padded(std::string text, std::size_t width) {
     return text;
 }
 
+/// A column of a table; at least a blank stands behind it.
+std::string Column(std::string text, std::size_t width) {
+    return Padded(std::move(text), width - 1) + " ";
+}
+
 std::string Count(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
@@ -51,6 +58,25 @@ std::string MessageLine(const Message& message) {
            Padded(Count(message.signal_count, "signal"), 14) + NodeNameOf(message);
 }
 
+/// While it lives, patterns see letters where names have UTF-8.
+class Utf8Locale {
+  public:
+    Utf8Locale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
+        if (locale_ != nullptr) before_ = uselocale(locale_);
+    }
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+    ~Utf8Locale() {
+        if (locale_ == nullptr) return;
+        uselocale(before_);
+        freelocale(locale_);
+    }
+
+  private:
+    locale_t locale_;
+    locale_t before_ = nullptr;
+};
+
 std::string WithoutTrailingBlanks(std::string line) {
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
@@ -71,6 +97,7 @@ std::string IdentifierText(std::uint32_t identifier) {
 
 std::string MessageList(const kestrel::Database& database, const std::string& node,
                         const std::string& pattern) {
+    const Utf8Locale locale;
     std::string lines;
     for (const Message& message : database.messages()) {
         if (!node.empty() && NodeNameOf(message) != node) continue;
@@ -107,12 +134,16 @@ const Message* FindMessage(const kestrel::Database& database, std::string_view n
     const auto [end, error] =
         std::from_chars(digits.data(), digits.data() + digits.size(), identifier, is_hexadecimal ? 16 : 10);
     const bool is_number = error == std::errc() && end == digits.data() + digits.size();
-    const auto found = std::ranges::find_if(database.messages(), [&](const Message& message) {
-        return kestrel::NameText(message.name) == name_or_identifier ||
-               (is_number &&
-                (message.identifier & ~kExtendedIdentifier) == (identifier & ~kExtendedIdentifier));
+    const auto find = [&](auto is_it) {
+        const auto found = std::ranges::find_if(database.messages(), is_it);
+        return found == database.messages().end() ? nullptr : &*found;
+    };
+    const Message* named =
+        find([&](const Message& message) { return kestrel::NameText(message.name) == name_or_identifier; });
+    if (named != nullptr || !is_number) return named;
+    return find([&](const Message& message) {
+        return ((message.identifier ^ identifier) & ~kExtendedIdentifier) == 0;
     });
-    return found == database.messages().end() ? nullptr : &*found;
 }
 
 std::string MessageText(const Message& message, const Style& style) {
@@ -124,7 +155,7 @@ std::string MessageText(const Message& message, const Style& style) {
     text += Drawings(message, signals, style);
     for (const DrawnSignal& drawn : signals) {
         const Signal& signal = *drawn.signal;
-        text += "\n" + style(Colour::Changed, Padded(drawn.letters, 3)) +
+        text += "\n" + style(Colour::Changed, Column(drawn.letters, 3)) +
                 style(Colour::Heading, Shown(kestrel::NameText(signal.name))) + "  start bit " +
                 std::to_string(signal.start_bit) + ", " + Count(signal.length, "bit") + ", " +
                 ((signal.flags & kSignalBigEndian) != 0 ? "big-endian" : "little-endian") +
@@ -135,7 +166,7 @@ std::string MessageText(const Message& message, const Style& style) {
         }
         text += "\n";
         for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
-            text += "     " + Padded(std::to_string(entry->value), 6) +
+            text += "     " + Column(std::to_string(entry->value), 6) +
                     Shown(kestrel::NameText(entry->text)) + "\n";
         }
     }

@@ -53,17 +53,18 @@ std::vector<std::string> BitLetters(const kestrel::Message& message, const std::
 std::string Drawing(const std::vector<std::string>& bits, std::size_t length, const Style& style) {
     std::size_t width = 1;
     for (const std::string& letters : bits) width = std::max(width, letters.size());
-    std::string text = std::string(8, ' ');
+    const std::size_t bytes = bits.size() / kBits;
+    const std::size_t label_width = std::max<std::size_t>(8, 2 * std::to_string(bytes).size() + 2);
+    std::string text = std::string(label_width, ' ');
     for (std::size_t bit = kBits; bit-- > 0;) text += std::string(width, ' ') + std::to_string(bit);
     text = style(Colour::Faint, text) + "\n";
-    const std::size_t bytes = bits.size() / kBits;
     for (std::size_t byte = 0; byte < bytes;) {
         const std::string row = Row(bits, byte, width);
         std::size_t last = byte;
-        while (last + 1 < bytes && Row(bits, last + 1, width) == row) ++last;
+        while (last + 1 < bytes && last + 1 != length && Row(bits, last + 1, width) == row) ++last;
         std::string label = std::to_string(byte);
         if (last > byte) label += "-" + std::to_string(last);
-        if (label.size() < 8) label += std::string(8 - label.size(), ' ');
+        label.append(label_width - label.size(), ' ');
         text += style(Colour::Faint, label) + row + (byte >= length ? "   beyond the message" : "") + "\n";
         byte = last + 1;
     }
@@ -91,7 +92,9 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
     std::size_t count = 0;
     for (const std::uint32_t value : values) {
         if (count++ == kMaxDrawings) {
-            text += "\n" + std::to_string(values.size() - kMaxDrawings) + " more values of the multiplexor\n";
+            const std::size_t more = values.size() - kMaxDrawings;
+            text += "\n" + std::to_string(more) + " more value" + (more == 1 ? "" : "s") +
+                    " of the multiplexor\n";
             break;
         }
         text += "\n" + style(Colour::Faint, "multiplexor " + std::to_string(value)) + "\n" +

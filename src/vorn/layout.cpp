@@ -29,6 +29,23 @@ std::vector<BitPosition> BitsOf(const sigblk& signal) {
     return bits;
 }
 
+std::vector<BitRange> RangesOf(const sigblk& signal) {
+    if (signal.length == 0) return {};
+    if (IsBigEndian(signal)) {
+        const BitPosition first = FromSignalNumber(signal.start_bit);
+        return {{first, first + signal.length}};
+    }
+    const std::size_t low = signal.start_bit;
+    const std::size_t high = low + signal.length - 1U;
+    const std::size_t first_byte = low / kBits * kBits;
+    const std::size_t last_byte = high / kBits * kBits;
+    if (first_byte == last_byte) return {{FromSignalNumber(high), FromSignalNumber(low) + 1}};
+    std::vector<BitRange> ranges{{first_byte, FromSignalNumber(low) + 1}};
+    if (first_byte + kBits < last_byte) ranges.push_back({first_byte + kBits, last_byte});
+    ranges.push_back({FromSignalNumber(high), last_byte + kBits});
+    return ranges;
+}
+
 std::size_t EndByte(const sigblk& signal) {
     const std::size_t first = IsBigEndian(signal) ? FromSignalNumber(signal.start_bit) : signal.start_bit;
     return (first + signal.length + kBits - 1) / kBits;

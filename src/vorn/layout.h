@@ -16,6 +16,15 @@ using BitPosition = std::size_t;
 /// The bits of a signal, from its most significant one on.
 std::vector<BitPosition> BitsOf(const sigblk& signal);
 
+/// A run of bits, the end excluded.
+struct BitRange {
+    BitPosition begin;
+    BitPosition end;
+};
+
+/// The bits of a signal as at most three runs.
+std::vector<BitRange> RangesOf(const sigblk& signal);
+
 /// The first byte behind the signal.
 std::size_t EndByte(const sigblk& signal);
 

@@ -3,6 +3,9 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "kestrel/reader.h"
@@ -71,7 +74,9 @@ Status Convert(const std::string& from, const std::string& to) {
 }
 
 Status Diff(const std::string& before, const std::string& after, const std::string& format) {
-    const auto changes = vorn::Compare(*Read(before), *Read(after));
+    const auto old_database = Read(before);
+    const auto new_database = Read(after);
+    const auto changes = vorn::Compare(*old_database, *new_database);
     Print(format == "json" ? vorn::ChangesJson(changes)
                            : vorn::ChangesText(changes, vorn::Style::OfStandardOutput()));
     return changes.empty() ? kSame : kDifferent;
@@ -115,7 +120,8 @@ Status Run(int argc, char** argv) {
     show.add_option("--message", arguments.message, "a name, or an identifier (0x... or decimal)");
     CLI::App& list = AddCommand(app, "list", "lists messages", "DB", arguments);
     list.add_option("--node", arguments.node, "only those that this node sends");
-    list.add_option("--match", arguments.pattern, "only those whose name matches a pattern with * and ?");
+    list.add_option("--match", arguments.pattern,
+                    "only those whose name matches a pattern, as the shell has them: * ? [abc]");
     CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
     convert
         .add_option("OUT", arguments.other,
@@ -130,7 +136,9 @@ Status Run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kSame : kTrouble;
+        const bool is_answer = app.exit(error) == 0;
+        std::cout.flush();
+        return is_answer && std::cout ? kSame : kTrouble;
     }
     if (show.parsed()) return Show(arguments.database, arguments.message);
     if (list.parsed()) return List(arguments.database, arguments.node, arguments.pattern);
@@ -143,6 +151,6 @@ Status Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) try { return Run(argc, argv); } catch (const std::exception& exception) {
-    std::fprintf(stderr, "vorn: %s\n", exception.what());
+    std::fprintf(stderr, "vorn: %s\n", vorn::Shown(exception.what()).c_str());
     return kTrouble;
 }

@@ -231,4 +231,30 @@ TEST_F(FileReplacement, FullDiskLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
 }
 
+TEST_F(FileReplacement, FailureInAnyFormatLeavesTheOldFile) {
+    for (int number = 0; number < 100; ++number) AddNode("Radio");
+    for (const char* name : {"out.sqlite", "out.kcd"}) {
+        MakeFile(directory / name, "old");
+        KestrelError result = kKestrelOk;
+        {
+            const SmallDisk small_disk(1000);
+            result = WriteTo(directory / name);
+        }
+        EXPECT_EQ(result, kKestrelWriteFailed) << name;
+        EXPECT_EQ(ReadFile(directory / name), "old") << name;
+        chmod((directory / name).c_str(), 0444);
+        EXPECT_EQ(WriteTo(directory / name), kKestrelCannotOpen) << name;
+        EXPECT_EQ(ReadFile(directory / name), "old") << name;
+    }
+    EXPECT_EQ(directory.Names(), (Names{"out.kcd", "out.sqlite"}));
+}
+
+TEST_F(FileReplacement, ModeOfANewFileIsTheSameInEveryFormat) {
+    const UmaskInForce umask_in_force(027);
+    for (const char* name : {"out.sqlite", "out.kcd"}) {
+        EXPECT_EQ(WriteTo(directory / name), kKestrelOk) << name;
+        EXPECT_EQ(Mode(directory / name), 0640U) << name;
+    }
+}
+
 }  // namespace

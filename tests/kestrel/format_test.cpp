@@ -1,5 +1,7 @@
 #include "kestrel/format.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "kestrel/kestrel.h"
@@ -25,6 +27,32 @@ constexpr FormatCase kCases[] = {
 TEST(Format, IsChosenByTheExtensionOfTheLastComponent) {
     for (const auto& [path, format] : kCases) {
         EXPECT_EQ(kestrel::FormatOf(path), format) << path;
+    }
+}
+
+struct BeginningCase {
+    const char* name;
+    std::string beginning;
+};
+
+const BeginningCase kBeginnings[] = {
+    {"a.vorn", "{\n\"format\": \"Vorn\""},
+    {"a", "{\n\"format\": \"Vorn\""},
+    {"a.xml", "{\n\"format\": \"Vorn\""},
+    {"a.sqlite", std::string("SQLite format 3\0", 16)},
+    {"a.SQLITE3", std::string("SQLite format 3\0", 16)},
+    {"a.Db", std::string("SQLite format 3\0", 16)},
+    {"a.kcd", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<NetworkDefinition"},
+    {"a.KCD", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<NetworkDefinition"},
+};
+
+class FormatOfFile : public DatabaseTest {};
+
+TEST_F(FormatOfFile, IsThatOfThePathsExtension) {
+    for (const auto& [name, beginning] : kBeginnings) {
+        const std::string path = directory / name;
+        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelOk) << name;
+        EXPECT_EQ(ReadFile(path).substr(0, beginning.size()), beginning) << name;
     }
 }
 

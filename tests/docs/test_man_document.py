@@ -1,0 +1,119 @@
+"""The man pages have no faults, name every option and setting, and show what the programs print."""
+
+import os
+import re
+import shutil
+import subprocess
+
+from documents import DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
+
+PAGES = {"TARVEX": PROGRAM, "tarvex-disasm": DISASM, "vorn": VORN}
+
+
+def page(name):
+    return read(f"man/{name}.1")
+
+
+def items(text, heading, macro):
+    """The tags of a section's list that begin with the macro."""
+    found = re.search(rf'^\.Sh "?{heading}"?\n(.*?)(?=^\.Sh )', text, re.DOTALL | re.MULTILINE)
+    return re.findall(rf"^\.It {macro} (.*)$", found.group(1), re.MULTILINE)
+
+
+def examples(text):
+    """Commands and what they print."""
+    block = re.compile(r"^\.Bd -literal.*?\n(.*?)\n\.Ed$", re.DOTALL | re.MULTILINE)
+    shown = "".join(f"{content}\n" for content in block.findall(text[text.index(".Sh EXAMPLES"):]))
+    return re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", shown, re.MULTILINE)
+
+
+class ManPages(DocumentTest):
+    def help(self, *command):
+        return self.succeed(*command, "--help").decode()
+
+    def options(self, *command):
+        """The options that a help text lists."""
+        listed = self.help(*command).partition("\nOptions:\n")[2].partition("\n\n")[0]
+        return set(re.findall(r"(?<![\w-])(--?[a-z][a-z-]*)", re.sub(r"^(\s{2}\S+).*$", r"\1", listed, flags=re.M)))
+
+    def documented_options(self, name):
+        options = set()
+        for tag in items(page(name), "OPTIONS", "Fl"):
+            options |= {"-" + option for option in re.findall(r"(?:^|Fl )(-?[a-z-]+)", tag)}
+        return options
+
+    def test_there_is_a_page_for_every_program(self):
+        self.assertEqual(sorted(path.name for path in (DOCS / "man").iterdir()),
+                         sorted(f"{name}.1" for name in PAGES))
+
+    def test_pages_have_no_faults(self):
+        for name in PAGES:
+            with self.subTest(name):
+                result = subprocess.run(["mandoc", "-Tlint", "-Wwarning", str(DOCS / "man" / f"{name}.1")],
+                                        capture_output=True, timeout=60, check=False)
+                self.assertEqual((result.stdout + result.stderr, result.returncode), (b"", 0))
+
+    def test_pages_have_all_sections(self):
+        wanted = {"NAME", "SYNOPSIS", "DESCRIPTION", "EXIT STATUS", "FILES", "EXAMPLES", "SEE ALSO"}
+        for name in PAGES:
+            with self.subTest(name):
+                sections = set(re.findall(r"^\.Sh (.*)$", page(name), re.MULTILINE))
+                self.assertEqual(wanted - sections, set())
+                self.assertEqual(len(sections & {"OPTIONS", "SETTINGS"}), 1)
+
+    def test_the_page_of_tarvex_disasm_has_its_options(self):
+        options = self.options(DISASM)
+        self.assertLessEqual({"-h", "--help", "--format", "--version"}, options)
+        self.assertEqual(self.documented_options("tarvex-disasm"), options)
+
+    def test_the_page_of_vorn_has_its_commands_and_options(self):
+        listed = self.help(VORN).partition("\nSubcommands:\n")[2].partition("\n\n")[0]
+        commands = re.findall(r"^  (\w+)", listed, re.MULTILINE)
+        self.assertGreaterEqual(len(commands), 5)
+        self.assertEqual(items(page("vorn"), "DESCRIPTION", "Cm"), commands)
+        options = self.options(VORN)
+        for command in commands:
+            of_command = self.options(VORN, command)
+            self.assertIn("--help", of_command)
+            options |= of_command
+        self.assertLessEqual({"-h", "--version", "--message", "--node", "--match", "--format"}, options)
+        self.assertEqual(self.documented_options("vorn"), options)
+
+    def test_the_page_of_tarvex_has_every_setting_in_order(self):
+        settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")
+        keys = re.findall(r"^(\w+)=", settings, re.MULTILINE)
+        self.assertEqual(len(keys), 17)
+        self.assertEqual(items(page("TARVEX"), "SETTINGS", "Cm"), keys)
+
+    def test_examples_print_what_is_shown(self):
+        programs = self.dir / "programs"
+        programs.mkdir()
+        for name, program in PAGES.items():
+            (programs / name).symlink_to(program)
+        for name in PAGES:
+            directory = self.dir / name
+            directory.mkdir()
+            if name == "vorn":
+                self.prepare_databases(directory)
+            else:
+                for file in ("roadster.xml", "fcat.dtd"):
+                    shutil.copy(SOURCE / "examples" / file, directory)
+            commands = examples(page(name))
+            self.assertGreater(len(commands), 0)
+            for command, output in commands:
+                with self.subTest(command):
+                    result = subprocess.run(["sh", "-c", command], cwd=directory, capture_output=True, timeout=120,
+                                            env={**os.environ, "PATH": f"{programs}:{os.environ['PATH']}"}, check=False)
+                    self.assertEqual(result.stdout.decode(), output)
+                    self.assertEqual(result.returncode, 1 if "diff" in command else 0, result.stderr)
+
+    def prepare_databases(self, directory):
+        """The example, and as "old" and "new" the example before and after two changes."""
+        text = self.convert_example("roadster.vorn").read_text(encoding="utf-8")
+        for before, after in [('"name": "Gear", "start_bit": 23', '"name": "Gear", "start_bit": 31'),
+                              ('"Search forward"', '"Seek forward"')]:
+            self.assertIn(before, text)
+            text = text.replace(before, after)
+        (directory / "new.vorn").write_text(text, encoding="utf-8")
+        for name in ("old.vorn", "roadster.vorn"):
+            shutil.copy(self.dir / "roadster.vorn", directory / name)

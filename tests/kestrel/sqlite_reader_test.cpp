@@ -1,0 +1,303 @@
+/// SQLite files read back, and SQLite files with one fault each.
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "full_database.h"
+#include "sqlite_file.h"
+#include "support.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class SqliteReader : public FullDatabase {
+  protected:
+    /// What is wrong with the full database's file after a statement.
+    std::string ErrorAfter(const char* sql) {
+        const std::string path = WriteAs("bad.sqlite");
+        SqliteFile(path).Run(sql);
+        return ErrorOf(path);
+    }
+};
+
+TEST_F(SqliteReader, EverythingIsReadBack) {
+    for (const char* name : {"out.sqlite", "out.sqlite3", "out.DB"}) {
+        EXPECT_EQ(ReadAsVorn(WriteAs(name)), kFullVorn) << name;
+    }
+}
+
+TEST_F(SqliteReader, SqliteGoesToSqliteByteForByte) {
+    const std::string copy = directory / "copy.db";
+    const std::string path = WriteAs("out.db");
+    ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(path), copy.c_str()), kKestrelOk);
+    EXPECT_EQ(ReadFile(copy), ReadFile(path));
+}
+
+TEST_F(SqliteReader, EmptyDatabaseIsReadBack) {
+    manager.CreateDatabase("", &key, nullptr);
+    const std::string vorn = ReadFile(WriteAs("out.vorn"));
+    EXPECT_EQ(ReadAsVorn(WriteAs("out.sqlite")), vorn);
+}
+
+TEST_F(SqliteReader, ReadingChangesNothing) {
+    const std::string path = WriteAs("out.sqlite");
+    const std::string before = ReadFile(path);
+    fs::permissions(path, fs::perms::owner_read);
+    EXPECT_EQ(ErrorOf(path), "");
+    EXPECT_EQ(ReadFile(path), before);
+    EXPECT_EQ(directory.Names(), std::vector<std::string>{"out.sqlite"});
+}
+
+TEST_F(SqliteReader, PathsThatLookLikeAddressesOrSwitchesAreFiles) {
+    const fs::path before = fs::current_path();
+    WriteAs("file:a?mode=memory.db");
+    WriteAs(":memory:.db");
+    fs::current_path(directory.path());
+    const std::string address = ErrorOf("file:a?mode=memory.db");
+    const std::string memory = ErrorOf(":memory:.db");
+    fs::current_path(before);
+    EXPECT_EQ(address, "");
+    EXPECT_EQ(memory, "");
+}
+
+constexpr const char* kHarmless[] = {
+    // Ids and positions with gaps, rows and columns in another order, and what another program adds.
+    "UPDATE signal SET id = id * 10 + 1000; UPDATE value_description SET signal_id = signal_id * 10 + 1000",
+    "UPDATE node SET id = id + 100; UPDATE node_attribute SET node_id = node_id + 100;"
+    "UPDATE message SET node_id = node_id + 100",
+    "UPDATE value_description SET position = position * 7 - 3",
+    "CREATE TABLE t AS SELECT * FROM value_description ORDER BY position DESC; DELETE FROM value_description;"
+    "INSERT INTO value_description SELECT * FROM t; DROP TABLE t",
+    "ALTER TABLE node RENAME TO old; CREATE TABLE node (comment, name TEXT, id INTEGER PRIMARY KEY);"
+    "INSERT INTO node (id, name) SELECT id, name FROM old ORDER BY id DESC; DROP TABLE old",
+    "DROP INDEX message_name; DROP INDEX value_description_signal_id; CREATE INDEX more ON node(name)",
+    "CREATE TABLE notes (text); INSERT INTO notes VALUES ('hello')",
+    "PRAGMA journal_mode = WAL; VACUUM; PRAGMA journal_mode = DELETE",
+    "PRAGMA page_size = 512; VACUUM",
+    "UPDATE signal SET multiplexor = 0 WHERE multiplexor = 0",
+};
+
+TEST_F(SqliteReader, WhatMakesNoDifferenceIsRead) {
+    for (const char* sql : kHarmless) {
+        const std::string path = WriteAs("changed.sqlite");
+        SqliteFile(path).Run(sql);
+        EXPECT_EQ(ErrorOf(path), "") << sql;
+        if (ErrorOf(path).empty()) {
+            EXPECT_EQ(ReadAsVorn(path), kFullVorn) << sql;
+        }
+    }
+}
+
+struct DamageCase {
+    const char* sql;
+    const char* error;
+};
+
+// clang-format off
+constexpr DamageCase kDamages[] = {
+    {"PRAGMA application_id = 0", "the file holds no bus database"},
+    {"PRAGMA application_id = -1", "the file holds no bus database"},
+    {"PRAGMA user_version = 0", "version 0 of the tables is not known"},
+    {"PRAGMA user_version = 2", "version 2 of the tables is not known"},
+
+    {"DROP TABLE database", "table database is missing"},
+    {"DROP TABLE attribute_definition", "table attribute_definition is missing"},
+    {"DROP TABLE attribute_choice", "table attribute_choice is missing"},
+    {"DROP TABLE node", "table node is missing"},
+    {"DROP TABLE message", "table message is missing"},
+    {"DROP TABLE signal", "table signal is missing"},
+    {"DROP TABLE value_description", "table value_description is missing"},
+    {"DROP TABLE database_attribute", "table database_attribute is missing"},
+    {"DROP TABLE node_attribute", "table node_attribute is missing"},
+    {"DROP TABLE message_attribute", "table message_attribute is missing"},
+    {"ALTER TABLE signal DROP COLUMN multiplexer_value", "table signal: no such column: multiplexer_value"},
+    {"ALTER TABLE node_attribute RENAME COLUMN value TO val", "table node_attribute: no such column: value"},
+    {"ALTER TABLE value_description DROP COLUMN position", "table value_description: no such column: position"},
+
+    {"DROP TABLE node; CREATE VIEW node AS SELECT 1 AS id, 'Radio' AS name", "table node is no stored table"},
+    {"DROP TABLE node; CREATE VIRTUAL TABLE node USING fts5(id, name)", "table node is no stored table"},
+
+    {"UPDATE database SET name = x'00'", "table database, row 1: name is no text"},
+    {"UPDATE database SET name = 'a' || char(0)", "table database, row 1: the database's name has a zero character"},
+
+    {"UPDATE attribute_definition SET object = 'car' WHERE id = 2", "table attribute_definition, row 2: 'car' is no kind of object"},
+    {"UPDATE attribute_definition SET object = x'00' WHERE id = 2", "table attribute_definition, row 2: object is no text"},
+    {"UPDATE attribute_definition SET name = x'00' WHERE id = 1", "table attribute_definition, row 1: name is no text"},
+    {"UPDATE attribute_definition SET type = x'00' WHERE id = 1", "table attribute_definition, row 1: type is no text"},
+    {"UPDATE attribute_definition SET type = 'float' WHERE id = 1", "table attribute_definition, row 1: 'float' is no type of attribute"},
+    {"UPDATE attribute_definition SET minimum = NULL WHERE id = 8", "table attribute_definition, row 8: minimum is no number"},
+    {"UPDATE attribute_definition SET maximum = 'a lot' WHERE id = 8", "table attribute_definition, row 8: maximum is no number"},
+    {"UPDATE attribute_definition SET default_value = NULL WHERE id = 8", "table attribute_definition, row 8: default_value is no number"},
+    {"UPDATE attribute_definition SET default_value = '1' WHERE id = 8", "table attribute_definition, row 8: default_value is no number"},
+    {"UPDATE attribute_definition SET default_value = 1 WHERE id = 7", "table attribute_definition, row 7: default_value is no text"},
+    {"UPDATE attribute_definition SET default_value = NULL WHERE id = 9", "table attribute_definition, row 9: default_value is no text"},
+    {"UPDATE attribute_definition SET default_value = 'a' || char(0) WHERE id = 7",
+     "table attribute_definition, row 7: a text has a zero character"},
+    {"UPDATE attribute_definition SET name = 'a' || char(0) || 'b' WHERE id = 1",
+     "table attribute_definition, row 1: a name has a zero character"},
+    {"UPDATE attribute_definition SET name = '123456789 123456789 123456789 1ä' WHERE id = 1",
+     "table attribute_definition, row 1: the name '123456789 123456789 123456789 1ä' is longer than 32 bytes"},
+    {"UPDATE attribute_definition SET name = 'Maker' WHERE id = 5",
+     "table attribute_definition, row 5: the attribute 'Maker' is defined twice"},
+
+    {"UPDATE attribute_choice SET definition_id = 'x' WHERE rowid = 2", "table attribute_choice, row 3: definition_id is no id"},
+    {"UPDATE attribute_choice SET definition_id = 10 WHERE rowid = 2", "table attribute_choice: there is no definition 10"},
+    {"UPDATE attribute_choice SET name = x'00' WHERE rowid = 2", "table attribute_choice, row 2: name is no text"},
+    {"UPDATE attribute_choice SET name = '' WHERE rowid = 3",
+     "table attribute_definition, row 9: an enumeration has one value without a name"},
+    {"UPDATE attribute_choice SET name = 'a' || char(10) || 'b' WHERE rowid = 3",
+     "table attribute_definition, row 9: the name of a value has a line feed"},
+    {"UPDATE attribute_choice SET name = 'a' || char(0) WHERE rowid = 3",
+     "table attribute_definition, row 9: a text has a zero character"},
+
+    {"UPDATE node SET name = x'00' WHERE id = 2", "table node, row 2: name is no text"},
+    {"UPDATE node SET name = '123456789 123456789 123456789 123' WHERE id = 3",
+     "table node, row 3: the name '123456789 123456789 123456789 123' is longer than 32 bytes"},
+    {"UPDATE node SET name = char(0) WHERE id = 3", "table node, row 3: a name has a zero character"},
+
+    {"UPDATE message SET identifier = -1 WHERE id = 2", "table message, row 2: identifier is no whole number from 0 to 4294967295"},
+    {"UPDATE message SET identifier = 4294967296 WHERE id = 2", "table message, row 2: identifier is no whole number from 0 to 4294967295"},
+    {"UPDATE message SET identifier = 1.5 WHERE id = 2", "table message, row 2: identifier is no whole number from 0 to 4294967295"},
+    {"UPDATE message SET identifier = 'x' WHERE id = 2", "table message, row 2: identifier is no whole number from 0 to 4294967295"},
+    {"UPDATE message SET identifier = 2147483648 WHERE id = 2", "table message, row 2: the identifier is out of range"},
+    {"UPDATE message SET extended = 2 WHERE id = 1", "table message, row 1: extended is no 0 or 1"},
+    {"UPDATE message SET extended = -1 WHERE id = 1", "table message, row 1: extended is no 0 or 1"},
+    {"UPDATE message SET extended = 'yes' WHERE id = 1", "table message, row 1: extended is no 0 or 1"},
+    {"UPDATE message SET name = x'00' WHERE id = 1", "table message, row 1: name is no text"},
+    {"UPDATE message SET name = '123456789 123456789 123456789 123' WHERE id = 1",
+     "table message, row 1: the name '123456789 123456789 123456789 123' is longer than 32 bytes"},
+    {"UPDATE message SET length = 65536 WHERE id = 3", "table message, row 3: length is no whole number from 0 to 65535"},
+    {"UPDATE message SET length = -1 WHERE id = 3", "table message, row 3: length is no whole number from 0 to 65535"},
+    {"UPDATE message SET node_id = 4 WHERE id = 3", "table message, row 3: node_id is no id of another table's row"},
+    {"UPDATE message SET node_id = 'Radio' WHERE id = 3", "table message, row 3: node_id is no id"},
+
+    {"UPDATE signal SET message_id = 99 WHERE id = 4", "table signal, row 4: message_id is no id of another table's row"},
+    {"UPDATE signal SET message_id = 'x' WHERE id = 4", "table signal, row 4: message_id is no id"},
+    {"UPDATE signal SET name = x'00' WHERE id = 2", "table signal, row 2: name is no text"},
+    {"UPDATE signal SET name = '123456789 123456789 123456789 123' WHERE id = 2",
+     "table signal, row 2: the name '123456789 123456789 123456789 123' is longer than 32 bytes"},
+    {"UPDATE signal SET start_bit = 65536 WHERE id = 3", "table signal, row 3: start_bit is no whole number from 0 to 65535"},
+    {"UPDATE signal SET start_bit = -1 WHERE id = 3", "table signal, row 3: start_bit is no whole number from 0 to 65535"},
+    {"UPDATE signal SET length = 'x' WHERE id = 3", "table signal, row 3: length is no whole number from 0 to 65535"},
+    {"UPDATE signal SET byte_order = 'middle_endian' WHERE id = 1", "table signal, row 1: 'middle_endian' is no byte order"},
+    {"UPDATE signal SET byte_order = '' WHERE id = 1", "table signal, row 1: '' is no byte order"},
+    {"UPDATE signal SET byte_order = x'00' WHERE id = 1", "table signal, row 1: byte_order is no text"},
+    {"UPDATE signal SET signed = 'x' WHERE id = 1", "table signal, row 1: signed is no 0 or 1"},
+    {"UPDATE signal SET multiplexor = -1 WHERE id = 1", "table signal, row 1: multiplexor is no 0 or 1"},
+    {"UPDATE signal SET multiplexer_value = -1 WHERE id = 3",
+     "table signal, row 3: multiplexer_value is no whole number from 0 to 4294967295"},
+    {"UPDATE signal SET multiplexer_value = 4294967296 WHERE id = 3",
+     "table signal, row 3: multiplexer_value is no whole number from 0 to 4294967295"},
+
+    {"UPDATE value_description SET signal_id = 99 WHERE rowid = 5",
+     "table value_description, row 5: signal_id is no id of another table's row"},
+    {"UPDATE value_description SET value = -1 WHERE rowid = 3",
+     "table value_description, row 3: value is no whole number from 0 to 4294967295"},
+    {"UPDATE value_description SET value = 4294967296 WHERE rowid = 3",
+     "table value_description, row 3: value is no whole number from 0 to 4294967295"},
+    {"UPDATE value_description SET text = x'00' WHERE rowid = 1", "table value_description, row 1: text is no text"},
+    {"UPDATE value_description SET text = '123456789 123456789 123456789 1ä' WHERE rowid = 1",
+     "table value_description, row 1: the name '123456789 123456789 123456789 1ä' is longer than 32 bytes"},
+
+    {"UPDATE database_attribute SET definition_id = 99 WHERE rowid = 1",
+     "table database_attribute, row 1: definition_id is no id of attribute_definition"},
+    {"UPDATE database_attribute SET definition_id = 'x' WHERE rowid = 1",
+     "table database_attribute, row 1: definition_id is no id"},
+    {"UPDATE database_attribute SET definition_id = 4 WHERE rowid = 1",
+     "table database_attribute, row 1: the attribute belongs to another kind of object"},
+    {"UPDATE database_attribute SET value = NULL WHERE rowid = 3", "table database_attribute, row 3: value is no number"},
+    {"UPDATE database_attribute SET value = x'00' WHERE rowid = 3", "table database_attribute, row 3: value is no number"},
+    {"UPDATE database_attribute SET value = '1' WHERE rowid = 3",
+     "table database_attribute, row 3: the attribute 'Revision' is a number"},
+    {"UPDATE database_attribute SET value = 1 WHERE rowid = 1",
+     "table database_attribute, row 1: the attribute 'Stage' is no number"},
+    {"UPDATE database_attribute SET value = 'Ready' WHERE rowid = 1",
+     "table database_attribute, row 1: the attribute 'Stage' has no value 'Ready'"},
+    {"UPDATE database_attribute SET value = 'a' || char(0) WHERE rowid = 2",
+     "table database_attribute, row 2: a text has a zero character"},
+    {"UPDATE node_attribute SET node_id = 99 WHERE rowid = 4",
+     "table node_attribute, row 4: node_id is no id of another table's row"},
+    {"UPDATE node_attribute SET definition_id = 7 WHERE rowid = 2",
+     "table node_attribute, row 2: the attribute belongs to another kind of object"},
+    {"UPDATE message_attribute SET message_id = 99 WHERE rowid = 2",
+     "table message_attribute, row 2: message_id is no id of another table's row"},
+    {"UPDATE message_attribute SET definition_id = 99 WHERE rowid = 2",
+     "table message_attribute, row 2: definition_id is no id of attribute_definition"},
+    {"UPDATE message_attribute SET value = 'Many' WHERE rowid = 4",
+     "table message_attribute, row 4: the attribute 'Kind' has no value 'Many'"},
+};
+// clang-format on
+
+TEST_F(SqliteReader, EveryFaultIsFoundWithItsTableAndRow) {
+    for (const auto& [sql, error] : kDamages) EXPECT_EQ(ErrorAfter(sql), error) << sql;
+}
+
+TEST_F(SqliteReader, EnumerationWithAValueTwiceKeepsItsValues) {
+    const std::string path = WriteAs("out.sqlite");
+    SqliteFile(path).Run(
+        "INSERT INTO attribute_choice VALUES (9, 1, 'Only'), (9, 2, 'Last');"
+        "UPDATE message_attribute SET value = 'Last' WHERE definition_id = 9");
+    EXPECT_NE(ReadAsVorn(path).find("{\"Topic\": \"Sound\", \"Kind\": \"Last\", \"Period\": 0.75}"),
+              std::string::npos);
+}
+
+TEST_F(SqliteReader, EmptyValueOfAnEnumerationIsReadAfterItWasWritten) {
+    DefineEnumeration(AttrObject::Node, "Blank", "a\n", "a");  // its second value is the empty text
+    EXPECT_EQ(ErrorOf(WriteAs("out.sqlite")), "");
+    EXPECT_EQ(ErrorOf(WriteAs("out.vorn")), "");
+}
+
+TEST_F(SqliteReader, VeryLongTextsAreReadBack) {
+    const std::string text(1'000'000, 'x');
+    const std::string path = WriteAs("out.sqlite");
+    SqliteFile(path).Run("UPDATE database_attribute SET value = '" + text + "' WHERE rowid = 2");
+    EXPECT_NE(ReadAsVorn(path).find("\"Author\": \"" + text + "\""), std::string::npos);
+    SqliteFile(path).Run("UPDATE node SET name = '" + text + "' WHERE id = 2");
+    EXPECT_TRUE(ErrorOf(path).starts_with("table node, row 2: the name '"));
+}
+
+TEST_F(SqliteReader, OtherSqliteFilesAreRefused) {
+    MakeFile(directory / "other.db", "");
+    SqliteFile(directory / "other.db").Run("CREATE TABLE node (id INTEGER PRIMARY KEY, name TEXT)");
+    EXPECT_EQ(ErrorOf(directory / "other.db"), "the file holds no bus database");
+}
+
+TEST_F(SqliteReader, OtherFilesAreRefused) {
+    MakeFile(directory / "vorn.sqlite", kFullVorn);
+    MakeFile(directory / "text.db", "hello");
+    MakeFile(directory / "empty.sqlite3", "");
+    fs::create_directory(directory / "dir.sqlite");
+    for (const char* name : {"vorn.sqlite", "text.db", "empty.sqlite3", "dir.sqlite"}) {
+        EXPECT_NE(ErrorOf(directory / name), "") << name;
+    }
+    EXPECT_EQ(ErrorOf(directory / "none.sqlite"), "No such file or directory");
+    EXPECT_FALSE(fs::exists(directory / "none.sqlite"));
+}
+
+TEST_F(SqliteReader, FileCutAnywhereIsRefused) {
+    const std::string whole = ReadFile(WriteAs("out.sqlite"));
+    for (std::size_t part = 0; part < 100; ++part) {
+        MakeFile(directory / "cut.sqlite", whole.substr(0, whole.size() * part / 100));
+        EXPECT_NE(ErrorOf(directory / "cut.sqlite"), "") << part;
+    }
+}
+
+TEST_F(SqliteReader, PageOfRubbishIsRefused) {
+    const std::string whole = ReadFile(WriteAs("out.sqlite"));
+    constexpr std::size_t kPage = 4096;
+    ASSERT_EQ(whole.size() % kPage, 0U);
+    // Ten tables and five indexes besides the first page.
+    ASSERT_EQ(whole.size() / kPage, 16U);
+    for (std::size_t page = 0; page < whole.size(); page += kPage) {
+        std::string damaged = whole;
+        damaged.replace(page, kPage, kPage, '\xA5');
+        MakeFile(directory / "bad.sqlite", damaged);
+        EXPECT_NE(ErrorOf(directory / "bad.sqlite"), "") << page / kPage;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,148 @@
+/// Faults of databases.
+
+#include "vorn/check.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "sample.h"
+
+namespace vorn::test {
+namespace {
+
+using testing::UnorderedElementsAre;
+
+using Faults = std::vector<std::string>;
+
+struct MessageFaultCase {
+    const char* what;
+    std::uint16_t length;
+    std::vector<SignalRow> signals;
+    Faults faults;  // behind "message Msg: "
+};
+
+const MessageFaultCase kSignals[] = {
+    {"no signals", 0, {}, {}},
+    {"side by side", 1, {{"A", 7, 4, kBig}, {"B", 3, 4, kBig}}, {}},
+    {"side by side in both byte orders", 2, {{"A", 7, 12, kBig}, {"B", 8, 4}}, {}},
+    {"one bit of both", 1, {{"A", 7, 4, kBig}, {"B", 4, 4, kBig}}, {"signals A and B overlap"}},
+    {"all bits of both are told in one line",
+     2,
+     {{"A", 7, 16, kBig}, {"B", 0, 16}},
+     {"signals A and B overlap"}},
+    {"one within the other", 2, {{"A", 7, 16, kBig}, {"B", 3, 1, kBig}}, {"signals A and B overlap"}},
+    {"in the order of the signals", 1, {{"B", 3, 1}, {"A", 3, 1}}, {"signals B and A overlap"}},
+    {"two pairs",
+     2,
+     {{"A", 7, 8, kBig}, {"B", 15, 8, kBig}, {"C", 0, 1}, {"D", 8, 1}},
+     {"signals A and C overlap", "signals B and D overlap"}},
+    {"one with two others",
+     2,
+     {{"A", 7, 8, kBig}, {"B", 15, 8, kBig}, {"C", 7, 16, kBig}},
+     {"signals A and C overlap", "signals B and C overlap"}},
+    {"multiplexed for different values",
+     1,
+     {{"A", 7, 8, kBig | kSelected, 0}, {"B", 7, 8, kBig | kSelected, 1}, {"C", 0, 8, kSelected, 2}},
+     {}},
+    {"multiplexed for one value",
+     1,
+     {{"A", 7, 8, kBig | kSelected, 5}, {"B", 0, 1, kSelected, 6}, {"C", 0, 1, kSelected, 5}},
+     {"signals A and C overlap"}},
+    {"plain and multiplexed", 1, {{"A", 7, 8, kBig}, {"B", 0, 1, kSelected, 6}}, {"signals A and B overlap"}},
+    {"multiplexed and plain", 1, {{"A", 0, 1, kSelected, 6}, {"B", 7, 8, kBig}}, {"signals A and B overlap"}},
+    {"multiplexor and multiplexed",
+     1,
+     {{"A", 7, 8, kBig | kSelector}, {"B", 0, 1, kSelected, 0}},
+     {"signals A and B overlap"}},
+    {"values of signals that are not multiplexed mean nothing",
+     1,
+     {{"A", 7, 8, kBig, 1}, {"B", 7, 8, kBig, 2}},
+     {"signals A and B overlap"}},
+    {"up to the end of the message", 3, {{"A", 7, 8, kBig}, {"B", 15, 16, kBig}}, {}},
+    {"beyond the message",
+     1,
+     {{"A", 3, 5, kBig}, {"B", 16, 1}},
+     {"signal A needs 2 bytes, the message has 1", "signal B needs 3 bytes, the message has 1"}},
+    {"in a message without bytes", 0, {{"A", 0, 1}}, {"signal A needs 1 byte, the message has 0"}},
+    {"a name twice", 1, {{"A", 0, 1}, {"B", 1, 1}, {"A", 2, 1}}, {"the name of signal A occurs twice"}},
+    {"a name twice for different values of the multiplexor",
+     1,
+     {{"A", 0, 1, kSelected, 1}, {"A", 0, 1, kSelected, 2}},
+     {"the name of signal A occurs twice"}},
+    {"names that differ in case", 1, {{"A", 0, 1}, {"a", 1, 1}}, {}},
+    {"everything at once",
+     1,
+     {{"A", 7, 8, kBig}, {"A", 0, 9}},
+     {"the name of signal A occurs twice", "signal A needs 2 bytes, the message has 1",
+      "signals A and A overlap"}},
+};
+
+TEST(Check, SignalsOfAMessage) {
+    for (const auto& [what, length, signals, faults] : kSignals) {
+        Faults lines;
+        for (const std::string& fault : faults) lines.push_back("message Msg: " + fault);
+        EXPECT_EQ(Check(*BuildMessage(length, signals)), lines) << what;
+    }
+}
+
+/// In reading order C runs through A (bits 7 to 4), B (3 to 0, 15 to 12) and A again (11 to 8).
+TEST(Check, PairThatMeetsInTwoPlacesIsToldOnce) {
+    EXPECT_THAT(
+        Check(*BuildMessage(2, {{"A", 4, 8}, {"B", 3, 8, kBig}, {"C", 7, 16, kBig}})),
+        UnorderedElementsAre("message Msg: signals A and C overlap", "message Msg: signals B and C overlap"));
+}
+
+TEST(Check, EveryPairOfThreeSignalsOnOneBitIsTold) {
+    EXPECT_THAT(
+        Check(*BuildMessage(1, {{"A", 0, 1}, {"B", 0, 1}, {"C", 0, 1}})),
+        UnorderedElementsAre("message Msg: signals A and B overlap", "message Msg: signals A and C overlap",
+                             "message Msg: signals B and C overlap"));
+}
+
+TEST(Check, MultiplexedSignalMeetsPlainOnesAlsoWhereAnotherLies) {
+    EXPECT_THAT(
+        Check(*BuildMessage(1, {{"A", 0, 1}, {"B", 0, 1, kSelected, 1}, {"C", 0, 1, kSelected, 1}})),
+        UnorderedElementsAre("message Msg: signals A and B overlap", "message Msg: signals A and C overlap",
+                             "message Msg: signals B and C overlap"));
+}
+
+struct DatabaseFaultCase {
+    const char* what;
+    Sample sample;
+    Faults faults;
+};
+
+const DatabaseFaultCase kDatabases[] = {
+    {"nothing", {}, {}},
+    {"a node and a message of one name",
+     {.nodes = {{"A"}}, .messages = {{1, "A", 1, {{"A", 0, 1}}, "A"}}},
+     {}},
+    {"nodes", {.nodes = {{"A"}, {"B"}, {"A"}}}, {"node A: the name occurs twice"}},
+    {"messages", {.messages = {{1, "A"}, {2, "B"}, {3, "A"}}}, {"message A: the name occurs twice"}},
+    {"names that differ in case", {.nodes = {{"A"}, {"a"}}, .messages = {{1, "B"}, {2, "b"}}}, {}},
+    {"identifiers",
+     {.messages = {{0x22400C | kExtendedIdentifier, "A"}, {2, "B"}, {0x22400C | kExtendedIdentifier, "C"}}},
+     {"message C: has the identifier 0x22400C extended of A"}},
+    {"an identifier plain and extended", {.messages = {{2, "A"}, {2 | kExtendedIdentifier, "B"}}}, {}},
+    {"one message twice",
+     {.messages = {{2, "A"}, {2, "A"}}},
+     {"message A: the name occurs twice", "message A: has the identifier 0x2 of A"}},
+    {"one signal name in two messages",
+     {.messages = {{1, "A", 1, {{"S", 0, 1}}}, {2, "B", 1, {{"S", 0, 1}}}}},
+     {}},
+    {"nodes first, then message by message",
+     {.nodes = {{"N"}, {"N"}},
+      .messages = {{1, "A", 0, {{"S", 0, 1}}}, {1, "B", 1, {{"S", 0, 1}, {"T", 0, 1}}}}},
+     {"node N: the name occurs twice", "message A: signal S needs 1 byte, the message has 0",
+      "message B: has the identifier 0x1 of A", "message B: signals S and T overlap"}},
+    {"control characters in names",
+     {.nodes = {{"N\n"}, {"N\n"}}, .messages = {{1, "M\x1B", 0, {{"S\r", 0, 1}}}}},
+     {"node N.: the name occurs twice", "message M.: signal S. needs 1 byte, the message has 0"}},
+};
+
+TEST(Check, NamesAndIdentifiersOfADatabase) {
+    for (const auto& [what, sample, faults] : kDatabases) EXPECT_EQ(Check(*Build(sample)), faults) << what;
+}
+
+}  // namespace
+}  // namespace vorn::test

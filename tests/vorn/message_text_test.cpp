@@ -1,0 +1,213 @@
+/// One message in words.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "sample.h"
+#include "vorn/describe.h"
+
+namespace vorn::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr std::uint32_t kExtended = kExtendedIdentifier;
+
+struct IdentifierCase {
+    std::uint32_t identifier;
+    const char* text;
+};
+
+constexpr IdentifierCase kIdentifiers[] = {
+    {0, "0x0"},
+    {0x7FF, "0x7FF"},
+    {0xABCDEF, "0xABCDEF"},
+    {0x7FFFFFFF, "0x7FFFFFFF"},
+    {kExtended, "0x0 extended"},
+    {kExtended | 0x22400C, "0x22400C extended"},
+    {0xFFFFFFFF, "0x7FFFFFFF extended"},
+};
+
+TEST(IdentifierText, IsHexadecimal) {
+    for (const auto& [identifier, text] : kIdentifiers) EXPECT_EQ(IdentifierText(identifier), text);
+}
+
+struct MessageCase {
+    const char* what;
+    Sample sample;  // the text is that of its first message
+    const char* text;
+};
+
+const MessageCase kMessages[] = {
+    {"nothing but a name", {.messages = {{0x7FF, "Ping", 0}}}, R"(Ping  0x7FF, 0 bytes
+
+         7 6 5 4 3 2 1 0
+)"},
+    {"a node, attributes of every type, a signal with values",
+     {.definitions = {Integer("message", "Period", 0, 1000, 0), String("message", "Function", ""),
+                      Enumeration("message", "Kind", {"Get", "Status"}, "Get")},
+      .nodes = {{"Amp"}},
+      .messages = {{kExtended | 0x22400C,
+                    "Volume_Status",
+                    1,
+                    {{"Volume", 7, 8, kBig, 0, {{0, "Off"}, {255, "Loudest"}}}},
+                    "Amp",
+                    {{"Kind", "Status"}, {"Function", "Volume"}, {"Period", 12.5}}}}},
+     R"(Volume_Status  0x22400C extended, 1 byte, from Amp
+  Kind = Status
+  Function = Volume
+  Period = 12.5
+
+         7 6 5 4 3 2 1 0
+0        A A A A A A A A
+
+A  Volume  start bit 7, 8 bits, big-endian
+     0     Off
+     255   Loudest
+)"},
+    {"signals in their order, with everything that can be said of them",
+     {.messages = {{1,
+                    "Case",
+                    2,
+                    {{"Case", 0, 1, kLittle | kSelector},
+                     {"Far", 15, 8, kBig | kSigned | kSelected, 0},
+                     {"Near", 8, 1, kLittle | kSelected, 0}}}}},
+     R"(Case  0x1, 2 bytes
+
+multiplexor 0
+         7 6 5 4 3 2 1 0
+0        . . . . . . . A
+1        B B B B B B B #
+
+A  Case  start bit 0, 1 bit, little-endian, multiplexor
+
+B  Far  start bit 15, 8 bits, big-endian, signed, for multiplexor 0
+
+C  Near  start bit 8, 1 bit, little-endian, for multiplexor 0
+)"},
+    {"control characters in every text",
+     {.definitions = {String("message", "Fun\tction", "")},
+      .nodes = {{"A\x1Bmp"}},
+      .messages = {{1,
+                    "Vol\nume",
+                    1,
+                    {{"Le\rvel",
+                      0,
+                      1,
+                      kLittle,
+                      0,
+                      {{0,
+                        "O\x07"
+                        "ff"}}}},
+                    "A\x1Bmp",
+                    {{"Fun\tction", "a\nb"}}}}},
+     R"(Vol.ume  0x1, 1 byte, from A.mp
+  Fun.ction = a.b
+
+         7 6 5 4 3 2 1 0
+0        . . . . . . . A
+
+A  Le.vel  start bit 0, 1 bit, little-endian
+     0     O.ff
+)"},
+    {"only the first of several messages",
+     {.messages = {{1, "One", 0}, {2, "Two", 1, {{"Level", 7, 8, kBig}}}}},
+     R"(One  0x1, 0 bytes
+
+         7 6 5 4 3 2 1 0
+)"},
+};
+
+TEST(MessageText, TellsEverythingOfAMessage) {
+    for (const auto& [what, sample, text] : kMessages) {
+        const auto database = Build(sample);
+        EXPECT_EQ(MessageText(database->messages().front(), Style(false)), text) << what;
+    }
+}
+
+TEST(MessageText, ValueOfMoreDigitsStandsApartFromItsText) {
+    const auto database = BuildMessage(4, {{"Code", 7, 32, kBig, 0, {{99999, "Five"}, {4294967295, "Ten"}}}});
+    const std::string text = MessageText(database->messages().front(), Style(false));
+    EXPECT_THAT(text, HasSubstr("\n     99999 Five\n"));
+    EXPECT_THAT(text, HasSubstr("\n     4294967295 Ten\n"));
+}
+
+/// The 703rd signal is called AAA.
+TEST(MessageText, LettersStandApartFromTheName) {
+    std::vector<SignalRow> signals(703, {"Flag", 0, 1});
+    signals.back().name = "Last";
+    const auto database = BuildMessage(1, signals);
+    const std::string text = MessageText(database->messages().front(), Style(false));
+    EXPECT_EQ(text.substr(text.rfind("\nAAA")), "\nAAA Last  start bit 0, 1 bit, little-endian\n");
+}
+
+TEST(MessageText, MarksNamesAndLetters) {
+    const auto database = BuildMessage(1, {{"Level", 7, 8, kBig, 0, {{0, "Off"}}}});
+    EXPECT_EQ(MessageText(database->messages().front(), Style(true)),
+              "\x1B[1mMsg\x1B[0m  0x10, 1 byte\n"
+              "\n"
+              "\x1B[2m         7 6 5 4 3 2 1 0\x1B[0m\n"
+              "\x1B[2m0       \x1B[0m A A A A A A A A\n"
+              "\n"
+              "\x1B[33mA  \x1B[0m\x1B[1mLevel\x1B[0m  start bit 7, 8 bits, big-endian\n"
+              "     0     Off\n");
+}
+
+struct FindCase {
+    const char* wanted;
+    const char* found;  // null: none
+};
+
+// 0x22400C is 2244620, 0x10 is 16; the message "16" has the identifier 0x99.
+constexpr FindCase kFinds[] = {
+    {"Volume_Status", "Volume_Status"},
+    {"volume_status", nullptr},
+    {"Volume", nullptr},
+    {"Volume_Status ", nullptr},
+    {"0x22400C", "Volume_Status"},
+    {"0x22400c", "Volume_Status"},
+    {"0X0022400C", "Volume_Status"},
+    {"2244620", "Volume_Status"},
+    {"0x8022400C", "Volume_Status"},
+    {"22400C", nullptr},
+    {"0x22400", nullptr},
+    {"0x22400CC", nullptr},
+    {"0", "Zero"},
+    {"0x0", "Zero"},
+    {"0x", nullptr},
+    {"", nullptr},
+    {"-1", nullptr},
+    {" 0", nullptr},
+    {"+0", nullptr},
+    {"0x-0", nullptr},
+    {"0x0x0", nullptr},
+    {"0x7FFFFFFF", "Last"},
+    {"2147483647", "Last"},
+    {"4294967296", nullptr},
+    {"0x100000000", nullptr},
+    {"0x99", "16"},
+    {"153", "16"},
+    {"16", "16"},
+    {"Twin", "Twin"},
+};
+
+TEST(FindMessage, ByNameAndByIdentifier) {
+    const auto database = Build({.messages = {{0, "Zero"},
+                                              {kExtended | 0x22400C, "Volume_Status"},
+                                              {0x99, "16"},
+                                              {0x7FFFFFFF, "Last"},
+                                              {0x500, "Twin", 1},
+                                              {0x500, "Twin", 2}}});
+    for (const auto& [wanted, found] : kFinds) {
+        const kestrel::Message* message = FindMessage(*database, wanted);
+        ASSERT_EQ(message != nullptr, found != nullptr) << '"' << wanted << '"';
+        if (found != nullptr) {
+            EXPECT_EQ(kestrel::NameIn(message->name), found) << '"' << wanted << '"';
+        }
+    }
+    EXPECT_EQ(FindMessage(*database, "Twin")->length, 1);
+    EXPECT_EQ(FindMessage(*database, "0x500")->length, 1);
+}
+
+}  // namespace
+}  // namespace vorn::test
