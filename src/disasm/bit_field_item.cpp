@@ -13,13 +13,7 @@ constexpr std::uint32_t kLongField = 10;
 
 bool ZMTParamBitField::Disassemble(ZMostParameterListBaseInfo& info,
                                    std::span<const std::uint8_t> bytes) const {
-    const std::size_t offset = info.Offset();
-    const auto taken = info.Take(*this, GetBytesInMsg(), bytes, 1 + Length());
-    if (!taken) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterBitField>(*this, *taken, offset));
-    return true;
+    return TakeItem<ZMostParameterBitField>(info, *this, GetBytesInMsg(), bytes, 1 + Length());
 }
 
 ZMostParameterBitField::ZMostParameterBitField(const ZMTParamBitField& field,

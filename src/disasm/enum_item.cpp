@@ -7,13 +7,7 @@
 namespace tarvex {
 
 bool ZMTParamEnum::Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const {
-    const std::size_t offset = info.Offset();
-    const auto taken = info.Take(*this, GetBytesInMsg(), bytes);
-    if (!taken) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterEnum>(*this, *taken, offset));
-    return true;
+    return TakeItem<ZMostParameterEnum>(info, *this, GetBytesInMsg(), bytes);
 }
 
 std::string ZMostParameterEnum::GetText() const {

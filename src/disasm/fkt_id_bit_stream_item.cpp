@@ -22,14 +22,8 @@ bool IsSet(std::span<const std::uint8_t> bytes, std::size_t bit) {
 
 bool ZMTParamFktIDBitStream::Disassemble(ZMostParameterListBaseInfo& info,
                                          std::span<const std::uint8_t> bytes) const {
-    const std::size_t offset = info.Offset();
-    const std::size_t left = bytes.size() - std::min(offset, bytes.size());
-    const auto taken = info.Take(*this, static_cast<std::int64_t>(left), bytes);
-    if (!taken) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterFktIDBitStream>(*this, *taken, offset));
-    return true;
+    const std::size_t left = bytes.size() - std::min(info.Offset(), bytes.size());
+    return TakeItem<ZMostParameterFktIDBitStream>(info, *this, static_cast<std::int64_t>(left), bytes);
 }
 
 std::string ZMostParameterFktIDBitStream::GetText() const {

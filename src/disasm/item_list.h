@@ -71,4 +71,18 @@ class ZMostParameterListBaseInfo {
     unsigned memberNumber_ = 0;
 };
 
+/// Takes `count` bytes of the message for a parameter and appends its item to the list. False, and a fault,
+/// when they are not there or there is no room for so many items.
+template <class Item, class Parameter>
+bool TakeItem(ZMostParameterListBaseInfo& info, const Parameter& parameter, std::int64_t count,
+              std::span<const std::uint8_t> message, std::size_t items = 1) {
+    const std::size_t offset = info.Offset();
+    const auto bytes = info.Take(parameter, count, message, items);
+    if (!bytes) {
+        return false;
+    }
+    info.Append(std::make_unique<Item>(parameter, *bytes, offset));
+    return true;
+}
+
 }  // namespace tarvex

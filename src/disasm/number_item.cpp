@@ -35,13 +35,7 @@ std::string ScaledText(double raw, std::int32_t exponent) {
 
 bool ZMTParamNumber::Disassemble(ZMostParameterListBaseInfo& info,
                                  std::span<const std::uint8_t> bytes) const {
-    const std::size_t offset = info.Offset();
-    const auto taken = info.Take(*this, GetBytesInMsg(), bytes);
-    if (!taken) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterNumber>(*this, *taken, offset));
-    return true;
+    return TakeItem<ZMostParameterNumber>(info, *this, GetBytesInMsg(), bytes);
 }
 
 std::int64_t ZMostParameterNumber::SignedValue() const {

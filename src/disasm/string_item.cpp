@@ -51,16 +51,10 @@ Characters ReadCharacters(std::span<const std::uint8_t> bytes, std::uint32_t max
 
 bool ZMTParamString::Disassemble(ZMostParameterListBaseInfo& info,
                                  std::span<const std::uint8_t> bytes) const {
-    const std::size_t offset = info.Offset();
-    const auto rest = bytes.subspan(std::min(offset, bytes.size()));
+    const auto rest = bytes.subspan(std::min(info.Offset(), bytes.size()));
     // Even an empty string has its first byte.
     const std::size_t size = std::max<std::size_t>(ReadCharacters(rest, MaxSize()).size, 1);
-    const auto taken = info.Take(*this, static_cast<std::int64_t>(size), bytes);
-    if (!taken) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterString>(*this, *taken, offset));
-    return true;
+    return TakeItem<ZMostParameterString>(info, *this, static_cast<std::int64_t>(size), bytes);
 }
 
 std::string ZMostParameterString::GetText() const {

@@ -19,9 +19,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// No record has more keys, nor is nested deeper.
+/// No object has more keys.
 constexpr std::size_t kMaxKeys = 1000;
-constexpr std::size_t kMaxDepth = 6;
+/// Nothing is nested deeper than the value descriptions of a signal of a message.
+constexpr std::size_t kMaxDepth = 7;
 
 /// The bytes of a file, and the line that they are in.
 class Source {
@@ -197,6 +198,17 @@ class VornHandler : public nlohmann::json_sax<Json> {
         Fail(begin == std::string::npos ? "this is no JSON" : text.substr(begin, kMaxShown));
     }
 
+    /// To be called when the whole file has been read: the database's own attributes stand before their
+    /// definitions.
+    void Finish() {
+        if (!IsComplete()) Fail("the file is not complete");
+        try {
+            SetAttributes(builder_.database().attributes(), AttrObject::Database, database_attributes_);
+        } catch (const BadRecord& error) {
+            throw ReadError("line " + std::to_string(database_attributes_line_) + ": " + error.what());
+        }
+    }
+
     bool IsComplete() const { return next_section_ == kSections.size() && depth_ == 0; }
     [[noreturn]] void Fail(const std::string& what) const {
         throw ReadError("line " + std::to_string(source_.line()) + ": " + what);
@@ -213,7 +225,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     bool IsListSection() const { return next_section_ > 4; }
 
     bool Start(Json empty) {
-        if (depth_ == kMaxDepth + (IsListSection() ? 1 : 0)) Fail("the file is nested too deep");
+        if (depth_ == kMaxDepth) Fail("the file is nested too deep");
         ++depth_;
         if (depth_ == 1) {
             if (!empty.is_object()) Fail("a Vorn file is one object");
@@ -366,19 +378,6 @@ class VornHandler : public nlohmann::json_sax<Json> {
         }
     }
 
-  public:
-    /// To be called when the whole file has been read: the database's own attributes stand before their
-    /// definitions.
-    void Finish() {
-        if (!IsComplete()) Fail("the file is not complete");
-        try {
-            SetAttributes(builder_.database().attributes(), AttrObject::Database, database_attributes_);
-        } catch (const BadRecord& error) {
-            throw ReadError("line " + std::to_string(database_attributes_line_) + ": " + error.what());
-        }
-    }
-
-  private:
     DatabaseBuilder& builder_;
     const Source& source_;
     /// How many of the sections have begun.

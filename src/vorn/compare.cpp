@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <unordered_map>
+#include <utility>
 
 #include "kestrel/json_text.h"
 #include "kestrel/model_text.h"

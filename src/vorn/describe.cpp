@@ -5,7 +5,6 @@
 #include <clocale>
 #include <fnmatch.h>
 #include <locale.h>
-#include <optional>
 
 #include "kestrel/model_text.h"
 #include "vorn/drawing.h"
