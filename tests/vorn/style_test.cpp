@@ -56,5 +56,11 @@ TEST(Shown, ControlCharactersOfTwoBytesBecomeDotsToo) {
     EXPECT_EQ(Shown("\xC2\x80\xC2\x9F\xC2\xA0"), "..\xC2\xA0");  // U+00A0 is a blank, no control character
 }
 
+/// Text behind such a mark is shown from right to left.
+TEST(Shown, MarksOfDirectionBecomeDots) {
+    EXPECT_EQ(Shown("\xE2\x80\x8E\xE2\x80\x8F\xE2\x80\xAA\xE2\x80\xAE\xE2\x81\xA6\xE2\x81\xA9"), "......");
+    EXPECT_EQ(Shown("\xE2\x80\x93\xE2\x80\xAF\xE2\x81\xAA"), "\xE2\x80\x93\xE2\x80\xAF\xE2\x81\xAA");
+}
+
 }  // namespace
 }  // namespace vorn::test
