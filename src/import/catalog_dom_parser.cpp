@@ -105,11 +105,11 @@ std::unique_ptr<xercesc::InputSource> EmptySource(const XMLCh* systemId) {
 
 }  // namespace
 
-CatalogDomParser::CatalogDomParser(const std::string& path, bool validate)
-    : path_(path), isValidating_(validate) {
+CatalogDomParser::CatalogDomParser(const std::string& path, bool validate, Vocabulary vocabulary)
+    : path_(path), isValidating_(validate), builder_(std::move(vocabulary)) {
+    useScanner(xercesc::XMLUni::fgDGXMLScanner);  // catalogs have DTDs, never schemas
     setValidationScheme(validate ? Val_Auto : Val_Never);
     setDoNamespaces(false);
-    setCreateEntityReferenceNodes(false);
     setDisableDefaultEntityResolution(true);
     security_.setEntityExpansionLimit(kMaxEntityExpansions);
     setSecurityManager(&security_);
@@ -170,47 +170,41 @@ void CatalogDomParser::WarnOfDtd(const std::string& systemId,
 
 void CatalogDomParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool isCData) {
     if (isCData) {
-        FlushText();
-        XercesDOMParser::docCharacters(chars, length, isCData);
+        builder_.PartText();  // no text to the DOM
     } else {
-        text_.append(chars, length);
+        builder_.Text(chars, length);
     }
 }
 
-void CatalogDomParser::ignorableWhitespace(const XMLCh* chars, XMLSize_t length, bool isCData) {
-    FlushText();
-    XercesDOMParser::ignorableWhitespace(chars, length, isCData);
+void CatalogDomParser::ignorableWhitespace(const XMLCh* chars, XMLSize_t length, bool /*isCData*/) {
+    builder_.Text(chars, length);
 }
 
-void CatalogDomParser::docComment(const XMLCh* comment) {
-    FlushText();
-    XercesDOMParser::docComment(comment);
+void CatalogDomParser::docComment(const XMLCh* /*comment*/) {
+    builder_.PartText();
 }
 
-void CatalogDomParser::docPI(const XMLCh* target, const XMLCh* data) {
-    FlushText();
-    XercesDOMParser::docPI(target, data);
+void CatalogDomParser::docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) {
+    builder_.PartText();
 }
 
-void CatalogDomParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uri,
-                                    const XMLCh* prefix,
+void CatalogDomParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int /*uri*/,
+                                    const XMLCh* /*prefix*/,
                                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
-                                    XMLSize_t attributeCount, bool isEmpty, bool isRoot) {
-    FlushText();
-    XercesDOMParser::startElement(declaration, uri, prefix, attributes, attributeCount, isEmpty, isRoot);
-}
-
-void CatalogDomParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uri, bool isRoot,
-                                  const XMLCh* prefix) {
-    FlushText();
-    XercesDOMParser::endElement(declaration, uri, isRoot, prefix);
-}
-
-void CatalogDomParser::FlushText() {
-    if (!text_.empty()) {
-        XercesDOMParser::docCharacters(text_.c_str(), text_.size(), false);
-        text_.clear();
+                                    XMLSize_t attributeCount, bool isEmpty, bool /*isRoot*/) {
+    builder_.StartElement(declaration, attributes, attributeCount);
+    if (isEmpty) {
+        builder_.EndElement();
     }
 }
+
+void CatalogDomParser::endElement(const xercesc::XMLElementDecl& /*declaration*/, unsigned int /*uri*/,
+                                  bool /*isRoot*/, const XMLCh* /*prefix*/) {
+    builder_.EndElement();
+}
+
+// An entity's content takes the place of the reference, so a text goes on over its ends.
+void CatalogDomParser::startEntityReference(const xercesc::XMLEntityDecl& /*declaration*/) {}
+void CatalogDomParser::endEntityReference(const xercesc::XMLEntityDecl& /*declaration*/) {}
 
 }  // namespace tarvex

@@ -9,16 +9,22 @@
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 
+#include "import/document_builder.h"
+
 namespace tarvex {
 
 /// The DOM parser with the rules of catalogs: external entities come from local files only, a document that
 /// calls itself standalone may still be indented, and a missing DTD is no error unless it is needed.
 class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEntityResolver {
   public:
-    /// A parser for one file. Faults go to the error handler that the caller sets.
-    CatalogDomParser(const std::string& path, bool validate);
+    /// A parser for one file, which keeps what the vocabulary says. Faults go to the error handler that the
+    /// caller sets.
+    CatalogDomParser(const std::string& path, bool validate, Vocabulary vocabulary);
 
     void Parse();
+
+    /// The document of the last parse, as long as the parser lives. It takes the place of the parser's own.
+    const xercesc::DOMNode& Document() const { return builder_.Document(); }
 
     /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
     /// between elements that are declared outside, and attributes that are left to defaults declared outside.
@@ -32,8 +38,7 @@ class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEn
     /// Every external entity comes from here, so that none is fetched.
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
-    // A text may arrive in many pieces, between which the document's store for growing texts slows down with
-    // every text that has ever grown. So the pieces are collected and handed on as one.
+    // The document is built of what is read of it only. The scanner validates all of it nevertheless.
     void docCharacters(const XMLCh* chars, XMLSize_t length, bool isCData) override;
     void ignorableWhitespace(const XMLCh* chars, XMLSize_t length, bool isCData) override;
     void docComment(const XMLCh* comment) override;
@@ -43,20 +48,21 @@ class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEn
                       bool isEmpty, bool isRoot) override;
     void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uri, bool isRoot,
                     const XMLCh* prefix) override;
+    void startEntityReference(const xercesc::XMLEntityDecl& declaration) override;
+    void endEntityReference(const xercesc::XMLEntityDecl& declaration) override;
 
   private:
     using DomText = std::basic_string<XMLCh>;
 
     std::string PathOf(const XMLCh* systemId) const;
     void WarnOfDtd(const std::string& systemId, const xercesc::XMLResourceIdentifier& resource);
-    void FlushText();
 
     std::string path_;
     bool isValidating_;
     xercesc::SecurityManager security_;
     DomText externalDtd_;                   // the system identifier in the document type declaration
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
-    DomText text_;                          // collected since the last piece of markup
+    DocumentBuilder builder_;
 };
 
 }  // namespace tarvex

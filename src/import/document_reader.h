@@ -6,6 +6,8 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
 
+#include "import/vocabulary.h"
+
 namespace tarvex {
 
 /// Parses XML files into DOM documents. The import manager reaches the XML parser only through this.
@@ -21,10 +23,10 @@ class DocumentReader {
     /// Ends the XML platform after a parse has thrown. It is never started again in the process.
     virtual void StopPlatform() = 0;
 
-    /// Parses a file and reports its faults to the handler. The document stays valid until Release. May throw
-    /// anything that the parser throws.
-    virtual const xercesc::DOMDocument* Read(const std::string& path, bool validate,
-                                             xercesc::ErrorHandler& handler) = 0;
+    /// Parses a file and reports its faults to the handler. The document node stays valid until Release. May
+    /// throw anything that the parser throws.
+    virtual const xercesc::DOMNode* Read(const std::string& path, bool validate,
+                                         xercesc::ErrorHandler& handler) = 0;
     /// Drops the document and the parser.
     virtual void Release() = 0;
 };
@@ -35,6 +37,9 @@ class DocumentReader {
 /// entities are read from local, regular files only, relative to the file that names them; nothing is
 /// fetched. Without `validate` an external DTD that cannot be opened counts as empty and is reported as a
 /// warning. Entities are expanded into the text around them, up to a bound.
-std::unique_ptr<DocumentReader> MakeXercesReader();
+///
+/// The document has the words of the vocabulary only, with what lies above them; without a vocabulary it has
+/// all elements. Comments, CDATA sections and processing instructions have no place in it.
+std::unique_ptr<DocumentReader> MakeXercesReader(Vocabulary vocabulary = {});
 
 }  // namespace tarvex

@@ -59,15 +59,6 @@ char32_t TakeCharacter(std::string_view& text) {
     return isCharacter ? code : kReplacement;
 }
 
-bool IsWhiteSpace(const XMLCh* text) {
-    for (; *text != 0; ++text) {
-        if (*text != ' ' && *text != '\t' && *text != '\n' && *text != '\r') {
-            return false;
-        }
-    }
-    return true;
-}
-
 }  // namespace
 
 std::string Transcode(const XMLCh* text) {
@@ -110,6 +101,15 @@ bool DomTextEquals(const XMLCh* text, std::string_view ascii) {
         }
     }
     return *text == 0;
+}
+
+bool IsWhiteSpace(const XMLCh* text) {
+    for (; *text != 0; ++text) {
+        if (*text != ' ' && *text != '\t' && *text != '\n' && *text != '\r') {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool HasTagName(const DOMNode& node, std::string_view name) {
@@ -206,7 +206,7 @@ bool GetChildElementText(const DOMElement& parent, std::string& out, std::string
 bool GetAttribute(const DOMElement& element, std::string_view name, std::string& out) {
     out.clear();
     const xercesc::DOMNamedNodeMap* attributes = element.getAttributes();
-    const XMLSize_t count = attributes->getLength();
+    const XMLSize_t count = attributes == nullptr ? 0 : attributes->getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
         const DOMNode* attribute = attributes->item(i);
         if (DomTextEquals(attribute->getNodeName(), name)) {

@@ -23,6 +23,9 @@ std::basic_string<XMLCh> ToDomText(std::string_view text);
 /// The DOM text equals an ASCII one.
 bool DomTextEquals(const XMLCh* text, std::string_view ascii);
 
+/// The DOM text consists of white space, or of nothing.
+bool IsWhiteSpace(const XMLCh* text);
+
 bool HasTagName(const DOMNode& node, std::string_view name);
 
 /// The first direct child of a node type.

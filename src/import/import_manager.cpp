@@ -9,6 +9,7 @@
 #include "import/dom_access.h"
 #include "import/dom_error_handler.h"
 #include "import/files.h"
+#include "params/catalog_vocabulary.h"
 #include "params/factory.h"
 
 namespace tarvex {
@@ -52,6 +53,8 @@ struct ZMostFCatManager::ImportRun {
     ZMostFCatLog log;
     ZDOMErrorHandler handler;  // outlives the parser, which keeps a pointer to it
 };
+
+ZMostFCatManager::ZMostFCatManager() : ZMostFCatManager(MakeXercesReader(CatalogVocabulary())) {}
 
 ZMostFCatManager::ZMostFCatManager(std::unique_ptr<DocumentReader> reader)
     : reader_(std::move(reader)), groups_(kMaxGroup + 1) {}
@@ -116,7 +119,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
         Send(Format(Text::FileDoesNotExist, catalogPath), kFileEvent);
     } else {
         OpenImportLog(run, importLogPath);
-        if (const xercesc::DOMDocument* document = ParseFile(run)) {
+        if (const xercesc::DOMNode* document = ParseFile(run)) {
             ImportDocument(run, *document, catalog);
             ok = run.log.FatalCount() == 0;
         }
@@ -147,7 +150,7 @@ void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLo
 }
 
 /// Parses the file and reports what the parser says; null when that is an error.
-const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
+const xercesc::DOMNode* ZMostFCatManager::ParseFile(ImportRun& run) {
     Send(FormatText("%s'%s'", Load(Text::ParsingXml), run.path), kFileEvent);
     run.log.WriteLine(Load(Text::ParserMessages));
     try {
@@ -157,7 +160,7 @@ const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
     } catch (...) {
         return Fail(run, Load(Text::InitializationError));
     }
-    const xercesc::DOMDocument* document = ReadDocument(run);
+    const xercesc::DOMNode* document = ReadDocument(run);
     std::string messages = run.handler.Messages();
     if (!messages.empty()) {
         run.log.WriteLine(messages);
@@ -171,7 +174,7 @@ const xercesc::DOMDocument* ZMostFCatManager::ParseFile(ImportRun& run) {
 }
 
 /// Parses the file; null when the parser throws, which ends the XML platform.
-const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run) {
+const xercesc::DOMNode* ZMostFCatManager::ReadDocument(ImportRun& run) {
     std::string text = Load(Text::ErrorDuringParsing) + " '" + run.path + "'\n";
     const auto addMessage = [&](const XMLCh* message) {
         text += Load(Text::ExceptionMessageIs) + ":\n" + Transcode(message) + "\n";
@@ -191,13 +194,13 @@ const xercesc::DOMDocument* ZMostFCatManager::ReadDocument(ImportRun& run) {
 }
 
 /// Reports that parsing failed; there is no document then.
-const xercesc::DOMDocument* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
+const xercesc::DOMNode* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
     Send(text, kFileEvent);
     run.log.WriteLine(text);
     return nullptr;
 }
 
-void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMDocument& document,
+void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMNode& document,
                                       ZMTCatalog& catalog) const {
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");

@@ -23,7 +23,8 @@ class ZMostFCatManager {
     /// result of an import, 3 for the tree log.
     using Sink = std::function<void(const std::string& text, int level)>;
 
-    explicit ZMostFCatManager(std::unique_ptr<DocumentReader> reader = MakeXercesReader());
+    ZMostFCatManager();
+    explicit ZMostFCatManager(std::unique_ptr<DocumentReader> reader);
     ZMostFCatManager(const ZMostFCatManager&) = delete;
     ZMostFCatManager& operator=(const ZMostFCatManager&) = delete;
     virtual ~ZMostFCatManager();
@@ -72,10 +73,10 @@ class ZMostFCatManager {
                     const std::string& importLogPath);
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
-    const xercesc::DOMDocument* ParseFile(ImportRun& run);
-    const xercesc::DOMDocument* ReadDocument(ImportRun& run);
-    const xercesc::DOMDocument* Fail(ImportRun& run, const std::string& text) const;
-    void ImportDocument(ImportRun& run, const xercesc::DOMDocument& document, ZMTCatalog& catalog) const;
+    const xercesc::DOMNode* ParseFile(ImportRun& run);
+    const xercesc::DOMNode* ReadDocument(ImportRun& run);
+    const xercesc::DOMNode* Fail(ImportRun& run, const std::string& text) const;
+    void ImportDocument(ImportRun& run, const xercesc::DOMNode& document, ZMTCatalog& catalog) const;
     void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);

@@ -14,6 +14,8 @@ Platform platform = Platform::NotStarted;
 
 class XercesReader : public DocumentReader {
   public:
+    explicit XercesReader(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
+
     void StartPlatform() override {
         if (platform == Platform::NotStarted) {
             xercesc::XMLPlatformUtils::Initialize();
@@ -29,27 +31,28 @@ class XercesReader : public DocumentReader {
         }
     }
 
-    const xercesc::DOMDocument* Read(const std::string& path, bool validate,
-                                     xercesc::ErrorHandler& handler) override {
+    const xercesc::DOMNode* Read(const std::string& path, bool validate,
+                                 xercesc::ErrorHandler& handler) override {
         if (platform != Platform::Started) {
             throw std::logic_error("the XML platform has been stopped");
         }
-        parser_ = std::make_unique<CatalogDomParser>(path, validate);
+        parser_ = std::make_unique<CatalogDomParser>(path, validate, vocabulary_);
         parser_->setErrorHandler(&handler);
         parser_->Parse();
-        return parser_->getDocument();
+        return &parser_->Document();
     }
 
     void Release() override { parser_.reset(); }
 
   private:
+    Vocabulary vocabulary_;
     std::unique_ptr<CatalogDomParser> parser_;
 };
 
 }  // namespace
 
-std::unique_ptr<DocumentReader> MakeXercesReader() {
-    return std::make_unique<XercesReader>();
+std::unique_ptr<DocumentReader> MakeXercesReader(Vocabulary vocabulary) {
+    return std::make_unique<XercesReader>(std::move(vocabulary));
 }
 
 }  // namespace tarvex

@@ -2,17 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include "catalog/op_types.h"
 #include "import/dom_error_handler.h"
+#include "params/catalog_vocabulary.h"
 #include "support/catalog_import.h"
 
 namespace tarvex::test {
 
-ParsedElement::ParsedElement(std::string_view xml) : reader_(MakeXercesReader()) {
+namespace {
+
+/// What catalogs are read for, and what a PlannedFactory looks at.
+Vocabulary PlannedVocabulary() {
+    Vocabulary words = CatalogVocabulary();
+    for (const FunctionClassRow& row : kFunctionClasses) {
+        words.Add(row.parameterElement, ElementText::Unread, {"Fails"});
+    }
+    words.Add("ERParam", ElementText::Unread, {"Fails"});
+    return words;
+}
+
+}  // namespace
+
+ParsedElement::ParsedElement(std::string_view xml) : reader_(MakeXercesReader(PlannedVocabulary())) {
     ZDOMErrorHandler handler;
     reader_->StartPlatform();
     const auto* document = reader_->Read(dir_.Write("element.xml", xml), false, handler);
     EXPECT_EQ(handler.Messages(), "") << xml;
-    root_ = document->getDocumentElement();
+    root_ = FirstChildElement(document);
+    EXPECT_NE(root_, nullptr) << xml;
 }
 
 ParsedElement::~ParsedElement() {

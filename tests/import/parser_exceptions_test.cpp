@@ -42,8 +42,8 @@ class ScriptedReader : public DocumentReader {
         script_.onStart();
     }
     void StopPlatform() override { ++script_.stops; }
-    const xercesc::DOMDocument* Read(const std::string& path, bool validate,
-                                     xercesc::ErrorHandler& handler) override {
+    const xercesc::DOMNode* Read(const std::string& path, bool validate,
+                                 xercesc::ErrorHandler& handler) override {
         ++script_.reads;
         script_.path = path;
         script_.validate = validate;

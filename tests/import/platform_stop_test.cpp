@@ -19,9 +19,9 @@ class SecondReadThrows : public DocumentReader {
   public:
     void StartPlatform() override { reader_->StartPlatform(); }
     void StopPlatform() override { reader_->StopPlatform(); }
-    const xercesc::DOMDocument* Read(const std::string& path, bool validate,
-                                     xercesc::ErrorHandler& handler) override {
-        const xercesc::DOMDocument* document = reader_->Read(path, validate, handler);
+    const xercesc::DOMNode* Read(const std::string& path, bool validate,
+                                 xercesc::ErrorHandler& handler) override {
+        const xercesc::DOMNode* document = reader_->Read(path, validate, handler);
         if (++reads_ == 2) {
             throw std::runtime_error("in the middle of a parse");
         }

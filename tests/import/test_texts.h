@@ -8,6 +8,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "import/import_manager.h"
+#include "params/catalog_vocabulary.h"
 #include "support/temp_dir.h"
 
 namespace tarvex::test {
@@ -53,7 +54,7 @@ std::string WithPath(std::string text, const std::string& path);
 /// Everything that a manager sends, and the directory that its files lie in.
 class ManagerRun {
   public:
-    explicit ManagerRun(std::unique_ptr<DocumentReader> reader = MakeXercesReader());
+    explicit ManagerRun(std::unique_ptr<DocumentReader> reader = MakeXercesReader(CatalogVocabulary()));
     ManagerRun(const ManagerRun&) = delete;
     ManagerRun& operator=(const ManagerRun&) = delete;
     ~ManagerRun() = default;

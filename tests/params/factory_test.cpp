@@ -77,13 +77,13 @@ TEST(Factory, MakesEmptyParameters) {
 }
 
 TEST(FindTypeElement, LooksAtChildrenFirstAndOneLevelDeeperThen) {
-    const ParsedElement element(R"(<P><A><TEnum Where="deeper"/><TBool Where="deeper"/></A>
-                                   <TEnum Where="direct"/><B><C><TVoid/></C></B></P>)");
+    const ParsedElement element(R"(<P><A><TEnum TypeRef="deeper"/><TBool TypeRef="deeper"/></A>
+                                   <TEnum TypeRef="direct"/><B><C><TVoid/></C></B></P>)");
     const auto where = [&](const char* name) -> std::string {
         const DOMElement* found = FindTypeElement(*element, name);
         std::string text = "nowhere";
         if (found != nullptr) {
-            GetAttribute(*found, "Where", text);
+            GetAttribute(*found, "TypeRef", text);
         }
         return text;
     };

@@ -1,0 +1,152 @@
+#include "import/document_builder.h"
+
+#include <algorithm>
+#include <new>
+
+#include <xercesc/util/XMLString.hpp>
+
+#include "import/dom_access.h"
+
+namespace tarvex {
+
+using xercesc::DOMNode;
+using xercesc::XMLAttr;
+using xercesc::XMLString;
+
+DocumentBuilder::DocumentBuilder(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
+
+void DocumentBuilder::StartElement(const xercesc::XMLElementDecl& declaration,
+                                   const xercesc::RefVectorOf<XMLAttr>& attributes,
+                                   XMLSize_t attributeCount) {
+    PartText();
+    const Use& use = UseOf(declaration);
+    OpenElement(use);
+    if (use.isWord) {
+        for (; nodes_ + 1 < open_.size(); ++nodes_) {
+            MakeNode(nodes_, nullptr);
+        }
+        MakeNode(nodes_++, MakeAttributes(use, attributes, attributeCount));
+    }
+}
+
+/// The element's parent has a child element now, even if it becomes no node.
+void DocumentBuilder::OpenElement(const Use& use) {
+    if (!open_.empty() && !open_.back().hasChildElements) {
+        Open& parent = open_.back();
+        parent.hasChildElements = true;
+        if (parent.element != nullptr) {
+            DropIndentation(parent);
+        }
+    }
+    open_.push_back({&use});
+}
+
+void DocumentBuilder::EndElement() {
+    PartText();
+    open_.pop_back();
+    nodes_ = std::min(nodes_, open_.size());
+}
+
+void DocumentBuilder::Text(const XMLCh* text, XMLSize_t length) {
+    if (!open_.empty() && open_.back().use->hasText) {
+        text_.append(text, length);
+    }
+}
+
+void DocumentBuilder::PartText() {
+    if (text_.empty()) {
+        return;
+    }
+    Open& open = open_.back();
+    if (!open.hasChildElements || !IsWhiteSpace(text_.c_str())) {
+        auto* text = Make<CompactText>(open.element, Copy(text_.data(), text_.size()));
+        *open.next = text;
+        open.next = text->NextPlace();
+    }
+    text_.clear();
+}
+
+const DocumentBuilder::Use& DocumentBuilder::UseOf(const xercesc::XMLElementDecl& declaration) {
+    const auto [place, isNew] = uses_.try_emplace(&declaration);
+    if (isNew) {
+        const XMLCh* name = declaration.getFullName();
+        const Vocabulary::Word* word = vocabulary_.Find(name);
+        const bool keepsAll = !vocabulary_.HasWords();
+        place->second = {name, keepsAll || word != nullptr, keepsAll || (word != nullptr && word->hasText),
+                         word != nullptr ? &word->attributes : nullptr};
+    }
+    return place->second;
+}
+
+/// Makes an open element a node; those above it are nodes already.
+void DocumentBuilder::MakeNode(std::size_t depth, CompactAttributes* attributes) {
+    DOMNode* parent = &document_;
+    DOMNode** place = document_.FirstPlace();
+    if (depth > 0) {
+        parent = open_[depth - 1].element;
+        place = open_[depth - 1].next;
+    }
+    auto* element = Make<CompactElement>(parent, open_[depth].use->name, attributes);
+    *place = element;
+    if (depth > 0) {
+        open_[depth - 1].next = element->NextPlace();
+    }
+    open_[depth].element = element;
+    open_[depth].next = element->FirstPlace();
+}
+
+/// Takes the white space out of an element that has texts only.
+void DocumentBuilder::DropIndentation(Open& open) {
+    DOMNode** place = open.element->FirstPlace();
+    while (*place != nullptr) {
+        auto* text = static_cast<CompactText*>(*place);
+        if (IsWhiteSpace(text->getNodeValue())) {
+            *place = text->getNextSibling();
+        } else {
+            place = text->NextPlace();
+        }
+    }
+    open.next = place;
+}
+
+CompactAttributes* DocumentBuilder::MakeAttributes(const Use& use,
+                                                   const xercesc::RefVectorOf<XMLAttr>& attributes,
+                                                   XMLSize_t attributeCount) {
+    const auto nameOf = [&](const XMLAttr& attribute) -> const XMLCh* {
+        const XMLCh* name = attribute.getQName();
+        if (use.attributes == nullptr) {
+            return Copy(name, XMLString::stringLen(name));
+        }
+        const auto found = std::ranges::find(*use.attributes, name);
+        return found == use.attributes->end() ? nullptr : found->c_str();
+    };
+    const XMLSize_t room =
+        use.attributes == nullptr ? attributeCount : std::min(attributeCount, use.attributes->size());
+    if (room == 0) {
+        return nullptr;
+    }
+    auto* first = static_cast<CompactAttribute*>(
+        memory_.allocate(room * sizeof(CompactAttribute), alignof(CompactAttribute)));
+    std::size_t count = 0;
+    for (XMLSize_t i = 0; i < attributeCount && count < room; ++i) {
+        const XMLAttr& attribute = *attributes.elementAt(i);
+        if (const XMLCh* name = nameOf(attribute)) {
+            const XMLCh* value = attribute.getValue();
+            new (first + count++) CompactAttribute(name, Copy(value, XMLString::stringLen(value)));
+        }
+    }
+    return Make<CompactAttributes>(std::span<CompactAttribute>(first, count));
+}
+
+const XMLCh* DocumentBuilder::Copy(const XMLCh* text, std::size_t length) {
+    auto* copy = static_cast<XMLCh*>(memory_.allocate((length + 1) * sizeof(XMLCh), alignof(XMLCh)));
+    *std::copy_n(text, length, copy) = 0;
+    return copy;
+}
+
+template <class T, class... Args>
+T* DocumentBuilder::Make(const Args&... args) {
+    return new (memory_.allocate(sizeof(T), alignof(T))) T(args...);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory_resource>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
+
+#include "import/compact_dom.h"
+#include "import/vocabulary.h"
+
+namespace tarvex {
+
+/// Builds a compact document from what the scanner finds, of the words of a vocabulary only. An element that
+/// is none becomes a node only when one that is lies below it: readers look for some elements at any depth.
+/// Texts are kept where the vocabulary says that somebody reads them, attributes likewise. White space beside
+/// child elements is indentation and not kept; an element that has nothing else keeps it.
+///
+/// The document lives as long as the builder, and uses the names that the element declarations hold.
+class DocumentBuilder {
+  public:
+    explicit DocumentBuilder(Vocabulary vocabulary);
+
+    const xercesc::DOMNode& Document() const { return document_; }
+
+    void StartElement(const xercesc::XMLElementDecl& declaration,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount);
+    void EndElement();
+    /// A piece of text; it may arrive in many.
+    void Text(const XMLCh* text, XMLSize_t length);
+    /// A comment or the like, which parts the text before it from the text after it.
+    void PartText();
+
+  private:
+    using DomText = Vocabulary::DomText;
+
+    /// What the vocabulary says of a declared element.
+    struct Use {
+        const XMLCh* name;
+        bool isWord;  // else only a word below it makes it a node
+        bool hasText;
+        const std::vector<DomText>* attributes;  // null for all
+    };
+    /// An element whose end has not come yet.
+    struct Open {
+        const Use* use;
+        CompactElement* element = nullptr;  // null while it is no node
+        xercesc::DOMNode** next = nullptr;  // where its next child is entered
+        bool hasChildElements = false;
+    };
+
+    const Use& UseOf(const xercesc::XMLElementDecl& declaration);
+    void OpenElement(const Use& use);
+    void MakeNode(std::size_t depth, CompactAttributes* attributes);
+    static void DropIndentation(Open& open);
+    CompactAttributes* MakeAttributes(const Use& use,
+                                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                      XMLSize_t attributeCount);
+    const XMLCh* Copy(const XMLCh* text, std::size_t length);
+    /// An object that is never destroyed; only its memory is released.
+    template <class T, class... Args>
+    T* Make(const Args&... args);
+
+    Vocabulary vocabulary_;
+    std::unordered_map<const xercesc::XMLElementDecl*, Use> uses_;
+    std::pmr::monotonic_buffer_resource memory_;  // of all nodes and texts; they own nothing else
+    CompactDocument document_;
+    std::vector<Open> open_;  // from the root down
+    std::size_t nodes_ = 0;   // so many of them are nodes
+    DomText text_;            // since the last piece of markup
+};
+
+}  // namespace tarvex
