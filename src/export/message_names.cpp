@@ -33,8 +33,8 @@ std::string FreeName(const std::string& stem, const std::unordered_set<std::stri
 }  // namespace
 
 std::string CleanName(std::string_view name) {
-    std::string clean;
-    std::ranges::copy_if(name, std::back_inserter(clean), IsLetterOrDigit);
+    std::string clean(name);
+    std::erase_if(clean, [](char c) { return !IsLetterOrDigit(c); });
     return clean;
 }
 
@@ -61,10 +61,10 @@ std::string MakeMessageName(std::string block, std::string function, std::string
     if (total > kNameSize && name.size() > kNameSize) {
         name.resize(kNameSize);
     }
-    if (usedNames.contains(name)) {
+    if (!usedNames.insert(name).second) {
         name = FreeName(name.substr(0, kNameSize - kSuffixLength), usedNames);
+        usedNames.insert(name);
     }
-    usedNames.insert(name);
     return name;
 }
 

@@ -44,25 +44,27 @@ std::string SignalNames::Make(const msgblk& message, std::string base, std::stri
         CutTo(base, room);
     }
     std::string name = base + suffix;
-    if (IsTaken(message, name)) {
+    if (Take(message, name) != Taking::Done) {
         name = NumberedName(message, base, suffix);
-    }
-    if (areUnique_) {
-        usedNames_.insert(name);
     }
     return name;
 }
 
-/// Nothing that happens later in the database, or in the message where names are not unique, can free the
-/// name.
-bool SignalNames::IsTakenForGood(const msgblk& message, const std::string& name) {
-    return areUnique_ ? usedNames_.contains(name) : writer_.GetSignal(message, name.c_str()) != nullptr;
-}
-
-/// A record holds less than a very long name, so that a unique name may still be one of the message's.
-bool SignalNames::IsTaken(const msgblk& message, const std::string& name) {
-    return IsTakenForGood(message, name) ||
-           (areUnique_ && writer_.GetSignal(message, name.c_str()) != nullptr);
+/// Takes a name if it is free. A name that was never given may still be one of the message's: a record holds
+/// less than a very long name, and the new signal, which has none yet, answers to the empty one.
+SignalNames::Taking SignalNames::Take(const msgblk& message, const std::string& name) {
+    const auto isInMessage = [&] { return writer_.GetSignal(message, name.c_str()) != nullptr; };
+    if (!areUnique_) {
+        return isInMessage() ? Taking::NeverFree : Taking::Done;
+    }
+    if ((haveBeenCut_ || name.empty()) && !usedNames_.contains(name) && isInMessage()) {
+        return Taking::NotFree;
+    }
+    if (!usedNames_.insert(name).second) {
+        return Taking::NeverFree;
+    }
+    haveBeenCut_ |= name.size() > kNameSize;
+    return Taking::Done;
 }
 
 /// The first name that is free, counted from 1. Numbers that are taken for good are not tried again.
@@ -74,14 +76,14 @@ std::string SignalNames::NumberedName(const msgblk& message, const std::string& 
     for (;; ++number) {
         name = base;
         name.append(Letters(number)).append(suffix);
-        if (!IsTaken(message, name)) {
-            break;
+        const Taking taking = Take(message, name);
+        if (taking == Taking::Done) {
+            return name;
         }
-        if (firstTry == number && IsTakenForGood(message, name)) {
+        if (firstTry == number && taking == Taking::NeverFree) {
             ++firstTry;
         }
     }
-    return name;
 }
 
 }  // namespace tarvex

@@ -26,13 +26,17 @@ class SignalNames {
     std::string Make(const msgblk& message, std::string base, std::string suffix, std::size_t maxLength);
 
   private:
-    bool IsTakenForGood(const msgblk& message, const std::string& name);
-    bool IsTaken(const msgblk& message, const std::string& name);
+    /// Of a name that is not free: whether another message may have it, or nobody ever again (in the message,
+    /// where names are not unique).
+    enum class Taking { Done, NotFree, NeverFree };
+
+    Taking Take(const msgblk& message, const std::string& name);
     std::string NumberedName(const msgblk& message, const std::string& base, const std::string& suffix);
 
     KestrelWriteManager& writer_;
     bool areUnique_;
     std::unordered_set<std::string> usedNames_;  // if they have to be unique
+    bool haveBeenCut_ = false;                   // some of them, in their records
     /// By base and suffix: all lower numbers but 0 are taken for good. Only names that were asked for twice.
     std::unordered_map<std::string, unsigned> firstTries_;
 };

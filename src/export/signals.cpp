@@ -26,9 +26,8 @@ constexpr std::size_t kLongName = kNameSize;
 constexpr std::uint32_t kAllElements = 0;
 
 std::string CleanSignalName(std::string_view name) {
-    std::string clean;
-    std::ranges::copy_if(name, std::back_inserter(clean),
-                         [](char c) { return IsLetterOrDigit(c) || c == '_'; });
+    std::string clean(name);
+    std::erase_if(clean, [](char c) { return !IsLetterOrDigit(c) && c != '_'; });
     return clean;
 }
 

@@ -122,20 +122,20 @@ CompactAttributes* DocumentBuilder::MakeAttributes(const Use& use,
     };
     const XMLSize_t room =
         use.attributes == nullptr ? attributeCount : std::min(attributeCount, use.attributes->size());
-    if (room == 0) {
-        return nullptr;
-    }
-    auto* first = static_cast<CompactAttribute*>(
-        memory_.allocate(room * sizeof(CompactAttribute), alignof(CompactAttribute)));
+    CompactAttribute* first = nullptr;
     std::size_t count = 0;
     for (XMLSize_t i = 0; i < attributeCount && count < room; ++i) {
         const XMLAttr& attribute = *attributes.elementAt(i);
         if (const XMLCh* name = nameOf(attribute)) {
+            if (first == nullptr) {
+                first = static_cast<CompactAttribute*>(
+                    memory_.allocate(room * sizeof(CompactAttribute), alignof(CompactAttribute)));
+            }
             const XMLCh* value = attribute.getValue();
             new (first + count++) CompactAttribute(name, Copy(value, XMLString::stringLen(value)));
         }
     }
-    return Make<CompactAttributes>(std::span<CompactAttribute>(first, count));
+    return count == 0 ? nullptr : Make<CompactAttributes>(std::span<CompactAttribute>(first, count));
 }
 
 const XMLCh* DocumentBuilder::Copy(const XMLCh* text, std::size_t length) {

@@ -104,14 +104,15 @@ void ZMostFCatLog::WriteTreeLine(std::string_view text, unsigned depth) {
     if (!treeLog_) {
         return;
     }
-    Write(treeLog_.get(), std::string(depth, '\t'));
+    treeLine_.assign(depth, '\t');
     // A line without a percent sign renders as itself.
     if (text.find('%') == std::string_view::npos) {
-        Write(treeLog_.get(), text);
+        treeLine_ += text;
     } else {
-        Write(treeLog_.get(), RenderAsFormat(text));
+        treeLine_ += RenderAsFormat(text);
     }
-    Write(treeLog_.get(), "\n");
+    treeLine_ += '\n';
+    Write(treeLog_.get(), treeLine_);
 }
 
 }  // namespace tarvex

@@ -69,6 +69,7 @@ class ZMostFCatLog {
     std::uint32_t loggedWarningCount_ = 0;
     File importLog_;
     File treeLog_;
+    std::string treeLine_;  // the last one, kept for its memory
     std::set<std::uint32_t> exclusions_;
 };
 
