@@ -19,6 +19,25 @@ constexpr const char* kSentences[] = {
     "Changes within 100 ms are collected, so that the bus carries one message for all of them.\n",
     "See also the functions &lt;FktID1&gt; to &lt;FktIDn&gt; of the same block.\n"};
 
+/// The same without references.
+constexpr const char* kPlainSentences[] = {
+    "Tells what the device does at the moment and which of its sources is heard.\n",
+    "A controller that asks for a value outside the range gets an error (ErrorCode) instead.\n",
+    "W\xC3\xA4hrend des Suchlaufs bleibt der alte Wert g\xC3\xBCltig; danach folgt eine Meldung.\n",
+    "\tThe value is kept over a restart and sent again to every device in the notification list.\n",
+    "Changes within 100 ms are collected, so that the bus carries one message for all of them.\n",
+    "See also the functions (FktID1) to (FktIDn) of the same block.\n"};
+static_assert(std::size(kPlainSentences) == std::size(kSentences));
+
+constexpr const char* kSwitchType =
+    R"(<TBool TypeRef="type_boolean"><TBoolField BitPos="0"><BitTrueDesc>On</BitTrueDesc>)"
+    R"(<BitFalseDesc>Off</BitFalseDesc></TBoolField></TBool>)";
+
+constexpr unsigned kSmallFunctionBlocks = 255;
+constexpr unsigned kSmallFunctionsPerBlock = 1000;
+constexpr std::size_t kLongDescription = 100'000;
+constexpr unsigned kLargeEnumeration = 5000;
+
 constexpr std::string_view kVoid = R"(<TVoid TypeRef="type_void"/>)";
 
 }  // namespace
@@ -33,16 +52,32 @@ void CatalogText::Write() {
     }
     Put("<FunctionCatalog>\n");
     Line(1, "<CatalogVersion><Release>1.0</Release><Date>2024-01-01</Date></CatalogVersion>");
-    for (unsigned block = 0; block < plan_.blocks; ++block) {
-        WriteBlock(block, plan_.bytes / plan_.blocks * (block + 1));
-    }
+    WriteBlocks();
     WriteDefinition();
     Put("</FunctionCatalog>\n");
 }
 
+void CatalogText::WriteBlocks() {
+    if (plan_.shape == Shape::SmallFunctions) {
+        for (unsigned block = 0; block < kSmallFunctionBlocks && written_ < plan_.bytes; ++block) {
+            WriteBlock(block, plan_.bytes);
+        }
+        return;
+    }
+    for (unsigned block = 0; block < plan_.blocks; ++block) {
+        const std::uint64_t endOfBlock = plan_.bytes / plan_.blocks * (block + 1);
+        if (HasCommonFunctions() || written_ < endOfBlock) {
+            WriteBlock(block, endOfBlock);
+        }
+    }
+}
+
 void CatalogText::WriteBlock(unsigned fBlockID, std::uint64_t endOfBlock) {
     constexpr unsigned kFirstOwnFunction = 0x200;
-    constexpr unsigned kFunctionEnd = 0x1000;
+    constexpr unsigned kLargestFunction = 0xFFF;
+    const unsigned functionEnd = plan_.shape == Shape::SmallFunctions
+                                     ? kFirstOwnFunction + kSmallFunctionsPerBlock
+                                     : kLargestFunction + 1;
     std::array<char, 64> head = {};
     std::snprintf(head.data(), head.size(), "<FBlockID>0x%02X</FBlockID><FBlockName>%s%u</FBlockName>",
                   fBlockID, kWords[fBlockID % std::size(kWords)], fBlockID);
@@ -50,8 +85,10 @@ void CatalogText::WriteBlock(unsigned fBlockID, std::uint64_t endOfBlock) {
     Line(2, head.data());
     Line(2, "<FBlockDescription>" + Words(12) + "</FBlockDescription>");
     Line(2, "<FBlockVersion><Release>2.4</Release><Date>2023-11-02</Date></FBlockVersion>");
-    WriteCommonFunctions();
-    for (unsigned fktID = kFirstOwnFunction; fktID < kFunctionEnd && written_ < endOfBlock; ++fktID) {
+    if (HasCommonFunctions()) {
+        WriteCommonFunctions();
+    }
+    for (unsigned fktID = kFirstOwnFunction; fktID < functionEnd && written_ < endOfBlock; ++fktID) {
         WriteFunction(fktID);
     }
     Line(1, "</FBlock>");
@@ -83,7 +120,18 @@ void CatalogText::WriteFunction(unsigned fktID) {
         &CatalogText::WriteTrigger};
     const std::string name = Name() + std::to_string(fktID);
     OpenFunction(fktID, name);
-    (this->*kKinds[Below(std::size(kKinds))])(name);
+    switch (plan_.shape) {
+        case Shape::Realistic:
+        case Shape::Plain:
+        case Shape::LongDescriptions:
+            return (this->*kKinds[Below(std::size(kKinds))])(name);
+        case Shape::OneName:
+            return WriteEqualNames();
+        case Shape::Enumerations:
+            return WriteLargeEnumeration(name);
+        case Shape::SmallFunctions:
+            return WriteSmall(name);
+    }
 }
 
 void CatalogText::WriteNumber(const std::string& name) {
@@ -106,9 +154,7 @@ void CatalogText::WriteEnumeration(const std::string& name) {
 
 void CatalogText::WriteSwitch(const std::string& name) {
     OpenClass("class_switch", "Property", "PSwitch");
-    Param("PS", name, 1, "PCmdSet PCmdSetGet", "PReportStatus",
-          R"(<TBool TypeRef="type_boolean"><TBoolField BitPos="0"><BitTrueDesc>On</BitTrueDesc>)"
-          R"(<BitFalseDesc>Off</BitFalseDesc></TBoolField></TBool>)");
+    Param("PS", name, 1, "PCmdSet PCmdSetGet", "PReportStatus", kSwitchType);
     Get("PS");
     CloseClass("Property", "PSwitch");
 }
@@ -124,8 +170,11 @@ void CatalogText::WriteBits(const std::string& name) {
     std::string bits;
     const unsigned count = 2 + Below(14);
     for (unsigned bit = 0; bit < count; ++bit) {
-        bits += "<TBoolField BitPos=\"" + std::to_string(bit) + "\"><BitTrueDesc>" + Name() +
-                "</BitTrueDesc><BitFalseDesc>no " + Name() + "</BitFalseDesc></TBoolField>";
+        const std::string falseName = Name();
+        const std::string trueName = Name();
+        bits.append("<TBoolField BitPos=\"").append(std::to_string(bit)).append("\"><BitTrueDesc>");
+        bits.append(trueName).append("</BitTrueDesc><BitFalseDesc>no ").append(falseName);
+        bits.append("</BitFalseDesc></TBoolField>");
     }
     OpenClass("class_unclassified_property", "Property", "PUnclassified");
     Param("PU", name, 1, "PCmdSet", "PReportStatus",
@@ -139,9 +188,12 @@ void CatalogText::WriteRecord(const std::string& name) {
     std::string fields;
     const unsigned count = 2 + Below(5);
     for (unsigned field = 1; field <= count; ++field) {
-        fields += "<TRecordField FieldIdx=\"" + std::to_string(field) + "\"><TRecordFieldName>" + Name() +
-                  std::to_string(field) + "</TRecordFieldName><TRecordFieldDesc/><TRecordFieldType>" +
-                  (field % 2 == 0 ? EnumType(5) : NumberType()) + "</TRecordFieldType></TRecordField>";
+        const std::string number = std::to_string(field);
+        const std::string type = field % 2 == 0 ? EnumType(5) : NumberType();
+        fields.append("<TRecordField FieldIdx=\"").append(number).append("\"><TRecordFieldName>");
+        fields.append(Name()).append(number).append(
+            "</TRecordFieldName><TRecordFieldDesc/><TRecordFieldType>");
+        fields.append(type).append("</TRecordFieldType></TRecordField>");
     }
     OpenClass("class_record", "Property", "PRecord");
     Param(
@@ -155,11 +207,13 @@ void CatalogText::WriteRecord(const std::string& name) {
 }
 
 void CatalogText::WriteArray(const std::string& name) {
+    const std::string type = NumberType();
+    const std::string elementName = Name();
+    const std::string length = std::to_string(1 + Below(20));
     OpenClass("class_array", "Property", "PArray");
     Param("PA", name, 1, "", "PReportStatus",
-          "<TArray TypeRef=\"type_array\" NMax=\"" + std::to_string(1 + Below(20)) + "\"><TArrayName>" +
-              Name() + "</TArrayName><TArrayDesc/><TArrayElementType>" + NumberType() +
-              "</TArrayElementType></TArray>");
+          "<TArray TypeRef=\"type_array\" NMax=\"" + length + "\"><TArrayName>" + elementName +
+              "</TArrayName><TArrayDesc/><TArrayElementType>" + type + "</TArrayElementType></TArray>");
     Get("PA");
     CloseClass("Property", "PArray");
 }
@@ -177,6 +231,36 @@ void CatalogText::WriteTrigger(const std::string& /*name*/) {
     OpenClass("class_trigger", "Method", "MTrigger");
     Param("MT", "", 0, "MCmdStart", "", kVoid);
     CloseClass("Method", "MTrigger");
+}
+
+/// Every parameter stands in all operations, so that each message and the whole database have the name often.
+void CatalogText::WriteEqualNames() {
+    OpenClass("class_unclassified_property", "Property", "PUnclassified");
+    const unsigned count = 4 + Below(5);
+    for (unsigned pos = 1; pos <= count; ++pos) {
+        Param("PU", "Value", pos, "PCmdSet PCmdSetGet PCmdIncrement PCmdDecrement", "PReportStatus",
+              Below(2) == 0 ? EnumType(4) : NumberType());
+    }
+    CloseClass("Property", "PUnclassified");
+}
+
+void CatalogText::WriteLargeEnumeration(const std::string& name) {
+    const bool canBeSet = Below(2) == 0;
+    OpenClass("class_enumeration", "Property", "PEnum");
+    Param("PE", name, 1, canBeSet ? "PCmdSet" : "", "PReportStatus", EnumType(kLargeEnumeration, 65535));
+    CloseClass("Property", "PEnum");
+}
+
+void CatalogText::WriteSmall(const std::string& name) {
+    if (Below(2) == 0) {
+        OpenClass("class_number", "Property", "PNumber");
+        Param("PN", name, 1, "", "PReportStatus", NumberType());
+        CloseClass("Property", "PNumber");
+    } else {
+        OpenClass("class_switch", "Property", "PSwitch");
+        Param("PS", name, 1, "", "PReportStatus", kSwitchType);
+        CloseClass("Property", "PSwitch");
+    }
 }
 
 void CatalogText::WriteDefinition() {
@@ -237,7 +321,7 @@ void CatalogText::OpenFunction(unsigned fktID, const std::string& name) {
     Line(2, "<Function>");
     Line(3, id.data());
     Line(3, "<FunctionName>" + name + "</FunctionName>");
-    Line(3, "<FunctionDescription>" + Words(1 + Below(10)) + "</FunctionDescription>");
+    Line(3, "<FunctionDescription>" + FunctionDescription() + "</FunctionDescription>");
     Line(3, "<FunctionVersion><Release>1.1</Release><Date>2023-05-09</Date></FunctionVersion>");
 }
 
@@ -260,7 +344,7 @@ void CatalogText::Param(std::string_view letters, std::string_view name, unsigne
     const std::string prefix(letters);
     Line(6, "<" + prefix + "Param details=\"true\">");
     Line(7, "<ParamName ParamIdx=\"#NULL#\">" + std::string(name) + "</ParamName>");
-    Line(7, "<ParamDescription>" + Words(Below(4)) + "</ParamDescription>");
+    Line(7, "<ParamDescription>" + ParamDescription() + "</ParamDescription>");
     Line(7, "<" + prefix + "ParamOPType>");
     Operations(prefix + "Command", commands, pos);
     Operations(prefix + "Report", reports, pos);
@@ -301,15 +385,17 @@ std::string CatalogText::NumberType() {
                                 {"TULong", "type_unsigned_long"}, {"TSLong", "type_signed_long"}};
     constexpr const char* kUnits[] = {"unit_none", "unit_km_h", "unit_ms", "unit_celsius"};
     const Basis& basis = kBases[Below(std::size(kBases))];
+    const char* unit = kUnits[Below(std::size(kUnits))];
+    const std::string largest = std::to_string(Below(100000));
+    const std::string exponent = std::to_string(static_cast<int>(Below(4)) - 2);
     return std::string("<TNumber><BasisDataType><") + basis.element + " TypeRef=\"" + basis.type +
-           "\"/></BasisDataType><Exponent>" + std::to_string(static_cast<int>(Below(4)) - 2) +
-           "</Exponent><RangeMin>0</RangeMin><RangeMax>" + std::to_string(Below(100000)) +
-           "</RangeMax><Step>1</Step><Unit UnitRef=\"" + kUnits[Below(std::size(kUnits))] + "\"/></TNumber>";
+           "\"/></BasisDataType><Exponent>" + exponent + "</Exponent><RangeMin>0</RangeMin><RangeMax>" +
+           largest + "</RangeMax><Step>1</Step><Unit UnitRef=\"" + unit + "\"/></TNumber>";
 }
 
-std::string CatalogText::EnumType(unsigned values) {
+std::string CatalogText::EnumType(unsigned values, unsigned largestCode) {
     std::array<char, 32> code = {};
-    std::string type = R"(<TEnum TypeRef="type_enum" TEnumMax="255">)";
+    std::string type = "<TEnum TypeRef=\"type_enum\" TEnumMax=\"" + std::to_string(largestCode) + "\">";
     for (unsigned value = 0; value < values; ++value) {
         std::snprintf(code.data(), code.size(), "0x%02X", value);
         type += std::string("<TEnumValue Code=\"") + code.data() + "\">" + Name() + "</TEnumValue>";
@@ -317,16 +403,36 @@ std::string CatalogText::EnumType(unsigned values) {
     return type + "</TEnum>";
 }
 
+std::string CatalogText::FunctionDescription() {
+    if (plan_.shape == Shape::SmallFunctions) {
+        return {};
+    }
+    if (plan_.shape != Shape::LongDescriptions) {
+        return Words(1 + Below(10));
+    }
+    std::string text;
+    while (text.size() < kLongDescription) {
+        text += Words(1);
+    }
+    return text;
+}
+
+std::string CatalogText::ParamDescription() {
+    return plan_.shape == Shape::SmallFunctions ? std::string() : Words(Below(4));
+}
+
 std::string CatalogText::Words(unsigned count) {
     std::string text;
     for (unsigned i = 0; i < count; ++i) {
-        text += kSentences[Below(std::size(kSentences))];
+        const std::size_t sentence = Below(std::size(kSentences));
+        text += plan_.shape == Shape::Plain ? kPlainSentences[sentence] : kSentences[sentence];
     }
     return text;
 }
 
 std::string CatalogText::Name() {
-    return std::string(kWords[Below(std::size(kWords))]) + kWords[Below(std::size(kWords))];
+    const char* second = kWords[Below(std::size(kWords))];
+    return std::string(kWords[Below(std::size(kWords))]) + second;
 }
 
 void CatalogText::Put(std::string_view text) {
@@ -334,7 +440,9 @@ void CatalogText::Put(std::string_view text) {
 }
 
 void CatalogText::Line(unsigned indent, std::string_view text) {
-    Put(std::string(std::size_t{2} * indent, ' '));
+    if (plan_.shape != Shape::SmallFunctions) {
+        Put(std::string(std::size_t{2} * indent, ' '));
+    }
     Put(text);
     Put("\n");
 }

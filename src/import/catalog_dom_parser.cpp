@@ -6,53 +6,21 @@
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLValidityCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
-#include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include "import/dom_access.h"
+#include "import/file_source.h"
 #include "import/files.h"
 #include "import/names.h"
 
 namespace tarvex {
+
+using xercesc::XMLString;
+
 namespace {
-
-/// More entity references than any catalog has; a hostile one would expand to gigabytes.
-constexpr XMLSize_t kMaxEntityExpansions = 50'000;
-
-/// A file's bytes, for the parser.
-class FileStream : public xercesc::BinInputStream {
-  public:
-    explicit FileStream(File file) : file_(std::move(file)) {}
-    XMLFilePos curPos() const override { return position_; }
-    XMLSize_t readBytes(XMLByte* toFill, XMLSize_t maxToRead) override {
-        const XMLSize_t count = std::fread(toFill, 1, maxToRead, file_.get());
-        position_ += count;
-        return count;
-    }
-    const XMLCh* getContentType() const override { return nullptr; }
-
-  private:
-    File file_;
-    XMLFilePos position_ = 0;
-};
-
-/// A local file by its path in bytes; the system identifier is only what messages show. Without a path it is
-/// a source that cannot be opened, for entities that must not be fetched.
-class FileSource : public xercesc::InputSource {
-  public:
-    FileSource(std::optional<std::string> path, const XMLCh* systemId)
-        : InputSource(systemId), path_(std::move(path)) {}
-    xercesc::BinInputStream* makeStream() const override {
-        File file = path_ ? OpenForReading(*path_) : nullptr;
-        return file ? std::make_unique<FileStream>(std::move(file)).release() : nullptr;
-    }
-
-  private:
-    std::optional<std::string> path_;
-};
 
 /// "http:", "file:" and the like; a path has a "/" before any ":".
 bool HasScheme(std::string_view uri) {
@@ -106,36 +74,41 @@ std::unique_ptr<xercesc::InputSource> EmptySource(const XMLCh* systemId) {
 }  // namespace
 
 CatalogDomParser::CatalogDomParser(const std::string& path, bool validate, Vocabulary vocabulary)
-    : path_(path), isValidating_(validate), builder_(std::move(vocabulary)) {
+    : XercesDOMParser(nullptr, &budget_),
+      path_(path),
+      isValidating_(validate),
+      dtd_(budget_),
+      builder_(std::move(vocabulary)) {
     useScanner(xercesc::XMLUni::fgDGXMLScanner);  // catalogs have DTDs, never schemas
     setValidationScheme(validate ? Val_Auto : Val_Never);
     setDoNamespaces(false);
     setDisableDefaultEntityResolution(true);
-    security_.setEntityExpansionLimit(kMaxEntityExpansions);
+    security_.setEntityExpansionLimit(ParserBudget::kMaxEntities);
     setSecurityManager(&security_);
     setXMLEntityResolver(this);
+    getScanner()->setDocTypeHandler(&dtd_);
+    budget_.SetLocator(getScanner()->getLocator());
     paths_[ToDomText(path)] = path;
 }
 
 void CatalogDomParser::Parse() {
-    parse(FileSource(path_, ToDomText(path_).c_str()));
+    try {
+        parse(FileSource(path_, ToDomText(path_).c_str(), budget_));
+    } catch (const ParserStop& stop) {
+        getErrorHandler()->fatalError(xercesc::SAXParseException(
+            ToDomText(stop.reason).c_str(), nullptr, stop.systemId.c_str(), stop.line, stop.column));
+    }
 }
 
 void CatalogDomParser::error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
                              const XMLCh* text, const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line,
                              XMLFileLoc column) {
     using xercesc::XMLValid;
-    if (xercesc::XMLString::equals(domain, xercesc::XMLUni::fgValidityDomain) &&
+    if (XMLString::equals(domain, xercesc::XMLUni::fgValidityDomain) &&
         (code == XMLValid::NoWSForStandalone || code == XMLValid::NoDefAttForStandalone)) {
         type = xercesc::XMLErrorReporter::ErrType_Warning;
     }
     XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
-}
-
-void CatalogDomParser::doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* publicId,
-                                   const XMLCh* systemId, bool hasInternalSubset, bool hasExternalSubset) {
-    externalDtd_ = hasExternalSubset && systemId != nullptr ? systemId : DomText();
-    XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
 }
 
 xercesc::InputSource* CatalogDomParser::resolveEntity(xercesc::XMLResourceIdentifier* resource) {
@@ -146,11 +119,11 @@ xercesc::InputSource* CatalogDomParser::resolveEntity(xercesc::XMLResourceIdenti
     if (path) {
         paths_[shownId] = *path;
     }
-    if (!isValidating_ && systemId == externalDtd_ && !(path && OpenForReading(*path))) {
-        WarnOfDtd(shown, *resource);
+    if (!isValidating_ && systemId == dtd_.ExternalDtd() && !(path && OpenForReading(*path))) {
+        Warn("cannot open the DTD '" + shown + "'; it counts as empty");
         return EmptySource(shownId.c_str()).release();
     }
-    return std::make_unique<FileSource>(path, shownId.c_str()).release();
+    return std::make_unique<FileSource>(path, shownId.c_str(), budget_).release();
 }
 
 std::string CatalogDomParser::PathOf(const XMLCh* systemId) const {
@@ -158,26 +131,30 @@ std::string CatalogDomParser::PathOf(const XMLCh* systemId) const {
     return found == paths_.end() ? std::string() : found->second;
 }
 
-void CatalogDomParser::WarnOfDtd(const std::string& systemId,
-                                 const xercesc::XMLResourceIdentifier& resource) {
-    const DomText text = ToDomText("cannot open the DTD '" + systemId + "'; it counts as empty");
-    const xercesc::Locator* locator = resource.getLocator();
+void CatalogDomParser::Warn(const std::string& text) {
     getErrorHandler()->warning(
-        xercesc::SAXParseException(text.c_str(), resource.getPublicId(), resource.getBaseURI(),
-                                   locator != nullptr ? locator->getLineNumber() : 0,
-                                   locator != nullptr ? locator->getColumnNumber() : 0));
+        xercesc::SAXParseException(ToDomText(text).c_str(), *getScanner()->getLocator()));
 }
 
 void CatalogDomParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool isCData) {
     if (isCData) {
+        budget_.AddContent(length);
         builder_.PartText();  // no text to the DOM
     } else {
-        builder_.Text(chars, length);
+        AddText(chars, length);
     }
 }
 
 void CatalogDomParser::ignorableWhitespace(const XMLCh* chars, XMLSize_t length, bool /*isCData*/) {
-    builder_.Text(chars, length);
+    AddText(chars, length);
+}
+
+void CatalogDomParser::AddText(const XMLCh* chars, XMLSize_t length) {
+    budget_.AddContent(length);
+    if (!builder_.Text(chars, length)) {
+        Warn("the text of the element is cut to " + std::to_string(DocumentBuilder::kMaxText) +
+             " characters");
+    }
 }
 
 void CatalogDomParser::docComment(const XMLCh* /*comment*/) {
@@ -192,6 +169,12 @@ void CatalogDomParser::startElement(const xercesc::XMLElementDecl& declaration, 
                                     const XMLCh* /*prefix*/,
                                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                     XMLSize_t attributeCount, bool isEmpty, bool /*isRoot*/) {
+    budget_.EndDtd();
+    XMLSize_t content = XMLString::stringLen(declaration.getFullName());
+    for (XMLSize_t i = 0; i < attributeCount; ++i) {
+        content += 1 + XMLString::stringLen(attributes.elementAt(i)->getValue());
+    }
+    budget_.AddContent(content);
     builder_.StartElement(declaration, attributes, attributeCount);
     if (isEmpty) {
         builder_.EndElement();

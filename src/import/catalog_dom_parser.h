@@ -10,17 +10,27 @@
 #include <xercesc/util/XMLEntityResolver.hpp>
 
 #include "import/document_builder.h"
+#include "import/dtd_watch.h"
+#include "import/parser_budget.h"
 
 namespace tarvex {
 
+/// Holds the budget of a parser, which has to be there before the parser is and after it is gone.
+struct ParserBudgetHolder {
+    ParserBudget budget_;
+};
+
 /// The DOM parser with the rules of catalogs: external entities come from local files only, a document that
 /// calls itself standalone may still be indented, and a missing DTD is no error unless it is needed.
-class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEntityResolver {
+class CatalogDomParser : private ParserBudgetHolder,
+                         public xercesc::XercesDOMParser,
+                         private xercesc::XMLEntityResolver {
   public:
     /// A parser for one file, which keeps what the vocabulary says. Faults go to the error handler that the
     /// caller sets.
     CatalogDomParser(const std::string& path, bool validate, Vocabulary vocabulary);
 
+    /// A document that asks for too much is given up with a fatal error.
     void Parse();
 
     /// The document of the last parse, as long as the parser lives. It takes the place of the parser's own.
@@ -31,9 +41,6 @@ class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEn
     void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
                const XMLCh* text, const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line,
                XMLFileLoc column) override;
-
-    void doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* publicId, const XMLCh* systemId,
-                     bool hasInternalSubset, bool hasExternalSubset) override;
 
     /// Every external entity comes from here, so that none is fetched.
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
@@ -55,12 +62,13 @@ class CatalogDomParser : public xercesc::XercesDOMParser, private xercesc::XMLEn
     using DomText = std::basic_string<XMLCh>;
 
     std::string PathOf(const XMLCh* systemId) const;
-    void WarnOfDtd(const std::string& systemId, const xercesc::XMLResourceIdentifier& resource);
+    void AddText(const XMLCh* chars, XMLSize_t length);
+    void Warn(const std::string& text);
 
     std::string path_;
     bool isValidating_;
     xercesc::SecurityManager security_;
-    DomText externalDtd_;                   // the system identifier in the document type declaration
+    DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
     DocumentBuilder builder_;
 };

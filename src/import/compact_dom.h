@@ -15,6 +15,7 @@ class CompactNode : public Interface {
 
     CompactNode(const CompactNode&) = delete;
     CompactNode& operator=(const CompactNode&) = delete;
+    ~CompactNode() override = default;
 
     DOMNode* getParentNode() const override { return parent_; }
     DOMNode* getNextSibling() const override { return next_; }
@@ -113,6 +114,7 @@ class CompactAttributes : public xercesc::DOMNamedNodeMap {
     explicit CompactAttributes(std::span<CompactAttribute> attributes) : attributes_(attributes) {}
     CompactAttributes(const CompactAttributes&) = delete;
     CompactAttributes& operator=(const CompactAttributes&) = delete;
+    ~CompactAttributes() override = default;
 
     XMLSize_t getLength() const override { return attributes_.size(); }
     xercesc::DOMNode* item(XMLSize_t index) const override;

@@ -1,7 +1,7 @@
 #include "import/document_builder.h"
 
 #include <algorithm>
-#include <new>
+#include <memory>
 
 #include <xercesc/util/XMLString.hpp>
 
@@ -47,13 +47,18 @@ void DocumentBuilder::EndElement() {
     nodes_ = std::min(nodes_, open_.size());
 }
 
-void DocumentBuilder::Text(const XMLCh* text, XMLSize_t length) {
-    if (!open_.empty() && open_.back().use->hasText) {
-        text_.append(text, length);
+bool DocumentBuilder::Text(const XMLCh* text, XMLSize_t length) {
+    if (isCut_ || open_.empty() || !open_.back().use->hasText) {
+        return true;
     }
+    const std::size_t room = kMaxText - text_.size();
+    text_.append(text, std::min(length, room));
+    isCut_ = length > room;
+    return !isCut_;
 }
 
 void DocumentBuilder::PartText() {
+    isCut_ = false;
     if (text_.empty()) {
         return;
     }
@@ -132,7 +137,7 @@ CompactAttributes* DocumentBuilder::MakeAttributes(const Use& use,
                     memory_.allocate(room * sizeof(CompactAttribute), alignof(CompactAttribute)));
             }
             const XMLCh* value = attribute.getValue();
-            new (first + count++) CompactAttribute(name, Copy(value, XMLString::stringLen(value)));
+            std::construct_at(first + count++, name, Copy(value, XMLString::stringLen(value)));
         }
     }
     return count == 0 ? nullptr : Make<CompactAttributes>(std::span<CompactAttribute>(first, count));
@@ -146,7 +151,7 @@ const XMLCh* DocumentBuilder::Copy(const XMLCh* text, std::size_t length) {
 
 template <class T, class... Args>
 T* DocumentBuilder::Make(const Args&... args) {
-    return new (memory_.allocate(sizeof(T), alignof(T))) T(args...);
+    return std::construct_at(static_cast<T*>(memory_.allocate(sizeof(T), alignof(T))), args...);
 }
 
 }  // namespace tarvex

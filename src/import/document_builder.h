@@ -29,8 +29,13 @@ class DocumentBuilder {
     void StartElement(const xercesc::XMLElementDecl& declaration,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount);
     void EndElement();
-    /// A piece of text; it may arrive in many.
-    void Text(const XMLCh* text, XMLSize_t length);
+    /// No name or value of a catalog is longer. Names stand in messages, paths and attributes again and
+    /// again, so that a few megabytes would become gigabytes.
+    static constexpr std::size_t kMaxText = 4096;
+
+    /// A piece of text; it may arrive in many. False when a text becomes longer than kMaxText characters; the
+    /// rest of it is left out, without a further word.
+    [[nodiscard]] bool Text(const XMLCh* text, XMLSize_t length);
     /// A comment or the like, which parts the text before it from the text after it.
     void PartText();
 
@@ -39,10 +44,10 @@ class DocumentBuilder {
 
     /// What the vocabulary says of a declared element.
     struct Use {
-        const XMLCh* name;
-        bool isWord;  // else only a word below it makes it a node
-        bool hasText;
-        const std::vector<DomText>* attributes;  // null for all
+        const XMLCh* name = nullptr;
+        bool isWord = false;  // else only a word below it makes it a node
+        bool hasText = false;
+        const std::vector<DomText>* attributes = nullptr;  // null for all
     };
     /// An element whose end has not come yet.
     struct Open {
@@ -71,6 +76,7 @@ class DocumentBuilder {
     std::vector<Open> open_;  // from the root down
     std::size_t nodes_ = 0;   // so many of them are nodes
     DomText text_;            // since the last piece of markup
+    bool isCut_ = false;      // it was longer
 };
 
 }  // namespace tarvex

@@ -57,7 +57,7 @@ class Rows {
     }
     bool Flag(int column) const {
         const auto flag = statement_.Integer(column);
-        if (flag != 0 && flag != 1) Fail(column, "0 or 1");
+        if (!flag || (*flag != 0 && *flag != 1)) Fail(column, "0 or 1");
         return flag == 1;
     }
     bool IsNull(int column) const { return statement_.IsNull(column); }

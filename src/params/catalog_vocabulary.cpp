@@ -40,8 +40,11 @@ void AddOperations(Vocabulary& words) {
         words.Add(element);
     }
     for (const OpTypeRow& row : kOpTypes) {
-        words.Add(row.propertyElement);
-        words.Add(row.methodElement);
+        for (const char* element : {row.propertyElement, row.methodElement}) {
+            if (element != std::string_view(kNotYet)) {
+                words.Add(element);
+            }
+        }
     }
     words.Add("ParamPos", Read);
 }

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <clocale>
 #include <fnmatch.h>
-#include <locale.h>
 
 #include "kestrel/model_text.h"
 #include "vorn/drawing.h"

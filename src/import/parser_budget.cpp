@@ -1,0 +1,97 @@
+#include "import/parser_budget.h"
+
+#include <memory>
+
+#include <xercesc/internal/XMLReader.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/validators/common/ContentSpecNode.hpp>
+
+namespace tarvex {
+namespace {
+
+/// In front of each block, for its return.
+struct alignas(std::max_align_t) Header {
+    std::size_t size;
+};
+
+/// What the parser asks for to make one of these: in front of each object it keeps where the memory is from.
+template <class T>
+bool IsSizeOf(std::size_t size) {
+    static const std::size_t front =
+        xercesc::XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(xercesc::MemoryManager*));
+    return size == front + sizeof(T);
+}
+
+}  // namespace
+
+void ParserBudget::AddContent(std::size_t characters) {
+    content_ += characters;
+    if (content_ > kLeastContent && content_ - kLeastContent > input_ * kContentPerByte) {
+        Stop("the document's content is more than " + std::to_string(kContentPerByte) +
+             " times as long as its files");
+    }
+}
+
+void ParserBudget::StartDtd() {
+    isInDtd_ = true;
+    modelParts_ = 0;
+}
+
+void ParserBudget::EndDeclaration() {
+    modelSquares_ += modelParts_ * modelParts_;
+    modelParts_ = 0;
+    if (modelSquares_ > kMaxModelSquares) {
+        Stop("the content models of the DTD are too large");
+    }
+}
+
+void* ParserBudget::allocate(XMLSize_t size) {
+    CountParts(size);
+    const std::size_t allocated = allocated_ + size;
+    if (allocated > kLeastMemory && allocated - kLeastMemory > input_ * kMemoryPerByte) {
+        Stop("the document needs more than " + std::to_string(kMemoryPerByte) +
+             " times the memory of its files");
+    }
+    auto* header = static_cast<Header*>(memory_.allocate(sizeof(Header) + size));
+    std::construct_at(header, Header{size});
+    allocated_ += size;
+    return header + 1;
+}
+
+void ParserBudget::CountParts(std::size_t size) {
+    if (IsSizeOf<xercesc::XMLReader>(size) && ++entities_ > kMaxEntities) {
+        Stop("the document uses entities more than " + std::to_string(kMaxEntities) + " times");
+    }
+    if (isInDtd_ && IsSizeOf<xercesc::ContentSpecNode>(size) && ++modelParts_ > kMaxModelParts) {
+        Stop("a content model of the DTD has more than " + std::to_string(kMaxModelParts) + " parts");
+    }
+}
+
+void ParserBudget::deallocate(void* memory) {
+    if (memory == nullptr) {
+        return;
+    }
+    Header* header = static_cast<Header*>(memory) - 1;
+    allocated_ -= header->size;
+    memory_.deallocate(header, sizeof(Header) + header->size);
+}
+
+xercesc::MemoryManager* ParserBudget::getExceptionMemoryManager() {
+    return xercesc::XMLPlatformUtils::fgMemoryManager;
+}
+
+void ParserBudget::Stop(std::string reason) {
+    if (isSpent_) {
+        return;
+    }
+    isSpent_ = true;
+    ParserStop stop{std::move(reason), {}, 0, 0};
+    if (locator_ != nullptr) {
+        stop.systemId = locator_->getSystemId() != nullptr ? locator_->getSystemId() : u"";
+        stop.line = locator_->getLineNumber();
+        stop.column = locator_->getColumnNumber();
+    }
+    throw stop;
+}
+
+}  // namespace tarvex

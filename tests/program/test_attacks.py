@@ -1,0 +1,176 @@
+"""Documents made to harm whoever reads them: each ends by itself, in time and memory that are bounded, with a
+message, and leaves the output alone."""
+
+import os
+import subprocess
+import time
+
+from support import CATALOG, PROGRAM, ProgramTest
+
+MAX_SECONDS = 5
+MAX_MEGABYTES = 500
+SANITIZED = os.environ["TARVEX_SANITIZED"] == "ON"  # takes many times the time and the memory
+
+HEAD = '<?xml version="1.0"?>\n'
+DEFINITION = "<Definition/>"
+BODY = CATALOG.split("\n", 1)[1]  # without its XML declaration
+
+READ = "Output file 'out.vorn' written"
+NO_BLOCK = "Import result: fatal errors: 1"  # read to the end, and no catalog after all
+MEMORY = "the document needs more than 16 times the memory of its files"
+CONTENT = "the document's content is more than 8 times as long as its files"
+ENTITIES = "the document uses entities more than 50000 times"
+MODEL = "a content model of the DTD has more than 10000 parts"
+MODELS = "the content models of the DTD are too large"
+CUT = "the text of the element is cut to 4096 characters"
+UNREADABLE = "unable to open external entity"
+
+
+def document(content="", declarations="", dtd=""):
+    doctype = ""
+    if declarations or dtd:
+        external = f' SYSTEM "{dtd}"' if dtd else ""
+        doctype = f"<!DOCTYPE FunctionCatalog{external} [{declarations}]>\n"
+    return f"{HEAD}{doctype}<FunctionCatalog>{content}{DEFINITION}</FunctionCatalog>"
+
+
+def named(text):
+    return f"<FBlock><FBlockName>{text}</FBlockName></FBlock>"
+
+
+def chain(kind, first, each, length=40):
+    """Entities of which each is made of the one before."""
+    lines = [f'<!ENTITY {kind}e0 "{first}">']
+    lines += [f'<!ENTITY {kind}e{i} "{each.replace("@", str(i - 1))}">' for i in range(1, length)]
+    return "\n".join(lines) + "\n"
+
+
+def default_values(count):
+    return "<!ATTLIST x " + "".join(f"a{i} CDATA 'd' " for i in range(count)) + ">"
+
+
+def encoded(encoding, declared=None):
+    return f'<?xml version="1.0" encoding="{declared or encoding}"?>\n{BODY}'.encode(encoding)
+
+
+# name, how to make the document, its DTD "a.dtd" or nothing, a text that the console must show, exit status
+ATTACKS = [
+    ("billion laughs", lambda: document(named("&e11;"), chain("", "lol", "&e@;" * 10, 12)), "", "50000", 255),
+    ("billion laughs of elements", lambda: document("&e11;", chain("", "<FBlock/>", "&e@;" * 10, 12)), "", "50000", 255),
+    ("one long entity many times", lambda: document(named("&a;" * 20_000), f'<!ENTITY a "{"a" * 100_000}">'), "",
+     CONTENT, 255),
+    ("one entity of elements many times", lambda: document("&a;" * 20_000, f'<!ENTITY a "{"<FBlock/>" * 10_000}">'), "",
+     CONTENT, 255),
+    ("the same in an attribute", lambda: document(f'<FBlock x="{"&a;" * 20_000}"/>', f'<!ENTITY a "{"a" * 100_000}">'),
+     "", MEMORY, 255),
+    ("a long default value", lambda: document("<FBlock/>" * 100_000, f'<!ATTLIST FBlock x CDATA "{"a" * 100_000}">'), "",
+     CONTENT, 255),
+    ("many default values", lambda: document("<x/>" * 20_000,
+                                           default_values(3000)),
+     "", CONTENT, 255),
+    ("entities 30,000 deep", lambda: document("<FBlock>&e29999;</FBlock>", chain("", "v", "&e@;", 30_000)), "", MEMORY,
+     255),
+    ("parameter entities that double their texts", lambda: document(dtd="a.dtd"), chain("% ", "x" * 16, "%e@;%e@;"),
+     MEMORY, 255),
+    ("parameter entities that double and say nothing", lambda: document(dtd="a.dtd"),
+     chain("% ", "", "&#37;e@;&#37;e@;") + "%e39;", ENTITIES, 255),
+    ("parameter entities that double declarations", lambda: document(dtd="a.dtd"),
+     chain("% ", "<!ELEMENT e EMPTY>", "&#37;e@;&#37;e@;") + "%e39;", ENTITIES, 255),
+    ("parameter entities in a content model", lambda: document(dtd="a.dtd"),
+     chain("% ", "a|a|a|a|a|a|a|a|a|a", "%e@;|%e@;", 12) + "<!ELEMENT FunctionCatalog (%e11;)>", MODEL, 255),
+    ("a DTD that includes itself", lambda: document(dtd="a.dtd"), '<!ENTITY % me SYSTEM "a.dtd">%me;',
+     "recursive entity expansion 'me'", 255),
+    ("a content model of 2,000,000 names", lambda: document(declarations=f'<!ELEMENT x ({"|".join(["a"] * 2_000_000)})>'),
+     "", MODEL, 255),
+    ("2,000 content models of 500 names", lambda: document(declarations="".join(
+        f'<!ELEMENT x{i} ({"|".join(["a"] * 500)})>' for i in range(2_000))), "", MODELS, 255),
+    ("a content model that branches without end", lambda: document(
+        declarations=f'<!ELEMENT FunctionCatalog ((a|b)*,a,{",".join(["(a|b)"] * 60)})>'), "", NO_BLOCK, 255),
+    ("a content model in 100,000 parentheses", lambda: document(
+        declarations=f'<!ELEMENT x {"(" * 100_000}a{")" * 100_000}>'), "", NO_BLOCK, 255),
+    ("300,000 declarations", lambda: document(declarations="".join(f"<!ELEMENT n{i} (a,b,c)>" for i in range(300_000))), "",
+     MEMORY, 255),
+    ("500,000 entities", lambda: document(declarations="".join(f'<!ENTITY e{i} "v">' for i in range(500_000))), "",
+     NO_BLOCK, 255),
+    ("sections inside sections", lambda: document(dtd="a.dtd"), "<![INCLUDE[" * 100_000 + "]]>" * 100_000,
+     "Fatal error at file", 255),
+    ("an entity that is a local file", lambda: document(named("&x;"), '<!ENTITY x SYSTEM "/etc/passwd">'), "", NO_BLOCK,
+     255),
+    ("a parameter entity that is a local file", lambda: document(declarations='<!ENTITY % x SYSTEM "/etc/passwd">%x;'), "",
+     "Fatal error at file '/etc/passwd'", 255),
+    ("an entity from the network", lambda: document(named("&x;"), '<!ENTITY x SYSTEM "http://127.0.0.1:9/x">'), "",
+     UNREADABLE, 255),
+    ("a DTD from the network", lambda: document(dtd="http://127.0.0.1:9/x.dtd"), "",
+     "cannot open the DTD 'http://127.0.0.1:9/x.dtd'; it counts as empty", 255),
+    ("an entity without end", lambda: document(named("&x;"), '<!ENTITY x SYSTEM "/dev/zero">'), "", UNREADABLE, 255),
+    ("UTF-16", lambda: encoded("utf-16"), "", READ, 0),
+    ("UTF-16LE without a mark", lambda: encoded("utf-16-le", "UTF-16LE"), "", READ, 0),
+    ("UTF-32", lambda: encoded("utf-32"), "", READ, 0),
+    ("UTF-8 that calls itself UTF-16", lambda: encoded("utf-8", "UTF-16"), "", "contradicts the auto-sensed", 0),
+    ("Latin-1 that calls itself UTF-8", lambda: encoded("utf-8").replace(b"Volume", b"Volum\xe9"), "",
+     "invalid byte", 255),
+    ("an encoding that nobody knows", lambda: encoded("utf-8", "KLINGON"), "", "unable to create converter", 255),
+    ("a zero byte", lambda: document("<FBlock>\0</FBlock>"), "", "Fatal error at file", 255),
+    ("an element name of 1 MB", lambda: document("<" + "n" * 1_000_000 + "/>"), "", NO_BLOCK, 255),
+    ("an attribute name of 1 MB", lambda: document("<FBlock " + "n" * 1_000_000 + '="x"/>'), "", NO_BLOCK, 255),
+    ("a name text of 50 MB", lambda: document(named("n" * 50_000_000)), "", CUT, 255),
+    ("1,000,000 attributes", lambda: document("<FBlock " + " ".join(f'a{i}=""' for i in range(1_000_000)) + "/>"), "",
+     MEMORY, 255),
+    ("1,000,000 element names", lambda: document("".join(f"<n{i}/>" for i in range(1_000_000))), "", MEMORY, 255),
+    ("1,000,000 levels", lambda: document("<x>" * 1_000_000 + "</x>" * 1_000_000), "", MEMORY, 255),
+    ("100,000 levels of blocks", lambda: document("<FBlock>" * 100_000 + "</FBlock>" * 100_000), "", NO_BLOCK, 255),
+    ("a comment of 50 MB", lambda: document("<!--" + "c " * 25_000_000 + "-->"), "", NO_BLOCK, 255),
+    ("nothing", lambda: "", "", "invalid document structure", 255),
+    ("half a tag", lambda: HEAD + "<FunctionCatalog><FBlock", "", "unexpected end of input", 255),
+]
+
+# Validation may find a fault before the bound is reached; the bound holds all the same.
+VALIDATED = ["billion laughs", "one entity of elements many times", "parameter entities that double their texts",
+             "parameter entities that double and say nothing", "a content model that branches without end",
+             "2,000 content models of 500 names", "1,000,000 element names", "1,000,000 levels"]
+
+
+class Attacks(ProgramTest):
+    def run_measured(self, name):
+        """Exit status, console, seconds and megabytes of one run."""
+        start = time.monotonic()
+        console = self.dir / "console"
+        with open(console, "wb") as out:
+            # A process made by fork counts its own memory only, and that is what a preexec_fn asks for.
+            process = subprocess.Popen([PROGRAM, "in.xml", "out.vorn"], cwd=self.dir, stdin=subprocess.DEVNULL,
+                                       stdout=out, stderr=out, preexec_fn=os.getpid)
+            _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        seconds = time.monotonic() - start
+        megabytes = usage.ru_maxrss / 1024
+        print(f"{name}: exit status {process.returncode}, {seconds:.2f} s, {megabytes:.0f} MB")
+        if not SANITIZED:
+            self.assertLess(seconds, MAX_SECONDS)
+            self.assertLess(megabytes, MAX_MEGABYTES)
+        return process.returncode, console.read_text(errors="replace")
+
+    def attack(self, validate, name, xml, dtd):
+        self.write_settings(FCatImportValidate=validate)
+        self.write("in.xml", xml())
+        self.write("a.dtd", dtd)
+        self.write("out.vorn", "the old file")
+        status, console = self.run_measured(name)
+        if status != 0:
+            self.assertEqual((self.dir / "out.vorn").read_text(), "the old file")
+        self.assertEqual(list(self.dir.glob(".kestrel-*")), [])
+        return status, console
+
+    def test_every_attack_ends_with_a_message(self):
+        for name, xml, dtd, message, expected in ATTACKS:
+            with self.subTest(name):
+                status, console = self.attack(0, name, xml, dtd)
+                self.assertEqual(status, expected)
+                self.assertIn(message, console)
+
+    def test_validation_changes_nothing(self):
+        rows = {row[0]: row for row in ATTACKS}
+        for name in VALIDATED:
+            with self.subTest(name):
+                status, console = self.attack(1, name + ", validated", *rows[name][1:3])
+                self.assertEqual(status, 255)
+                self.assertRegex(console, "Error\\(s\\) occured|Import result: fatal")
