@@ -155,6 +155,15 @@ class ZMTChildList {
         return true;
     }
 
+    /// Bytes of memory that copies of all elements take, and their slots.
+    std::size_t CopySizeOfAll() const {
+        std::size_t size = slots_.size() * sizeof(slots_.front());
+        for (const auto& element : slots_) {
+            size += element ? element->CopySize() : 0;
+        }
+        return size;
+    }
+
     virtual void DumpAll(ZMostFCatLog& treeLog) const {
         for (const auto& element : slots_) {
             if (element) {

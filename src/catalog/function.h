@@ -31,6 +31,7 @@ class ZMTFunction : public ZMTNode, public ZMTChildList<ZMTOperation> {
     using ZMTChildList<ZMTOperation>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    std::size_t CopySize() const override { return ZMTNode::CopySize() + CopySizeOfAll(); }
 
     std::uint32_t FunctionID() const { return functionID_; }
     ClassKind Class() const { return classKind_; }

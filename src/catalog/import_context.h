@@ -35,6 +35,29 @@ class FunctionRegistry {
     std::vector<std::unique_ptr<ZMTNode>> owned_;
 };
 
+/// What copies of nodes may take. Parameters are copied into up to 16 operations and functions into 256
+/// blocks, so that a small catalog could ask for any amount of memory.
+class CopyBudget {
+  public:
+    /// Copies may be so many times as large as the catalog file, and so large in any case, in bytes.
+    static constexpr std::size_t kPerByte = 16;
+    static constexpr std::size_t kLeast = std::size_t{256} << 20;
+
+    explicit CopyBudget(std::size_t catalogBytes = 0) : left_(kLeast + kPerByte * catalogBytes) {}
+
+    /// False when so much is not left; nothing is taken then.
+    bool Take(std::size_t bytes) {
+        if (bytes > left_) {
+            return false;
+        }
+        left_ -= bytes;
+        return true;
+    }
+
+  private:
+    std::size_t left_;
+};
+
 /// What the import of one catalog hands from node to node. Lives as long as that import.
 struct ImportContext {
     ZMostFCatLog& log;
@@ -42,6 +65,7 @@ struct ImportContext {
     ZMTCatalog* catalog = nullptr;               ///< The catalog being imported; not owned.
     const ZMTDefinition* definitions = nullptr;  ///< Its definitions once they are imported; owned by it.
     FunctionRegistry functions = {};
+    CopyBudget copies = CopyBudget();  ///< Copies that it does not allow count as failed.
 };
 
 }  // namespace tarvex

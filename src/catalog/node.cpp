@@ -70,6 +70,11 @@ bool ZMTNode::CopyFrom(const ZMTNode* other) {
     return true;
 }
 
+std::size_t ZMTNode::CopySize() const {
+    constexpr std::size_t kTypicalNode = 200;
+    return kTypicalNode + name_.size();
+}
+
 bool ZMTNode::Disassemble(ZMostParameterListBaseInfo& /*info*/,
                           std::span<const std::uint8_t> /*bytes*/) const {
     return false;

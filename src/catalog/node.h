@@ -80,6 +80,9 @@ class ZMTNode {
     /// The indentation level as Resolve found it.
     virtual unsigned GetIndent() const { return indent_; }
 
+    /// Bytes of memory that a copy of the node takes with all that is below it, roughly.
+    virtual std::size_t CopySize() const;
+
     /// Raises a message in the name of this node. Without an open import log it is only counted and neither
     /// text nor path is built. Always false, so that a failing check is one line.
     template <const Message& kMessage, class... Args>

@@ -27,6 +27,7 @@ class ZMTOperation : public ZMTNode, public ZMTChildList<ZMTParam> {
     using ZMTChildList<ZMTParam>::CopyFrom;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    std::size_t CopySize() const override { return ZMTNode::CopySize() + CopySizeOfAll(); }
 
     unsigned OpType() const { return opType_; }
 

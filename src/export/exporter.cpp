@@ -43,7 +43,8 @@ ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, 
       aliasNamesPath_(std::move(aliasNamesPath)),
       networkConfigurationPath_(std::move(networkConfigurationPath)),
       writer_(nullptr),  // there is no handle of the own process on this platform
-      signals_(writer_, aliases_, flags.uniqueSignalNames),
+      signals_(writer_, aliases_, flags.uniqueSignalNames,
+               SignalBudget(catalog == nullptr ? 0 : FileSize(catalog->FilePath()))),
       include_(std::move(include)),
       exclude_(std::move(exclude)),
       flags_(flags) {}
@@ -57,6 +58,9 @@ int ZVornExporter::Export() {
     CreateDatabase();
     CreateNetworkNodes();
     CreateMessages();
+    if (signals_.IsCut()) {
+        std::printf("The catalog asks for too many signals or value descriptions, some are left out!\n");
+    }
     return WriteAndClose();
 }
 

@@ -140,12 +140,16 @@ void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
         const std::string& text = aliases_.Of(value->GetName());
         const std::uint64_t valueEnd = std::min(std::uint64_t{value->CodeMax()} + 1, codesEnd);
         for (std::uint64_t code = value->CodeMin(); code < valueEnd; ++code) {
-            if (count == kMaxValueDescriptions || descriptionsLeft_ == 0) {
+            if (count == kMaxValueDescriptions) {
+                return;
+            }
+            if (left_.descriptions == 0) {
+                isCut_ = true;
                 return;
             }
             end = AppendDescription(end, static_cast<std::uint32_t>(code), text);
             ++count;
-            --descriptionsLeft_;
+            --left_.descriptions;
         }
     }
 }
@@ -207,7 +211,12 @@ sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, st
     if (signalCount_ == kMaxSignals) {
         return nullptr;
     }
+    if (left_.signals == 0) {
+        isCut_ = true;
+        return nullptr;
+    }
     ++signalCount_;
+    --left_.signals;
     sigblk* signal = writer_.CreateSignal(*message_, 0);
     if (multiplexer) {
         suffix = FormatText("_M%x", *multiplexer);

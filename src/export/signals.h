@@ -23,25 +23,38 @@ class ZMTParamRecord;
 inline constexpr unsigned kMaxSignals = 4096;
 /// One signal takes so many value descriptions: a code of two bytes has no more values.
 inline constexpr unsigned kMaxValueDescriptions = 65536;
-/// All signals together take so many. Real databases have some millions at most; a few ranges in a catalog
-/// can ask for billions.
-inline constexpr unsigned kMaxAllValueDescriptions = 1U << 24;
+
+/// What the signals of a database may take. A few ranges in a catalog can ask for billions of value
+/// descriptions, and records inside records for millions of signals; what goes beyond is left out.
+struct SignalBudget {
+    /// So many in any case, and one for every so many bytes of the catalog file.
+    static constexpr std::size_t kLeastSignals = std::size_t{1} << 20;
+    static constexpr std::size_t kLeastDescriptions = std::size_t{1} << 22;
+    static constexpr std::size_t kBytesForOne = 4;
+
+    explicit SignalBudget(std::size_t catalogBytes = 0)
+        : signals(kLeastSignals + catalogBytes / kBytesForOne),
+          descriptions(kLeastDescriptions + catalogBytes / kBytesForOne) {}
+
+    std::size_t signals;
+    std::size_t descriptions;
+};
 
 /// Lays the parameters of operations out as the signals of their messages, most significant bit first.
 class SignalWriter {
   public:
     /// The database writer and the aliases outlive this object. `uniqueNames`: a signal name occurs once in
-    /// the whole database. `maxValueDescriptions`: of all codes together.
+    /// the whole database.
     SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames,
-                 unsigned maxValueDescriptions = kMaxAllValueDescriptions)
-        : writer_(writer),
-          aliases_(aliases),
-          names_(writer, uniqueNames),
-          descriptionsLeft_(maxValueDescriptions) {}
+                 const SignalBudget& budget = SignalBudget())
+        : writer_(writer), aliases_(aliases), names_(writer, uniqueNames), left_(budget) {}
 
     /// Creates the signals of the operation in its message. Ends behind a record and at the first parameter
     /// of a kind that has no signals. Returns the bytes that the parameters with signals take.
     std::uint16_t Write(msgblk& message, const ZMTOperation& operation);
+
+    /// The budget was too small; signals or value descriptions are missing.
+    bool IsCut() const { return isCut_; }
 
   private:
     /// The value of the multiplexor for which a signal is there; none outside records.
@@ -64,7 +77,8 @@ class SignalWriter {
     SignalNames names_;
     msgblk* message_ = nullptr;  // the one being written
     unsigned signalCount_ = 0;   // of that message
-    unsigned descriptionsLeft_;
+    SignalBudget left_;
+    bool isCut_ = false;
 };
 
 }  // namespace tarvex

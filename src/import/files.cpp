@@ -56,6 +56,14 @@ File OpenForWriting(const std::string& path, WriteMode mode) {
     return file;
 }
 
+bool CloseWritten(File file) {
+    if (!file) {
+        return true;
+    }
+    const bool isWritten = std::ferror(file.get()) == 0;
+    return std::fclose(file.release()) == 0 && isWritten;
+}
+
 File OpenForReading(const std::string& path) {
     return OpenRegular(path, O_RDONLY, "r");
 }
@@ -63,6 +71,12 @@ File OpenForReading(const std::string& path) {
 bool IsSameFile(const std::string& a, const std::string& b) {
     std::error_code error;
     return std::filesystem::equivalent(a, b, error) || FilePath(a) == FilePath(b);
+}
+
+std::size_t FileSize(const std::string& path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return error ? 0 : size;
 }
 
 std::string FilePath(const std::string& path) {

@@ -6,7 +6,7 @@
 
 namespace tarvex {
 
-/// Closes a C stream; its result is of no interest where this is used.
+/// Closes a C stream whose result is of no interest. `CloseWritten` tells it.
 struct FileCloser {
     void operator()(std::FILE* file) const {
         std::fclose(file);  // NOLINT(*-owning-memory): it comes from the owner
@@ -20,8 +20,14 @@ enum class WriteMode { Truncate, Append };
 /// something else (a directory, a device, a pipe).
 File OpenForWriting(const std::string& path, WriteMode mode);
 
+/// Closes a file that was written, if there is one. False when that or any write before failed.
+bool CloseWritten(File file);
+
 /// Opens a regular file for reading; null when that fails or when the path is something else.
 File OpenForReading(const std::string& path);
+
+/// Bytes in a file; 0 when that cannot be found out.
+std::size_t FileSize(const std::string& path);
 
 /// The two paths lead to one file, or would once both exist.
 bool IsSameFile(const std::string& a, const std::string& b);

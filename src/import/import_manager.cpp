@@ -129,7 +129,9 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     run.log.WriteLine("\n");
     run.log.WriteLine(Format(ok ? Text::ImportCompleted : Text::ImportFailed, catalogPath));
     run.log.WriteLine("\n");
-    run.log.CloseLog();
+    if (!run.log.CloseLog()) {
+        Send(Format(Text::LogNotCreated, importLogPath), kFileEvent);
+    }
     return ok;
 }
 
@@ -209,6 +211,7 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMNode& do
     if (const DOMElement* root = FindChildElement(&document, "FunctionCatalog")) {
         const CatalogParamFactory factory;
         ImportContext context{run.log, factory};
+        context.copies = CopyBudget(FileSize(run.path));
         catalog.Import(*root, context);
     } else {
         run.log.Fatal(Format(Text::ElementNotFound, "FunctionCatalog"), "");
@@ -280,7 +283,9 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
         }
         Send(Load(Text::WritingDataStructure), kTreeLogEvent);
         catalog->Dump(log);
-        log.CloseTreeLog();
+        if (!log.CloseTreeLog()) {
+            Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
+        }
     }
 }
 

@@ -11,7 +11,8 @@
 namespace tarvex {
 
 /// Counts the messages of one import and writes them to the import log, if one is open; also writes the tree
-/// log. Lives for one import; its counts are never reset. Write errors on the two files are ignored.
+/// log. Lives for one import; its counts are never reset. A write that
+/// fails shows when the file is closed.
 class ZMostFCatLog {
   public:
     ZMostFCatLog() = default;
@@ -38,7 +39,8 @@ class ZMostFCatLog {
     /// Creates or truncates the import log. False when one is open already, or when the path cannot be
     /// created or is something other than a regular file.
     bool OpenLog(const std::string& path);
-    void CloseLog() { importLog_.reset(); }
+    /// False when anything of an open import log could not be written.
+    bool CloseLog() { return CloseWritten(std::move(importLog_)); }
     /// Writes the text and a line feed to an open import log.
     void WriteLine(std::string_view text);
     /// Writes an empty line and the three totals, excluded messages included, to an open import log.
@@ -48,7 +50,8 @@ class ZMostFCatLog {
 
     /// Opens the tree log for appending; fails as OpenLog does.
     bool OpenTreeLog(const std::string& path);
-    void CloseTreeLog() { treeLog_.reset(); }
+    /// False when anything of an open tree log could not be written.
+    bool CloseTreeLog() { return CloseWritten(std::move(treeLog_)); }
     /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format.
     void WriteTreeLine(std::string_view text, unsigned depth);
 

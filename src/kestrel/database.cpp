@@ -22,11 +22,6 @@ AttrDef::~AttrDef() {
     if (value_type != AttrType::Integer) kestrel_free(default_text);
 }
 
-AttrValues::~AttrValues() {
-    for (const Value& entry : values_)
-        if (entry.definition->holds_texts) kestrel_free(entry.value.text);
-}
-
 void AttrValues::Set(const AttrDef& definition, kestrel_attr_value_t value) {
     const auto earlier = std::find_if(values_.begin(), values_.end(),
                                       [&](const Value& entry) { return entry.definition == &definition; });
@@ -34,7 +29,6 @@ void AttrValues::Set(const AttrDef& definition, kestrel_attr_value_t value) {
         values_.push_back({&definition, value});
         return;
     }
-    if (definition.holds_texts && earlier->value.text != value.text) kestrel_free(earlier->value.text);
     earlier->value = value;
 }
 
@@ -98,7 +92,19 @@ void Database::SetAttribute(AttrValues& values, AttrObject object, std::string_v
         definition->used = true;
         definition->holds_texts = definition->value_type == AttrType::String;
     }
+    if (definition->holds_texts) value.text = Keep(value.text);
     values.Set(*definition, value);
+}
+
+char* Database::Keep(char* text) {
+    if (text == nullptr) return nullptr;
+    const auto known = texts_.find(text);
+    if (known == texts_.end()) {
+        std::unique_ptr<char, FreeText> kept(text);
+        return texts_.emplace(text, std::move(kept)).first->second.get();
+    }
+    if (known->second.get() != text) kestrel_free(text);
+    return known->second.get();
 }
 
 }  // namespace kestrel

@@ -36,25 +36,18 @@ struct AttrDef : attr_def {
     std::size_t position;
     /// Whether a value was set already.
     bool used = false;
-    /// Whether the values are texts; settled by the first value, since it decides who frees them.
+    /// Whether the values are texts; settled by the first value, since texts are taken over.
     bool holds_texts = false;
 };
 
-/// The attribute values of one object, in the order in which they were first set. Owns their texts.
+/// The attribute values of one object, in the order in which they were first set.
 class AttrValues {
   public:
     struct Value {
-        /// The definition that the value belongs to; owned by the database.
+        /// The definition that the value belongs to; it and a text are owned by the database.
         const AttrDef* definition;
         kestrel_attr_value_t value;
     };
-
-    AttrValues() = default;
-    AttrValues(const AttrValues&) = delete;
-    AttrValues(AttrValues&&) = delete;
-    AttrValues& operator=(const AttrValues&) = delete;
-    AttrValues& operator=(AttrValues&&) = delete;
-    ~AttrValues();
 
     /// Sets the value of the attribute, in the place of an earlier one if there is one.
     void Set(const AttrDef& definition, kestrel_attr_value_t value);
@@ -183,7 +176,16 @@ class Database {
     const std::deque<Message>& messages() const { return messages_; }
 
   private:
+    struct FreeText {
+        void operator()(char* text) const { kestrel_free(text); }
+    };
+
+    /// Takes a text over and returns the one of its content that is kept.
+    char* Keep(char* text);
+
     std::string name_;
+    /// The texts of attribute values, each once: most messages share theirs with many others.
+    std::unordered_map<std::string_view, std::unique_ptr<char, FreeText>> texts_;
     /// Declared before everything that has attribute values, which need the definitions until they are gone.
     std::deque<AttrDef> attr_defs_;
     AttrValues attributes_;

@@ -31,6 +31,7 @@ class ZMTParamArray : public ZMTParam,
     /// The copy has no selector until it is resolved in its own place.
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    std::size_t CopySize() const override { return ZMTParam::CopySize() + CopySizeOfAll(); }
     bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
     ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }

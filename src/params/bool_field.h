@@ -19,6 +19,9 @@ class ZMTParamBoolField : public ZMTParam {
     bool Dump(ZMostFCatLog& treeLog) const override;
     bool CopyFrom(const ZMTNode* other) override;
     std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    std::size_t CopySize() const override {
+        return ZMTParam::CopySize() + trueDesc_.size() + falseDesc_.size();
+    }
 
     std::uint32_t BitPos() const { return ParamPos(); }
     /// What the values 1 and 0 mean.

@@ -84,10 +84,41 @@ TEST(SignalLimits, AllSignalsShareABudgetOfValueDescriptions) {
     KestrelWriteManager manager(nullptr);
     const AliasNames aliases;
     msgblk* message = manager.CreateMessage(nullptr, 0);
-    SignalWriter(manager, aliases, true, 5).Write(*message, *operation);
+    SignalBudget budget;
+    budget.descriptions = 5;
+    SignalWriter signals(manager, aliases, true, budget);
+    signals.Write(*message, *operation);
+    EXPECT_TRUE(signals.IsCut());
     EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "A")), (std::vector<unsigned>{1, 2, 3, 4}));
     EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "B")), (std::vector<unsigned>{1}));
     EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "C")), (std::vector<unsigned>{}));
+}
+
+TEST(SignalLimits, AllMessagesShareABudgetOfSignals) {
+    const std::string codes = Enumeration(255, {{"1", "Code"}});
+    const Conversion conversion(
+        BlockOf(PropertyOf("0x400", "Volume", {{"A", codes}, {"B", codes}, {"C", codes}})));
+    const ZMTOperation* operation = conversion.Catalog().GetAt(0x22)->GetAt(0x400)->GetAt(12);
+    KestrelWriteManager manager(nullptr);
+    const AliasNames aliases;
+    SignalBudget budget;
+    budget.signals = 4;
+    SignalWriter signals(manager, aliases, true, budget);
+    msgblk* first = manager.CreateMessage(nullptr, 0);
+    msgblk* second = manager.CreateMessage(nullptr, 0);
+    EXPECT_EQ(signals.Write(*first, *operation), 3);
+    EXPECT_FALSE(signals.IsCut());
+    EXPECT_EQ(signals.Write(*second, *operation), 3);  // the parameters are there all the same
+    EXPECT_TRUE(signals.IsCut());
+    EXPECT_NE(manager.GetSignal(*second, "AB"), nullptr);
+    EXPECT_EQ(manager.GetSignal(*second, "BB"), nullptr);
+}
+
+TEST(SignalLimits, BudgetsGrowWithTheCatalog) {
+    EXPECT_EQ(SignalBudget(0).signals, 1'048'576U);
+    EXPECT_EQ(SignalBudget(0).descriptions, 4'194'304U);
+    EXPECT_EQ(SignalBudget(40'000'000).signals, 11'048'576U);
+    EXPECT_EQ(SignalBudget(40'000'000).descriptions, 14'194'304U);
 }
 
 TEST(SignalLimits, OneSignalTakes65536ValueDescriptions) {

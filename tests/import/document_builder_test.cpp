@@ -300,8 +300,8 @@ TEST(DocumentBuilder, LongerTextsAreCutWithOneWarningEach) {
         const Document document("<r><e>" + std::string(size, 'a') + "</e><x>" + std::string(size, 'b') +
                                     "</x><e>c<!---->" + std::string(size, 'd') + "</e></r>",
                                 "r e'");
-        EXPECT_EQ(document.Outline(), "r(e('" + std::string(4096, 'a') + "') e('c' '" +
-                                          std::string(4096, 'd') + "'))");
+        EXPECT_EQ(document.Outline(),
+                  "r(e('" + std::string(4096, 'a') + "') e('c' '" + std::string(4096, 'd') + "'))");
         EXPECT_EQ(document.CountOfComplaints("the text of the element is cut to 4096 characters"), 2U);
     }
 }

@@ -4,6 +4,7 @@ message, and leaves the output alone."""
 import os
 import subprocess
 import time
+import unittest
 
 from support import CATALOG, PROGRAM, ProgramTest
 
@@ -130,6 +131,68 @@ VALIDATED = ["billion laughs", "one entity of elements many times", "parameter e
              "2,000 content models of 500 names", "1,000,000 element names", "1,000,000 levels"]
 
 
+TYPES = """<Definition>
+  <TypeDef TypeID="type_byte"><TDefName>Byte</TDefName><TDefSize>1</TDefSize></TypeDef>
+  <TypeDef TypeID="type_void"><TDefName>Void</TDefName><TDefSize>0</TDefSize></TypeDef>
+  <UnitDef UnitID="unit_none"><UnitDefName>none</UnitDefName><UnitDefCode>0</UnitDefCode></UnitDef>
+</Definition>"""
+COMMANDS = ["PCmdSet", "PCmdGet", "PCmdSetGet", "PCmdIncrement", "PCmdDecrement", "PCmdGetInterface",
+            "PReportStatus", "PReportInterface", "PReportError"]
+NUMBER = ("<TNumber><BasisDataType><TUByte TypeRef='type_byte'/></BasisDataType><Exponent>0</Exponent>"
+          "<RangeMin>0</RangeMin><RangeMax>1</RangeMax><Step>1</Step><Unit UnitRef='unit_none'/></TNumber>")
+
+
+def catalog(blocks):
+    return f"{HEAD}<FunctionCatalog>{blocks}{TYPES}</FunctionCatalog>"
+
+
+def block(number, name, functions):
+    return f"<FBlock><FBlockID>{number}</FBlockID><FBlockName>{name}</FBlockName>{functions}</FBlock>"
+
+
+def function(number, types, attributes="", commands=COMMANDS):
+    """A function whose parameters, of these types, stand in all operations of a property."""
+    params = ""
+    for pos, kind in enumerate(types, 1):
+        uses = "".join(f"<{command}><ParamPos>{pos}</ParamPos></{command}>" for command in commands)
+        params += (f"<PUParam><ParamName>P{pos}</ParamName><PUParamOPType>{uses}</PUParamOPType>"
+                   f"<PUParamType>{kind}</PUParamType></PUParam>")
+    return (f"<Function {attributes}><FunctionID>{number}</FunctionID><FunctionName>F{number}</FunctionName>"
+            f"<FunctionClass ClassRef='c'><Property><PUnclassified>{params}</PUnclassified></Property>"
+            "</FunctionClass></Function>")
+
+
+def enumeration(values):
+    return f"<TEnum TypeRef='type_byte' TEnumMax='65535'>{values}</TEnum>"
+
+
+def records(depth):
+    """Records inside records, of two fields each: both double what is in them."""
+    inside = NUMBER
+    for _ in range(depth):
+        fields = "".join(f"<TRecordField FieldIdx='{i}'><TRecordFieldName>R{i}</TRecordFieldName>{kind}</TRecordField>"
+                         for i, kind in enumerate([NUMBER, inside], 1))
+        inside = f"<TRecord TypeRef='type_byte' NElements='2'>{fields}</TRecord>"
+    return inside
+
+
+# name, how to make the catalog, a text that the console must show; each is converted
+GREEDY = [
+    ("an enumeration of 5,000 values in every block", lambda: catalog(
+        block(0, "First", function(1, [enumeration("".join(f"<TEnumValue Code='{i}'>v{i}</TEnumValue>"
+                                                           for i in range(5_000)))], "FktDefId='f'"))
+        + "".join(block(i, f"B{i}", "<Function FktDefRef='f'/>" + function(2, ["<TVoid TypeRef='type_void'/>"]))
+                  for i in range(1, 256))), "Import result: errors: "),
+    ("64 enumerations of all codes", lambda: catalog(block(1, "B", "".join(
+        function(i, [enumeration("<TEnumValue Code='0..65535'>All</TEnumValue>")]) for i in range(64)))),
+     "too many signals or value descriptions"),
+    ("records 12 deep in 500 functions", lambda: catalog(block(1, "B", "".join(
+        function(i, [records(12)]) for i in range(500)))), "too many signals or value descriptions"),
+    ("a block name of 1 MB over 4,000 functions", lambda: catalog(block(1, "n" * 1_000_000, "".join(
+        function(i, ["<TVoid TypeRef='type_void'/>"]) for i in range(4_000)))), CUT),
+]
+
+
 class Attacks(ProgramTest):
     def run_measured(self, name):
         """Exit status, console, seconds and megabytes of one run."""
@@ -165,6 +228,14 @@ class Attacks(ProgramTest):
             with self.subTest(name):
                 status, console = self.attack(0, name, xml, dtd)
                 self.assertEqual(status, expected)
+                self.assertIn(message, console)
+
+    @unittest.skipIf(SANITIZED, "takes minutes")
+    def test_greedy_catalogs_get_what_there_is(self):
+        for name, xml, message in GREEDY:
+            with self.subTest(name):
+                status, console = self.attack(0, name, xml, "")
+                self.assertEqual(status, 0, console)
                 self.assertIn(message, console)
 
     def test_validation_changes_nothing(self):
