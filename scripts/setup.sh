@@ -8,7 +8,7 @@ set -euo pipefail
 packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [ "${1:-build}" = test ]; then
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev llvm libgtest-dev libgmock-dev python3
-             python3-canmatrix python3-lxml python3-jsonschema mandoc)
+             python3-canmatrix python3-lxml python3-jsonschema mandoc strace)
 fi
 if [ "${1:-build}" = bench ]; then
   packages+=(libgtest-dev libgmock-dev libbenchmark-dev python3 hyperfine time libxerces-c-samples libxml2-utils)

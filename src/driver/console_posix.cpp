@@ -1,13 +1,29 @@
 #include "driver/console_posix.h"
 
 #include <cerrno>
+#include <iterator>
+#include <poll.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 namespace tarvex {
+namespace {
+
+constexpr int kHeldSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+
+/// Neither ignored, as under nohup, nor held back by whoever started the program.
+bool EndsTheProcess(int signal, const sigset_t& heldBefore) {
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL &&
+           ::sigismember(&heldBefore, signal) == 0;
+}
+
+}  // namespace
 
 KeyReader::KeyReader() {
     isTerminal_ = ::tcgetattr(STDIN_FILENO, &saved_) == 0;
     if (isTerminal_) {
+        HoldSignals();
         termios mode = saved_;
         mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | ISIG);
         mode.c_cc[VMIN] = 1;
@@ -21,14 +37,48 @@ KeyReader::~KeyReader() {
         // What else was typed, such as the rest of an arrow key, is not left for the shell.
         ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &saved_);
     }
+    if (signals_ >= 0) {
+        ::close(signals_);
+        ::pthread_sigmask(SIG_UNBLOCK, &held_, nullptr);
+    }
+}
+
+void KeyReader::HoldSignals() {
+    sigset_t heldBefore = {};
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &heldBefore);
+    ::sigemptyset(&held_);
+    for (const int signal : kHeldSignals) {
+        if (EndsTheProcess(signal, heldBefore)) {
+            ::sigaddset(&held_, signal);
+        }
+    }
+    signals_ = ::signalfd(-1, &held_, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (signals_ >= 0) {
+        ::pthread_sigmask(SIG_BLOCK, &held_, nullptr);
+    }
+}
+
+/// False when a signal has come; it is not taken, only seen.
+bool KeyReader::WaitFor(int descriptor, short event) const {
+    pollfd watched[] = {{signals_, POLLIN, 0}, {descriptor, event, 0}};
+    while (::poll(watched, std::size(watched), -1) < 0) {
+        if (errno != EINTR && errno != EAGAIN) {
+            return false;
+        }
+    }
+    return watched[0].revents == 0;
+}
+
+bool KeyReader::WaitForConsole() const {
+    return WaitFor(STDOUT_FILENO, POLLOUT);
 }
 
 std::optional<char> KeyReader::Read() {
     char key = 0;
     ssize_t count = 0;
     do {
-        count = ::read(STDIN_FILENO, &key, 1);
-    } while (count < 0 && errno == EINTR);
+        count = WaitFor(STDIN_FILENO, POLLIN) ? ::read(STDIN_FILENO, &key, 1) : 0;
+    } while (count < 0 && (errno == EINTR || errno == EAGAIN));
     return count == 1 ? std::optional(key) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <optional>
 #include <termios.h>
 
@@ -7,7 +8,8 @@ namespace tarvex {
 
 /// Reads single keys from standard input. On a terminal they are read without echo and without Enter for as
 /// long as the object lives, from before a question appears, so that no answer is too fast. Ctrl-C is a key
-/// like any other meanwhile: it refuses, and the terminal is left as it was found.
+/// like any other meanwhile: it refuses, and the terminal is left as it was found. So it is when a signal
+/// comes from outside, which ends the process when the object does.
 class KeyReader {
   public:
     KeyReader();
@@ -15,12 +17,24 @@ class KeyReader {
     KeyReader& operator=(const KeyReader&) = delete;
     ~KeyReader();
 
-    /// Waits for a key, or reads one byte where standard input is no terminal. None at the end of the input.
+    /// Waits until standard output takes a question: it may be stopped by Ctrl-S, or a pipe that is full.
+    /// False when a signal has come.
+    bool WaitForConsole() const;
+
+    /// Waits for a key, or reads one byte where standard input is no terminal. None at the end of the input,
+    /// when the terminal goes away, and when a signal has come.
     std::optional<char> Read();
 
   private:
+    void HoldSignals();
+    bool WaitFor(int descriptor, short event) const;
+
     bool isTerminal_ = false;
     termios saved_ = {};
+    /// The signals that wait until the terminal is restored, and the descriptor that tells of them; -1 where
+    /// none waits.
+    sigset_t held_ = {};
+    int signals_ = -1;
 };
 
 }  // namespace tarvex

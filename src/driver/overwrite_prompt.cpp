@@ -38,6 +38,9 @@ bool MayOverwrite(const std::string& path) {
         return true;
     }
     KeyReader keys;
+    if (!keys.WaitForConsole()) {
+        return false;
+    }
     std::printf("Output file '%s' already exists. Overwrite (y/n)? ", path.c_str());
     std::fflush(stdout);
     const std::optional<char> key = keys.Read();

@@ -29,6 +29,14 @@ void CutTo(std::string& text, std::size_t length) {
 
 }  // namespace
 
+SignalNames::SignalNames(KestrelWriteManager& writer, bool areUnique, std::size_t expected)
+    : writer_(writer), areUnique_(areUnique) {
+    if (areUnique) {
+        usedNames_.reserve(expected);
+        firstTries_.reserve(expected / 4);
+    }
+}
+
 void SignalNames::StartMessage() {
     if (!areUnique_) {
         firstTries_.clear();

@@ -14,8 +14,8 @@ namespace tarvex {
 class SignalNames {
   public:
     /// `areUnique`: a name is given once in the whole database, else once in each message. The writer
-    /// outlives this object.
-    SignalNames(KestrelWriteManager& writer, bool areUnique) : writer_(writer), areUnique_(areUnique) {}
+    /// outlives this object. `expected`: room is made for so many names that have to be unique.
+    SignalNames(KestrelWriteManager& writer, bool areUnique, std::size_t expected = 0);
 
     /// To be called before the first name of each message.
     void StartMessage();

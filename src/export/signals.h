@@ -34,10 +34,13 @@ struct SignalBudget {
 
     explicit SignalBudget(std::size_t catalogBytes = 0)
         : signals(kLeastSignals + catalogBytes / kBytesForOne),
-          descriptions(kLeastDescriptions + catalogBytes / kBytesForOne) {}
+          descriptions(kLeastDescriptions + catalogBytes / kBytesForOne),
+          expectedSignals(catalogBytes / 128) {}
 
     std::size_t signals;
     std::size_t descriptions;
+    /// What catalogs of that size usually have.
+    std::size_t expectedSignals;
 };
 
 /// Lays the parameters of operations out as the signals of their messages, most significant bit first.
@@ -47,7 +50,10 @@ class SignalWriter {
     /// the whole database.
     SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames,
                  const SignalBudget& budget = SignalBudget())
-        : writer_(writer), aliases_(aliases), names_(writer, uniqueNames), left_(budget) {}
+        : writer_(writer),
+          aliases_(aliases),
+          names_(writer, uniqueNames, budget.expectedSignals),
+          left_(budget) {}
 
     /// Creates the signals of the operation in its message. Ends behind a record and at the first parameter
     /// of a kind that has no signals. Returns the bytes that the parameters with signals take.

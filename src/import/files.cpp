@@ -8,9 +8,6 @@
 namespace tarvex {
 namespace {
 
-/// Logs of large catalogs are written in blocks of so many bytes.
-constexpr std::size_t kWriteBuffer = std::size_t{256} << 10;
-
 /// Opens without waiting for the other end of a pipe, and keeps the file only if it is a regular one.
 File OpenRegular(const std::string& path, int flags, const char* mode) {
     const int descriptor = ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
@@ -49,9 +46,6 @@ File OpenForWriting(const std::string& path, WriteMode mode) {
     File file = OpenRegular(path, O_WRONLY | O_CREAT | (append ? O_APPEND : 0), append ? "a" : "w");
     if (file && !append && ::ftruncate(::fileno(file.get()), 0) != 0) {
         return nullptr;
-    }
-    if (file) {
-        std::setvbuf(file.get(), nullptr, _IOFBF, kWriteBuffer);
     }
     return file;
 }

@@ -14,6 +14,11 @@ struct alignas(std::max_align_t) Header {
     std::size_t size;
 };
 
+/// With the header. The pools of the library align blocks only as far as their size does.
+constexpr std::size_t BlockSize(std::size_t size) {
+    return sizeof(Header) + (size + alignof(Header) - 1) / alignof(Header) * alignof(Header);
+}
+
 /// What the parser asks for to make one of these: in front of each object it keeps where the memory is from.
 template <class T>
 bool IsSizeOf(std::size_t size) {
@@ -52,7 +57,7 @@ void* ParserBudget::allocate(XMLSize_t size) {
         Stop("the document needs more than " + std::to_string(kMemoryPerByte) +
              " times the memory of its files");
     }
-    auto* header = static_cast<Header*>(memory_.allocate(sizeof(Header) + size));
+    auto* header = static_cast<Header*>(memory_.allocate(BlockSize(size)));
     std::construct_at(header, Header{size});
     allocated_ += size;
     return header + 1;
@@ -73,7 +78,7 @@ void ParserBudget::deallocate(void* memory) {
     }
     Header* header = static_cast<Header*>(memory) - 1;
     allocated_ -= header->size;
-    memory_.deallocate(header, sizeof(Header) + header->size);
+    memory_.deallocate(header, BlockSize(header->size));
 }
 
 xercesc::MemoryManager* ParserBudget::getExceptionMemoryManager() {

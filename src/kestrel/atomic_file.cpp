@@ -90,8 +90,12 @@ bool AtomicFile::Open(std::string_view path) {
     }
 
     std::string temporary = DirectoryPart(target_) + ".kestrel-XXXXXX";
+    signals_.emplace();
     descriptor_ = mkostemp(temporary.data(), O_CLOEXEC);
-    if (descriptor_ < 0) return false;
+    if (descriptor_ < 0) {
+        signals_.reset();
+        return false;
+    }
     temporary_ = std::move(temporary);
     buffer_.reserve(kBlockSize);
     return true;
@@ -114,6 +118,7 @@ void AtomicFile::Append(std::string_view text) {
 }
 
 void AtomicFile::WriteOut(std::string_view text) {
+    failed_ = failed_ || Interrupted();
     while (!text.empty() && !failed_) {
         const ssize_t written = write(descriptor_, text.data(), text.size());
         if (written >= 0) {
@@ -148,9 +153,10 @@ bool AtomicFile::Commit() {
     WriteOut(buffer_);
     buffer_.clear();
     if (failed_ || !SetOwnerAndMode() || fsync(descriptor_) != 0 || !Close()) return false;
-    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
+    if (Interrupted() || std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
     temporary_.clear();
     FlushDirectory(DirectoryPart(target_));
+    signals_.reset();
     return true;
 }
 

@@ -1,6 +1,8 @@
 /// Replaces a file in one step. The new content goes to a temporary file `.kestrel-XXXXXX` in the directory
 /// of the target, which is renamed over the target when it is complete and flushed to disk. Whatever fails,
 /// and whenever the program dies, the target is either the old file or the complete new one.
+///
+/// A signal that would end the process makes the write fail first, so that no temporary file is left behind.
 
 #pragma once
 
@@ -8,6 +10,8 @@
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+
+#include "kestrel/termination_signals.h"
 
 namespace kestrel {
 
@@ -18,7 +22,7 @@ class AtomicFile {
     AtomicFile(AtomicFile&&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
     AtomicFile& operator=(AtomicFile&&) = delete;
-    /// Removes the temporary file if it was not renamed.
+    /// Removes the temporary file if it was not renamed. A signal that waits for this ends the process here.
     ~AtomicFile();
 
     /// Creates the temporary file for the target at `path`; called once. When the path is a symbolic link,
@@ -39,6 +43,9 @@ class AtomicFile {
 
     /// Whether a write failed; `Commit` will then fail too.
     bool Failed() const { return failed_; }
+    /// A signal waits to end the process; `Commit` will fail. Asked by whoever writes for long without
+    /// appending.
+    bool Interrupted() const { return signals_ && signals_->HaveCome(); }
 
     /// Puts the new file in the target's place, with the mode and, where permitted, the owner of the old one.
     /// False when this or any write before failed; the target is then unchanged.
@@ -62,6 +69,8 @@ class AtomicFile {
     std::string target_;
     /// The file that exists there, if one does.
     std::optional<OldFile> old_file_;
+    /// Held back while there is a temporary file.
+    std::optional<TerminationSignals> signals_;
     /// Path of the temporary file; empty while there is none.
     std::string temporary_;
     /// Descriptor of the temporary file, or -1.

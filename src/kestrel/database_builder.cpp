@@ -135,6 +135,10 @@ void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::s
     if (&signal != last_signal_) {
         last_signal_ = &signal;
         last_value_ = nullptr;
+        // An index that is damaged can give the rows of a table in any order.
+        if (signal.value_descriptions != nullptr) {
+            throw BadRecord("the value descriptions of a signal stand in two places");
+        }
     }
     auto* entry = static_cast<valdesc*>(kestrel_malloc(sizeof(valdesc)));
     *entry = {};

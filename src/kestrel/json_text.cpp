@@ -50,6 +50,7 @@ void AppendNumber(std::string& json, double number) {
         json += "null";
         return;
     }
+    if (number == 0) number = 0;  // a minus in front of it would get lost in reading
     // Room for the longest whole number, its sign included.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 2> digits{};
     char* const end = digits.data() + digits.size();

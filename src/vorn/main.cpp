@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -150,7 +151,10 @@ Status Run(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) try { return Run(argc, argv); } catch (const std::exception& exception) {
+int main(int argc, char** argv) try {
+    (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
+    return Run(argc, argv);
+} catch (const std::exception& exception) {
     std::fprintf(stderr, "vorn: %s\n", vorn::Shown(exception.what()).c_str());
     return kTrouble;
 }

@@ -1,5 +1,6 @@
 /// Entities, encodings, and everything that a document may try to pull in from elsewhere.
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -209,7 +210,10 @@ TEST(EntityBound, ExpansionBombIsAParseFailure) {
         ManagerRun run;
         EXPECT_EQ(ImportedBlockName(run, WithDoctype(catalog, Bomb())), "(failed)");
         ASSERT_EQ(run.CountOfTexts("Parser:"), 1U);
-        EXPECT_EQ(run.CountOfTexts("Fatal error at file '" + run.dir.File("Cat.xml")), 1U);
+        // Behind the warning that a text is cut, where there is one.
+        EXPECT_TRUE(std::ranges::any_of(run.console, [&](const SinkText& shown) {
+            return shown.text.find("Fatal error at file '" + run.dir.File("Cat.xml")) != std::string::npos;
+        }));
         EXPECT_EQ(run.console.back(), (SinkText{"Error(s) occured, XML database not available", 1}));
     }
 }

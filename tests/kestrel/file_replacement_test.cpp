@@ -215,6 +215,38 @@ TEST_F(FileReplacement, OwnerOfTheOldFileIsKeptForRoot) {
     EXPECT_EQ(Status(directory / "out.vorn").st_gid, 2345U);
 }
 
+TEST_F(FileReplacement, LinksInACircleAreRefused) {
+    fs::create_symlink("b.vorn", directory / "a.vorn");
+    fs::create_symlink("a.vorn", directory / "b.vorn");
+    EXPECT_EQ(WriteTo(directory / "a.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(directory.Names(), (Names{"a.vorn", "b.vorn"}));
+}
+
+TEST_F(FileReplacement, LinkIntoAMissingDirectoryIsRefused) {
+    fs::create_symlink("missing/real.vorn", directory / "link.vorn");
+    EXPECT_EQ(WriteTo(directory / "link.vorn"), kKestrelCannotOpen);
+    EXPECT_EQ(directory.Names(), Names{"link.vorn"});
+}
+
+TEST_F(FileReplacement, NameThatNoFileCanHaveIsRefused) {
+    EXPECT_EQ(WriteTo(directory / std::string(300, 'n')), kKestrelCannotOpen);
+    EXPECT_EQ(WriteTo(directory / std::string(5000, 'n')), kKestrelCannotOpen);
+    std::string deep = directory.path();
+    while (deep.size() < 5000) deep += "/directory";
+    EXPECT_EQ(WriteTo(deep), kKestrelCannotOpen);
+    EXPECT_EQ(directory.Names(), Names{});
+}
+
+TEST_F(FileReplacement, TemporaryFilesOfAKilledProcessAreNotInTheWay) {
+    MakeFile(directory / ".kestrel-aaaaaa", "half a database");
+    chmod((directory / ".kestrel-aaaaaa").c_str(), 0);
+    fs::create_directory(directory / ".kestrel-bbbbbb");
+    MakeFile(directory / "out.vorn", "old");
+    EXPECT_EQ(WriteTo(directory / "out.vorn"), kKestrelOk);
+    EXPECT_EQ(ReadFile(directory / "out.vorn"), kEmptyDatabase);
+    EXPECT_EQ(directory.Names(), (Names{".kestrel-aaaaaa", ".kestrel-bbbbbb", "out.vorn"}));
+}
+
 TEST_F(FileReplacement, FullDiskLeavesTheOldFileAndNothingElse) {
     MakeFile(directory / "out.vorn", "old");
     for (const int nodes : {100, 50'000}) {  // fails with the last block, fails with the first of many

@@ -55,6 +55,7 @@ struct NumberCase {
 const NumberCase kNumbers[] = {
     // clang-format off
     {0,             "0"},
+    {-0.0,          "0"},
     {-1,            "-1"},
     {100000,        "100000"},
     {65535,         "65535"},

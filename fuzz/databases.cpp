@@ -1,0 +1,72 @@
+#include "databases.h"
+
+#include <cstdio>
+#include <libxml/parser.h>
+
+#include <nlohmann/json.hpp>
+
+#include "kestrel/reader.h"
+#include "kestrel/writer.h"
+#include "support.h"
+#include "vorn/check.h"
+#include "vorn/compare.h"
+#include "vorn/describe.h"
+
+namespace tarvex::fuzz {
+namespace {
+
+std::string Write(const kestrel::Database& database, const std::string& name) {
+    std::string path = ScratchFile(name);
+    std::remove(path.c_str());
+    Require(kestrel::WriteDatabase(database, path.c_str()) == kKestrelOk, "a database can be written");
+    return path;
+}
+
+std::unique_ptr<kestrel::Database> WriteAndRead(const kestrel::Database& database, const std::string& name) {
+    const std::string path = Write(database, name);
+    try {
+        return kestrel::ReadDatabase(path);
+    } catch (const kestrel::ReadError& error) {
+        Require(false, std::string("what was written can be read: ") + error.what());
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::string VornOf(const kestrel::Database& database) {
+    return ReadFile(Write(database, "bytes.vorn"));
+}
+
+void RequireSameWhenReadAgain(const kestrel::Database& database, bool withSqlite) {
+    const std::string vorn = VornOf(database);
+    Require(nlohmann::json::accept(vorn), "a Vorn file is JSON");
+    Require(VornOf(*WriteAndRead(database, "again.vorn")) == vorn, "a Vorn file stays the same");
+    if (withSqlite) {
+        Require(VornOf(*WriteAndRead(database, "again.sqlite")) == vorn, "a SQLite file says the same");
+    }
+}
+
+void RequireKcd(const kestrel::Database& database) {
+    const std::string kcd = ReadFile(Write(database, "again.kcd"));
+    constexpr int kOptions = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    xmlDoc* document = xmlReadMemory(kcd.data(), static_cast<int>(kcd.size()), nullptr, nullptr, kOptions);
+    Require(document != nullptr, "a KCD file is XML");
+    xmlFreeDoc(document);
+}
+
+void RequireCommands(const kestrel::Database& database) {
+    const vorn::Style style(false);
+    vorn::Check(database);
+    vorn::DatabaseText(database, style);
+    vorn::MessageList(database, "", "*a?");
+    for (const kestrel::Message& message : database.messages()) {
+        vorn::MessageText(message, style);
+    }
+    const auto changes = vorn::Compare(database, database);
+    Require(changes.empty(), "a database differs from itself: " + vorn::ChangesText(changes, style));
+    const kestrel::Database nothing("");
+    Require(nlohmann::json::accept(vorn::ChangesJson(vorn::Compare(nothing, database))), "changes are JSON");
+}
+
+}  // namespace tarvex::fuzz

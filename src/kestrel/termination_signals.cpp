@@ -1,0 +1,43 @@
+#include "kestrel/termination_signals.h"
+
+namespace kestrel {
+
+namespace {
+
+/// Those that come from outside. What tells of a fault in the program itself, such as SIGSEGV, cannot wait.
+constexpr int kSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGTERM, SIGXCPU,
+                            SIGALRM, SIGPROF, SIGVTALRM, SIGUSR1, SIGUSR2};
+
+bool EndsTheProcess(int signal) {
+    struct sigaction action {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL;
+}
+
+}  // namespace
+
+TerminationSignals::TerminationSignals() {
+    sigset_t held_before{};
+    sigemptyset(&held_before);
+    pthread_sigmask(SIG_BLOCK, nullptr, &held_before);
+    sigemptyset(&held_);
+    for (const int signal : kSignals) {
+        // Linux would let an ignored signal wait like any other.
+        if (EndsTheProcess(signal) && sigismember(&held_before, signal) == 0) sigaddset(&held_, signal);
+    }
+    pthread_sigmask(SIG_BLOCK, &held_, nullptr);
+}
+
+TerminationSignals::~TerminationSignals() {
+    pthread_sigmask(SIG_UNBLOCK, &held_, nullptr);
+}
+
+bool TerminationSignals::HaveCome() const {
+    sigset_t waiting{};
+    if (sigpending(&waiting) != 0) return false;
+    for (const int signal : kSignals) {
+        if (sigismember(&held_, signal) == 1 && sigismember(&waiting, signal) == 1) return true;
+    }
+    return false;
+}
+
+}  // namespace kestrel

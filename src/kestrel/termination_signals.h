@@ -1,0 +1,28 @@
+/// Holds back the signals that end the process, for as long as there is something to clean up.
+
+#pragma once
+
+#include <csignal>
+
+namespace kestrel {
+
+/// From its construction to its destruction the termination signals wait. One that has come then takes its
+/// usual effect. A signal that the process ignores, handles or holds back itself is left alone. Holds for the
+/// thread that makes it and is destroyed there.
+class TerminationSignals {
+  public:
+    TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals(TerminationSignals&&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(TerminationSignals&&) = delete;
+    ~TerminationSignals();
+
+    /// One of the signals waits, so the process is about to end.
+    bool HaveCome() const;
+
+  private:
+    sigset_t held_{};
+};
+
+}  // namespace kestrel

@@ -1,0 +1,235 @@
+/// Signals that end the process while a file is being replaced. What they do is seen in child processes.
+
+#include "kestrel/termination_signals.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <sys/resource.h>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "kestrel/atomic_file.h"
+#include "kestrel/database.h"
+#include "kestrel/writer.h"
+#include "support.h"
+
+namespace {
+
+using kestrel::AtomicFile;
+using kestrel::TerminationSignals;
+using Names = std::vector<std::string>;
+
+constexpr int kSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGTERM, SIGXCPU,
+                            SIGALRM, SIGPROF, SIGVTALRM, SIGUSR1, SIGUSR2};
+
+/// Exit status of a child in which something was not as it should be.
+constexpr int kWrong = 1;
+
+/// A child starts with nothing ignored or held back, whoever runs the tests, and leaves no core file.
+void StartChild(int signal) {
+    const rlimit no_core{};
+    setrlimit(RLIMIT_CORE, &no_core);
+    (void)std::signal(signal, SIG_DFL);
+    sigset_t none{};
+    sigemptyset(&none);
+    pthread_sigmask(SIG_SETMASK, &none, nullptr);
+}
+
+void Demand(bool is_right) {
+    if (!is_right) std::_Exit(kWrong);
+}
+
+bool IsHeldBack(int signal) {
+    sigset_t held{};
+    sigemptyset(&held);
+    pthread_sigmask(SIG_BLOCK, nullptr, &held);
+    return sigismember(&held, signal) == 1;
+}
+
+volatile std::sig_atomic_t handled = 0;
+
+void Handle(int /*signal*/) {
+    handled = handled + 1;
+}
+
+class Replacement : public testing::Test {
+  protected:
+    Replacement() { MakeFile(path, "old"); }
+
+    void ExpectUntouched() const {
+        EXPECT_EQ(ReadFile(path), "old");
+        EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+    }
+
+    TemporaryDirectory directory;
+    std::string path = directory / "out.vorn";
+};
+
+TEST_F(Replacement, SignalEndsTheProcessOnceTheTemporaryFileIsGone) {
+    for (const int signal : kSignals) {
+        SCOPED_TRACE(signal);
+        const auto write = [&] {
+            StartChild(signal);
+            {
+                AtomicFile file;
+                Demand(file.Open(path));
+                file.Append("new");
+                Demand(!file.Interrupted());
+                (void)std::raise(signal);
+                Demand(file.Interrupted());
+                Demand(!file.Commit());
+            }
+            std::_Exit(0);  // not reached
+        };
+        EXPECT_EXIT(write(), testing::KilledBySignal(signal), "");
+        ExpectUntouched();
+    }
+}
+
+TEST_F(Replacement, SignalStopsTheWriterOfEveryFormatOnItsWay) {
+    for (const kestrel::Format format :
+         {kestrel::Format::Vorn, kestrel::Format::Sqlite, kestrel::Format::Kcd}) {
+        SCOPED_TRACE(static_cast<int>(format));
+        const auto write = [&] {
+            StartChild(SIGTERM);
+            kestrel::Database database("cabin");
+            for (int number = 0; number < 50'000; ++number) {
+                SetName(database.CreateNode().name, "Radio");
+                SetName(database.CreateMessage(0).name, "RadioState");
+            }
+            {
+                AtomicFile file;
+                Demand(file.Open(path));
+                (void)std::raise(SIGTERM);
+                kestrel::WriterOf(format)(database, file);
+                Demand(file.Failed());
+            }
+            std::_Exit(0);  // not reached
+        };
+        EXPECT_EXIT(write(), testing::KilledBySignal(SIGTERM), "");
+        ExpectUntouched();
+    }
+}
+
+TEST_F(Replacement, IgnoredSignalStaysIgnored) {
+    for (const int signal : kSignals) {
+        SCOPED_TRACE(signal);
+        MakeFile(path, "old");
+        const auto write = [&] {
+            StartChild(signal);
+            (void)std::signal(signal, SIG_IGN);
+            AtomicFile file;
+            Demand(file.Open(path));
+            (void)std::raise(signal);
+            file.Append("new");
+            Demand(file.Commit());
+            std::_Exit(0);
+        };
+        EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+        EXPECT_EQ(ReadFile(path), "new");
+    }
+}
+
+TEST_F(Replacement, HandledSignalIsHandledAtOnce) {
+    const auto write = [&] {
+        StartChild(SIGTERM);
+        (void)std::signal(SIGTERM, Handle);
+        AtomicFile file;
+        Demand(file.Open(path));
+        (void)std::raise(SIGTERM);
+        Demand(handled == 1);
+        file.Append("new");
+        Demand(file.Commit());
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(ReadFile(path), "new");
+}
+
+TEST_F(Replacement, SignalThatTheCallerHoldsBackIsLeftToIt) {
+    const auto write = [&] {
+        StartChild(SIGTERM);
+        sigset_t termination{};
+        sigemptyset(&termination);
+        sigaddset(&termination, SIGTERM);
+        pthread_sigmask(SIG_BLOCK, &termination, nullptr);
+        {
+            AtomicFile file;
+            Demand(file.Open(path));
+            (void)std::raise(SIGTERM);
+            file.Append("new");
+            Demand(file.Commit());
+        }
+        Demand(IsHeldBack(SIGTERM));
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(ReadFile(path), "new");
+}
+
+TEST_F(Replacement, SignalsAreHeldBackWhileThereIsATemporaryFile) {
+    const auto write = [&](bool is_committed) {
+        StartChild(SIGTERM);
+        {
+            AtomicFile file;
+            Demand(!IsHeldBack(SIGTERM));
+            Demand(file.Open(path));
+            Demand(IsHeldBack(SIGTERM));
+            if (is_committed) {
+                Demand(file.Commit());
+                Demand(!IsHeldBack(SIGTERM));
+            }
+        }
+        Demand(!IsHeldBack(SIGTERM));
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(write(false), testing::ExitedWithCode(0), "");
+    ExpectUntouched();
+    EXPECT_EXIT(write(true), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Replacement, FileThatCannotBeOpenedHoldsNothingBack) {
+    for (const std::string& refused : {directory / "missing/out.vorn", directory.path(), std::string()}) {
+        SCOPED_TRACE(refused);
+        const auto write = [&] {
+            StartChild(SIGTERM);
+            AtomicFile file;
+            Demand(!file.Open(refused));
+            Demand(!IsHeldBack(SIGTERM));
+            std::_Exit(0);
+        };
+        EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+    }
+}
+
+TEST(TerminationSignals, NestOneInAnother) {
+    const auto nest = [] {
+        StartChild(SIGTERM);
+        {
+            const TerminationSignals outer;
+            {
+                const TerminationSignals inner;
+                (void)std::raise(SIGTERM);
+                Demand(!inner.HaveCome());
+            }
+            Demand(IsHeldBack(SIGTERM));
+            Demand(outer.HaveCome());
+        }
+        std::_Exit(0);  // not reached
+    };
+    EXPECT_EXIT(nest(), testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(TerminationSignals, FaultOfTheProgramDoesNotWait) {
+    const auto fail = [] {
+        StartChild(SIGABRT);
+        const TerminationSignals signals;
+        Demand(!IsHeldBack(SIGSEGV) && !IsHeldBack(SIGBUS) && !IsHeldBack(SIGFPE) && !IsHeldBack(SIGILL));
+        std::abort();
+    };
+    EXPECT_EXIT(fail(), testing::KilledBySignal(SIGABRT), "");
+}
+
+}  // namespace
