@@ -31,7 +31,7 @@ struct OperationElements {
 };
 
 bool Selects(const DOMElement& element, const char* operationElement) {
-    return std::strcmp(operationElement, kNotYet) != 0 && HasTagName(element, operationElement);
+    return HasTagName(element, operationElement) && std::strcmp(operationElement, kNotYet) != 0;
 }
 
 /// Operation elements stand below the OPType element at any depth: most catalogs wrap them into a command and
