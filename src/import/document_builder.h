@@ -51,7 +51,7 @@ class DocumentBuilder {
     };
     /// An element whose end has not come yet.
     struct Open {
-        const Use* use;
+        const Use* use = nullptr;
         CompactElement* element = nullptr;  // null while it is no node
         xercesc::DOMNode** next = nullptr;  // where its next child is entered
         bool hasChildElements = false;

@@ -90,13 +90,12 @@ void ParserBudget::Stop(std::string reason) {
         return;
     }
     isSpent_ = true;
-    ParserStop stop{std::move(reason), {}, 0, 0};
-    if (locator_ != nullptr) {
-        stop.systemId = locator_->getSystemId() != nullptr ? locator_->getSystemId() : u"";
-        stop.line = locator_->getLineNumber();
-        stop.column = locator_->getColumnNumber();
+    if (locator_ == nullptr) {
+        throw ParserStop{std::move(reason), {}, 0, 0};
     }
-    throw stop;
+    const XMLCh* systemId = locator_->getSystemId();
+    throw ParserStop{std::move(reason), systemId != nullptr ? systemId : u"", locator_->getLineNumber(),
+                     locator_->getColumnNumber()};
 }
 
 }  // namespace tarvex
