@@ -88,10 +88,10 @@ void RequireShort(const Settings& settings) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string path = ScratchFile("settings.ini");
     WriteFile(path, TextOf(data, size));
-    const Settings settings = ReadSettings(path);
+    const IniFile ini(path);
+    const Settings settings = ReadSettings(ini);
     RequireShort(settings);
 
-    const IniFile ini(path);
     for (const Flag& flag : kFlags) {
         const unsigned number = ini.GetInteger("CONVERSION", flag.key, 2);
         Require(number == 2 || settings.exportFlags.*flag.member == (number == 1), "1 alone sets a flag");
@@ -101,6 +101,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const std::string written = Written(settings);
     WriteFile(path, written);
-    Require(Written(ReadSettings(path)) == written, "settings stay the same when they are written");
+    Require(Written(ReadSettings(IniFile(path))) == written, "settings stay the same when they are written");
     return 0;
 }

@@ -72,11 +72,12 @@ int Run(std::span<const char* const> arguments) {
     const std::string outputPath = arguments[2];
 
     const std::string iniPath = ResolveIniPath();
-    if (!OpenForReading(iniPath)) {
+    const IniFile ini(iniPath);
+    if (!ini.IsRead()) {
         std::printf("Unable to open file '%s'\n", iniPath.c_str());
         return kExitFailure;
     }
-    const Settings settings = ReadSettings(iniPath);
+    const Settings settings = ReadSettings(ini);
     manager.ImportLogExclusions = settings.importLogExclusions;
 
     if (settings.warnOnOverwrite && !MayOverwrite(outputPath)) {
@@ -92,8 +93,9 @@ int Run(std::span<const char* const> arguments) {
     manager.WriteTreeLog(settings.treeLogPath);
 
     std::printf("Converting to Kestrel...\n");
-    // The exporter does not know the settings file, which is no place for the output either.
-    if (IsSameFile(outputPath, iniPath) || ExportCatalog(catalogName, outputPath, settings) != 0) {
+    // The exporter does not know the settings file and the DTD, which are no place for the output either.
+    if (IsSameFile(outputPath, iniPath) || manager.HasRead(outputPath) ||
+        ExportCatalog(catalogName, outputPath, settings) != 0) {
         std::printf("Failed to export to vorn!\n");
         return kExitFailure;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <optional>
 
 #include "import/files.h"
 #include "import/names.h"
@@ -28,13 +29,9 @@ std::string_view Unquote(std::string_view value) {
 }  // namespace
 
 IniFile::IniFile(const std::string& path) {
-    const File file = OpenForReading(path);
-    if (!file) {
-        return;
-    }
-    std::string text(kMaxSize, '\0');
-    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
-    std::string_view rest = text;
+    const std::optional<std::string> text = ReadFile(path, kMaxSize);
+    isRead_ = text.has_value();
+    std::string_view rest = isRead_ ? *text : std::string_view();
     if (rest.starts_with(kByteOrderMark)) {
         rest.remove_prefix(kByteOrderMark.size());
     }

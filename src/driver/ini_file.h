@@ -14,8 +14,11 @@ class IniFile {
     /// Files are read to this many bytes.
     static constexpr std::size_t kMaxSize = std::size_t{1} << 20;
 
-    /// A file that cannot be opened counts as empty.
+    /// A file that cannot be opened, or not be read to its end, counts as empty.
     explicit IniFile(const std::string& path);
+
+    /// The file could be opened and read.
+    bool IsRead() const { return isRead_; }
 
     /// The value, or the default without the key, cut to what a buffer of `bufferSize` holds with its zero.
     std::string GetString(std::string_view section, std::string_view key, std::string_view defaultValue,
@@ -36,6 +39,7 @@ class IniFile {
     const Entry* Find(std::string_view section, std::string_view key) const;
 
     std::vector<Entry> entries_;
+    bool isRead_ = false;
 };
 
 }  // namespace tarvex

@@ -1,6 +1,5 @@
 #include "driver/settings.h"
 
-#include "driver/ini_file.h"
 #include "import/names.h"
 
 namespace tarvex {
@@ -38,15 +37,19 @@ NameSet ReadNames(const IniFile& ini, const char* section, const char* key) {
     return names;
 }
 
+std::set<std::uint32_t> ReadNumbers(const IniFile& ini, std::string_view section, std::string_view key) {
+    const std::string value = ini.GetString(section, key, "", kNumberListBuffer);
+    return value == kNotSet ? std::set<std::uint32_t>() : ParseNumberList(value);
+}
+
 }  // namespace
 
-Settings ReadSettings(const std::string& iniPath) {
-    const IniFile ini(iniPath);
+Settings ReadSettings(const IniFile& ini) {
     Settings settings;
     settings.importValidate = ReadFlag(ini, kImport, "FCatImportValidate", true);
     settings.importLog = ini.GetInteger(kImport, "FCatImportLog", kImportLogNotSet) == 1;
     settings.treeLogPath = ReadText(ini, kImport, "FCatTreeLog");
-    settings.importLogExclusions = ReadNumberList(iniPath, kImport, "FCatImportLogExclude");
+    settings.importLogExclusions = ReadNumbers(ini, kImport, "FCatImportLogExclude");
     settings.exclude = ReadNames(ini, kConversion, "Exclude");
     settings.include = ReadNames(ini, kConversion, "Include");
     settings.aliasNamesPath = ReadText(ini, kConversion, "AliasNames");
@@ -66,8 +69,7 @@ Settings ReadSettings(const std::string& iniPath) {
 
 std::set<std::uint32_t> ReadNumberList(const std::string& iniPath, const std::string& section,
                                        const std::string& key) {
-    const std::string value = IniFile(iniPath).GetString(section, key, "", kNumberListBuffer);
-    return value == kNotSet ? std::set<std::uint32_t>() : ParseNumberList(value);
+    return ReadNumbers(IniFile(iniPath), section, key);
 }
 
 }  // namespace tarvex

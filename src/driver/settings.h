@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "driver/ini_file.h"
 #include "export/exporter.h"
 
 namespace tarvex {
@@ -26,7 +27,7 @@ struct Settings {
 };
 
 /// Reads every key once. Missing keys take their defaults; nothing is reported.
-Settings ReadSettings(const std::string& iniPath);
+Settings ReadSettings(const IniFile& ini);
 
 /// The numbers listed under a key; no numbers for a missing key. At most 2999 characters of the value count.
 std::set<std::uint32_t> ReadNumberList(const std::string& iniPath, const std::string& section,

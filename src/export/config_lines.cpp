@@ -35,6 +35,9 @@ std::optional<std::vector<ConfigLine>> ReadConfigLines(const std::string& path) 
         }
         line += static_cast<char>(c);
     }
+    if (std::ferror(file.get()) != 0) {
+        return std::nullopt;
+    }
     AddLine(lines, line);
     return lines;
 }

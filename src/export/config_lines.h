@@ -17,7 +17,8 @@ struct ConfigLine {
     std::string value;
 };
 
-/// The lines of a file that have a comma; none when the file cannot be opened. Lines end with LF or CR LF.
+/// The lines of a file that have a comma; none when the file cannot be opened or not be read to
+/// its end. Lines end with LF or CR LF.
 std::optional<std::vector<ConfigLine>> ReadConfigLines(const std::string& path);
 
 }  // namespace tarvex

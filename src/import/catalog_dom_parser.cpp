@@ -83,8 +83,6 @@ CatalogDomParser::CatalogDomParser(const std::string& path, bool validate, Vocab
     setValidationScheme(validate ? Val_Auto : Val_Never);
     setDoNamespaces(false);
     setDisableDefaultEntityResolution(true);
-    security_.setEntityExpansionLimit(ParserBudget::kMaxEntities);
-    setSecurityManager(&security_);
     setXMLEntityResolver(this);
     getScanner()->setDocTypeHandler(&dtd_);
     budget_.SetLocator(getScanner()->getLocator());
@@ -94,10 +92,20 @@ CatalogDomParser::CatalogDomParser(const std::string& path, bool validate, Vocab
 void CatalogDomParser::Parse() {
     try {
         parse(FileSource(path_, ToDomText(path_).c_str(), budget_));
-    } catch (const ParserStop& stop) {
-        getErrorHandler()->fatalError(xercesc::SAXParseException(
-            ToDomText(stop.reason).c_str(), nullptr, stop.systemId.c_str(), stop.line, stop.column));
+    } catch (const ParserStop&) {  // told below, even if the parser has caught it on its way
     }
+    if (const ParserStop* stop = budget_.Excess()) {
+        getErrorHandler()->fatalError(xercesc::SAXParseException(
+            ToDomText(stop->reason).c_str(), nullptr, stop->systemId.c_str(), stop->line, stop->column));
+    }
+}
+
+std::vector<std::string> CatalogDomParser::Files() const {
+    std::vector<std::string> files;
+    for (const auto& [systemId, path] : paths_) {
+        files.push_back(path);
+    }
+    return files;
 }
 
 void CatalogDomParser::error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
@@ -175,7 +183,10 @@ void CatalogDomParser::startElement(const xercesc::XMLElementDecl& declaration, 
         content += 1 + XMLString::stringLen(attributes.elementAt(i)->getValue());
     }
     budget_.AddContent(content);
-    builder_.StartElement(declaration, attributes, attributeCount);
+    if (!builder_.StartElement(declaration, attributes, attributeCount)) {
+        Warn("an attribute of the element is cut to " + std::to_string(DocumentBuilder::kMaxText) +
+             " characters");
+    }
     if (isEmpty) {
         builder_.EndElement();
     }

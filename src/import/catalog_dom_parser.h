@@ -6,7 +6,6 @@
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/InputSource.hpp>
-#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 
 #include "import/document_builder.h"
@@ -35,6 +34,9 @@ class CatalogDomParser : private ParserBudgetHolder,
 
     /// The document of the last parse, as long as the parser lives. It takes the place of the parser's own.
     const xercesc::DOMNode& Document() const { return builder_.Document(); }
+
+    /// The paths of the files that the document was read from.
+    std::vector<std::string> Files() const;
 
     /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
     /// between elements that are declared outside, and attributes that are left to defaults declared outside.
@@ -67,7 +69,6 @@ class CatalogDomParser : private ParserBudgetHolder,
 
     std::string path_;
     bool isValidating_;
-    xercesc::SecurityManager security_;
     DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
     DocumentBuilder builder_;

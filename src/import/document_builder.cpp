@@ -8,6 +8,18 @@
 #include "import/dom_access.h"
 
 namespace tarvex {
+namespace {
+
+/// How much of a text there is room for, without half of a surrogate pair.
+std::size_t CutLength(const XMLCh* text, std::size_t length, std::size_t room) {
+    if (length <= room) {
+        return length;
+    }
+    constexpr unsigned kHighSurrogates = 0xD800;
+    return room > 0 && (text[room - 1] & 0xFC00U) == kHighSurrogates ? room - 1 : room;
+}
+
+}  // namespace
 
 using xercesc::DOMNode;
 using xercesc::XMLAttr;
@@ -15,10 +27,11 @@ using xercesc::XMLString;
 
 DocumentBuilder::DocumentBuilder(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
 
-void DocumentBuilder::StartElement(const xercesc::XMLElementDecl& declaration,
+bool DocumentBuilder::StartElement(const xercesc::XMLElementDecl& declaration,
                                    const xercesc::RefVectorOf<XMLAttr>& attributes,
                                    XMLSize_t attributeCount) {
     PartText();
+    isAttributeCut_ = false;
     const Use& use = UseOf(declaration);
     OpenElement(use);
     if (use.isWord) {
@@ -27,6 +40,7 @@ void DocumentBuilder::StartElement(const xercesc::XMLElementDecl& declaration,
         }
         MakeNode(nodes_++, MakeAttributes(use, attributes, attributeCount));
     }
+    return !isAttributeCut_;
 }
 
 /// The element's parent has a child element now, even if it becomes no node.
@@ -51,19 +65,23 @@ bool DocumentBuilder::Text(const XMLCh* text, XMLSize_t length) {
     if (isCut_ || open_.empty() || !open_.back().use->hasText) {
         return true;
     }
-    const std::size_t room = kMaxText - text_.size();
-    text_.append(text, std::min(length, room));
-    isCut_ = length > room;
+    const std::size_t count = CutLength(text, length, kMaxText - text_.size());
+    text_.append(text, count);
+    if (count < length) {
+        isFullOfBlanks_ = isFullOfBlanks_ || IsWhiteSpace(text_);
+        isCut_ = !isFullOfBlanks_ || !IsWhiteSpace({text + count, length - count});
+    }
     return !isCut_;
 }
 
 void DocumentBuilder::PartText() {
     isCut_ = false;
+    isFullOfBlanks_ = false;
     if (text_.empty()) {
         return;
     }
     Open& open = open_.back();
-    if (!open.hasChildElements || !IsWhiteSpace(text_.c_str())) {
+    if (!open.hasChildElements || !IsWhiteSpace(text_)) {
         auto* text = Make<CompactText>(open.element, Copy(text_.data(), text_.size()));
         *open.next = text;
         open.next = text->NextPlace();
@@ -136,11 +154,17 @@ CompactAttributes* DocumentBuilder::MakeAttributes(const Use& use,
                 first = static_cast<CompactAttribute*>(
                     memory_.allocate(room * sizeof(CompactAttribute), alignof(CompactAttribute)));
             }
-            const XMLCh* value = attribute.getValue();
-            std::construct_at(first + count++, name, Copy(value, XMLString::stringLen(value)));
+            std::construct_at(first + count++, name, CopyAttribute(attribute.getValue()));
         }
     }
     return count == 0 ? nullptr : Make<CompactAttributes>(std::span<CompactAttribute>(first, count));
+}
+
+const XMLCh* DocumentBuilder::CopyAttribute(const XMLCh* value) {
+    const std::size_t length = XMLString::stringLen(value);
+    const std::size_t kept = CutLength(value, length, kMaxText);
+    isAttributeCut_ = isAttributeCut_ || kept < length;
+    return Copy(value, kept);
 }
 
 const XMLCh* DocumentBuilder::Copy(const XMLCh* text, std::size_t length) {

@@ -26,15 +26,17 @@ class DocumentBuilder {
 
     const xercesc::DOMNode& Document() const { return document_; }
 
-    void StartElement(const xercesc::XMLElementDecl& declaration,
-                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount);
-    void EndElement();
-    /// No name or value of a catalog is longer. Names stand in messages, paths and attributes again and
-    /// again, so that a few megabytes would become gigabytes.
+    /// No name or value of a catalog is longer, in UTF-16 units. Names stand in messages, paths and
+    /// attributes again and again, so that a few megabytes would become gigabytes.
     static constexpr std::size_t kMaxText = 4096;
 
-    /// A piece of text; it may arrive in many. False when a text becomes longer than kMaxText characters; the
-    /// rest of it is left out, without a further word.
+    /// False when an attribute that is kept was cut to kMaxText.
+    [[nodiscard]] bool StartElement(const xercesc::XMLElementDecl& declaration,
+                                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                    XMLSize_t attributeCount);
+    void EndElement();
+    /// A piece of text; it may arrive in many. False when a text becomes longer than kMaxText; the rest of it
+    /// is left out, without a further word. White space alone may be longer, since it says nothing.
     [[nodiscard]] bool Text(const XMLCh* text, XMLSize_t length);
     /// A comment or the like, which parts the text before it from the text after it.
     void PartText();
@@ -64,6 +66,7 @@ class DocumentBuilder {
     CompactAttributes* MakeAttributes(const Use& use,
                                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                       XMLSize_t attributeCount);
+    const XMLCh* CopyAttribute(const XMLCh* value);
     const XMLCh* Copy(const XMLCh* text, std::size_t length);
     /// An object that is never destroyed; only its memory is released.
     template <class T, class... Args>
@@ -77,6 +80,8 @@ class DocumentBuilder {
     std::size_t nodes_ = 0;   // so many of them are nodes
     DomText text_;            // since the last piece of markup
     bool isCut_ = false;      // it was longer
+    bool isFullOfBlanks_ = false;
+    bool isAttributeCut_ = false;  // of the element that is being read
 };
 
 }  // namespace tarvex

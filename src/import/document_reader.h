@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -27,6 +28,8 @@ class DocumentReader {
     /// throw anything that the parser throws.
     virtual const xercesc::DOMNode* Read(const std::string& path, bool validate,
                                          xercesc::ErrorHandler& handler) = 0;
+    /// The files that the document was read from, with those of its external entities, until Release.
+    virtual std::vector<std::string> Files() const { return {}; }
     /// Drops the document and the parser.
     virtual void Release() = 0;
 };

@@ -1,5 +1,6 @@
 #include "import/dom_access.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tarvex {
@@ -103,13 +104,8 @@ bool DomTextEquals(const XMLCh* text, std::string_view ascii) {
     return *text == 0;
 }
 
-bool IsWhiteSpace(const XMLCh* text) {
-    for (; *text != 0; ++text) {
-        if (*text != ' ' && *text != '\t' && *text != '\n' && *text != '\r') {
-            return false;
-        }
-    }
-    return true;
+bool IsWhiteSpace(std::basic_string_view<XMLCh> text) {
+    return std::ranges::all_of(text, [](XMLCh c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
 }
 
 bool HasTagName(const DOMNode& node, std::string_view name) {

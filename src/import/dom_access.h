@@ -24,7 +24,7 @@ std::basic_string<XMLCh> ToDomText(std::string_view text);
 bool DomTextEquals(const XMLCh* text, std::string_view ascii);
 
 /// The DOM text consists of white space, or of nothing.
-bool IsWhiteSpace(const XMLCh* text);
+bool IsWhiteSpace(std::basic_string_view<XMLCh> text);
 
 bool HasTagName(const DOMNode& node, std::string_view name);
 

@@ -1,5 +1,6 @@
 #include "import/files.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -60,6 +61,24 @@ bool CloseWritten(File file) {
 
 File OpenForReading(const std::string& path) {
     return OpenRegular(path, O_RDONLY, "r");
+}
+
+std::optional<std::string> ReadFile(const std::string& path, std::size_t maxSize) {
+    const File file = OpenForReading(path);
+    if (!file) {
+        return std::nullopt;
+    }
+    std::string text;
+    char block[4096];
+    while (text.size() < maxSize) {
+        const std::size_t wanted = std::min(sizeof block, maxSize - text.size());
+        const std::size_t count = std::fread(block, 1, wanted, file.get());
+        text.append(block, count);
+        if (count < wanted) {
+            break;
+        }
+    }
+    return std::ferror(file.get()) == 0 ? std::make_optional(std::move(text)) : std::nullopt;
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {

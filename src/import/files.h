@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tarvex {
@@ -25,6 +26,9 @@ bool CloseWritten(File file);
 
 /// Opens a regular file for reading; null when that fails or when the path is something else.
 File OpenForReading(const std::string& path);
+
+/// What a regular file says, up to so many bytes; none when it cannot be opened or a read fails.
+std::optional<std::string> ReadFile(const std::string& path, std::size_t maxSize);
 
 /// Bytes in a file; 0 when that cannot be found out.
 std::size_t FileSize(const std::string& path);

@@ -123,6 +123,9 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
             ImportDocument(run, *document, catalog);
             ok = run.log.FatalCount() == 0;
         }
+        for (const std::string& path : reader_->Files()) {
+            sourcePaths_.insert(FilePath(path));
+        }
         reader_->Release();
         ReportResult(run);
     }
@@ -207,6 +210,7 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMNode& do
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");
     run.log.SetExclusions(ImportLogExclusions);
+    run.log.SetInputSize(FileSize(run.path));
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const DOMElement* root = FindChildElement(&document, "FunctionCatalog")) {
         const CatalogParamFactory factory;
@@ -268,12 +272,16 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
     }
     const bool isOverLog = std::ranges::any_of(
         importLogPaths_, [&](const std::string& path) { return IsSameFile(treeLogPath, path); });
-    const bool isRefused = isOverLog || IsProtected(treeLogPath);
+    bool isRefused = isOverLog || IsProtected(treeLogPath) || HasRead(treeLogPath);
     std::error_code error;
     if (!isRefused && !std::filesystem::is_directory(treeLogPath, error) &&
         (std::filesystem::is_regular_file(treeLogPath, error) ||
          std::filesystem::is_symlink(treeLogPath, error))) {
-        std::filesystem::remove(treeLogPath, error);
+        // What may not be deleted may still be emptied, or else is not written to.
+        if (!std::filesystem::remove(treeLogPath, error) && error) {
+            std::filesystem::resize_file(treeLogPath, 0, error);
+            isRefused = static_cast<bool>(error);
+        }
     }
     for (const auto& catalog : catalogs_) {
         ZMostFCatLog log;
@@ -287,6 +295,11 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
             Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
         }
     }
+}
+
+bool ZMostFCatManager::HasRead(const std::string& path) const {
+    return std::ranges::any_of(sourcePaths_,
+                               [&](const std::string& source) { return IsSameFile(path, source); });
 }
 
 void ZMostFCatManager::Clear() {

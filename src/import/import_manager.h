@@ -53,6 +53,9 @@ class ZMostFCatManager {
     /// Writes the trees of all catalogs to a file, which is deleted first. An empty path writes nothing.
     void WriteTreeLog(const std::string& treeLogPath);
 
+    /// The file is one that an import has read: a catalog, or the DTD or another entity of one.
+    bool HasRead(const std::string& path) const;
+
     /// Deletes all catalogs and forgets the files that failed.
     void Clear();
 
@@ -89,6 +92,7 @@ class ZMostFCatManager {
     std::vector<std::vector<ZMTCatalog*>> groups_;
     std::vector<FileRecord> failedFiles_;
     std::set<std::string> importLogPaths_;  // of the imports so far
+    std::set<std::string> sourcePaths_;     // likewise
     bool isChanged_ = false;
 };
 

@@ -2,22 +2,27 @@
 
 #include "import/files.h"
 #include "import/format_text.h"
-#include "import/texts.h"
 
 namespace tarvex {
 namespace {
-
-void WriteEntry(std::FILE* file, Text entry, unsigned number, const std::string& text,
-                const std::string& objectName) {
-    TextHolder holder;
-    std::fprintf(file, LoadText(holder, entry).Get(), number, objectName.c_str(), text.c_str());
-}
 
 void Write(std::FILE* file, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), file);
 }
 
 }  // namespace
+
+void ZMostFCatLog::WriteEntry(Text entry, unsigned number, const std::string& text,
+                              const std::string& objectName) {
+    const std::size_t size = text.size() + objectName.size();
+    isFull_ = isFull_ || size > room_;
+    if (isFull_) {
+        return;
+    }
+    room_ -= size;
+    TextHolder holder;
+    std::fprintf(importLog_.get(), LoadText(holder, entry).Get(), number, objectName.c_str(), text.c_str());
+}
 
 void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName) {
     ++fatalCount_;
@@ -29,15 +34,15 @@ void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName)
 }
 
 void ZMostFCatLog::Error(unsigned number, const std::string& text, const std::string& objectName) {
-    if (CountError(number) && importLog_) {
-        WriteEntry(importLog_.get(), Text::ErrorEntry, number, text, objectName);
+    if (CountError(number) && IsLogOpen()) {
+        WriteEntry(Text::ErrorEntry, number, text, objectName);
     }
 }
 
 void ZMostFCatLog::Warning(unsigned number, const std::string& text, const std::string& objectName,
                            int /*level*/) {
-    if (CountWarning(number) && importLog_) {
-        WriteEntry(importLog_.get(), Text::WarningEntry, number, text, objectName);
+    if (CountWarning(number) && IsLogOpen()) {
+        WriteEntry(Text::WarningEntry, number, text, objectName);
     }
 }
 
@@ -71,6 +76,9 @@ void ZMostFCatLog::WriteLine(std::string_view text) {
 }
 
 void ZMostFCatLog::WriteSummary() {
+    if (isFull_) {
+        WriteLine("The log would become too large, further messages are left out!");
+    }
     TextHolder holder;
     WriteLine("");
     WriteLine(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "import/files.h"
+#include "import/texts.h"
 
 namespace tarvex {
 
@@ -34,7 +36,15 @@ class ZMostFCatLog {
 
     /// The number is not in the exclusion set.
     bool IsLogged(unsigned number) const { return !exclusions_.contains(number); }
-    bool IsLogOpen() const { return importLog_ != nullptr; }
+    /// An import log is open and has room for messages.
+    bool IsLogOpen() const { return importLog_ != nullptr && !isFull_; }
+
+    /// The messages of a log take up so many bytes, and so many more for each byte of the catalog. In a real
+    /// catalog they don't reach a tenth of that; but a path may be long, and thousands may have it. Further
+    /// messages are counted and not written, and a line says so.
+    static constexpr std::size_t kLeastMessageBytes = std::size_t{64} << 20;
+    static constexpr std::size_t kMessageBytesPerByte = 16;
+    void SetInputSize(std::size_t bytes) { room_ = kLeastMessageBytes + kMessageBytesPerByte * bytes; }
 
     /// Creates or truncates the import log. False when one is open already, or when the path cannot be
     /// created or is something other than a regular file.
@@ -65,6 +75,8 @@ class ZMostFCatLog {
     std::uint32_t LoggedWarningCount() const { return loggedWarningCount_; }
 
   private:
+    void WriteEntry(Text entry, unsigned number, const std::string& text, const std::string& objectName);
+
     std::uint32_t fatalCount_ = 0;
     std::uint32_t errorCount_ = 0;
     std::uint32_t warningCount_ = 0;
@@ -72,6 +84,8 @@ class ZMostFCatLog {
     std::uint32_t loggedWarningCount_ = 0;
     File importLog_;
     File treeLog_;
+    std::size_t room_ = kLeastMessageBytes;  // of messages yet to come
+    bool isFull_ = false;
     std::string treeLine_;  // the last one, kept for its memory
     std::set<std::uint32_t> exclusions_;
 };

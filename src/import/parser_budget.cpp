@@ -63,9 +63,16 @@ void* ParserBudget::allocate(XMLSize_t size) {
     return header + 1;
 }
 
+void ParserBudget::CountEntity() {
+    const std::size_t most = kLeastEntities + input_ / kBytesPerEntity;
+    if (++entities_ > most) {
+        Stop("the document uses entities more than " + std::to_string(most) + " times");
+    }
+}
+
 void ParserBudget::CountParts(std::size_t size) {
-    if (IsSizeOf<xercesc::XMLReader>(size) && ++entities_ > kMaxEntities) {
-        Stop("the document uses entities more than " + std::to_string(kMaxEntities) + " times");
+    if (IsSizeOf<xercesc::XMLReader>(size)) {
+        CountEntity();
     }
     if (isInDtd_ && IsSizeOf<xercesc::ContentSpecNode>(size) && ++modelParts_ > kMaxModelParts) {
         Stop("a content model of the DTD has more than " + std::to_string(kMaxModelParts) + " parts");
@@ -86,16 +93,16 @@ xercesc::MemoryManager* ParserBudget::getExceptionMemoryManager() {
 }
 
 void ParserBudget::Stop(std::string reason) {
-    if (isSpent_) {
+    if (excess_) {
         return;
     }
-    isSpent_ = true;
-    if (locator_ == nullptr) {
-        throw ParserStop{std::move(reason), {}, 0, 0};
+    excess_ = ParserStop{std::move(reason), {}, 0, 0};
+    if (locator_ != nullptr) {
+        excess_->systemId = locator_->getSystemId() != nullptr ? locator_->getSystemId() : u"";
+        excess_->line = locator_->getLineNumber();
+        excess_->column = locator_->getColumnNumber();
     }
-    const XMLCh* systemId = locator_->getSystemId();
-    throw ParserStop{std::move(reason), systemId != nullptr ? systemId : u"", locator_->getLineNumber(),
-                     locator_->getColumnNumber()};
+    throw ParserStop(*excess_);
 }
 
 }  // namespace tarvex

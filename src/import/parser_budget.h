@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory_resource>
+#include <optional>
 #include <string>
 
 #include <xercesc/framework/MemoryManager.hpp>
@@ -30,8 +31,10 @@ class ParserBudget : public xercesc::MemoryManager {
     /// Content, in characters, may be so many times as long as the input, and so long in any case.
     static constexpr std::size_t kContentPerByte = 8;
     static constexpr std::size_t kLeastContent = std::size_t{16} << 20;
-    /// More entities are opened by no catalog. Parameter entities count as well.
-    static constexpr std::size_t kMaxEntities = 50'000;
+    /// So many entities may be opened, and one more for so many bytes of input: a catalog may write each of
+    /// its umlauts as one. Parameter entities and files count as well.
+    static constexpr std::size_t kLeastEntities = 50'000;
+    static constexpr std::size_t kBytesPerEntity = 16;
     /// Parts of one content model. The parser's functions call themselves for each, and take time that grows
     /// with their square ...
     static constexpr std::size_t kMaxModelParts = 10'000;
@@ -50,12 +53,16 @@ class ParserBudget : public xercesc::MemoryManager {
     void EndDeclaration();
     void EndDtd() { isInDtd_ = false; }
 
+    /// What was thrown; null when nothing was.
+    const ParserStop* Excess() const { return excess_ ? &*excess_ : nullptr; }
+
     /// Throws ParserStop.
     void* allocate(XMLSize_t size) override;
     void deallocate(void* memory) override;
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
   private:
+    void CountEntity();
     void CountParts(std::size_t size);
     void Stop(std::string reason);
 
@@ -68,7 +75,7 @@ class ParserBudget : public xercesc::MemoryManager {
     std::size_t modelParts_ = 0;  // of the declaration that is being read
     std::size_t modelSquares_ = 0;
     bool isInDtd_ = false;
-    bool isSpent_ = false;
+    std::optional<ParserStop> excess_;
 };
 
 }  // namespace tarvex

@@ -42,6 +42,10 @@ class XercesReader : public DocumentReader {
         return &parser_->Document();
     }
 
+    std::vector<std::string> Files() const override {
+        return parser_ ? parser_->Files() : std::vector<std::string>();
+    }
+
     void Release() override { parser_.reset(); }
 
   private:

@@ -17,7 +17,9 @@ using testing::IsEmpty;
 
 class SettingsFile : public testing::Test {
   protected:
-    Settings Read(const std::string& text) const { return ReadSettings(dir_.Write("TARVEX.ini", text)); }
+    Settings Read(const std::string& text) const {
+        return ReadSettings(IniFile(dir_.Write("TARVEX.ini", text)));
+    }
     Settings ReadImport(const std::string& line) const { return Read("[Import]\n" + line + "\n"); }
     Settings ReadConversion(const std::string& line) const { return Read("[Conversion]\n" + line + "\n"); }
 
@@ -255,7 +257,7 @@ Unknown = 1
 }
 
 TEST_F(SettingsFile, MissingFileGivesTheDefaults) {
-    const Settings settings = ReadSettings(dir_.File("missing.ini"));
+    const Settings settings = ReadSettings(IniFile(dir_.File("missing.ini")));
     for (const auto& [section, key, isSetByDefault, get] : kFlags) {
         EXPECT_EQ(get(settings), isSetByDefault) << key;
     }

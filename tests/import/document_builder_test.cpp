@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -304,6 +305,44 @@ TEST(DocumentBuilder, LongerTextsAreCutWithOneWarningEach) {
                   "r(e('" + std::string(4096, 'a') + "') e('c' '" + std::string(4096, 'd') + "'))");
         EXPECT_EQ(document.CountOfComplaints("the text of the element is cut to 4096 characters"), 2U);
     }
+}
+
+TEST(DocumentBuilder, AttributesThatAreKeptAreCutLikewise) {
+    for (const std::size_t size : {4096UL, 4097UL, 300'000UL}) {
+        SCOPED_TRACE(size);
+        const std::string value(size, 'a');
+        const Document document("<r><e id='" + value + "' x='" + value + "'/><e id='" + value + "'/></r>",
+                                "r e[id]");
+        const std::string kept = "e[id=" + std::string(4096, 'a') + "]";
+        EXPECT_EQ(document.Outline(), "r(" + kept + " " + kept + ")");
+        EXPECT_EQ(document.CountOfComplaints("an attribute of the element is cut to 4096 characters"),
+                  size == 4096 ? 0U : 2U);
+    }
+}
+
+TEST(DocumentBuilder, LongWhiteSpaceIsNoLongText) {
+    const std::string blanks(5000, ' ');
+    const std::string kept(4096, ' ');
+    const std::pair<std::string, std::string> cases[] = {
+        {"<r>" + blanks + "<a/>" + blanks + "</r>", "r(a)"},
+        {"<r>" + blanks + "</r>", "r('" + kept + "')"},
+        {"<r>Amp" + blanks + "<a/></r>", "r('Amp" + std::string(4093, ' ') + "' a)"},
+        {"<r>" + blanks + "Amp</r>", "r('" + kept + "')"},
+    };
+    std::size_t place = 0;
+    for (const auto& [xml, outline] : cases) {
+        const Document document(xml, "r' a");
+        EXPECT_EQ(document.Outline(), outline);
+        EXPECT_EQ(document.CountOfComplaints("is cut to"), place++ < 2 ? 0U : 1U);
+    }
+}
+
+TEST(DocumentBuilder, CutLeavesNoHalfOfACharacter) {
+    const std::string clef = "\xF0\x9D\x84\x9E";  // two units of UTF-16
+    const Document document("<r>b" + Repeated(clef, 2048) + "</r>", "r'");
+    const Document attribute("<r id='a" + Repeated(clef, 2048) + "'/>", "r[id]");
+    EXPECT_EQ(document.Outline(), "r('b" + Repeated(clef, 2047) + "')");
+    EXPECT_EQ(attribute.Outline(), "r[id=a" + Repeated(clef, 2047) + "]");
 }
 
 std::size_t CountBelow(const DOMElement& root) {

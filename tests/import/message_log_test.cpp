@@ -188,6 +188,33 @@ TEST_F(MessageLog, WithoutOpenLogNothingIsWritten) {
     EXPECT_EQ(log_.FatalCount(), 1U);
 }
 
+TEST_F(MessageLog, MessagesBeyondTheRoomAreCountedAndNotWritten) {
+    // Room for 64 MiB and 16 bytes: 63 entries of 1 MiB, one that fills it, and none of one byte.
+    ASSERT_TRUE(log_.OpenLog(path_));
+    log_.SetInputSize(1);
+    const std::string path((1 << 20) - 1, 'p');
+    for (int i = 0; i < 63; ++i) {
+        log_.Error(7, "t", path);
+    }
+    log_.Warning(8, "u", path + std::string(16, 'p'));
+    EXPECT_TRUE(log_.IsLogOpen());
+    log_.Error(9, "v", "");
+    EXPECT_FALSE(log_.IsLogOpen());
+    log_.Warning(10, "", "");
+    EXPECT_EQ(log_.ErrorCount(), 64U);
+    EXPECT_EQ(log_.WarningCount(), 2U);
+    log_.WriteSummary();
+    ASSERT_TRUE(log_.CloseLog());
+
+    const std::string text = ReadFile(path_);
+    EXPECT_EQ(text.substr(0, 12), "Error #0007 ");
+    EXPECT_NE(text.find("Warning #0008 "), std::string::npos);
+    EXPECT_EQ(text.find("#0009"), std::string::npos);
+    EXPECT_EQ(text.find("#0010"), std::string::npos);
+    EXPECT_NE(text.find("The log would become too large, further messages are left out!\n"),
+              std::string::npos);
+}
+
 TEST_F(MessageLog, OpenLogTruncatesAnOlderOne) {
     dir_.Write("import.log", std::string(10'000, 'x'));
     ASSERT_TRUE(log_.OpenLog(path_));

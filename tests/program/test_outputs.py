@@ -254,14 +254,17 @@ class InTheWay(OutputTest):
         question = "Output file '/dev/null' already exists. Overwrite (y/n)? y\n"
         self.assert_run(self.run_program("cat.xml", "/dev/null", stdin=b"y"), question + FAILED, 255)
 
-    def test_a_directory_that_nothing_may_be_created_in(self):
+    def closed_directory(self, *files):
+        """Another directory with the test's files, and with "closed", where files of everybody's may be written and
+        nothing created or deleted; and who runs the program there."""
         place = Path(tempfile.mkdtemp(prefix="tarvex-test-"))
         self.addCleanup(shutil.rmtree, place)
         for name in ["TARVEX.ini", "cat.xml"]:
             shutil.copy(self.dir / name, place)
         (place / "closed").mkdir()
-        (place / "closed/out.vorn").write_text(OLD)
-        (place / "closed/out.vorn").chmod(0o666)
+        for name in files:
+            (place / "closed" / name).write_text(OLD)
+            (place / "closed" / name).chmod(0o666)
         (place / "closed").chmod(0o555)
         place.chmod(0o755)
         self.addCleanup((place / "closed").chmod, 0o755)
@@ -271,6 +274,10 @@ class InTheWay(OutputTest):
             subprocess.run([PROGRAM], cwd=place, capture_output=True, check=False, **user)
         except PermissionError:
             self.skipTest("the program lies where another user cannot start it")
+        return place, user
+
+    def test_a_directory_that_nothing_may_be_created_in(self):
+        place, user = self.closed_directory("out.vorn")
         for output in ["closed/out.vorn", "closed/new.vorn"]:
             with self.subTest(output=output):
                 result = subprocess.run([PROGRAM, "cat.xml", output], cwd=place, capture_output=True, check=False,
@@ -278,6 +285,68 @@ class InTheWay(OutputTest):
                 self.assert_run(result, FAILED, 255)
         self.assertEqual(os.listdir(place / "closed"), ["out.vorn"])
         self.assertEqual((place / "closed/out.vorn").read_text(), OLD)
+
+    def test_a_tree_log_that_may_not_be_deleted_is_emptied(self):
+        self.write_settings(FCatTreeLog="closed/tree")
+        place, user = self.closed_directory("tree")
+        subprocess.run([PROGRAM, "cat.xml", "closed/out.vorn"], cwd=place, capture_output=True, check=False, **user)
+        tree = (place / "closed/tree").read_text()
+        self.assertNotIn(OLD, tree)
+        self.assertTrue(tree.startswith("CATALOG: cat\n"), tree)
+
+
+class FilesThatWereRead(OutputTest):
+    """The DTD is no place for an output."""
+
+    def setUp(self):
+        super().setUp()
+        for name in ["roadster.xml", "fcat.dtd"]:
+            shutil.copy(SOURCE / "examples" / name, self.dir)
+        self.dtd = (self.dir / "fcat.dtd").read_bytes()
+
+    def test_no_database_is_written_over_the_dtd(self):
+        self.write_settings()
+        os.symlink("fcat.dtd", self.dir / "link")
+        for output in ["fcat.dtd", "./fcat.dtd", "link"]:
+            with self.subTest(output=output):
+                result = self.run_program("roadster.xml", output)
+                self.assertTrue(result.stdout.endswith(b"Failed to export to vorn!\n"), result.stdout)
+                self.assertEqual(result.returncode, 255)
+                self.assertEqual((self.dir / "fcat.dtd").read_bytes(), self.dtd)
+
+    def test_no_tree_log_is_written_over_the_dtd(self):
+        self.write_settings(FCatTreeLog="fcat.dtd")
+        result = self.run_program("roadster.xml", "out.vorn")
+        self.assertIn(b"Unable to create log file 'fcat.dtd'\n", result.stdout)
+        self.assertEqual(result.returncode, 0)
+        self.assertEqual((self.dir / "fcat.dtd").read_bytes(), self.dtd)
+
+
+class LogsThatGrow(OutputTest):
+    def test_an_import_log_ends_where_it_becomes_too_large(self):
+        # Each of 40,000 messages of 50 bytes of the catalog tells a path of 12 names of 4,000 characters: 2 GB.
+        inside = "<TEnum TypeRef='type_byte' TEnumMax='9'>" + "<TEnumValue Code='x'>v</TEnumValue>" * 40_000 + "</TEnum>"
+        for _ in range(11):
+            inside = (f"<TRecord TypeRef='type_byte' NElements='1'><TRecordField FieldIdx='1'><TRecordFieldName>"
+                      f"{'n' * 4_000}</TRecordFieldName>{inside}</TRecordField></TRecord>")
+        self.write("cat.xml", "<FunctionCatalog><FBlock><FBlockID>1</FBlockID><FBlockName>B</FBlockName><Function>"
+                   "<FunctionID>1</FunctionID><FunctionName>F</FunctionName><FunctionClass ClassRef='c'><Property>"
+                   "<PUnclassified><PUParam><ParamName>P</ParamName><PUParamOPType><PReportStatus><ParamPos>1</ParamPos>"
+                   f"</PReportStatus></PUParamOPType><PUParamType>{inside}</PUParamType></PUParam></PUnclassified>"
+                   "</Property></FunctionClass></Function></FBlock><Definition>"
+                   "<TypeDef TypeID='type_byte'><TDefName>Byte</TDefName><TDefSize>1</TDefSize></TypeDef>"
+                   "</Definition></FunctionCatalog>")
+        self.write_settings(FCatImportLog=1, FCatImportValidate=0)
+        result = self.run_program("cat.xml", "out.vorn")
+        self.assertEqual(result.returncode, 0, result.stdout)
+        log = (self.dir / "cat.log").read_bytes()
+        most = (64 << 20) + 16 * (self.dir / "cat.xml").stat().st_size
+        self.assertGreater(len(log), most // 2)
+        self.assertLess(len(log), most + most // 8)
+        end = re.search(rb"\nThe log would become too large, further messages are left out!\n.*?  errors: (\d+)", log[-500:],
+                        re.DOTALL)
+        self.assertIsNotNone(end, log[-500:])
+        self.assertGreaterEqual(int(end.group(1)), 40_000)
 
 
 class AtTheSameTime(OutputTest):

@@ -10,8 +10,8 @@ from dataclasses import dataclass
 
 from support import PROGRAM, SOURCE, ProgramTest
 
-# The calls by which a run changes anything, and the opening and closing of all files.
-CALLS = ["open", "openat", "creat", "write", "pwrite64", "rename", "chmod", "fchmod", "fchown", "close", "ftruncate",
+# The calls by which a run changes anything, and the opening, reading and closing of all files.
+CALLS = ["open", "openat", "creat", "read", "write", "pwrite64", "rename", "chmod", "fchmod", "fchown", "close", "ftruncate",
          "fsync", "fdatasync"]
 
 OLD = b"the old database\n"
