@@ -35,7 +35,7 @@ std::string Joined(const std::set<std::uint32_t>& numbers) {
         text += std::min(decimal, std::string(hexadecimal),
                          [](const std::string& a, const std::string& b) { return a.size() < b.size(); });
     }
-    return text;
+    return text == "-1" ? "0xFFFFFFFF" : text;  // which alone means that nothing is set
 }
 
 struct Flag {

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "catalog/name_index.h"
 #include "catalog/node.h"
 #include "import/names.h"
 
@@ -26,7 +25,7 @@ class ZMTChildList {
     /// Adds the element at the end.
     virtual void Append(std::unique_ptr<T> element) {
         slots_.push_back(std::move(element));
-        ++revision_;
+        Placed(Size() - 1);
     }
 
     /// Stores the element in a slot; the list grows by empty slots as needed. What the slot held is deleted,
@@ -36,7 +35,7 @@ class ZMTChildList {
             slots_.resize(std::size_t{pos} + 1);
         }
         slots_[pos] = std::move(element);
-        ++revision_;
+        Placed(pos);
     }
 
     /// Makes room for n slots without adding any; returns the size, which stays the same.
@@ -47,7 +46,8 @@ class ZMTChildList {
 
     virtual void Clear() {
         slots_.clear();
-        ++revision_;
+        byName_.reset();
+        Changed();
     }
 
     /// Deletes the elements in slots first to last, both included, and leaves the slots empty.
@@ -55,7 +55,7 @@ class ZMTChildList {
         for (unsigned pos = first; pos < Size() && pos <= last; ++pos) {
             slots_[pos].reset();
         }
-        ++revision_;
+        Changed();
     }
 
     /// Null for an empty slot and beyond the end.
@@ -80,8 +80,12 @@ class ZMTChildList {
     }
     static constexpr unsigned kBeforeFirst = ~0U;
 
-    /// The element of that name in the lowest slot, without regard to case; null if there is none.
+    /// The element of that name in the lowest slot, without regard to case; null if there is none. An element
+    /// that changes its name later has to say so.
     virtual T* FindByName(const std::string& name) const {
+        if (Size() > kFewSlots) {
+            return Names().Find(slots_, name, NameOf);
+        }
         const auto found = std::ranges::find_if(
             slots_, [&](const auto& element) { return element && NamesEqual(element->GetName(), name); });
         return found == slots_.end() ? nullptr : found->get();
@@ -93,7 +97,18 @@ class ZMTChildList {
     /// 0 clears; a smaller size deletes the elements beyond it, a larger one appends empty slots.
     virtual void Resize(unsigned n) {
         slots_.resize(n);
-        ++revision_;
+        Changed();
+    }
+
+    /// An element has another name now.
+    void NameChanged(const T& element) {
+        if (!byName_) {
+            return;
+        }
+        const auto found = std::ranges::find(slots_, &element, &std::unique_ptr<T>::get);
+        if (found != slots_.end()) {
+            byName_->Add(element.GetName(), static_cast<unsigned>(found - slots_.begin()));
+        }
     }
 
     /// Occupied slots.
@@ -116,7 +131,8 @@ class ZMTChildList {
     /// Removes the holes and keeps the order of the elements.
     virtual void Compact() {
         std::erase(slots_, nullptr);
-        ++revision_;
+        byName_.reset();
+        Changed();
     }
 
     /// The elements in slot order, still owned by the list; empty slots as null entries if asked for.
@@ -151,7 +167,7 @@ class ZMTChildList {
             clone->SetParent(newParent);
             slots_[pos].reset(static_cast<T*>(clone.release()));
         }
-        ++revision_;
+        Changed();
         return true;
     }
 
@@ -174,8 +190,10 @@ class ZMTChildList {
 
     /// Resolves the elements in order and stops with false at the first that fails.
     virtual bool ResolveAll(ImportContext& context) {
-        return std::ranges::all_of(
+        const bool areAllGood = std::ranges::all_of(
             slots_, [&](const auto& element) { return !element || element->Resolve(context); });
+        byName_.reset();  // this was when names are looked for
+        return areAllGood;
     }
 
     /// Resolves the elements in order and deletes those that fail; their slots become empty.
@@ -183,18 +201,45 @@ class ZMTChildList {
         for (auto& element : slots_) {
             if (element && !element->Resolve(context)) {
                 element.reset();
-                ++revision_;
+                Changed();
             }
         }
+        byName_.reset();
     }
 
   protected:
-    /// Changes with every change of the slots.
-    std::uint64_t Revision() const { return revision_; }
+    const std::vector<std::unique_ptr<T>>& Slots() const { return slots_; }
+    /// Called after every change of the slots.
+    virtual void Changed() {}
 
   private:
+    /// So many slots are looked through faster than an index is made.
+    static constexpr unsigned kFewSlots = 16;
+
+    static const std::string& NameOf(const T& element) { return element.GetName(); }
+
+    void Placed(unsigned pos) {
+        if (byName_ && slots_[pos]) {
+            byName_->Add(slots_[pos]->GetName(), pos);
+        }
+        Changed();
+    }
+
+    /// Made at the first look-up.
+    NameIndex& Names() const {
+        if (!byName_) {
+            byName_ = std::make_unique<NameIndex>();
+            for (unsigned pos = 0; pos < Size(); ++pos) {
+                if (slots_[pos]) {
+                    byName_->Add(slots_[pos]->GetName(), pos);
+                }
+            }
+        }
+        return *byName_;
+    }
+
     std::vector<std::unique_ptr<T>> slots_;
-    std::uint64_t revision_ = 0;
+    mutable std::unique_ptr<NameIndex> byName_;  // of longer lists that are searched
 };
 
 /// A list of definitions, which parameters look up by identifier.
@@ -204,21 +249,25 @@ class ZMTDefList : public ZMTChildList<T> {
     /// The element of that identifier in the lowest slot, without regard to case; null if there is none. An
     /// element keeps its identifier once it has been looked for.
     virtual T* FindByDefName(const std::string& defName) const {
-        if (indexedRevision_ != this->Revision()) {
-            index_.clear();
-            for (T* element : this->GetItems(false)) {
-                index_.try_emplace(element->GetDefName(), element);
+        const auto& slots = this->Slots();
+        if (!byDefName_) {
+            byDefName_ = std::make_unique<NameIndex>();
+            for (unsigned pos = 0; pos < slots.size(); ++pos) {
+                if (slots[pos]) {
+                    byDefName_->Add(slots[pos]->GetDefName(), pos);
+                }
             }
-            indexedRevision_ = this->Revision();
         }
-        const auto found = index_.find(defName);
-        return found == index_.end() ? nullptr : found->second;
+        return byDefName_->Find(slots, defName,
+                                [](const T& element) -> const std::string& { return element.GetDefName(); });
     }
 
+  protected:
+    void Changed() override { byDefName_.reset(); }
+
   private:
-    // Built at the first look-up after a change: catalogs look up once per parameter.
-    mutable std::unordered_map<std::string, T*, NameHash, NameEqual> index_;
-    mutable std::uint64_t indexedRevision_ = 0;
+    // Made at the first look-up after a change: catalogs look up once per parameter.
+    mutable std::unique_ptr<NameIndex> byDefName_;
 };
 
 }  // namespace tarvex

@@ -17,7 +17,8 @@ bool ZMTFBlock::Import(const DOMElement& element, ImportContext& context) {
         auto function = std::make_unique<ZMTFunction>();
         function->SetParent(this);
         if (function->Import(*child, context)) {
-            Add(std::move(function));
+            const std::uint32_t id = function->FunctionID();
+            SetAt(std::move(function), id);
         } else {
             Raise<kFunctionFailed>(context.log, "Function");
         }
@@ -56,24 +57,6 @@ bool ZMTFBlock::ImportHead(const DOMElement& element, ImportContext& context) {
         return Raise<kFBlockNameTwice>(context.log, GetName());
     }
     return true;
-}
-
-void ZMTFBlock::Add(std::unique_ptr<ZMTFunction> function) {
-    const bool isIndexed = indexedRevision_ == Revision();
-    byName_.try_emplace(function->GetName(), function.get());
-    const std::uint32_t id = function->FunctionID();
-    SetAt(std::move(function), id);
-    if (isIndexed) {
-        indexedRevision_ = Revision();
-    }
-}
-
-ZMTNode* ZMTFBlock::FindChild(const std::string& name) const {
-    if (indexedRevision_ != Revision()) {
-        return FindByName(name);
-    }
-    const auto found = byName_.find(name);
-    return found == byName_.end() ? nullptr : found->second;
 }
 
 bool ZMTFBlock::Resolve(ImportContext& context) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unordered_map>
-
 #include "catalog/child_list.h"
 #include "catalog/function.h"
 
@@ -19,20 +17,15 @@ class ZMTFBlock : public ZMTNode, public ZMTChildList<ZMTFunction> {
     bool Import(const DOMElement& element, ImportContext& context) override;
     bool Resolve(ImportContext& context) override;
     bool Dump(ZMostFCatLog& treeLog) const override;
-    ZMTNode* FindChild(const std::string& name) const override;
+    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
 
     std::uint32_t FBlockID() const { return fBlockID_; }
 
   private:
     bool ImportHead(const DOMElement& element, ImportContext& context);
-    void Add(std::unique_ptr<ZMTFunction> function);
 
     std::uint32_t fBlockID_ = 0;
-    // The functions by name while they come in: each new one is checked against all that are there. Valid as
-    // long as the list has not been changed past Add.
-    std::unordered_map<std::string, ZMTFunction*, NameHash, NameEqual> byName_;
-    std::uint64_t indexedRevision_ = 0;
 };
 
 }  // namespace tarvex

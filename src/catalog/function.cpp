@@ -70,7 +70,7 @@ bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& contex
     if (block != nullptr && block->FindChild(GetName()) != nullptr) {
         return Raise<kCopiedFunctionNameTwice>(context.log, GetName());
     }
-    const bool isCopied = context.copies.Take(definition->CopySize()) && CopyFrom(definition);
+    const bool isCopied = context.copies.TakeFor(*definition) && CopyFrom(definition);
     SetParent(block);
     if (!isCopied) {
         return Raise<kFktDefNotCopied>(context.log);

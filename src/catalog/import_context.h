@@ -45,17 +45,21 @@ class CopyBudget {
 
     explicit CopyBudget(std::size_t catalogBytes = 0) : left_(kLeast + kPerByte * catalogBytes) {}
 
-    /// False when so much is not left; nothing is taken then.
+    /// False when so much is not left, and from then on: a size takes as long to find out as a copy does.
     bool Take(std::size_t bytes) {
-        if (bytes > left_) {
-            return false;
-        }
-        left_ -= bytes;
-        return true;
+        isSpent_ = isSpent_ || bytes > left_;
+        left_ -= isSpent_ ? 0 : bytes;
+        return !isSpent_;
+    }
+    /// The same for the size of a copy.
+    template <class Node>
+    bool TakeFor(const Node& original) {
+        return !isSpent_ && Take(original.CopySize());
     }
 
   private:
     std::size_t left_;
+    bool isSpent_ = false;
 };
 
 /// What the import of one catalog hands from node to node. Lives as long as that import.

@@ -147,7 +147,7 @@ bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& p
     if (existing != nullptr && existing->GetAt(pos) != nullptr) {
         return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
     }
-    std::unique_ptr<ZMTNode> copy = context_.copies.Take(param.CopySize()) ? param.Clone() : nullptr;
+    std::unique_ptr<ZMTNode> copy = context_.copies.TakeFor(param) ? param.Clone() : nullptr;
     if (!copy) {
         return function_.Raise<kParamNotCloned>(context_.log);
     }

@@ -53,6 +53,7 @@ int ZVornExporter::Export() {
     if (!std::exchange(isReady_, false) || catalog_ == nullptr) {
         return kFailure;
     }
+    attributeBytesLeft_ += kAttributeBytesPerByte * FileSize(catalog_->FilePath());
     ReadAliasNames();
     ReadNetworkConfiguration();
     CreateDatabase();
@@ -60,6 +61,9 @@ int ZVornExporter::Export() {
     CreateMessages();
     if (signals_.IsCut()) {
         std::printf("The catalog asks for too many signals or value descriptions, some are left out!\n");
+    }
+    if (isAttributeCut_) {
+        std::printf("The catalog asks for too many texts of attributes, some are left out!\n");
     }
     return WriteAndClose();
 }
@@ -143,6 +147,14 @@ void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& fun
 
 void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                                   const ZMTOperation& operation) {
+    // A long name would stand at each of its messages.
+    const std::size_t length = block.GetName().size() + function.GetName().size();
+    isAttributeCut_ = isAttributeCut_ || length > attributeBytesLeft_;
+    if (isAttributeCut_) {
+        return;
+    }
+    attributeBytesLeft_ -= length;
+
     const auto attributeName = [&](const std::string& name) -> const std::string& {
         return aliasAttributeValues_ ? aliases_.Of(name) : name;
     };

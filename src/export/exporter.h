@@ -31,6 +31,11 @@ struct ExportFlags {
 /// exporter. An exporter runs once.
 class ZVornExporter {
   public:
+    /// The names in the attributes of all messages take up so many bytes, and so many more for each byte of
+    /// the catalog file; the attributes of further messages are left out, with a line on the console.
+    static constexpr std::size_t kLeastAttributeBytes = std::size_t{256} << 20;
+    static constexpr std::size_t kAttributeBytesPerByte = 16;
+
     /// Everything that the conversion needs: the catalog (may be null), the output file, the alias-names and
     /// the network-configuration file (empty for none), the function blocks to include and to exclude, and
     /// the flags.
@@ -74,6 +79,8 @@ class ZVornExporter {
     NameSet exclude_;
     NodeAddresses nodeAddresses_;
     ExportFlags flags_;
+    std::size_t attributeBytesLeft_ = kLeastAttributeBytes;
+    bool isAttributeCut_ = false;
     bool aliasAttributeValues_ = false;  // attribute values are the catalog's own names
     bool isReady_ = true;
 };

@@ -146,7 +146,7 @@ void CatalogDomParser::Warn(const std::string& text) {
 
 void CatalogDomParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool isCData) {
     if (isCData) {
-        budget_.AddContent(length);
+        budget_.AddEvent(length);
         builder_.PartText();  // no text to the DOM
     } else {
         AddText(chars, length);
@@ -158,18 +158,20 @@ void CatalogDomParser::ignorableWhitespace(const XMLCh* chars, XMLSize_t length,
 }
 
 void CatalogDomParser::AddText(const XMLCh* chars, XMLSize_t length) {
-    budget_.AddContent(length);
+    budget_.AddEvent(length);
     if (!builder_.Text(chars, length)) {
         Warn("the text of the element is cut to " + std::to_string(DocumentBuilder::kMaxText) +
              " characters");
     }
 }
 
-void CatalogDomParser::docComment(const XMLCh* /*comment*/) {
+void CatalogDomParser::docComment(const XMLCh* comment) {
+    budget_.AddEvent(XMLString::stringLen(comment));
     builder_.PartText();
 }
 
-void CatalogDomParser::docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) {
+void CatalogDomParser::docPI(const XMLCh* /*target*/, const XMLCh* data) {
+    budget_.AddEvent(XMLString::stringLen(data));
     builder_.PartText();
 }
 
@@ -178,11 +180,11 @@ void CatalogDomParser::startElement(const xercesc::XMLElementDecl& declaration, 
                                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                     XMLSize_t attributeCount, bool isEmpty, bool /*isRoot*/) {
     budget_.EndDtd();
-    XMLSize_t content = XMLString::stringLen(declaration.getFullName());
+    XMLSize_t content = XMLString::stringLen(declaration.getFullName()) + dtd_.CostOf(declaration);
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
         content += 1 + XMLString::stringLen(attributes.elementAt(i)->getValue());
     }
-    budget_.AddContent(content);
+    budget_.AddElement(builder_.Depth() + 1, content);
     if (!builder_.StartElement(declaration, attributes, attributeCount)) {
         Warn("an attribute of the element is cut to " + std::to_string(DocumentBuilder::kMaxText) +
              " characters");
@@ -198,7 +200,9 @@ void CatalogDomParser::endElement(const xercesc::XMLElementDecl& /*declaration*/
 }
 
 // An entity's content takes the place of the reference, so a text goes on over its ends.
-void CatalogDomParser::startEntityReference(const xercesc::XMLEntityDecl& /*declaration*/) {}
+void CatalogDomParser::startEntityReference(const xercesc::XMLEntityDecl& declaration) {
+    budget_.AddReference(declaration.getValueLen());
+}
 void CatalogDomParser::endEntityReference(const xercesc::XMLEntityDecl& /*declaration*/) {}
 
 }  // namespace tarvex

@@ -35,6 +35,8 @@ class DocumentBuilder {
                                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                     XMLSize_t attributeCount);
     void EndElement();
+    /// How many elements are open.
+    std::size_t Depth() const { return open_.size(); }
     /// A piece of text; it may arrive in many. False when a text becomes longer than kMaxText; the rest of it
     /// is left out, without a further word. White space alone may be longer, since it says nothing.
     [[nodiscard]] bool Text(const XMLCh* text, XMLSize_t length);

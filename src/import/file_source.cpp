@@ -1,6 +1,7 @@
 #include "import/file_source.h"
 
 #include <memory>
+#include <sys/stat.h>
 
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -13,7 +14,11 @@ namespace {
 
 class FileStream : public xercesc::BinInputStream {
   public:
-    FileStream(File file, ParserBudget& budget) : file_(std::move(file)), budget_(budget) {}
+    FileStream(File file, ParserBudget& budget) : file_(std::move(file)), budget_(budget) {
+        struct stat status = {};
+        isNew_ =
+            ::fstat(::fileno(file_.get()), &status) == 0 && budget.IsNewFile(status.st_dev, status.st_ino);
+    }
 
     XMLFilePos curPos() const override { return position_; }
 
@@ -24,7 +29,11 @@ class FileStream : public xercesc::BinInputStream {
                                             xercesc::XMLPlatformUtils::fgMemoryManager);
         }
         position_ += count;
-        budget_.AddInput(count);
+        if (isNew_) {
+            budget_.AddInput(count);
+        } else {
+            budget_.AddRepeatedInput(count);
+        }
         return count;
     }
 
@@ -33,6 +42,7 @@ class FileStream : public xercesc::BinInputStream {
   private:
     File file_;
     ParserBudget& budget_;
+    bool isNew_ = false;
     XMLFilePos position_ = 0;
 };
 

@@ -289,6 +289,7 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
             Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
             continue;
         }
+        log.SetInputSize(FileSize(catalog->FilePath()));
         Send(Load(Text::WritingDataStructure), kTreeLogEvent);
         catalog->Dump(log);
         if (!log.CloseTreeLog()) {

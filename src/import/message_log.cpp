@@ -12,14 +12,17 @@ void Write(std::FILE* file, std::string_view text) {
 
 }  // namespace
 
+bool ZMostFCatLog::TakeRoom(std::size_t bytes) {
+    isFull_ = isFull_ || bytes > room_;
+    room_ -= isFull_ ? 0 : bytes;
+    return !isFull_;
+}
+
 void ZMostFCatLog::WriteEntry(Text entry, unsigned number, const std::string& text,
                               const std::string& objectName) {
-    const std::size_t size = text.size() + objectName.size();
-    isFull_ = isFull_ || size > room_;
-    if (isFull_) {
+    if (!TakeRoom(text.size() + objectName.size())) {
         return;
     }
-    room_ -= size;
     TextHolder holder;
     std::fprintf(importLog_.get(), LoadText(holder, entry).Get(), number, objectName.c_str(), text.c_str());
 }
@@ -108,8 +111,15 @@ bool ZMostFCatLog::OpenTreeLog(const std::string& path) {
     return treeLog_ != nullptr;
 }
 
+bool ZMostFCatLog::CloseTreeLog() {
+    if (treeLog_ && isFull_) {
+        Write(treeLog_.get(), "The log would become too large, further lines are left out!\n");
+    }
+    return CloseWritten(std::move(treeLog_));
+}
+
 void ZMostFCatLog::WriteTreeLine(std::string_view text, unsigned depth) {
-    if (!treeLog_) {
+    if (!treeLog_ || isFull_) {
         return;
     }
     treeLine_.assign(depth, '\t');
@@ -120,7 +130,9 @@ void ZMostFCatLog::WriteTreeLine(std::string_view text, unsigned depth) {
         treeLine_ += RenderAsFormat(text);
     }
     treeLine_ += '\n';
-    Write(treeLog_.get(), treeLine_);
+    if (TakeRoom(treeLine_.size())) {
+        Write(treeLog_.get(), treeLine_);
+    }
 }
 
 }  // namespace tarvex

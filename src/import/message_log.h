@@ -39,12 +39,12 @@ class ZMostFCatLog {
     /// An import log is open and has room for messages.
     bool IsLogOpen() const { return importLog_ != nullptr && !isFull_; }
 
-    /// The messages of a log take up so many bytes, and so many more for each byte of the catalog. In a real
-    /// catalog they don't reach a tenth of that; but a path may be long, and thousands may have it. Further
-    /// messages are counted and not written, and a line says so.
-    static constexpr std::size_t kLeastMessageBytes = std::size_t{64} << 20;
-    static constexpr std::size_t kMessageBytesPerByte = 16;
-    void SetInputSize(std::size_t bytes) { room_ = kLeastMessageBytes + kMessageBytesPerByte * bytes; }
+    /// The messages of an import log, and the lines of a tree log, take up so many bytes, and so many more
+    /// for each byte of the catalog. In a real catalog they don't reach a fourth of that; but a path may be
+    /// long, and thousands may have it. What is further is counted and not written, and a line says so.
+    static constexpr std::size_t kLeastBytes = std::size_t{64} << 20;
+    static constexpr std::size_t kBytesPerByte = 64;
+    void SetInputSize(std::size_t bytes) { room_ = kLeastBytes + kBytesPerByte * bytes; }
 
     /// Creates or truncates the import log. False when one is open already, or when the path cannot be
     /// created or is something other than a regular file.
@@ -61,7 +61,7 @@ class ZMostFCatLog {
     /// Opens the tree log for appending; fails as OpenLog does.
     bool OpenTreeLog(const std::string& path);
     /// False when anything of an open tree log could not be written.
-    bool CloseTreeLog() { return CloseWritten(std::move(treeLog_)); }
+    bool CloseTreeLog();
     /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format.
     void WriteTreeLine(std::string_view text, unsigned depth);
 
@@ -75,6 +75,7 @@ class ZMostFCatLog {
     std::uint32_t LoggedWarningCount() const { return loggedWarningCount_; }
 
   private:
+    bool TakeRoom(std::size_t bytes);
     void WriteEntry(Text entry, unsigned number, const std::string& text, const std::string& objectName);
 
     std::uint32_t fatalCount_ = 0;
@@ -84,7 +85,7 @@ class ZMostFCatLog {
     std::uint32_t loggedWarningCount_ = 0;
     File importLog_;
     File treeLog_;
-    std::size_t room_ = kLeastMessageBytes;  // of messages yet to come
+    std::size_t room_ = kLeastBytes;  // for messages and lines yet to come
     bool isFull_ = false;
     std::string treeLine_;  // the last one, kept for its memory
     std::set<std::uint32_t> exclusions_;

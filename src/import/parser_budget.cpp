@@ -1,5 +1,6 @@
 #include "import/parser_budget.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <xercesc/internal/XMLReader.hpp>
@@ -31,10 +32,27 @@ bool IsSizeOf(std::size_t size) {
 
 void ParserBudget::AddContent(std::size_t characters) {
     content_ += characters;
-    if (content_ > kLeastContent && content_ - kLeastContent > input_ * kContentPerByte) {
+    if (content_ > kLeastContent + input_ * kContentPerByte + contentPaidBack_) {
         Stop("the document's content is more than " + std::to_string(kContentPerByte) +
              " times as long as its files");
     }
+}
+
+void ParserBudget::AddElement(std::size_t depth, std::size_t characters) {
+    if (depth > kMaxDepth) {
+        Stop("the elements of the document are more than " + std::to_string(kMaxDepth) + " levels deep");
+    }
+    AddEvent(characters);
+}
+
+void ParserBudget::AddEntity(bool isParameterEntity, std::size_t length) {
+    std::size_t& longest = isParameterEntity ? longestParameterEntity_ : longestEntity_;
+    longest = std::max(longest, length);
+}
+
+void ParserBudget::AddReference(std::size_t length) {
+    contentPaidBack_ += longestEntity_;
+    AddContent(length);
 }
 
 void ParserBudget::StartDtd() {
@@ -43,10 +61,13 @@ void ParserBudget::StartDtd() {
 }
 
 void ParserBudget::EndDeclaration() {
-    modelSquares_ += modelParts_ * modelParts_;
-    modelParts_ = 0;
-    if (modelSquares_ > kMaxModelSquares) {
-        Stop("the content models of the DTD are too large");
+    AddSquare(std::exchange(modelParts_, 0));
+}
+
+void ParserBudget::AddSquare(std::size_t parts) {
+    squares_ += parts * parts;
+    if (squares_ > kMaxSquares) {
+        Stop("the content models and lists of words of the DTD are too large");
     }
 }
 
@@ -68,6 +89,7 @@ void ParserBudget::CountEntity() {
     if (++entities_ > most) {
         Stop("the document uses entities more than " + std::to_string(most) + " times");
     }
+    AddContent(isInDtd_ ? longestParameterEntity_ : longestEntity_);
 }
 
 void ParserBudget::CountParts(std::size_t size) {

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory_resource>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/sax/Locator.hpp>
@@ -35,22 +38,44 @@ class ParserBudget : public xercesc::MemoryManager {
     /// its umlauts as one. Parameter entities and files count as well.
     static constexpr std::size_t kLeastEntities = 50'000;
     static constexpr std::size_t kBytesPerEntity = 16;
+    /// What an event counts for in content: nodes and calls for nothing at all have their cost too.
+    static constexpr std::size_t kEventContent = 16;
+    /// Levels of elements. The import looks for some elements at any depth below others; 64 containers in
+    /// each other take 256.
+    static constexpr std::size_t kMaxDepth = 1024;
     /// Parts of one content model. The parser's functions call themselves for each, and take time that grows
     /// with their square ...
     static constexpr std::size_t kMaxModelParts = 10'000;
     /// ... so that the sum of the squares is bounded too.
-    static constexpr std::size_t kMaxModelSquares = 100'000'000;
+    static constexpr std::size_t kMaxSquares = 100'000'000;
 
     /// Tells where the parser is. The locator outlives this object or is never asked again.
     void SetLocator(const xercesc::Locator* locator) { locator_ = locator; }
 
+    /// A file, by its device and number, is opened. False when it was before, as that of an entity that is
+    /// used often: then it is no new input.
+    bool IsNewFile(std::uint64_t device, std::uint64_t number) {
+        return files_.emplace(device, number).second;
+    }
     void AddInput(std::size_t bytes) { input_ += bytes; }
-    /// Throws ParserStop.
-    void AddContent(std::size_t characters);
+    /// What is read again counts as content. Throws ParserStop.
+    void AddRepeatedInput(std::size_t bytes) { AddContent(bytes); }
+    /// An element, a piece of text, a comment or the like, and its characters. Throws ParserStop.
+    void AddEvent(std::size_t characters) { AddContent(kEventContent + characters); }
+    /// An element, at a depth from 1. Throws ParserStop.
+    void AddElement(std::size_t depth, std::size_t characters);
+    /// An entity is declared, with a value of so many characters.
+    void AddEntity(bool isParameterEntity, std::size_t length);
+    /// The entity that was opened last, or will be next, has a value of so many characters. One of which this
+    /// is not told counts as the longest: its content may vanish in a declaration, a tag or an attribute.
+    void AddReference(std::size_t length);
 
     /// Content models are counted from the start of the DTD to its end. EndDeclaration throws ParserStop.
     void StartDtd();
     void EndDeclaration();
+    /// A list of words that an attribute may consist of. They are compared with each other, so their squares
+    /// count with those of the content models. Throws ParserStop.
+    void AddWords(std::size_t count) { AddSquare(count); }
     void EndDtd() { isInDtd_ = false; }
 
     /// What was thrown; null when nothing was.
@@ -62,18 +87,24 @@ class ParserBudget : public xercesc::MemoryManager {
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
   private:
+    void AddContent(std::size_t characters);
+    void AddSquare(std::size_t parts);
     void CountEntity();
     void CountParts(std::size_t size);
     void Stop(std::string reason);
 
     std::pmr::unsynchronized_pool_resource memory_;  // gives all of it back in the end, whatever happened
     const xercesc::Locator* locator_ = nullptr;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> files_;
     std::size_t input_ = 0;
     std::size_t allocated_ = 0;
     std::size_t content_ = 0;
+    std::size_t contentPaidBack_ = 0;  // was counted before it was known to be less
     std::size_t entities_ = 0;
+    std::size_t longestEntity_ = 0;
+    std::size_t longestParameterEntity_ = 0;
     std::size_t modelParts_ = 0;  // of the declaration that is being read
-    std::size_t modelSquares_ = 0;
+    std::size_t squares_ = 0;
     bool isInDtd_ = false;
     std::optional<ParserStop> excess_;
 };

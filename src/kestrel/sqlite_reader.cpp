@@ -1,14 +1,17 @@
 #include "kestrel/sqlite_reader.h"
 
-#include <cerrno>
-#include <cstring>
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <limits>
 #include <map>
 #include <optional>
+#include <sqlite3.h>
 #include <string>
-#include <unistd.h>
+#include <string_view>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/input_file.h"
 #include "kestrel/model_text.h"
 #include "kestrel/reader.h"
 #include "kestrel/sqlite.h"
@@ -97,12 +100,70 @@ class Rows {
     std::size_t row_ = 0;
 };
 
+/// Stops a connection that computes much more than a file of its size needs.
+class WorkLimit {
+  public:
+    explicit WorkLimit(std::int64_t file_size) : left_(kLeastWork + kWorkPerByte * file_size) {}
+
+    /// The limit has to outlive the connection.
+    void Bind(const SqliteConnection& connection) {
+        sqlite3_progress_handler(connection.get(), kStepsBetween, &Count, this);
+    }
+
+    /// Why a statement failed.
+    std::string Reason(const SqliteError& error) const {
+        return left_ < 0 ? "reading this takes more work than a file of its size needs" : error.what();
+    }
+
+  private:
+    static constexpr int kStepsBetween = 1000;  // of the library's machine; some microseconds
+    static constexpr std::int64_t kLeastWork = 1'000'000;
+    /// The format takes about one step for each byte.
+    static constexpr std::int64_t kWorkPerByte = 32;
+
+    static int Count(void* limit) {
+        auto& left = static_cast<WorkLimit*>(limit)->left_;
+        left -= kStepsBetween;
+        return left < 0 ? 1 : 0;
+    }
+
+    std::int64_t left_;
+};
+
+/// Nothing in a file is longer than the file.
+void Restrict(const SqliteConnection& connection, std::int64_t file_size) {
+    constexpr std::int64_t kLeastLength = 1 << 16;
+    constexpr std::int64_t kMostLength = 1 << 24;
+    constexpr int kMaxSql = 1 << 14;  // the tables of the format take 400 bytes each
+    sqlite3_limit(connection.get(), SQLITE_LIMIT_LENGTH,
+                  static_cast<int>(std::clamp(file_size, kLeastLength, kMostLength)));
+    sqlite3_limit(connection.get(), SQLITE_LIMIT_SQL_LENGTH, kMaxSql);
+}
+
+/// A keyword in SQL, or a quoted name or comment with that word.
+bool HasWord(std::string_view sql, std::string_view upper_case_word) {
+    // What SQLite takes for a part of a word.
+    const auto is_part = [](unsigned char c) {
+        return std::isalnum(c) != 0 || c == '_' || c == '$' || c > 127;
+    };
+    const auto is_same = [](unsigned char a, unsigned char b) { return std::toupper(a) == b; };
+    for (auto begin = std::find_if(sql.begin(), sql.end(), is_part); begin != sql.end();) {
+        const auto end = std::find_if_not(begin, sql.end(), is_part);
+        if (std::equal(begin, end, upper_case_word.begin(), upper_case_word.end(), is_same)) return true;
+        begin = std::find_if(end, sql.end(), is_part);
+    }
+    return false;
+}
+
 class SqliteReader {
   public:
-    explicit SqliteReader(SqliteConnection& connection) : connection_(connection) {}
+    SqliteReader(SqliteConnection& connection, const WorkLimit& limit)
+        : connection_(connection), limit_(limit) {}
 
     std::unique_ptr<Database> Read() {
         CheckMarks();
+        CheckSchema();
+        CheckPages();
         for (const char* table : kSqliteTableNames) CheckTable(table);
         std::size_t names = 0;
         ReadTable("database", {"name"}, "rowid", [&](const Rows& row) {
@@ -132,7 +193,7 @@ class SqliteReader {
                 }
             }
         } catch (const SqliteError& error) {
-            throw ReadError("table " + std::string(table) + ": " + error.what());
+            throw ReadError("table " + std::string(table) + ": " + limit_.Reason(error));
         }
     }
 
@@ -142,21 +203,46 @@ class SqliteReader {
         if (const std::int64_t version = Pragma("user_version"); version != kSqliteUserVersion) {
             throw ReadError("version " + std::to_string(version) + " of the tables is not known");
         }
+    }
+
+    /// No table may compute anything when it is read or checked: that could go on without end.
+    void CheckSchema() {
         connection_.Execute("PRAGMA trusted_schema = OFF; BEGIN");
+        SqliteStatement objects(connection_, "SELECT name, sql FROM sqlite_master WHERE sql IS NOT NULL");
+        while (objects.Next()) {
+            const std::string sql = objects.Text(1).value_or("");
+            if (IsIndexViewOrTrigger(sql)) continue;
+            const std::string table = "table " + objects.Text(0).value_or("");
+            if (!sql.starts_with("CREATE TABLE ")) throw ReadError(table + " is no stored table");
+            if (HasWord(sql, "CHECK")) throw ReadError(table + " has a CHECK constraint");
+        }
+        SqliteStatement computed(connection_,
+                                 "SELECT t.name FROM sqlite_master AS t, pragma_table_xinfo(t.name) AS c "
+                                 "WHERE t.type = 'table' AND c.hidden <> 0");
+        if (computed.Next()) {
+            throw ReadError("table " + computed.Text(0).value_or("") + " has a generated column");
+        }
+    }
+
+    /// Those are never run.
+    static bool IsIndexViewOrTrigger(std::string_view sql) {
+        return sql.starts_with("CREATE INDEX ") || sql.starts_with("CREATE UNIQUE INDEX ") ||
+               sql.starts_with("CREATE VIEW ") || sql.starts_with("CREATE TRIGGER ");
+    }
+
+    void CheckPages() {
         SqliteStatement check(connection_, "PRAGMA quick_check(1)");
         if (!check.Next() || check.Text(0) != "ok") {
             throw ReadError("the file is damaged: " + check.Text(0).value_or("no check possible"));
         }
     }
 
-    /// A view, or a table that a program computes, could go on without end.
     void CheckTable(const char* table) {
-        SqliteStatement statement(connection_, "SELECT type, sql FROM sqlite_master WHERE name = ?");
+        SqliteStatement statement(connection_, "SELECT type FROM sqlite_master WHERE name = ?");
         statement.Bind(0, std::string_view(table));
         if (!statement.Next()) throw ReadError(std::string("table ") + table + " is missing");
-        const bool is_stored =
-            statement.Text(0) == "table" && statement.Text(1).value_or("").starts_with("CREATE TABLE");
-        if (!is_stored) throw ReadError(std::string("table ") + table + " is no stored table");
+        if (statement.Text(0) == "view")
+            throw ReadError(std::string("table ") + table + " is no stored table");
     }
 
     std::int64_t Pragma(const std::string& name) {
@@ -261,6 +347,7 @@ class SqliteReader {
     }
 
     SqliteConnection& connection_;
+    const WorkLimit& limit_;
     DatabaseBuilder builder_;
     /// By id: the kind of object and the name of an attribute.
     std::map<std::int64_t, std::pair<std::string, std::string>> definition_names_;
@@ -272,13 +359,20 @@ class SqliteReader {
 }  // namespace
 
 std::unique_ptr<Database> ReadSqlite(const std::string& path) {
-    // SQLite gives the same error for a file that is missing and for one that may not be read.
-    if (access(path.c_str(), R_OK) != 0) throw ReadError(std::strerror(errno));
+    std::int64_t size = InputSize(path);
+    // SQLite opens these too if they are there.
+    for (const char* suffix : {"-wal", "-journal"}) {
+        std::error_code ignored;
+        if (std::filesystem::exists(path + suffix, ignored)) size += InputSize(path + suffix);
+    }
+    WorkLimit limit(size);
     try {
         SqliteConnection connection(path.starts_with('/') ? path : "./" + path, SqliteMode::Read);
-        return SqliteReader(connection).Read();
+        limit.Bind(connection);
+        Restrict(connection, size);
+        return SqliteReader(connection, limit).Read();
     } catch (const SqliteError& error) {
-        throw ReadError(error.what());
+        throw ReadError(limit.Reason(error));
     }
 }
 

@@ -1,12 +1,20 @@
 #include "kestrel/termination_signals.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace kestrel {
 
 namespace {
 
 /// Those that come from outside. What tells of a fault in the program itself, such as SIGSEGV, cannot wait.
-constexpr int kSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGTERM, SIGXCPU,
-                            SIGALRM, SIGPROF, SIGVTALRM, SIGUSR1, SIGUSR2};
+constexpr int kSignals[] = {SIGHUP,    SIGINT,  SIGQUIT, SIGTERM, SIGXCPU, SIGALRM,  SIGPROF,
+                            SIGVTALRM, SIGUSR1, SIGUSR2, SIGPWR,  SIGIO,   SIGSTKFLT};
+
+bool ComesFromOutside(int signal) {
+    const bool is_real_time = signal >= SIGRTMIN && signal <= SIGRTMAX;
+    return is_real_time || std::find(std::begin(kSignals), std::end(kSignals), signal) != std::end(kSignals);
+}
 
 bool EndsTheProcess(int signal) {
     struct sigaction action {};
@@ -20,9 +28,10 @@ TerminationSignals::TerminationSignals() {
     sigemptyset(&held_before);
     pthread_sigmask(SIG_BLOCK, nullptr, &held_before);
     sigemptyset(&held_);
-    for (const int signal : kSignals) {
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
         // Linux would let an ignored signal wait like any other.
-        if (EndsTheProcess(signal) && sigismember(&held_before, signal) == 0) sigaddset(&held_, signal);
+        if (ComesFromOutside(signal) && EndsTheProcess(signal) && sigismember(&held_before, signal) == 0)
+            sigaddset(&held_, signal);
     }
     pthread_sigmask(SIG_BLOCK, &held_, nullptr);
 }
@@ -34,7 +43,7 @@ TerminationSignals::~TerminationSignals() {
 bool TerminationSignals::HaveCome() const {
     sigset_t waiting{};
     if (sigpending(&waiting) != 0) return false;
-    for (const int signal : kSignals) {
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
         if (sigismember(&held_, signal) == 1 && sigismember(&waiting, signal) == 1) return true;
     }
     return false;

@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/input_file.h"
 #include "kestrel/reader.h"
 
 namespace kestrel {
@@ -27,9 +28,7 @@ constexpr std::size_t kMaxDepth = 7;
 /// The bytes of a file, and the line that they are in.
 class Source {
   public:
-    explicit Source(const std::string& path) : file_(std::fopen(path.c_str(), "rb")) {
-        if (file_ == nullptr) throw ReadError(std::strerror(errno));
-    }
+    explicit Source(const std::string& path) : file_(OpenInput(path)) {}
 
     /// The byte at the current position, or -1 at the end.
     int Peek() {
@@ -53,12 +52,7 @@ class Source {
         return end_ > 0;
     }
 
-    struct Closer {
-        void operator()(std::FILE* file) const {
-            std::fclose(file);  // NOLINT(cppcoreguidelines-owning-memory): it comes from the owner
-        }
-    };
-    std::unique_ptr<std::FILE, Closer> file_;
+    InputFile file_;
     std::vector<char> buffer_ = std::vector<char>(1U << 16);
     std::size_t next_ = 0;
     std::size_t end_ = 0;

@@ -80,7 +80,7 @@ bool ZMTParamRecord::Resolve(ImportContext& context) {
         return Raise<kRecordDataWithoutPos>(context.log, kPosName, kDataName);
     }
     selector_ = *selector;
-    ResolveParams(context);
+    ResolveOrDelete(context);
     if (Count() == 0) {
         Raise<kRecordEmpty>(context.log);
     }

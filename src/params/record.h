@@ -4,15 +4,18 @@
 #include <memory>
 #include <string>
 
+#include "catalog/child_list.h"
 #include "catalog/param.h"
 #include "params/collector.h"
-#include "params/param_list.h"
 #include "params/selector.h"
 
 namespace tarvex {
 
 /// An ordered set of field parameters, each in the slot of its position; slot 0 is empty.
-class ZMTParamRecord : public ZMTParam, public ParamList, public ZMTSelector, public ZMTCollector {
+class ZMTParamRecord : public ZMTParam,
+                       public ZMTChildList<ZMTParam>,
+                       public ZMTSelector,
+                       public ZMTCollector {
   public:
     int GetType() const override { return kParamRecord; }
     /// Raises 48 to 56; false without "TRecord", "NElements", "TypeRef" or fields, with a bad field or a gap

@@ -122,12 +122,14 @@ bool ZMTParamStreamCase::Resolve(ImportContext& context) {
         return false;
     }
     if (const ZMTParam* selector = FindCaseSelector()) {
-        if (!static_cast<ZMTParamStream*>(GetParent())->BindSelector(*selector)) {
+        auto& stream = *static_cast<ZMTParamStream*>(GetParent());
+        if (!stream.BindSelector(*selector)) {
             return Raise<kSecondSelector>(context.log);
         }
         SetName(NameBy(*selector));
+        stream.NameChanged(*this);
     }
-    ResolveParams(context);
+    ResolveOrDelete(context);
     return true;
 }
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "catalog/child_list.h"
 #include "catalog/param.h"
-#include "params/param_list.h"
 
 namespace tarvex {
 
@@ -12,7 +12,7 @@ inline constexpr const char* kNoCoordinate = "#NULL#";
 
 /// The parameters that a stream holds while its selector has a value of a certain range, in the order in
 /// which they stand in the message.
-class ZMTParamStreamCase : public ZMTParam, public ParamList {
+class ZMTParamStreamCase : public ZMTParam, public ZMTChildList<ZMTParam> {
   public:
     ZMTParamStreamCase();
 

@@ -23,12 +23,13 @@ TEST(CopyBudget, GrowsWithTheCatalog) {
     }
 }
 
-TEST(CopyBudget, ARefusalTakesNothing) {
+TEST(CopyBudget, NothingIsAllowedAfterARefusal) {
     CopyBudget budget;
     EXPECT_TRUE(budget.Take(CopyBudget::kLeast - 10));
-    EXPECT_FALSE(budget.Take(11));
-    EXPECT_TRUE(budget.Take(10));
+    EXPECT_TRUE(budget.Take(9));
+    EXPECT_FALSE(budget.Take(2));
     EXPECT_FALSE(budget.Take(1));
+    EXPECT_FALSE(budget.Take(0));
 }
 
 TEST(CopyBudget, SizeOfACopyCountsWhatIsBelow) {

@@ -353,8 +353,8 @@ std::size_t CountBelow(const DOMElement& root) {
     return count;
 }
 
-TEST(DocumentBuilder, DepthCostsNoStack) {
-    constexpr std::size_t kDepth = 100'000;
+TEST(DocumentBuilder, DeepDocumentsAreKept) {
+    constexpr std::size_t kDepth = 1022;  // with the root and the one at the bottom as deep as may be
     struct DepthCase {
         const char* what;
         const char* words;
@@ -372,6 +372,19 @@ TEST(DocumentBuilder, DepthCostsNoStack) {
         const Document document(xml, words);
         ASSERT_NE(document.Root(), nullptr);
         EXPECT_EQ(CountBelow(*document.Root()), count);
+        EXPECT_EQ(document.Complaints(), "");
+    }
+}
+
+TEST(DocumentBuilder, DeeperDocumentsAreGivenUp) {
+    for (const std::size_t depth : {1023UL, 100'000UL}) {
+        for (const char* words : {"r", "r a"}) {
+            const Document document(
+                "<r>" + Repeated("<a>", depth) + "<b/>" + Repeated("</a>", depth) + "</r>", words);
+            EXPECT_EQ(document.CountOfComplaints(
+                          "Message: the elements of the document are more than 1024 levels deep\n"),
+                      1U);
+        }
     }
 }
 

@@ -189,14 +189,14 @@ TEST_F(MessageLog, WithoutOpenLogNothingIsWritten) {
 }
 
 TEST_F(MessageLog, MessagesBeyondTheRoomAreCountedAndNotWritten) {
-    // Room for 64 MiB and 16 bytes: 63 entries of 1 MiB, one that fills it, and none of one byte.
+    // Room for 64 MiB and 64 bytes: 63 entries of 1 MiB, one that fills it, and none of one byte.
     ASSERT_TRUE(log_.OpenLog(path_));
     log_.SetInputSize(1);
     const std::string path((1 << 20) - 1, 'p');
     for (int i = 0; i < 63; ++i) {
         log_.Error(7, "t", path);
     }
-    log_.Warning(8, "u", path + std::string(16, 'p'));
+    log_.Warning(8, "u", path + std::string(64, 'p'));
     EXPECT_TRUE(log_.IsLogOpen());
     log_.Error(9, "v", "");
     EXPECT_FALSE(log_.IsLogOpen());

@@ -1,8 +1,10 @@
 /// SQLite files read back, and SQLite files with one fault each.
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +78,9 @@ constexpr const char* kHarmless[] = {
     "INSERT INTO node (id, name) SELECT id, name FROM old ORDER BY id DESC; DROP TABLE old",
     "DROP INDEX message_name; DROP INDEX value_description_signal_id; CREATE INDEX more ON node(name)",
     "CREATE TABLE notes (text); INSERT INTO notes VALUES ('hello')",
+    "CREATE TABLE notes (checksum UNIQUE, recheck DEFAULT 1); CREATE INDEX noted ON notes(recheck)",
+    "CREATE VIEW names AS SELECT name FROM node",
+    "CREATE TRIGGER t AFTER INSERT ON node BEGIN DELETE FROM signal; END",
     "PRAGMA journal_mode = WAL; VACUUM; PRAGMA journal_mode = DELETE",
     "PRAGMA page_size = 512; VACUUM",
     "UPDATE signal SET multiplexor = 0 WHERE multiplexor = 0",
@@ -236,6 +241,78 @@ TEST_F(SqliteReader, EveryFaultIsFoundWithItsTableAndRow) {
     for (const auto& [sql, error] : kDamages) EXPECT_EQ(ErrorAfter(sql), error) << sql;
 }
 
+/// The text of a table, or of what only seems to be one, in place of that of an empty table.
+std::string TableWith(const std::string& sql) {
+    return "CREATE TABLE t (a); INSERT INTO t VALUES (1); PRAGMA writable_schema = ON;"
+           "UPDATE sqlite_master SET sql = '" +
+           sql + "' WHERE name = 't'";
+}
+
+/// Looks for a text of 8 MB at every place of one of 16 MB.
+const std::string kEndless = "instr(hex(zeroblob(8000000)), hex(zeroblob(4000000)) || a)";
+
+struct AttackCase {
+    std::string sql;
+    const char* error;
+};
+
+const AttackCase kAttacks[] = {
+    {TableWith("CREATE TABLE t (a, b NOT NULL AS (" + kEndless + "))"), "table t has a generated column"},
+    {TableWith("CREATE TABLE t (a, b AS (" + kEndless + ") STORED)"), "table t has a generated column"},
+    {"ALTER TABLE node RENAME COLUMN name TO a; ALTER TABLE node ADD COLUMN name AS (" + kEndless + ")",
+     "table node has a generated column"},
+    // Listed under another name, or as another kind.
+    {TableWith("CREATE TABLE other (a, b NOT NULL AS (" + kEndless + "))"), "malformed database schema (t)"},
+    {TableWith("CREATE TABLE t (a, CHECK (" + kEndless + " = 0))"), "table t has a CHECK constraint"},
+    {TableWith("CREATE TABLE t (a/**/check(" + kEndless + " = 0))"), "table t has a CHECK constraint"},
+    {TableWith("CREATE table t (a)"), "table t is no stored table"},
+    {"CREATE VIRTUAL TABLE t USING fts5(a)", "table t is no stored table"},
+    {"DROP TABLE node;" + TableWith("CREATE VIEW node AS SELECT 1 AS id, 2 AS name"),
+     "malformed database schema (t)"},
+};
+
+TEST_F(SqliteReader, TablesThatComputeAreRefusedAtOnce) {
+    for (const auto& [sql, error] : kAttacks) {
+        const std::string path = WriteAs("bad.sqlite");
+        SqliteFile(path).Run(sql);
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(ErrorOf(path), error) << sql;
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1)) << sql;
+    }
+}
+
+TEST_F(SqliteReader, WorkOutOfProportionIsGivenUp) {
+    // Each row has 500 columns that are only in the table's text: 10 million values in less than 300 KB.
+    std::string columns;
+    for (int column = 0; column < 500; ++column) {
+        columns += ", c" + std::to_string(column) + " NOT NULL DEFAULT 1";
+    }
+    const std::string path = WriteAs("bad.sqlite");
+    SqliteFile(path).Run(TableWith("CREATE TABLE t (a" + columns + ")") +
+                         "; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000)"
+                         "INSERT INTO t SELECT NULL FROM n");
+    EXPECT_EQ(ErrorOf(path), "reading this takes more work than a file of its size needs");
+}
+
+TEST_F(SqliteReader, LongTextOfATableIsRefused) {
+    const std::string path = WriteAs("bad.sqlite");
+    SqliteFile(path).Run("CREATE TABLE t (a /*" + std::string(20'000, 'x') + "*/)");
+    EXPECT_NE(ErrorOf(path), "");
+}
+
+TEST_F(SqliteReader, PipesAreNotWaitedFor) {
+    const std::string pipe = directory / "pipe.sqlite";
+    const std::string path = WriteAs("out.sqlite");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(ErrorOf(pipe), "Not a regular file");
+    for (const char* suffix : {"-journal", "-wal"}) {
+        ASSERT_EQ(mkfifo((path + suffix).c_str(), 0600), 0);
+        EXPECT_EQ(ErrorOf(path), "Not a regular file") << suffix;
+        fs::remove(path + suffix);
+    }
+    EXPECT_EQ(ErrorOf(path), "");
+}
+
 TEST_F(SqliteReader, EnumerationWithAValueTwiceKeepsItsValues) {
     const std::string path = WriteAs("out.sqlite");
     SqliteFile(path).Run(
@@ -274,6 +351,7 @@ TEST_F(SqliteReader, OtherFilesAreRefused) {
     for (const char* name : {"vorn.sqlite", "text.db", "empty.sqlite3", "dir.sqlite"}) {
         EXPECT_NE(ErrorOf(directory / name), "") << name;
     }
+    EXPECT_EQ(ErrorOf(directory / "dir.sqlite"), "Is a directory");
     EXPECT_EQ(ErrorOf(directory / "none.sqlite"), "No such file or directory");
     EXPECT_FALSE(fs::exists(directory / "none.sqlite"));
 }

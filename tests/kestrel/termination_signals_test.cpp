@@ -21,8 +21,12 @@ using kestrel::AtomicFile;
 using kestrel::TerminationSignals;
 using Names = std::vector<std::string>;
 
-constexpr int kSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGTERM, SIGXCPU,
-                            SIGALRM, SIGPROF, SIGVTALRM, SIGUSR1, SIGUSR2};
+std::vector<int> Signals() {
+    std::vector<int> signals = {SIGHUP,    SIGINT,  SIGQUIT, SIGTERM, SIGXCPU, SIGALRM,  SIGPROF,
+                                SIGVTALRM, SIGUSR1, SIGUSR2, SIGPWR,  SIGIO,   SIGSTKFLT};
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal) signals.push_back(signal);
+    return signals;
+}
 
 /// Exit status of a child in which something was not as it should be.
 constexpr int kWrong = 1;
@@ -68,7 +72,7 @@ class Replacement : public testing::Test {
 };
 
 TEST_F(Replacement, SignalEndsTheProcessOnceTheTemporaryFileIsGone) {
-    for (const int signal : kSignals) {
+    for (const int signal : Signals()) {
         SCOPED_TRACE(signal);
         const auto write = [&] {
             StartChild(signal);
@@ -114,7 +118,7 @@ TEST_F(Replacement, SignalStopsTheWriterOfEveryFormatOnItsWay) {
 }
 
 TEST_F(Replacement, IgnoredSignalStaysIgnored) {
-    for (const int signal : kSignals) {
+    for (const int signal : Signals()) {
         SCOPED_TRACE(signal);
         MakeFile(path, "old");
         const auto write = [&] {
@@ -133,19 +137,23 @@ TEST_F(Replacement, IgnoredSignalStaysIgnored) {
 }
 
 TEST_F(Replacement, HandledSignalIsHandledAtOnce) {
-    const auto write = [&] {
-        StartChild(SIGTERM);
-        (void)std::signal(SIGTERM, Handle);
-        AtomicFile file;
-        Demand(file.Open(path));
-        (void)std::raise(SIGTERM);
-        Demand(handled == 1);
-        file.Append("new");
-        Demand(file.Commit());
-        std::_Exit(0);
-    };
-    EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
-    EXPECT_EQ(ReadFile(path), "new");
+    for (const int signal : {SIGTERM, SIGIO, SIGRTMIN}) {
+        SCOPED_TRACE(signal);
+        MakeFile(path, "old");
+        const auto write = [&] {
+            StartChild(signal);
+            (void)std::signal(signal, Handle);
+            AtomicFile file;
+            Demand(file.Open(path));
+            (void)std::raise(signal);
+            Demand(handled == 1);
+            file.Append("new");
+            Demand(file.Commit());
+            std::_Exit(0);
+        };
+        EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
+        EXPECT_EQ(ReadFile(path), "new");
+    }
 }
 
 TEST_F(Replacement, SignalThatTheCallerHoldsBackIsLeftToIt) {

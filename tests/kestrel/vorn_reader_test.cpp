@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
@@ -199,6 +200,12 @@ TEST_F(VornReader, FilesThatCanNotBeReadAreRefused) {
     std::filesystem::create_directory(directory / "dir.vorn");
     EXPECT_EQ(ErrorOf(directory / "none.vorn"), "No such file or directory");
     EXPECT_EQ(ErrorOf(directory / "dir.vorn"), "Is a directory");
+}
+
+TEST_F(VornReader, PipesAndDevicesAreRefused) {
+    ASSERT_EQ(mkfifo((directory / "pipe.vorn").c_str(), 0600), 0);
+    EXPECT_EQ(ErrorOf(directory / "pipe.vorn"), "Not a regular file");
+    EXPECT_EQ(ErrorOf("/dev/zero"), "Not a regular file");
 }
 
 TEST_F(VornReader, KcdIsNotRead) {

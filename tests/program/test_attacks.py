@@ -22,7 +22,8 @@ MEMORY = "the document needs more than 16 times the memory of its files"
 CONTENT = "the document's content is more than 8 times as long as its files"
 ENTITIES = "the document uses entities more than 5"
 MODEL = "a content model of the DTD has more than 10000 parts"
-MODELS = "the content models of the DTD are too large"
+MODELS = "the content models and lists of words of the DTD are too large"
+LEVELS = "the elements of the document are more than 1024 levels deep"
 CUT = "the text of the element is cut to 4096 characters"
 UNREADABLE = "unable to open external entity"
 
@@ -54,6 +55,17 @@ def encoded(encoding, declared=None):
     return f'<?xml version="1.0" encoding="{declared or encoding}"?>\n{BODY}'.encode(encoding)
 
 
+def nested_functions(depth):
+    """Functions, of 6 levels each, that stand in the operations of each other."""
+    inside = ""
+    for i in range(depth):
+        inside = (f"<Function><FunctionID>{i}</FunctionID><FunctionName>F{i}</FunctionName><FunctionClass ClassRef='c'>"
+                  "<Property><PUnclassified><PUParam><ParamName>P</ParamName><PUParamType><TVoid TypeRef='type_void'/>"
+                  f"</PUParamType><PUParamOPType>{inside}</PUParamOPType></PUParam></PUnclassified></Property>"
+                  "</FunctionClass></Function>")
+    return inside
+
+
 # name, how to make the document, its DTD "a.dtd" or nothing, a text that the console must show, exit status
 ATTACKS = [
     ("billion laughs", lambda: document(named("&e11;"), chain("", "lol", "&e@;" * 10, 12)), "", ENTITIES, 255),
@@ -71,8 +83,33 @@ ATTACKS = [
      "", CONTENT, 255),
     ("entities 30,000 deep", lambda: document("<FBlock>&e29999;</FBlock>", chain("", "v", "&e@;", 30_000)), "", MEMORY,
      255),
+    ("a file that is an entity many times", lambda: document("&a;" * 40_000, '<!ENTITY a SYSTEM "a.dtd">'),
+     "<TVoid/>" * 20_000, CONTENT, 255),
+    ("a file that is a parameter entity many times", lambda: document(
+        declarations='<!ENTITY % a SYSTEM "a.dtd">' + "%a;" * 40_000), "<!ELEMENT x EMPTY>" + " " * 400_000, CONTENT, 255),
+    ("texts in pieces", lambda: document(named("&a;" * 40_000), f'<!ENTITY a "{"a<?p?>" * 10_000}">'), "", CONTENT, 255),
+    ("comments many times", lambda: document("&a;" * 40_000, f'<!ENTITY a "{"<!--x-->" * 50_000}">'), "", CONTENT, 255),
+    ("instructions many times", lambda: document("&a;" * 40_000, f'<!ENTITY a "{"<?x y?>" * 50_000}">'), "", CONTENT, 255),
+    ("a tag full of blanks many times", lambda: document("&a;" * 40_000, f'<!ENTITY a "<x{" " * 400_000}/>">'), "", CONTENT,
+     255),
+    ("an attribute full of blanks many times", lambda: document(
+        f'<x a="{"&a;" * 40_000}"/>', f'<!ENTITY a "{" " * 400_000}"><!ATTLIST x a NMTOKENS #IMPLIED>'), "", CONTENT, 255),
+    ("blanks in the DTD many times", lambda: document(
+        declarations=f'<!ENTITY % a "{" " * 400_000}">' + "%a;" * 40_000), "", CONTENT, 255),
+    ("ignored sections many times", lambda: document(dtd="a.dtd"),
+     f'<!ENTITY % a "<![IGNORE[{"x" * 400_000}]]>">' + "%a;" * 40_000, CONTENT, 255),
+    ("an entity declared many times", lambda: document(dtd="a.dtd"),
+     f"<!ENTITY % a \"<!ENTITY b '{'x' * 400_000}'>\">" + "%a;" * 40_000, CONTENT, 255),
+    ("many attributes that are never there", lambda: document(
+        "<x/>" * 500_000, "<!ATTLIST x " + "".join(f"a{i} CDATA #IMPLIED " for i in range(20_000)) + ">"), "", CONTENT, 255),
+    ("an attribute of many words", lambda: document(
+        "<x a='n99999'/>" * 60_000, f'<!ELEMENT x EMPTY><!ATTLIST x a ({"|".join(f"n{i}" for i in range(100_000))}) #IMPLIED>'),
+     "", MODELS, 255),
+    ("an attribute of some words", lambda: document(
+        "<x a='n9999'/>" * 60_000, f'<!ELEMENT x EMPTY><!ATTLIST x a ({"|".join(f"n{i}" for i in range(10_000))}) #IMPLIED>'),
+     "", CONTENT, 255),
     ("parameter entities that double their texts", lambda: document(dtd="a.dtd"), chain("% ", "x" * 16, "%e@;%e@;"),
-     MEMORY, 255),
+     CONTENT, 255),
     ("parameter entities that double and say nothing", lambda: document(dtd="a.dtd"),
      chain("% ", "", "&#37;e@;&#37;e@;") + "%e39;", ENTITIES, 255),
     ("parameter entities that double declarations", lambda: document(dtd="a.dtd"),
@@ -120,15 +157,19 @@ ATTACKS = [
     ("1,000,000 attributes", lambda: document("<FBlock " + " ".join(f'a{i}=""' for i in range(1_000_000)) + "/>"), "",
      MEMORY, 255),
     ("1,000,000 element names", lambda: document("".join(f"<n{i}/>" for i in range(1_000_000))), "", MEMORY, 255),
-    ("1,000,000 levels", lambda: document("<x>" * 1_000_000 + "</x>" * 1_000_000), "", MEMORY, 255),
-    ("100,000 levels of blocks", lambda: document("<FBlock>" * 100_000 + "</FBlock>" * 100_000), "", NO_BLOCK, 255),
+    ("1,000,000 levels", lambda: document("<x>" * 1_000_000 + "</x>" * 1_000_000), "", LEVELS, 255),
+    ("100,000 levels of blocks", lambda: document("<FBlock>" * 100_000 + "</FBlock>" * 100_000), "", LEVELS, 255),
+    ("functions inside functions", lambda: catalog("".join(
+        block(i, f"B{i}", nested_functions(170)) for i in range(20))), "", "Import result: ", 0),
+    ("functions inside functions without end", lambda: catalog(block(1, "B", nested_functions(10_000))), "", LEVELS, 255),
     ("a comment of 50 MB", lambda: document("<!--" + "c " * 25_000_000 + "-->"), "", NO_BLOCK, 255),
     ("nothing", lambda: "", "", "invalid document structure", 255),
     ("half a tag", lambda: HEAD + "<FunctionCatalog><FBlock", "", "unexpected end of input", 255),
 ]
 
 # Validation may find a fault before the bound is reached; the bound holds all the same.
-VALIDATED = ["billion laughs", "one entity of elements many times", "parameter entities that double their texts",
+VALIDATED = ["a file that is an entity many times", "comments many times", "an attribute of many words", "an attribute of some words",
+             "billion laughs", "one entity of elements many times", "parameter entities that double their texts",
              "parameter entities that double and say nothing", "a content model that branches without end",
              "2,000 content models of 500 names", "1,000,000 element names", "1,000,000 levels"]
 

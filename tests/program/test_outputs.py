@@ -340,7 +340,7 @@ class LogsThatGrow(OutputTest):
         result = self.run_program("cat.xml", "out.vorn")
         self.assertEqual(result.returncode, 0, result.stdout)
         log = (self.dir / "cat.log").read_bytes()
-        most = (64 << 20) + 16 * (self.dir / "cat.xml").stat().st_size
+        most = (64 << 20) + 64 * (self.dir / "cat.xml").stat().st_size
         self.assertGreater(len(log), most // 2)
         self.assertLess(len(log), most + most // 8)
         end = re.search(rb"\nThe log would become too large, further messages are left out!\n.*?  errors: (\d+)", log[-500:],

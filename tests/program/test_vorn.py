@@ -307,6 +307,12 @@ class Unreadable(VornTest):
             self.assert_unreadable(name)
             self.assertNotIn("syntax", self.vorn("show", name).stderr.decode())
 
+    def test_pipes_and_devices_are_not_read(self):
+        for name in ["pipe.vorn", "pipe.db"]:
+            os.mkfifo(self.dir / name)
+            self.assert_unreadable(name, "Not a regular file\n")
+        self.assert_unreadable("/dev/stdin", "Not a regular file\n")
+
     def test_control_characters_of_a_file_do_not_reach_the_messages(self):
         bad = '[{"name": "\\u001b[31m' + "A" * 40 + '", "attributes": {}}]'
         self.write("bad.vorn", database(nodes=bad))
