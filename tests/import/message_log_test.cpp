@@ -215,6 +215,21 @@ TEST_F(MessageLog, MessagesBeyondTheRoomAreCountedAndNotWritten) {
               std::string::npos);
 }
 
+TEST_F(MessageLog, TreeLinesBeyondTheRoomAreLeftOut) {
+    // 64 lines of 1 MiB fill the room, with the tab and the line feed of each; then there are 64 bytes.
+    ASSERT_TRUE(log_.OpenTreeLog(treePath_));
+    log_.SetInputSize(1);
+    for (int i = 0; i < 64; ++i) {
+        log_.WriteTreeLine(std::string((1 << 20) - 2, 't'), 1);
+    }
+    log_.WriteTreeLine("u", 0);
+    log_.WriteTreeLine(std::string(100, 'v'), 0);
+    log_.WriteTreeLine("w", 0);
+    ASSERT_TRUE(log_.CloseTreeLog());
+    EXPECT_EQ(ReadFile(treePath_).substr(std::size_t{64} << 20),
+              "u\nThe log would become too large, further lines are left out!\n");
+}
+
 TEST_F(MessageLog, OpenLogTruncatesAnOlderOne) {
     dir_.Write("import.log", std::string(10'000, 'x'));
     ASSERT_TRUE(log_.OpenLog(path_));

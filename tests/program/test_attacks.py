@@ -232,6 +232,10 @@ GREEDY = [
         function(i, [records(12)]) for i in range(500)))), "too many signals or value descriptions"),
     ("a block name of 1 MB over 4,000 functions", lambda: catalog(block(1, "n" * 1_000_000, "".join(
         function(i, ["<TVoid TypeRef='type_void'/>"]) for i in range(4_000)))), CUT),
+    ("block names of 4,000 characters over 90,000 messages", lambda: catalog(
+        block(0, "First", "".join(function(i, ["<TVoid TypeRef='type_void'/>"], f"FktDefId='f{i}'") for i in range(40)))
+        + "".join(block(i, f"B{i}" + "n" * 3_990, "".join(f"<Function FktDefRef='f{j}'/>" for j in range(40)))
+                  for i in range(1, 255))), "too many texts of attributes"),
 ]
 
 
