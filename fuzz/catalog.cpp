@@ -4,7 +4,7 @@
 
 #include "catalog_mutator.h"
 #include "catalogs.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 using namespace tarvex;
 using namespace tarvex::fuzz;

@@ -4,7 +4,7 @@
 
 #include "driver/ini_file.h"
 #include "driver/settings.h"
-#include "import/names.h"
+#include "import/text/names.h"
 #include "support.h"
 
 using namespace tarvex;

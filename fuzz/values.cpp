@@ -7,11 +7,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include "import/dom_access.h"
-#include "import/files.h"
-#include "import/format_text.h"
-#include "import/names.h"
-#include "import/parse_value.h"
+#include "import/text/files.h"
+#include "import/text/format_text.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/transcode.h"
 #include "support.h"
 
 using namespace tarvex;

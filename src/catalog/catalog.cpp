@@ -3,10 +3,12 @@
 #include <new>
 
 #include "catalog/import_context.h"
+#include "import/log/messages.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
-bool ZMTCatalog::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTCatalog::Import(const Element& element, ImportContext& context) {
     context.catalog = this;
     try {
         if (!ImportDefinitions(element, context)) {
@@ -18,27 +20,27 @@ bool ZMTCatalog::Import(const DOMElement& element, ImportContext& context) {
         }
         return Resolve(context);
     } catch (const std::bad_alloc&) {
-        return RaiseFatal<Text::NotEnoughMemory>(context.log);
+        return Raise<kOutOfMemory>(context.log);
     }
 }
 
-bool ZMTCatalog::ImportDefinitions(const DOMElement& element, ImportContext& context) {
-    const DOMElement* definition = FindChildElement(&element, "Definition");
+bool ZMTCatalog::ImportDefinitions(const Element& element, ImportContext& context) {
+    const Element* definition = FindChildElement(&element, "Definition");
     if (definition == nullptr) {
-        return RaiseFatal<Text::ElementNotFound>(context.log, "Definition");
+        return Raise<kNoDefinition>(context.log, "Definition");
     }
     definitions_ = std::make_unique<ZMTDefinition>();
     definitions_->SetParent(this);
     if (!definitions_->Import(*definition, context)) {
-        return RaiseFatal<Text::ElementImportFailed>(context.log, "Definition");
+        return Raise<kDefinitionFailed>(context.log, "Definition");
     }
     context.definitions = definitions_.get();
     return true;
 }
 
-void ZMTCatalog::ImportErrorFunctions(const DOMElement& element, ImportContext& context) {
+void ZMTCatalog::ImportErrorFunctions(const Element& element, ImportContext& context) {
     std::uint32_t index = 0;
-    for (const DOMElement* param = NextDescendant(element, element);
+    for (const Element* param = NextDescendant(element, element);
          param != nullptr && context.log.FatalCount() == 0; param = NextDescendant(element, *param)) {
         if (!HasTagName(*param, "ERParam")) {
             continue;
@@ -58,8 +60,8 @@ void ZMTCatalog::ImportErrorFunctions(const DOMElement& element, ImportContext& 
     }
 }
 
-bool ZMTCatalog::ImportFBlocks(const DOMElement& element, ImportContext& context) {
-    for (const DOMElement* child = FindChildElement(&element, "FBlock"); child != nullptr;
+bool ZMTCatalog::ImportFBlocks(const Element& element, ImportContext& context) {
+    for (const Element* child = FindChildElement(&element, "FBlock"); child != nullptr;
          child = FindNextSiblingElement(*child, "FBlock")) {
         auto block = std::make_unique<ZMTFBlock>();
         block->SetParent(this);
@@ -74,7 +76,7 @@ bool ZMTCatalog::ImportFBlocks(const DOMElement& element, ImportContext& context
         }
     }
     if (Count() == 0) {
-        return RaiseFatal<Text::NoValidFBlock>(context.log);
+        return Raise<kNoFBlock>(context.log);
     }
     return true;
 }
@@ -83,7 +85,7 @@ bool ZMTCatalog::Resolve(ImportContext& context) {
     return ZMTNode::Resolve(context) && ResolveAll(context);
 }
 
-bool ZMTCatalog::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTCatalog::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "CATALOG: " + GetName());
     DumpLine(treeLog, ".AbsPath: " + absPath_);
     DumpBaseLines(treeLog);

@@ -1,44 +1,44 @@
 #pragma once
 
-#include "catalog/child_list.h"
 #include "catalog/definitions.h"
 #include "catalog/fblock.h"
 
 namespace tarvex {
 
 /// The root of the tree: the function blocks, each in the slot of its FBlockID, and the definitions.
-class ZMTCatalog : public ZMTNode, public ZMTChildList<ZMTFBlock> {
+class ZMTCatalog : public ZMTListNode<ZMTNode, ZMTFBlock> {
   public:
-    int GetType() const override { return kCatalog; }
+    NodeType GetType() const override { return kCatalog; }
     /// Reads the "FunctionCatalog" element and resolves the tree. Raises fatal errors, 148, 149 and those of
     /// all nodes below; false after a fatal error.
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     bool Resolve(ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     /// Null until the import has created them.
     const ZMTDefinition* Definitions() const { return definitions_.get(); }
 
     /// The absolute path of the catalog file as it is shown: tidied up without regard to links, so it need
-    /// not lead to the file. Both paths are set by the import manager.
+    /// not lead to the file. The import manager sets what follows, too.
     const std::string& AbsPath() const { return absPath_; }
-    /// The path that leads to the catalog file, links resolved.
+    /// The path that leads to the catalog file, links resolved, and how many bytes it has.
     const std::string& FilePath() const { return filePath_; }
-    void SetPaths(const std::string& absPath, const std::string& filePath) {
-        absPath_ = absPath;
-        filePath_ = filePath;
+    std::size_t FileSize() const { return fileSize_; }
+    void SetFile(std::string absPath, std::string filePath, std::size_t fileSize) {
+        absPath_ = std::move(absPath);
+        filePath_ = std::move(filePath);
+        fileSize_ = fileSize;
     }
 
   private:
-    bool ImportDefinitions(const DOMElement& element, ImportContext& context);
-    void ImportErrorFunctions(const DOMElement& element, ImportContext& context);
-    bool ImportFBlocks(const DOMElement& element, ImportContext& context);
+    bool ImportDefinitions(const Element& element, ImportContext& context);
+    void ImportErrorFunctions(const Element& element, ImportContext& context);
+    bool ImportFBlocks(const Element& element, ImportContext& context);
 
     std::unique_ptr<ZMTDefinition> definitions_;
     std::string absPath_;
     std::string filePath_;
+    std::size_t fileSize_ = 0;
 };
 
 }  // namespace tarvex

@@ -1,3 +1,5 @@
+/// Lists of nodes.
+
 #pragma once
 
 #include <algorithm>
@@ -6,9 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "catalog/name_index.h"
+#include "catalog/item_range.h"
 #include "catalog/node.h"
-#include "import/names.h"
+#include "catalog/slot_index.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 
@@ -19,7 +22,6 @@ class ZMTChildList {
   public:
     ZMTChildList() = default;
     ZMTChildList(const ZMTChildList&) = delete;
-    ZMTChildList& operator=(const ZMTChildList&) = delete;
     virtual ~ZMTChildList() = default;
 
     /// Adds the element at the end.
@@ -135,6 +137,10 @@ class ZMTChildList {
         Changed();
     }
 
+    /// The elements in slot order, without the holes.
+    ItemRange<const T> Items() const { return {slots_.data(), slots_.data() + slots_.size()}; }
+    ItemRange<T> Items() { return {slots_.data(), slots_.data() + slots_.size()}; }
+
     /// The elements in slot order, still owned by the list; empty slots as null entries if asked for.
     virtual std::vector<T*> GetItems(bool withHoles) const {
         std::vector<T*> items;
@@ -180,7 +186,7 @@ class ZMTChildList {
         return size;
     }
 
-    virtual void DumpAll(ZMostFCatLog& treeLog) const {
+    virtual void DumpAll(ZMostTreeLog& treeLog) const {
         for (const auto& element : slots_) {
             if (element) {
                 element->Dump(treeLog);
@@ -208,6 +214,11 @@ class ZMTChildList {
     }
 
   protected:
+    /// Assigning a node takes over its fields alone. Its children are cloned by CopyFrom, which may fail.
+    ZMTChildList& operator=(const ZMTChildList& /*other*/) {  // NOLINT(cert-oop54-cpp)
+        return *this;
+    }
+
     const std::vector<std::unique_ptr<T>>& Slots() const { return slots_; }
     /// Called after every change of the slots.
     virtual void Changed() {}
@@ -226,9 +237,9 @@ class ZMTChildList {
     }
 
     /// Made at the first look-up.
-    NameIndex& Names() const {
+    SlotIndex& Names() const {
         if (!byName_) {
-            byName_ = std::make_unique<NameIndex>();
+            byName_ = std::make_unique<SlotIndex>();
             for (unsigned pos = 0; pos < Size(); ++pos) {
                 if (slots_[pos]) {
                     byName_->Add(slots_[pos]->GetName(), pos);
@@ -239,7 +250,7 @@ class ZMTChildList {
     }
 
     std::vector<std::unique_ptr<T>> slots_;
-    mutable std::unique_ptr<NameIndex> byName_;  // of longer lists that are searched
+    mutable std::unique_ptr<SlotIndex> byName_;  // of longer lists that are searched
 };
 
 /// A list of definitions, which parameters look up by identifier.
@@ -251,7 +262,7 @@ class ZMTDefList : public ZMTChildList<T> {
     virtual T* FindByDefName(const std::string& defName) const {
         const auto& slots = this->Slots();
         if (!byDefName_) {
-            byDefName_ = std::make_unique<NameIndex>();
+            byDefName_ = std::make_unique<SlotIndex>();
             for (unsigned pos = 0; pos < slots.size(); ++pos) {
                 if (slots[pos]) {
                     byDefName_->Add(slots[pos]->GetDefName(), pos);
@@ -267,7 +278,7 @@ class ZMTDefList : public ZMTChildList<T> {
 
   private:
     // Made at the first look-up after a change: catalogs look up once per parameter.
-    mutable std::unique_ptr<NameIndex> byDefName_;
+    mutable std::unique_ptr<SlotIndex> byDefName_;
 };
 
 }  // namespace tarvex

@@ -1,7 +1,9 @@
 #include "catalog/definitions.h"
 
 #include "catalog/import_context.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 namespace {
@@ -22,9 +24,9 @@ constexpr std::string_view kUnitNameNotDefined = "not_defined";
 
 /// Imports every element of that tag below `root` into a list; `failed` raises the list's message.
 template <class T, class List, class Failed>
-void ImportAll(List& list, const DOMElement& root, std::string_view tag, ImportContext& context,
+void ImportAll(List& list, const Element& root, std::string_view tag, ImportContext& context,
                const Failed& failed) {
-    for (const DOMElement* element = NextDescendant(root, root); element != nullptr;
+    for (const Element* element = NextDescendant(root, root); element != nullptr;
          element = NextDescendant(root, *element)) {
         if (!HasTagName(*element, tag)) {
             continue;
@@ -41,21 +43,13 @@ void ImportAll(List& list, const DOMElement& root, std::string_view tag, ImportC
 
 }  // namespace
 
-bool ZMTDef::Import(const DOMElement& /*element*/, ImportContext& /*context*/) {
+bool ZMTDef::Import(const Element& /*element*/, ImportContext& /*context*/) {
     return false;
 }
 
-bool ZMTDef::CopyFrom(const ZMTNode* other) {
-    if (!ZMTNode::CopyFrom(other)) {
-        return false;
-    }
-    defName_ = static_cast<const ZMTDef*>(other)->defName_;
-    return true;
-}
-
-bool ZMTDefType::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTDefType::Import(const Element& element, ImportContext& context) {
     std::string text;
-    if (!GetChildElementText(element, text, "TDefName")) {
+    if (!GetChildElementText(element, "TDefName", text)) {
         Raise<kTypeDefWithoutName>(context.log, "TDefName");
     }
     SetName(SanitizeName(text));
@@ -63,7 +57,7 @@ bool ZMTDefType::Import(const DOMElement& element, ImportContext& context) {
         return Raise<kTypeDefWithoutId>(context.log, "TypeID");
     }
     SetDefName(text);
-    if (!GetChildElementText(element, text, "TDefSize")) {
+    if (!GetChildElementText(element, "TDefSize", text)) {
         Raise<kTypeDefWithoutSize>(context.log, "TDefSize");
     }
     defSize_ = IntegerOrZero(text);
@@ -76,7 +70,7 @@ bool ZMTDefType::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTDefType::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTDefType::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "DEFTYPE: " + GetName());
     DumpLine(treeLog, ".IDName: " + GetDefName());
     DumpLine(treeLog, FormatText(".DefCode: %d", defCode_));
@@ -85,19 +79,9 @@ bool ZMTDefType::Dump(ZMostFCatLog& treeLog) const {
     return true;
 }
 
-bool ZMTDefType::CopyFrom(const ZMTNode* other) {
-    if (!ZMTDef::CopyFrom(other)) {
-        return false;
-    }
-    const auto& type = static_cast<const ZMTDefType&>(*other);
-    defSize_ = type.defSize_;
-    defCode_ = type.defCode_;
-    return true;
-}
-
-bool ZMTDefUnit::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTDefUnit::Import(const Element& element, ImportContext& context) {
     std::string text;
-    if (!GetChildElementText(element, text, "UnitDefName")) {
+    if (!GetChildElementText(element, "UnitDefName", text)) {
         Raise<kUnitDefWithoutName>(context.log, "UnitDefName");
     }
     const std::string name = SanitizeName(text);
@@ -106,48 +90,40 @@ bool ZMTDefUnit::Import(const DOMElement& element, ImportContext& context) {
         return Raise<kUnitDefWithoutId>(context.log, "UnitID");
     }
     SetDefName(text);
-    if (!GetChildElementText(element, text, "UnitDefCode")) {
+    if (!GetChildElementText(element, "UnitDefCode", text)) {
         Raise<kUnitDefWithoutCode>(context.log, "UnitDefCode");
     }
     defCode_ = IntegerOrZero(text);
     return true;
 }
 
-bool ZMTDefUnit::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTDefUnit::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "DEFUNIT: " + GetName());
     DumpLine(treeLog, FormatText(".DefCode: %d", defCode_));
     DumpBaseLines(treeLog);
     return true;
 }
 
-bool ZMTDefUnit::CopyFrom(const ZMTNode* other) {
-    if (!ZMTDef::CopyFrom(other)) {
-        return false;
-    }
-    defCode_ = static_cast<const ZMTDefUnit*>(other)->defCode_;
-    return true;
-}
-
-bool ZMTDefListType::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTDefListType::Import(const Element& element, ImportContext& context) {
     ImportAll<ZMTDefType>(*this, element, "TypeDef", context,
                           [&] { Raise<kTypeDefFailed>(context.log, "TypeDef"); });
     return true;
 }
 
-bool ZMTDefListType::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTDefListType::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "DEFLISTTYPE: " + GetName());
     DumpBaseLines(treeLog);
     DumpAll(treeLog);
     return true;
 }
 
-bool ZMTDefListUnit::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTDefListUnit::Import(const Element& element, ImportContext& context) {
     ImportAll<ZMTDefUnit>(*this, element, "UnitDef", context,
                           [&] { Raise<kUnitDefFailed>(context.log, "UnitDef"); });
     return true;
 }
 
-bool ZMTDefListUnit::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTDefListUnit::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "DEFLISTUNIT: " + GetName());
     DumpBaseLines(treeLog);
     DumpAll(treeLog);
@@ -159,11 +135,11 @@ ZMTDefinition::ZMTDefinition() {
     units_.SetParent(this);
 }
 
-bool ZMTDefinition::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTDefinition::Import(const Element& element, ImportContext& context) {
     return types_.Import(element, context) && units_.Import(element, context);
 }
 
-bool ZMTDefinition::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTDefinition::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "DEFINITION: " + GetName());
     types_.Dump(treeLog);
     units_.Dump(treeLog);

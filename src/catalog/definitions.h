@@ -1,17 +1,15 @@
 #pragma once
 
-#include "catalog/child_list.h"
-#include "catalog/node.h"
+#include "catalog/list_node.h"
+#include "catalog/node_kind.h"
 
 namespace tarvex {
 
 /// A definition that parameters refer to: the name is the readable one, the definition name its identifier.
-class ZMTDef : public ZMTNode {
+class ZMTDef : public ZMTNodeKind<ZMTDef, ZMTNode, kDef> {
   public:
-    int GetType() const override { return kDef; }
     /// Always false: a bare definition has no element of its own.
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool CopyFrom(const ZMTNode* other) override;
+    bool Import(const Element& element, ImportContext& context) override;
 
     virtual void SetDefName(const std::string& defName) { defName_ = defName; }
     virtual const std::string& GetDefName() const { return defName_; }
@@ -31,13 +29,11 @@ enum DefCode : std::int32_t {
 };
 
 /// A "TypeDef" element.
-class ZMTDefType : public ZMTDef {
+class ZMTDefType : public ZMTNodeKind<ZMTDefType, ZMTDef, kDefType> {
   public:
-    int GetType() const override { return kDefType; }
     /// Raises 1 to 3; false without "TypeID".
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     /// Size in bytes; 0 when the catalog gives none.
     std::int32_t DefSize() const { return defSize_; }
@@ -49,13 +45,11 @@ class ZMTDefType : public ZMTDef {
 };
 
 /// A "UnitDef" element.
-class ZMTDefUnit : public ZMTDef {
+class ZMTDefUnit : public ZMTNodeKind<ZMTDefUnit, ZMTDef, kDefUnit> {
   public:
-    int GetType() const override { return kDefUnit; }
     /// Raises 4 to 6; false without "UnitID".
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     std::int32_t Code() const { return defCode_; }
 
@@ -64,34 +58,30 @@ class ZMTDefUnit : public ZMTDef {
 };
 
 /// All type definitions of a catalog, in document order.
-class ZMTDefListType : public ZMTNode, public ZMTDefList<ZMTDefType> {
+class ZMTDefListType : public ZMTListNode<ZMTNode, ZMTDefType, ZMTDefList<ZMTDefType>> {
   public:
-    int GetType() const override { return kDefListType; }
+    NodeType GetType() const override { return kDefListType; }
     /// Takes all "TypeDef" elements below the element; one that fails raises 7 and is left out.
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 };
 
 /// All unit definitions of a catalog, in document order.
-class ZMTDefListUnit : public ZMTNode, public ZMTDefList<ZMTDefUnit> {
+class ZMTDefListUnit : public ZMTListNode<ZMTNode, ZMTDefUnit, ZMTDefList<ZMTDefUnit>> {
   public:
-    int GetType() const override { return kDefListUnit; }
+    NodeType GetType() const override { return kDefListUnit; }
     /// Takes all "UnitDef" elements below the element; one that fails raises 8 and is left out.
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 };
 
 /// The "Definition" element: the types and units that parameters refer to.
 class ZMTDefinition : public ZMTNode {
   public:
     ZMTDefinition();
-    int GetType() const override { return kDefinition; }
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
+    NodeType GetType() const override { return kDefinition; }
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     ZMTDefListType& Types() { return types_; }
     const ZMTDefListType& Types() const { return types_; }

@@ -1,15 +1,17 @@
 #include "catalog/fblock.h"
 
 #include "catalog/import_context.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
-bool ZMTFBlock::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
     if (!ImportHead(element, context)) {
         return false;
     }
-    for (const DOMElement* child = NextDescendant(element, element); child != nullptr;
+    for (const Element* child = NextDescendant(element, element); child != nullptr;
          child = NextDescendant(element, *child)) {
         if (!HasTagName(*child, "Function")) {
             continue;
@@ -32,13 +34,13 @@ bool ZMTFBlock::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTFBlock::ImportHead(const DOMElement& element, ImportContext& context) {
+bool ZMTFBlock::ImportHead(const Element& element, ImportContext& context) {
     std::string text;
-    if (!GetChildElementText(element, text, "FBlockName")) {
+    if (!GetChildElementText(element, "FBlockName", text)) {
         return Raise<kFBlockWithoutName>(context.log, "FBlockName");
     }
     SetName(SanitizeName(text));
-    if (!GetChildElementText(element, text, "FBlockID")) {
+    if (!GetChildElementText(element, "FBlockID", text)) {
         return Raise<kFBlockWithoutId>(context.log, "FBlockID");
     }
     std::int32_t id = 0;
@@ -63,7 +65,7 @@ bool ZMTFBlock::Resolve(ImportContext& context) {
     return ZMTNode::Resolve(context) && ResolveAll(context);
 }
 
-bool ZMTFBlock::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTFBlock::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "FBLOCK: " + GetName());
     DumpLine(treeLog, FormatText(".FBlockID: 0x%02X", fBlockID_));
     DumpBaseLines(treeLog);

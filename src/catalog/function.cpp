@@ -2,7 +2,9 @@
 
 #include "catalog/import_context.h"
 #include "catalog/parameter_assignment.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 namespace {
@@ -18,11 +20,11 @@ bool IsOneOf(const std::string& name, const char* const (&names)[kCount]) {
 }  // namespace
 
 ZMTFunction::ZMTFunction(const std::string& paramDefId, std::uint32_t index)
-    : functionID_(index), classKind_(ClassKind::ErrorFunction) {
-    ZMTNode::SetName(kErrorFunctionPrefix + paramDefId);
-}
+    : ZMTNodeKind(kErrorFunctionPrefix + paramDefId),
+      functionID_(index),
+      classKind_(ClassKind::ErrorFunction) {}
 
-bool ZMTFunction::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTFunction::Import(const Element& element, ImportContext& context) {
     std::string text;
     if (GetAttribute(element, "FktDefRef", text)) {
         return ImportCopy(text, context);
@@ -30,7 +32,7 @@ bool ZMTFunction::Import(const DOMElement& element, ImportContext& context) {
     if (!ImportHead(element, context)) {
         return false;
     }
-    const DOMElement* functionClass = FindChildElement(&element, "FunctionClass");
+    const Element* functionClass = FindChildElement(&element, "FunctionClass");
     if (functionClass == nullptr) {
         return Raise<kFunctionWithoutClass>(context.log, "FunctionClass");
     }
@@ -43,7 +45,7 @@ bool ZMTFunction::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTFunction::ImportErrorFunction(const DOMElement& element, ImportContext& context) {
+bool ZMTFunction::ImportErrorFunction(const Element& element, ImportContext& context) {
     return ParameterAssignment(*this, context).Assign(element);
 }
 
@@ -78,13 +80,13 @@ bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& contex
     return true;
 }
 
-bool ZMTFunction::ImportHead(const DOMElement& element, ImportContext& context) {
+bool ZMTFunction::ImportHead(const Element& element, ImportContext& context) {
     std::string text;
-    if (!GetChildElementText(element, text, "FunctionName")) {
+    if (!GetChildElementText(element, "FunctionName", text)) {
         return Raise<kFunctionWithoutName>(context.log, "FunctionName");
     }
     SetName(SanitizeName(text));
-    if (!GetChildElementText(element, text, "FunctionID")) {
+    if (!GetChildElementText(element, "FunctionID", text)) {
         return Raise<kFunctionWithoutId>(context.log, "FunctionID");
     }
     std::int32_t id = 0;
@@ -105,7 +107,7 @@ bool ZMTFunction::ImportHead(const DOMElement& element, ImportContext& context) 
     return true;
 }
 
-bool ZMTFunction::ImportClass(const DOMElement& functionClass, ImportContext& context) {
+bool ZMTFunction::ImportClass(const Element& functionClass, ImportContext& context) {
     std::string classRef;
     GetAttribute(functionClass, "ClassRef", classRef);
     if (IsOneOf(classRef, kArrayClasses)) {
@@ -141,22 +143,12 @@ bool ZMTFunction::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTFunction::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTFunction::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "FUNCTION: " + GetName());
     DumpLine(treeLog, FormatText(".FunctionID: 0x%03X", functionID_));
     DumpBaseLines(treeLog);
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTFunction::CopyFrom(const ZMTNode* other) {
-    if (!ZMTNode::CopyFrom(other)) {
-        return false;
-    }
-    const auto& function = static_cast<const ZMTFunction&>(*other);
-    functionID_ = function.functionID_;
-    classKind_ = function.classKind_;
-    return ZMTChildList<ZMTOperation>::CopyFrom(&function, this);
 }
 
 ZMTOperation& ZMTFunction::OperationAt(unsigned opType) {
@@ -171,8 +163,8 @@ ZMTOperation& ZMTFunction::OperationAt(unsigned opType) {
 }
 
 void ZMTFunction::WithdrawParameters() {
-    for (ZMTOperation* operation : GetItems(false)) {
-        operation->Clear();
+    for (ZMTOperation& operation : Items()) {
+        operation.Clear();
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "catalog/child_list.h"
 #include "catalog/op_types.h"
 #include "catalog/operation.h"
 
@@ -10,28 +9,21 @@ namespace tarvex {
 inline constexpr std::int32_t kFunctionIDEnd = 0x1000;
 
 /// A function of a function block. The slot of an operation is its OPType.
-class ZMTFunction : public ZMTNode, public ZMTChildList<ZMTOperation> {
+class ZMTFunction : public ZMTNodeKind<ZMTFunction, ZMTListNode<ZMTNode, ZMTOperation>, kFunction> {
   public:
     ZMTFunction() = default;
     /// An error function: a template that other functions merge in.
     ZMTFunction(const std::string& paramDefId, std::uint32_t index);
 
-    int GetType() const override { return kFunction; }
     /// Reads a "Function" element, or copies the function that its "FktDefRef" names. The parent block is
     /// asked for functions of the same ID or name. Raises 106 to 120, 124 to 135, 138 and 150; false when the
     /// function is of no use.
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     /// Builds an error function from its "ERParam" element; raises 128 to 135.
-    bool ImportErrorFunction(const DOMElement& element, ImportContext& context);
+    bool ImportErrorFunction(const Element& element, ImportContext& context);
     /// Deletes operations that fail (122); raises 123 when none is left. Always true.
     bool Resolve(ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
-    using ZMTChildList<ZMTOperation>::CopyFrom;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
-    std::size_t CopySize() const override { return ZMTNode::CopySize() + CopySizeOfAll(); }
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     std::uint32_t FunctionID() const { return functionID_; }
     ClassKind Class() const { return classKind_; }
@@ -44,8 +36,8 @@ class ZMTFunction : public ZMTNode, public ZMTChildList<ZMTOperation> {
 
   private:
     bool ImportCopy(const std::string& fktDefRef, ImportContext& context);
-    bool ImportHead(const DOMElement& element, ImportContext& context);
-    bool ImportClass(const DOMElement& functionClass, ImportContext& context);
+    bool ImportHead(const Element& element, ImportContext& context);
+    bool ImportClass(const Element& functionClass, ImportContext& context);
 
     std::uint32_t functionID_ = 0;
     ClassKind classKind_ = ClassKind::Unknown;

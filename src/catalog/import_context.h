@@ -7,6 +7,7 @@
 
 #include "catalog/node.h"
 #include "catalog/param_factory.h"
+#include "import/text/allowance.h"
 
 namespace tarvex {
 
@@ -39,27 +40,18 @@ class FunctionRegistry {
 /// blocks, so that a small catalog could ask for any amount of memory.
 class CopyBudget {
   public:
-    /// Copies may be so many times as large as the catalog file, and so large in any case, in bytes.
-    static constexpr std::size_t kPerByte = 16;
-    static constexpr std::size_t kLeast = std::size_t{256} << 20;
+    /// How large copies may be, in bytes, for a catalog file of so many.
+    static constexpr Bound kBytes{std::size_t{256} << 20, 16};
 
-    explicit CopyBudget(std::size_t catalogBytes = 0) : left_(kLeast + kPerByte * catalogBytes) {}
+    explicit CopyBudget(std::size_t catalogBytes = 0) : left_(kBytes, catalogBytes) {}
+    explicit CopyBudget(const Allowance& left) : left_(left) {}
 
-    /// False when so much is not left, and from then on: a size takes as long to find out as a copy does.
-    bool Take(std::size_t bytes) {
-        isSpent_ = isSpent_ || bytes > left_;
-        left_ -= isSpent_ ? 0 : bytes;
-        return !isSpent_;
-    }
-    /// The same for the size of a copy.
-    template <class Node>
-    bool TakeFor(const Node& original) {
-        return !isSpent_ && Take(original.CopySize());
-    }
+    /// False when there is no room for a copy of the node, and from then on: a size takes as long to find out
+    /// as a copy does.
+    bool TakeFor(const ZMTNode& original) { return !left_.IsSpent() && left_.Take(original.CopySize()); }
 
   private:
-    std::size_t left_;
-    bool isSpent_ = false;
+    Allowance left_;
 };
 
 /// What the import of one catalog hands from node to node. Lives as long as that import.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "import/log/tree_log.h"
+
 namespace tarvex {
 
 std::string ZMTNode::GetPath() const {
@@ -27,7 +29,7 @@ unsigned ZMTNode::GetIndentLevel() const {
     return parent_ == nullptr ? 0 : parent_->GetIndentLevel() + 1;
 }
 
-bool ZMTNode::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTNode::Dump(ZMostTreeLog& treeLog) const {
     DumpBaseLines(treeLog);
     return true;
 }
@@ -63,10 +65,7 @@ bool ZMTNode::CopyFrom(const ZMTNode* other) {
     if (other == nullptr || !other->IsType(GetType())) {
         return false;
     }
-    name_ = other->name_;
-    parent_ = other->parent_;
-    bytesInMsg_ = other->bytesInMsg_;
-    indent_ = other->indent_;
+    *this = *other;
     return true;
 }
 
@@ -75,16 +74,15 @@ std::size_t ZMTNode::CopySize() const {
     return kTypicalNode + name_.size();
 }
 
-bool ZMTNode::Disassemble(ZMostParameterListBaseInfo& /*info*/,
-                          std::span<const std::uint8_t> /*bytes*/) const {
+bool ZMTNode::Disassemble(ParamDecoder& /*decoder*/, std::span<const std::uint8_t> /*bytes*/) const {
     return false;
 }
 
-void ZMTNode::DumpLine(ZMostFCatLog& treeLog, std::string_view line) const {
+void ZMTNode::DumpLine(ZMostTreeLog& treeLog, std::string_view line) const {
     treeLog.WriteTreeLine(line, GetDumpLevel());
 }
 
-void ZMTNode::DumpBaseLines(ZMostFCatLog& treeLog) const {
+void ZMTNode::DumpBaseLines(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, parent_ == nullptr ? ".Parent: -" : FormatText(".Parent: %s", parent_->GetPath()));
     DumpLine(treeLog, FormatText(".BytesInMsg: %d", bytesInMsg_));
 }

@@ -1,3 +1,5 @@
+/// The base of the catalog tree.
+
 #pragma once
 
 #include <cstdint>
@@ -5,17 +7,19 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "catalog/node_types.h"
-#include "import/dom_access.h"
-#include "import/format_text.h"
-#include "import/message_log.h"
-#include "import/messages.h"
+#include "import/log/message.h"
+#include "import/log/message_log.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 
+struct Element;
 struct ImportContext;
-class ZMostParameterListBaseInfo;
+class ParamDecoder;
+class ZMostTreeLog;
 
 /// A node of the catalog tree. It is created empty, filled by Import (or by its owner), attached to its
 /// parent, stored in the parent's list, and checked by Resolve once the whole catalog is there. A node owns
@@ -24,12 +28,11 @@ class ZMTNode {
   public:
     ZMTNode() = default;
     ZMTNode(const ZMTNode&) = delete;
-    ZMTNode& operator=(const ZMTNode&) = delete;
     virtual ~ZMTNode() = default;
 
     /// Exact match with the class's own code; a derived class does not answer for its bases.
     virtual bool IsType(int code) const { return code == GetType(); }
-    virtual int GetType() const = 0;
+    virtual NodeType GetType() const = 0;
 
     virtual void SetName(const std::string& name) { name_ = name; }
     virtual const std::string& GetName() const { return name_; }
@@ -46,10 +49,10 @@ class ZMTNode {
     virtual unsigned GetIndentLevel() const;
 
     /// Writes the node and its subtree to the tree log.
-    virtual bool Dump(ZMostFCatLog& treeLog) const;
+    virtual bool Dump(ZMostTreeLog& treeLog) const;
 
     /// Builds the node from its element. Raises the class's own messages; false when the node is of no use.
-    virtual bool Import(const DOMElement& element, ImportContext& context) = 0;
+    virtual bool Import(const Element& element, ImportContext& context) = 0;
     /// Second pass over the finished tree. False makes the owner delete the node.
     virtual bool Resolve(ImportContext& context);
 
@@ -68,9 +71,9 @@ class ZMTNode {
     /// An equal node, owned by the caller; null when the class or a child cannot be cloned.
     virtual std::unique_ptr<ZMTNode> Clone() const { return nullptr; }
 
-    /// Decodes a message against this node, from the offset of `info` on; the items go there. `bytes` is the
-    /// whole message. False when it does not fit.
-    virtual bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const;
+    /// Has the decoder take this node's part of a message, from where it stands on. `bytes` is the whole
+    /// message. False when it does not fit.
+    virtual bool Disassemble(ParamDecoder& decoder, std::span<const std::uint8_t> bytes) const;
 
     /// Bytes that the node takes in a message.
     virtual void SetBytesInMsg(std::int32_t bytes) { bytesInMsg_ = bytes; }
@@ -83,63 +86,44 @@ class ZMTNode {
     /// Bytes of memory that a copy of the node takes with all that is below it, roughly.
     virtual std::size_t CopySize() const;
 
-    /// Raises a message in the name of this node. Without an open import log it is only counted and neither
-    /// text nor path is built. Always false, so that a failing check is one line.
+    /// Raises a message in the name of this node. Errors and warnings that no import log takes are only
+    /// counted, and neither text nor path is built. Always false, so that a failing check is one line.
     template <const Message& kMessage, class... Args>
     bool Raise(ZMostFCatLog& log, const Args&... args) const {
-        static_assert(FormatTakes<Args...>(TextOf(kMessage.text)),
-                      "the arguments do not fit the message's text");
-        if constexpr (kMessage.kind == Kind::Error) {
-            if (!log.IsLogOpen() || !log.IsLogged(kMessage.number)) {
+        static_assert(FormatTakes<Args...>(kMessage.text), "the arguments do not fit the message's text");
+        const auto text = [&] { return FormatText(kMessage.text.data(), args...); };
+        const bool isRead = log.IsLogOpen() && log.IsLogged(kMessage.number);
+        if constexpr (kMessage.kind == Kind::Fatal) {
+            log.Fatal(text(), GetPath());
+        } else if constexpr (kMessage.kind == Kind::Error) {
+            if (isRead) {
+                log.Error(kMessage.number, text(), GetPath());
+            } else {
                 log.CountError(kMessage.number);
-            } else {
-                log.Error(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());
             }
+        } else if (isRead) {
+            log.Warning(kMessage.number, text(), GetPath());
         } else {
-            if (!log.IsLogOpen() || !log.IsLogged(kMessage.number)) {
-                log.CountWarning(kMessage.number);
-            } else {
-                log.Warning(kMessage.number, LoadAndFormat(kMessage.text, args...), GetPath());
-            }
+            log.CountWarning(kMessage.number);
         }
         return false;
     }
 
-    /// Raises a fatal error in the name of this node; its text is always built. Always false.
-    template <Text kText, class... Args>
-    bool RaiseFatal(ZMostFCatLog& log, const Args&... args) const {
-        static_assert(FormatTakes<Args...>(TextOf(kText)), "the arguments do not fit the message's text");
-        log.Fatal(LoadAndFormat(kText, args...), GetPath());
-        return false;
-    }
-
   protected:
+    explicit ZMTNode(std::string name) : name_(std::move(name)) {}
+    /// Takes over the fields, those of derived classes too; children are not among them.
+    ZMTNode& operator=(const ZMTNode&) = default;
+
     /// Writes one line of this node at its level. The line is used as a format.
-    void DumpLine(ZMostFCatLog& treeLog, std::string_view line) const;
+    void DumpLine(ZMostTreeLog& treeLog, std::string_view line) const;
     /// Writes the lines that most nodes share: the parent's path and the bytes in the message.
-    void DumpBaseLines(ZMostFCatLog& treeLog) const;
+    void DumpBaseLines(ZMostTreeLog& treeLog) const;
 
   private:
-    template <class... Args>
-    static std::string LoadAndFormat(Text text, const Args&... args) {
-        TextHolder holder;
-        return FormatText(LoadText(holder, text).Get(), args...);
-    }
-
     std::string name_;
     ZMTNode* parent_ = nullptr;
     std::int32_t bytesInMsg_ = 0;
     std::uint32_t indent_ = 0;
 };
-
-/// A copy of a node by way of its CopyFrom; null when that fails.
-template <class T>
-std::unique_ptr<ZMTNode> CloneByCopy(const T& node) {
-    auto copy = std::make_unique<T>();
-    if (!copy->CopyFrom(&node)) {
-        return nullptr;
-    }
-    return copy;
-}
 
 }  // namespace tarvex

@@ -1,9 +1,10 @@
+/// The fixed type codes of node classes.
+
 #pragma once
 
 namespace tarvex {
 
-/// The fixed type code of every node class. Exporter and parameter code compare these; the numbers never
-/// move.
+/// The code of every node class. Exporter and parameter code compare these; the numbers never move.
 enum NodeType : int {
     kNodeBase = 0,
     kCatalog = 1,
@@ -30,6 +31,24 @@ enum NodeType : int {
     kDefUnit = 103,
     kDefListType = 111,
     kDefListUnit = 112,
+};
+
+/// The kinds of parameters among them. A switch over these names each, without a default, so that the
+/// compiler finds every place that a new kind has to be added to.
+enum class ParamKind : int {
+    Base = kParam,
+    Stream = kParamStream,
+    StreamCase = kParamStreamCase,
+    Array = kParamArray,
+    Record = kParamRecord,
+    Bool = kParamBool,
+    BoolField = kParamBoolField,
+    Number = kParamNumber,
+    Enum = kParamEnum,
+    String = kParamString,
+    BitField = kParamBitField,
+    Void = kParamVoid,
+    FktIDBitStream = kParamFktIDBitStream,
 };
 
 }  // namespace tarvex

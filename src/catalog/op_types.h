@@ -65,11 +65,6 @@ inline constexpr OpTypeRow kOpTypes[] = {
 };
 static_assert(std::size(kOpTypes) == 16);
 
-/// The elements that name the basis type of a number, in the order in which they are looked for.
-inline constexpr const char* kBasisTypes[] = {"TVoid",  "TUByte", "TSByte", "TUWord",
-                                              "TSWord", "TULong", "TSLong"};
-static_assert(std::size(kBasisTypes) == 7);
-
 /// The name of an operation; empty for a function that is neither property nor method.
 constexpr const char* OperationName(ClassKind kind, unsigned opType) {
     switch (kind) {

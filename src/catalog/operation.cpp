@@ -1,14 +1,14 @@
 #include "catalog/operation.h"
 
 #include "catalog/import_context.h"
+#include "import/log/messages.h"
 
 namespace tarvex {
 
-ZMTOperation::ZMTOperation(ClassKind kind, unsigned opType) : opType_(opType) {
-    ZMTNode::SetName(OperationName(kind, opType));
-}
+ZMTOperation::ZMTOperation(ClassKind kind, unsigned opType)
+    : ZMTNodeKind(OperationName(kind, opType)), opType_(opType) {}
 
-bool ZMTOperation::Import(const DOMElement& /*element*/, ImportContext& /*context*/) {
+bool ZMTOperation::Import(const Element& /*element*/, ImportContext& /*context*/) {
     return false;
 }
 
@@ -31,21 +31,12 @@ bool ZMTOperation::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTOperation::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTOperation::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "OPERATION: " + GetName());
     DumpLine(treeLog, FormatText(".OPType: %d", opType_));
     DumpBaseLines(treeLog);
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTOperation::CopyFrom(const ZMTNode* other) {
-    if (!ZMTNode::CopyFrom(other)) {
-        return false;
-    }
-    const auto& operation = static_cast<const ZMTOperation&>(*other);
-    opType_ = operation.opType_;
-    return ZMTChildList<ZMTParam>::CopyFrom(&operation, this);
 }
 
 bool ZMTOperation::BelongsToErrorFunction() const {

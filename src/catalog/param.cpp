@@ -4,8 +4,10 @@
 
 #include "catalog/definitions.h"
 #include "catalog/import_context.h"
-#include "import/names.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 namespace {
@@ -22,7 +24,7 @@ std::string LowerCase(std::string_view text) {
 
 }  // namespace
 
-bool ZMTParam::Import(const DOMElement& /*element*/, ImportContext& /*context*/) {
+bool ZMTParam::Import(const Element& /*element*/, ImportContext& /*context*/) {
     return false;
 }
 
@@ -36,19 +38,8 @@ bool ZMTParam::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTParam::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParam::Dump(ZMostTreeLog& treeLog) const {
     DumpParamLines(treeLog);
-    return true;
-}
-
-bool ZMTParam::CopyFrom(const ZMTNode* other) {
-    if (!ZMTNode::CopyFrom(other)) {
-        return false;
-    }
-    const auto& param = static_cast<const ZMTParam&>(*other);
-    paramPos_ = param.paramPos_;
-    sequence_ = param.sequence_;
-    typeDefinition_ = param.typeDefinition_;
     return true;
 }
 
@@ -62,10 +53,10 @@ bool ZMTParam::HasDuplicateName() const {
            !found->IsType(kFBlock) && !found->IsType(kCatalog);
 }
 
-bool ZMTParam::ImportParamName(const DOMElement& element, ImportContext& context) {
+bool ZMTParam::ImportParamName(const Element& element, ImportContext& context) {
     if (HasTagName(element, "TArray")) {
         std::string text;
-        if (!GetChildElementText(element, text, "TArrayName")) {
+        if (!GetChildElementText(element, "TArrayName", text)) {
             Raise<kArrayWithoutName>(context.log, "TArrayName");
         }
         SetName(SanitizeName(text));
@@ -77,17 +68,17 @@ bool ZMTParam::ImportParamName(const DOMElement& element, ImportContext& context
     return ReadParamName(element) || Raise<kParamWithoutName>(context.log, "ParamName");
 }
 
-bool ZMTParam::ReadParamName(const DOMElement& element) {
+bool ZMTParam::ReadParamName(const Element& element) {
     std::string text;
-    if (!GetChildElementText(element, text, "ParamName") &&
-        !GetChildElementText(element, text, "TRecordFieldName")) {
+    if (!GetChildElementText(element, "ParamName", text) &&
+        !GetChildElementText(element, "TRecordFieldName", text)) {
         return false;
     }
     SetName(SanitizeName(text));
     return true;
 }
 
-bool ZMTParam::ImportParamPos(const DOMElement& element, ImportContext& context) {
+bool ZMTParam::ImportParamPos(const Element& element, ImportContext& context) {
     if (HasTagName(element, "TRecordField")) {
         return ImportFieldIdx(element, context);
     }
@@ -97,7 +88,7 @@ bool ZMTParam::ImportParamPos(const DOMElement& element, ImportContext& context)
     return true;
 }
 
-bool ZMTParam::ImportFieldIdx(const DOMElement& element, ImportContext& context) {
+bool ZMTParam::ImportFieldIdx(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetAttribute(element, "FieldIdx", text)) {
         return Raise<kFieldWithoutIdx>(context.log, "FieldIdx");
@@ -113,10 +104,10 @@ bool ZMTParam::ImportFieldIdx(const DOMElement& element, ImportContext& context)
     return true;
 }
 
-bool ZMTParam::ImportParamIdx(const DOMElement& element, ImportContext& context) {
+bool ZMTParam::ImportParamIdx(const Element& element, ImportContext& context) {
     constexpr std::string_view kSequenceMark = "seq";
     std::string text;
-    if (!GetChildAttribute(element, text, "ParamName", "ParamIdx")) {
+    if (!GetChildAttribute(element, "ParamName", "ParamIdx", text)) {
         return Raise<kStreamParamWithoutIdx>(context.log, "ParamIdx");
     }
     text = LowerCase(text.substr(0, kMaxParamIdx));
@@ -138,7 +129,7 @@ void ZMTParam::ResolveType(const std::string& typeRef, const ImportContext& cont
         context.definitions != nullptr ? context.definitions->Types().FindByDefName(typeRef) : nullptr;
 }
 
-void ZMTParam::DumpParamLines(ZMostFCatLog& treeLog) const {
+void ZMTParam::DumpParamLines(ZMostTreeLog& treeLog) const {
     DumpBaseLines(treeLog);
     if (sequence_ != 0) {
         DumpLine(treeLog, FormatText(".ParamPos: %d seq %d", paramPos_, sequence_));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalog/node.h"
+#include "catalog/node_kind.h"
 
 namespace tarvex {
 
@@ -12,26 +12,26 @@ inline constexpr std::uint32_t kMaxParamPos = 4095;
 /// Base of every parameter: what is laid out in the bytes of an operation's message. A parameter has a
 /// position in its message, record or stream case, and refers to the type that it was declared with. The
 /// kinds stand in params/; this base is part of the tree because operations own parameters of every kind.
-class ZMTParam : public ZMTNode {
+class ZMTParam : public ZMTNodeKind<ZMTParam, ZMTNode, kParam> {
   public:
-    int GetType() const override { return kParam; }
+    ZMTParam() = default;
+
     unsigned GetPosition() const override { return paramPos_; }
     /// The bare base has nothing to import; always false.
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     /// Raises 9 for a name that is visible already, which is no failure.
     bool Resolve(ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     /// A parameter of this name stands before this one, in its own list or further up.
     virtual bool HasDuplicateName() const;
     /// Reads the name; raises 10 or 11, false when the name is missing and needed.
-    virtual bool ImportParamName(const DOMElement& element, ImportContext& context);
+    virtual bool ImportParamName(const Element& element, ImportContext& context);
     /// Reads the position of a record field or stream parameter; raises 12 to 16, false when it is not
     /// usable. Every other element leaves the position to the owner.
-    virtual bool ImportParamPos(const DOMElement& element, ImportContext& context);
+    virtual bool ImportParamPos(const Element& element, ImportContext& context);
 
+    ParamKind Kind() const { return static_cast<ParamKind>(GetType()); }
     /// Ordinal in the message, record or stream case, not a byte offset.
     std::uint32_t ParamPos() const { return paramPos_; }
     void SetParamPos(std::uint32_t pos) { paramPos_ = pos; }
@@ -41,16 +41,18 @@ class ZMTParam : public ZMTNode {
     const ZMTDefType* TypeDefinition() const { return typeDefinition_; }
 
   protected:
+    using ZMTNodeKind::ZMTNodeKind;
+
     /// Takes the name from the element's name element; false when that is missing or empty.
-    bool ReadParamName(const DOMElement& element);
+    bool ReadParamName(const Element& element);
     /// Takes the type definition of that identifier, none if there is no such definition.
     void ResolveType(const std::string& typeRef, const ImportContext& context);
     /// Writes the lines that all parameters share, after the header of the kind.
-    void DumpParamLines(ZMostFCatLog& treeLog) const;
+    void DumpParamLines(ZMostTreeLog& treeLog) const;
 
   private:
-    bool ImportFieldIdx(const DOMElement& element, ImportContext& context);
-    bool ImportParamIdx(const DOMElement& element, ImportContext& context);
+    bool ImportFieldIdx(const Element& element, ImportContext& context);
+    bool ImportParamIdx(const Element& element, ImportContext& context);
 
     std::uint32_t paramPos_ = 0;
     std::uint32_t sequence_ = 0;

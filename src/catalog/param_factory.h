@@ -16,7 +16,7 @@ class ParamFactory {
     virtual ~ParamFactory() = default;
 
     /// A new, empty parameter of the kind that the element's type element names; null for an unknown type.
-    virtual std::unique_ptr<ZMTParam> Create(const DOMElement& element) const = 0;
+    virtual std::unique_ptr<ZMTParam> Create(const Element& element) const = 0;
 };
 
 }  // namespace tarvex

@@ -3,7 +3,9 @@
 #include <array>
 #include <cstring>
 
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 namespace {
@@ -13,15 +15,15 @@ constexpr std::int32_t kParamPosEnd = 256;
 
 /// The elements of one name below an OPType element. They count only if there is exactly one.
 struct Match {
-    const DOMElement* first = nullptr;
+    const Element* first = nullptr;
     unsigned count = 0;
 
-    void Add(const DOMElement& element) {
+    void Add(const Element& element) {
         if (count++ == 0) {
             first = &element;
         }
     }
-    const DOMElement* OnlyOne() const { return count == 1 ? first : nullptr; }
+    const Element* OnlyOne() const { return count == 1 ? first : nullptr; }
 };
 
 /// The operation elements found below an OPType element, by OPType.
@@ -30,15 +32,15 @@ struct OperationElements {
     std::array<Match, std::size(kOpTypes)> method;
 };
 
-bool Selects(const DOMElement& element, const char* operationElement) {
+bool Selects(const Element& element, const char* operationElement) {
     return HasTagName(element, operationElement) && std::strcmp(operationElement, kNotYet) != 0;
 }
 
 /// Operation elements stand below the OPType element at any depth: most catalogs wrap them into a command and
 /// a report element.
-OperationElements FindOperationElements(const DOMElement& opTypeElement) {
+OperationElements FindOperationElements(const Element& opTypeElement) {
     OperationElements found;
-    for (const DOMElement* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
+    for (const Element* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
          element = NextDescendant(opTypeElement, *element)) {
         for (std::size_t opType = 0; opType < std::size(kOpTypes); ++opType) {
             if (Selects(*element, kOpTypes[opType].propertyElement)) {
@@ -51,9 +53,9 @@ OperationElements FindOperationElements(const DOMElement& opTypeElement) {
     return found;
 }
 
-const DOMElement* FindOpTypeElement(const DOMElement& paramElement) {
+const Element* FindOpTypeElement(const Element& paramElement) {
     for (const char* name : kOpTypeElements) {
-        if (const DOMElement* found = FindChildElement(&paramElement, name)) {
+        if (const Element* found = FindChildElement(&paramElement, name)) {
             return found;
         }
     }
@@ -62,8 +64,8 @@ const DOMElement* FindOpTypeElement(const DOMElement& paramElement) {
 
 }  // namespace
 
-bool ParameterAssignment::ImportFunctionClass(const DOMElement& functionClass) {
-    const DOMElement* kind = FindChildElement(&functionClass, "Property");
+bool ParameterAssignment::ImportFunctionClass(const Element& functionClass) {
+    const Element* kind = FindChildElement(&functionClass, "Property");
     if (kind != nullptr) {
         function_.SetClass(ClassKind::Property);
     } else if ((kind = FindChildElement(&functionClass, "Method")) != nullptr) {
@@ -72,15 +74,15 @@ bool ParameterAssignment::ImportFunctionClass(const DOMElement& functionClass) {
         return function_.Raise<kNeitherPropertyNorMethod>(context_.log, "Property", "Method");
     }
     for (const FunctionClassRow& row : kFunctionClasses) {
-        const DOMElement* classElement = FindChildElement(kind, row.element);
+        const Element* classElement = FindChildElement(kind, row.element);
         if (classElement == nullptr) {
             continue;
         }
-        for (const DOMElement* param = FindChildElement(classElement, row.parameterElement); param != nullptr;
+        for (const Element* param = FindChildElement(classElement, row.parameterElement); param != nullptr;
              param = FindNextSiblingElement(*param, row.parameterElement)) {
             Assign(*param);
         }
-        for (const DOMElement* param = FindChildElement(classElement, "ERParam"); param != nullptr;
+        for (const Element* param = FindChildElement(classElement, "ERParam"); param != nullptr;
              param = FindNextSiblingElement(*param, "ERParam")) {
             AssignErrorFunction(*param);
         }
@@ -89,17 +91,17 @@ bool ParameterAssignment::ImportFunctionClass(const DOMElement& functionClass) {
     return function_.Raise<kFunctionClassUnknown>(context_.log);
 }
 
-bool ParameterAssignment::Assign(const DOMElement& paramElement) {
-    const auto tag = [&] { return Transcode(paramElement.getTagName()); };
+bool ParameterAssignment::Assign(const Element& paramElement) {
+    const std::string tag(paramElement.name);
     const std::unique_ptr<ZMTParam> param = context_.paramFactory.Create(paramElement);
     if (!param) {
-        return function_.Raise<kParamTypeUnknown>(context_.log, tag());
+        return function_.Raise<kParamTypeUnknown>(context_.log, tag);
     }
     param->SetParent(&function_);
     if (!param->Import(paramElement, context_)) {
-        return function_.Raise<kParamFailed>(context_.log, tag());
+        return function_.Raise<kParamFailed>(context_.log, tag);
     }
-    const DOMElement* opTypeElement = FindOpTypeElement(paramElement);
+    const Element* opTypeElement = FindOpTypeElement(paramElement);
     if (opTypeElement == nullptr) {
         return function_.Raise<kParamWithoutOpType>(context_.log);
     }
@@ -107,7 +109,7 @@ bool ParameterAssignment::Assign(const DOMElement& paramElement) {
     bool anyMatch = false;
     bool anyPlaced = false;
     for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
-        const DOMElement* element = elements.property[opType].OnlyOne();
+        const Element* element = elements.property[opType].OnlyOne();
         const bool isProperty = element != nullptr;
         if (!isProperty) {
             element = elements.method[opType].OnlyOne();
@@ -119,7 +121,7 @@ bool ParameterAssignment::Assign(const DOMElement& paramElement) {
             function_.SetClass(isProperty ? ClassKind::Property : ClassKind::Method);
         }
         anyMatch = true;
-        anyPlaced |= PlaceAt(opType, *element, *param);
+        anyPlaced |= PlaceAsTold(opType, *element, *param);
     }
     if (anyMatch && !anyPlaced) {
         return function_.Raise<kParamNotAssigned>(context_.log, param->GetName());
@@ -128,11 +130,11 @@ bool ParameterAssignment::Assign(const DOMElement& paramElement) {
 }
 
 /// Places the parameter at the position that the operation element gives; one that gives none means 0.
-bool ParameterAssignment::PlaceAt(unsigned opType, const DOMElement& operationElement,
-                                  const ZMTParam& param) {
+bool ParameterAssignment::PlaceAsTold(unsigned opType, const Element& operationElement,
+                                      const ZMTParam& param) {
     std::string text;
     std::int32_t pos = 0;
-    if (GetChildElementText(operationElement, text, "ParamPos") && !ParseInteger(text, pos)) {
+    if (GetChildElementText(operationElement, "ParamPos", text) && !ParseInteger(text, pos)) {
         return function_.Raise<kParamPosUnreadable>(context_.log, text);
     }
     if (pos < 0 || pos >= kParamPosEnd) {
@@ -159,7 +161,7 @@ bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& p
     return true;
 }
 
-void ParameterAssignment::AssignErrorFunction(const DOMElement& errorParam) {
+void ParameterAssignment::AssignErrorFunction(const Element& errorParam) {
     std::string id;
     if (!GetAttribute(errorParam, "ParamDefId", id)) {
         GetAttribute(errorParam, "ParamDefRef", id);
@@ -176,9 +178,9 @@ void ParameterAssignment::AssignErrorFunction(const DOMElement& errorParam) {
 /// Clones every parameter of an error function into the operation of the same OPType, at the same position.
 bool ParameterAssignment::Merge(const ZMTFunction& errorFunction) {
     bool anyPlaced = false;
-    for (const ZMTOperation* operation : errorFunction.GetItems(false)) {
-        for (const ZMTParam* param : operation->GetItems(false)) {
-            anyPlaced |= Place(operation->OpType(), param->ParamPos(), *param);
+    for (const ZMTOperation& operation : errorFunction.Items()) {
+        for (const ZMTParam& param : operation.Items()) {
+            anyPlaced |= Place(operation.OpType(), param.ParamPos(), param);
         }
     }
     return anyPlaced;

@@ -17,15 +17,15 @@ class ParameterAssignment {
     /// Finds out whether the function is a property or a method, and assigns the parameters of its class. A
     /// parameter that fails is left out. Raises 124, 126, 127, 150 and those of Assign; false only for 124
     /// and 150.
-    bool ImportFunctionClass(const DOMElement& functionClass);
+    bool ImportFunctionClass(const Element& functionClass);
 
     /// Assigns one parameter element. Raises 128 to 135; false when nothing came of the element.
-    bool Assign(const DOMElement& paramElement);
+    bool Assign(const Element& paramElement);
 
   private:
-    void AssignErrorFunction(const DOMElement& errorParam);
+    void AssignErrorFunction(const Element& errorParam);
     bool Merge(const ZMTFunction& errorFunction);
-    bool PlaceAt(unsigned opType, const DOMElement& operationElement, const ZMTParam& param);
+    bool PlaceAsTold(unsigned opType, const Element& operationElement, const ZMTParam& param);
     bool Place(unsigned opType, unsigned pos, const ZMTParam& param);
 
     ZMTFunction& function_;

@@ -26,20 +26,20 @@ bool ReadEntries(const ZMTParam& element, std::uint32_t count, bool isAsked,
 
 }  // namespace
 
-bool ZMTParamArray::Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const {
-    if (!info.Reserve(*this)) {
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamArray& array, Bytes message) {
+    if (!Reserve(array)) {
         return false;
     }
-    const auto [x, y] = CoordinatesOf(*this, selector_, info);
-    auto item = std::make_unique<ZMostParameterArray>(*this, info, x == 0 ? 1 : x);
+    const auto [x, y] = CoordinatesOf(array, array.Selector(), *this);
+    auto item = std::make_unique<ZMostParameterArray>(array, *this, x == 0 ? 1 : x);
     bool isGood = true;
-    if (x > nMax_) {
-        isGood = info.Fault(*this, info.Offset(), "has no entry " + std::to_string(x));
-    } else if (const ZMTParam* element = GetAt(0)) {
+    if (x > array.NMax()) {
+        isGood = Fault(array, Offset(), "has no entry " + std::to_string(x));
+    } else if (const ZMTParam* element = array.GetAt(0)) {
         item->Members().SetMemberNumber(y);
-        isGood = ReadEntries(*element, x == 0 ? nMax_ : 1, x != 0, item->Members(), bytes);
+        isGood = ReadEntries(*element, x == 0 ? array.NMax() : 1, x != 0, item->Members(), message);
     }
-    return ContainerItem::Finish(std::move(item), isGood, info, bytes);
+    return ContainerItem::Finish(std::move(item), isGood, *this, message);
 }
 
 unsigned FirstEntryNumber(const ZMostParameter& item) {

@@ -1,7 +1,7 @@
 #include "disasm/bit_field_item.h"
 
 #include "disasm/wording.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 namespace {
@@ -11,9 +11,12 @@ constexpr std::uint32_t kLongField = 10;
 
 }  // namespace
 
-bool ZMTParamBitField::Disassemble(ZMostParameterListBaseInfo& info,
-                                   std::span<const std::uint8_t> bytes) const {
-    return TakeItem<ZMostParameterBitField>(info, *this, GetBytesInMsg(), bytes, 1 + Length());
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamBitField& field, Bytes message) {
+    return TakeItem<ZMostParameterBitField>(*this, field, field.GetBytesInMsg(), message, 1 + field.Length());
+}
+
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamBoolField& /*bit*/, Bytes /*message*/) {
+    return false;
 }
 
 ZMostParameterBitField::ZMostParameterBitField(const ZMTParamBitField& field,
@@ -27,9 +30,13 @@ ZMostParameterBitField::ZMostParameterBitField(const ZMTParamBitField& field,
 }
 
 std::string ZMostParameterBoolField::GetName() const {
-    const std::string label = FormatText(field_.Length() >= kLongField ? "[bit%2d]" : "[bit%d]", bit_);
-    return boolField_ == nullptr || boolField_->GetName().empty() ? label
-                                                                  : label + " " + boolField_->GetName();
+    return boolField_ == nullptr ? std::string() : boolField_->GetName();
+}
+
+std::string ZMostParameterBoolField::GetLabel() const {
+    const std::string number = FormatText(field_.Length() >= kLongField ? "[bit%2d]" : "[bit%d]", bit_);
+    const std::string name = GetName();
+    return name.empty() ? number : number + " " + name;
 }
 
 std::string ZMostParameterBoolField::GetText() const {

@@ -13,9 +13,11 @@ class ZMostParameterBoolField : public ZMostParameter {
                             bool value, std::size_t offset)
         : ZMostParameter(field, {}, offset), field_(field), boolField_(boolField), bit_(bit), value_(value) {}
 
-    int GetType() const override { return kParamBoolField; }
-    /// "[bit3]", in long fields "[bit 3]", with the bit's name if it has one.
+    NodeType GetType() const override { return kParamBoolField; }
+    /// Empty for a bit without a name.
     std::string GetName() const override;
+    /// "[bit3]", in long fields "[bit 3]", with the bit's name if it has one.
+    std::string GetLabel() const override;
     /// The catalog's text for the value, else "1" or "0".
     std::string GetText() const override;
 

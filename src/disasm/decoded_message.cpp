@@ -1,7 +1,9 @@
 #include "disasm/decoded_message.h"
 
+#include <algorithm>
+
 #include "disasm/wording.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 namespace {
@@ -35,13 +37,9 @@ void DecodeMessage(const ZMTCatalog& catalog, const CapturedMessage& message, De
     if (!FindOperation(catalog, message, out)) {
         return;
     }
-    bool isGood = true;
-    for (const ZMTParam* param : out.operation->GetItems(false)) {
-        isGood = param->Disassemble(out.items, message.data);
-        if (!isGood) {
-            break;
-        }
-    }
+    const bool isGood = std::ranges::all_of(out.operation->Items(), [&](const ZMTParam& param) {
+        return param.Disassemble(out.items, message.data);
+    });
     for (const DisassemblyFault& fault : out.items.Faults()) {
         out.faults.push_back(AtByte(fault.offset) + fault.text);
     }

@@ -2,12 +2,12 @@
 
 #include "disasm/item_list.h"
 #include "disasm/wording.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 
-bool ZMTParamEnum::Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const {
-    return TakeItem<ZMostParameterEnum>(info, *this, GetBytesInMsg(), bytes);
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamEnum& enumeration, Bytes message) {
+    return TakeItem<ZMostParameterEnum>(*this, enumeration, enumeration.GetBytesInMsg(), message);
 }
 
 std::string ZMostParameterEnum::GetText() const {

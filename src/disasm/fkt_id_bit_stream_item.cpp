@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 namespace {
@@ -20,10 +20,9 @@ bool IsSet(std::span<const std::uint8_t> bytes, std::size_t bit) {
 
 }  // namespace
 
-bool ZMTParamFktIDBitStream::Disassemble(ZMostParameterListBaseInfo& info,
-                                         std::span<const std::uint8_t> bytes) const {
-    const std::size_t left = bytes.size() - std::min(info.Offset(), bytes.size());
-    return TakeItem<ZMostParameterFktIDBitStream>(info, *this, static_cast<std::int64_t>(left), bytes);
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamFktIDBitStream& stream, Bytes message) {
+    const std::size_t left = message.size() - std::min(Offset(), message.size());
+    return TakeItem<ZMostParameterFktIDBitStream>(*this, stream, static_cast<std::int64_t>(left), message);
 }
 
 std::string ZMostParameterFktIDBitStream::GetText() const {

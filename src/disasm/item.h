@@ -23,10 +23,13 @@ class ZMostParameter {
     virtual ~ZMostParameter() = default;
 
     /// The code of the parameter's class.
-    virtual int GetType() const { return parameter_.GetType(); }
+    virtual NodeType GetType() const { return parameter_.GetType(); }
     bool IsType(int code) const { return code == GetType(); }
-    /// How the item is called: the parameter's name, unless the kind has labels of its own.
+    ParamKind Kind() const { return static_cast<ParamKind>(GetType()); }
+    /// How the item is called: the parameter's name, unless the kind has names of its own.
     virtual std::string GetName() const { return parameter_.GetName(); }
+    /// How a text for people calls it.
+    virtual std::string GetLabel() const { return GetName(); }
     /// The value in words; empty for kinds that have none.
     virtual std::string GetText() const { return {}; }
     /// The items of which this one is made, in the order of the message; null for a scalar.

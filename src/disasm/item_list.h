@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "disasm/item.h"
+#include "params/param_decoder.h"
 
 namespace tarvex {
 
@@ -23,7 +24,7 @@ struct DisassemblyFault {
 
 /// Collects the items of one message, or those of an array, record or stream in it. Parameters take their
 /// bytes at its offset, one behind the other.
-class ZMostParameterListBaseInfo {
+class ZMostParameterListBaseInfo : public ParamDecoder {
   public:
     /// For a message, from its first byte on.
     ZMostParameterListBaseInfo() = default;
@@ -33,7 +34,20 @@ class ZMostParameterListBaseInfo {
         : root_(outer.root_), offset_(outer.offset_) {}
     ZMostParameterListBaseInfo(const ZMostParameterListBaseInfo&) = delete;
     ZMostParameterListBaseInfo& operator=(const ZMostParameterListBaseInfo&) = delete;
-    ~ZMostParameterListBaseInfo() = default;
+    ~ZMostParameterListBaseInfo() override = default;
+
+    // Each stands beside the item that it appends.
+    bool Decode(const ZMTParamArray& array, Bytes message) override;
+    bool Decode(const ZMTParamBitField& field, Bytes message) override;
+    bool Decode(const ZMTParamBoolField& bit, Bytes message) override;
+    bool Decode(const ZMTParamEnum& enumeration, Bytes message) override;
+    bool Decode(const ZMTParamFktIDBitStream& stream, Bytes message) override;
+    bool Decode(const ZMTParamNumber& number, Bytes message) override;
+    bool Decode(const ZMTParamRecord& record, Bytes message) override;
+    bool Decode(const ZMTParamStream& stream, Bytes message) override;
+    bool Decode(const ZMTParamStreamCase& streamCase, Bytes message) override;
+    bool Decode(const ZMTParamString& string, Bytes message) override;
+    bool Decode(const ZMTParamVoid& voidParam, Bytes message) override;
 
     /// Where the next parameter begins, in bytes from the beginning of the message.
     std::size_t Offset() const { return offset_; }

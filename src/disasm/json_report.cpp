@@ -13,29 +13,33 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct KindName {
-    int type;
-    const char* name;
-};
-constexpr KindName kKindNames[] = {
-    {kParamNumber, "number"},
-    {kParamEnum, "enumeration"},
-    {kParamString, "string"},
-    {kParamBitField, "bit_field"},
-    {kParamBool, "boolean"},
-    {kParamBoolField, "bit"},
-    {kParamVoid, "void"},
-    {kParamArray, "array"},
-    {kParamRecord, "record"},
-    {kParamStream, "stream"},
-    {kParamFktIDBitStream, "function_ids"},
-};
-
-const char* KindOf(const ZMostParameter& item) {
-    for (const KindName& kind : kKindNames) {
-        if (item.IsType(kind.type)) {
-            return kind.name;
-        }
+const char* KindName(ParamKind kind) {
+    switch (kind) {
+        case ParamKind::Array:
+            return "array";
+        case ParamKind::BitField:
+            return "bit_field";
+        case ParamKind::Bool:
+            return "boolean";
+        case ParamKind::BoolField:
+            return "bit";
+        case ParamKind::Enum:
+            return "enumeration";
+        case ParamKind::FktIDBitStream:
+            return "function_ids";
+        case ParamKind::Number:
+            return "number";
+        case ParamKind::Record:
+            return "record";
+        case ParamKind::Stream:
+            return "stream";
+        case ParamKind::String:
+            return "string";
+        case ParamKind::Void:
+            return "void";
+        case ParamKind::Base:
+        case ParamKind::StreamCase:  // becomes no item of its own
+            break;
     }
     return "parameter";
 }
@@ -44,8 +48,8 @@ Json ItemsJson(const ZMostParameterListBaseInfo& items, unsigned firstNumber);
 
 /// What only items of some kinds have.
 void AddValue(const ZMostParameter& item, Json& json) {
-    switch (item.GetType()) {
-        case kParamNumber: {
+    switch (item.Kind()) {
+        case ParamKind::Number: {
             const auto& number = static_cast<const ZMostParameterNumber&>(item);
             json["raw"] = number.SignedValue();
             if (const std::string unit = number.UnitName(); !unit.empty()) {
@@ -53,7 +57,7 @@ void AddValue(const ZMostParameter& item, Json& json) {
             }
             break;
         }
-        case kParamEnum: {
+        case ParamKind::Enum: {
             const auto& enumeration = static_cast<const ZMostParameterEnum&>(item);
             json["raw"] = enumeration.RawValue();
             if (const std::string value = enumeration.ValueName(); !value.empty()) {
@@ -61,13 +65,22 @@ void AddValue(const ZMostParameter& item, Json& json) {
             }
             break;
         }
-        case kParamBoolField: {
+        case ParamKind::BoolField: {
             const auto& bit = static_cast<const ZMostParameterBoolField&>(item);
             json["bit"] = bit.Bit();
             json["raw"] = bit.Value() ? 1 : 0;
             break;
         }
-        default:
+        case ParamKind::Array:
+        case ParamKind::Base:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Record:
+        case ParamKind::Stream:
+        case ParamKind::StreamCase:
+        case ParamKind::String:
+        case ParamKind::Void:
             break;
     }
 }
@@ -78,9 +91,11 @@ Json ItemJson(const ZMostParameter& item, unsigned entryNumber) {
     if (entryNumber > 0) {
         json["entry"] = entryNumber;
     }
-    json["type"] = KindOf(item);
+    json["type"] = KindName(item.Kind());
     json["offset"] = item.Offset();
-    json["bytes"] = HexText(item.Bytes(), "");
+    if (item.Kind() != ParamKind::BoolField) {  // its byte is its field's
+        json["bytes"] = HexText(item.Bytes(), "");
+    }
     json["text"] = item.GetText();
     AddValue(item, json);
     if (item.Members() != nullptr) {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "disasm/wording.h"
-#include "import/names.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "disasm/item_list.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 #include "params/pos_and_data.h"
 
 namespace tarvex {
@@ -33,9 +33,8 @@ std::string ScaledText(double raw, std::int32_t exponent) {
 
 }  // namespace
 
-bool ZMTParamNumber::Disassemble(ZMostParameterListBaseInfo& info,
-                                 std::span<const std::uint8_t> bytes) const {
-    return TakeItem<ZMostParameterNumber>(info, *this, GetBytesInMsg(), bytes);
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamNumber& number, Bytes message) {
+    return TakeItem<ZMostParameterNumber>(*this, number, number.GetBytesInMsg(), message);
 }
 
 std::int64_t ZMostParameterNumber::SignedValue() const {

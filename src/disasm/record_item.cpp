@@ -1,19 +1,23 @@
 #include "disasm/record_item.h"
 
+#include <algorithm>
+
 #include "disasm/coordinates.h"
+#include "params/pos_and_data.h"
 
 namespace tarvex {
 namespace {
 
-bool IsContainer(const ZMTParam* param) {
-    return param != nullptr && (param->IsType(kParamArray) || param->IsType(kParamRecord));
+bool IsContainerAt(const ZMTParamRecord& record, unsigned pos) {
+    const ZMTParam* field = record.GetAt(pos);
+    return field != nullptr && IsContainer(*field);
 }
 
 /// Which field the coordinates name, and which of its members. A record is no list of entries: one coordinate
 /// alone names the field, whichever it is, and with both the first one does if its field is an array or
 /// record.
 Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
-    if (given.y == 0 || (given.x != 0 && IsContainer(record.GetAt(given.x)))) {
+    if (given.y == 0 || (given.x != 0 && IsContainerAt(record, given.x))) {
         return given;
     }
     return {given.y, 0};
@@ -21,33 +25,28 @@ Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
 
 bool ReadFields(const ZMTParamRecord& record, ZMostParameterListBaseInfo& fields,
                 std::span<const std::uint8_t> message) {
-    for (const ZMTParam* field : record.GetItems(false)) {
-        if (!field->Disassemble(fields, message)) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::all_of(record.Items(),
+                               [&](const ZMTParam& field) { return field.Disassemble(fields, message); });
 }
 
 }  // namespace
 
-bool ZMTParamRecord::Disassemble(ZMostParameterListBaseInfo& info,
-                                 std::span<const std::uint8_t> bytes) const {
-    if (!info.Reserve(*this)) {
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes message) {
+    if (!Reserve(record)) {
         return false;
     }
-    const auto [field, member] = FieldCoordinates(*this, CoordinatesOf(*this, selector_, info));
-    auto item = std::make_unique<ZMostParameterRecord>(*this, info);
+    const auto [field, member] = FieldCoordinates(record, CoordinatesOf(record, record.Selector(), *this));
+    auto item = std::make_unique<ZMostParameterRecord>(record, *this);
     bool isGood = true;
     if (field == 0) {
-        isGood = ReadFields(*this, item->Members(), bytes);
-    } else if (const ZMTParam* only = GetAt(field)) {
+        isGood = ReadFields(record, item->Members(), message);
+    } else if (const ZMTParam* only = record.GetAt(field)) {
         item->Members().SetMemberNumber(member);
-        isGood = only->Disassemble(item->Members(), bytes);
+        isGood = only->Disassemble(item->Members(), message);
     } else {
-        isGood = info.Fault(*this, info.Offset(), "has no field " + std::to_string(field));
+        isGood = Fault(record, Offset(), "has no field " + std::to_string(field));
     }
-    return ContainerItem::Finish(std::move(item), isGood, info, bytes);
+    return ContainerItem::Finish(std::move(item), isGood, *this, message);
 }
 
 }  // namespace tarvex

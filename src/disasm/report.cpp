@@ -1,6 +1,6 @@
 #include "disasm/report.h"
 
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 namespace tarvex {
 

@@ -1,7 +1,9 @@
 #include "disasm/stream_item.h"
 
+#include <algorithm>
+
 #include "disasm/coordinates.h"
-#include "import/parse_value.h"
+#include "import/text/parse_value.h"
 #include "params/number.h"
 #include "params/pos_and_data.h"
 
@@ -24,17 +26,16 @@ const ZMTParamStreamCase* FindCase(const ZMTParamStream& stream, const ZMostPara
     const ZMTParam* selector = stream.Selector();
     const auto value = SelectorValue(selector, info);
     if (!value) {
-        return selector == nullptr && stream.Count() == 1 ? stream.GetItems(false).front() : nullptr;
+        return selector == nullptr && stream.Count() == 1 ? &*stream.Items().begin() : nullptr;
     }
     const bool hasCoordinates = HasCoordinates(*selector);
     const bool isSigned =
         selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
     const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
-    for (unsigned pos = 0; pos < stream.Size(); ++pos) {
-        const ZMTParamStreamCase* streamCase = stream.GetAt(pos);
-        if (streamCase != nullptr && Holds(*streamCase, *value, isSigned && !hasCoordinates) &&
-            (!hasCoordinates || streamCase->AdmitsX(x))) {
-            return streamCase;
+    for (const ZMTParamStreamCase& streamCase : stream.Items()) {
+        if (Holds(streamCase, *value, isSigned && !hasCoordinates) &&
+            (!hasCoordinates || streamCase.AdmitsX(x))) {
+            return &streamCase;
         }
     }
     return nullptr;
@@ -42,28 +43,22 @@ const ZMTParamStreamCase* FindCase(const ZMTParamStream& stream, const ZMostPara
 
 }  // namespace
 
-bool ZMTParamStream::Disassemble(ZMostParameterListBaseInfo& info,
-                                 std::span<const std::uint8_t> bytes) const {
-    if (!info.Reserve(*this)) {
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes message) {
+    if (!Reserve(stream)) {
         return false;
     }
-    const ZMTParamStreamCase* streamCase = FindCase(*this, info);
+    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
     if (streamCase == nullptr) {
-        return info.Fault(*this, info.Offset(), "has no case that fits");
+        return Fault(stream, Offset(), "has no case that fits");
     }
-    auto item = std::make_unique<ZMostParameterStream>(*this, *streamCase, info);
-    const bool isGood = streamCase->Disassemble(item->Members(), bytes);
-    return ContainerItem::Finish(std::move(item), isGood, info, bytes);
+    auto item = std::make_unique<ZMostParameterStream>(stream, *streamCase, *this);
+    const bool isGood = streamCase->Disassemble(item->Members(), message);
+    return ContainerItem::Finish(std::move(item), isGood, *this, message);
 }
 
-bool ZMTParamStreamCase::Disassemble(ZMostParameterListBaseInfo& info,
-                                     std::span<const std::uint8_t> bytes) const {
-    for (const ZMTParam* param : GetItems(false)) {
-        if (!param->Disassemble(info, bytes)) {
-            return false;
-        }
-    }
-    return true;
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamStreamCase& streamCase, Bytes message) {
+    return std::ranges::all_of(streamCase.Items(),
+                               [&](const ZMTParam& param) { return param.Disassemble(*this, message); });
 }
 
 }  // namespace tarvex

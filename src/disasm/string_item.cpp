@@ -49,12 +49,11 @@ Characters ReadCharacters(std::span<const std::uint8_t> bytes, std::uint32_t max
 
 }  // namespace
 
-bool ZMTParamString::Disassemble(ZMostParameterListBaseInfo& info,
-                                 std::span<const std::uint8_t> bytes) const {
-    const auto rest = bytes.subspan(std::min(info.Offset(), bytes.size()));
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamString& string, Bytes message) {
+    const auto rest = message.subspan(std::min(Offset(), message.size()));
     // Even an empty string has its first byte.
-    const std::size_t size = std::max<std::size_t>(ReadCharacters(rest, MaxSize()).size, 1);
-    return TakeItem<ZMostParameterString>(info, *this, static_cast<std::int64_t>(size), bytes);
+    const std::size_t size = std::max<std::size_t>(ReadCharacters(rest, string.MaxSize()).size, 1);
+    return TakeItem<ZMostParameterString>(*this, string, static_cast<std::int64_t>(size), message);
 }
 
 std::string ZMostParameterString::GetText() const {

@@ -14,7 +14,7 @@ void AppendFault(std::string_view fault, std::string& out) {
 /// Entries of an array are told apart by their number.
 std::string Label(const ZMostParameter& item, unsigned entryNumber) {
     std::string label = entryNumber > 0 ? "[" + std::to_string(entryNumber) + "]" : std::string();
-    const std::string name = ShownName(item.GetName());
+    const std::string name = ShownName(item.GetLabel());
     if (!label.empty() && !name.empty()) {
         label += ' ';
     }

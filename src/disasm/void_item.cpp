@@ -4,14 +4,8 @@
 
 namespace tarvex {
 
-bool ZMTParamVoid::Disassemble(ZMostParameterListBaseInfo& info,
-                               std::span<const std::uint8_t> /*message*/) const {
-    const std::size_t offset = info.Offset();
-    if (!info.Reserve(*this)) {
-        return false;
-    }
-    info.Append(std::make_unique<ZMostParameterVoid>(*this, offset));
-    return true;
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamVoid& voidParam, Bytes message) {
+    return TakeItem<ZMostParameterVoid>(*this, voidParam, 0, message);
 }
 
 }  // namespace tarvex

@@ -8,8 +8,8 @@ namespace tarvex {
 /// A parameter without data.
 class ZMostParameterVoid : public ZMostParameter {
   public:
-    ZMostParameterVoid(const ZMTParamVoid& parameter, std::size_t offset)
-        : ZMostParameter(parameter, {}, offset) {}
+    ZMostParameterVoid(const ZMTParamVoid& parameter, std::span<const std::uint8_t> bytes, std::size_t offset)
+        : ZMostParameter(parameter, bytes, offset) {}
 };
 
 }  // namespace tarvex

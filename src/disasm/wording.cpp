@@ -1,6 +1,7 @@
 #include "disasm/wording.h"
 
-#include <algorithm>
+#include "import/text/shown_text.h"
+#include "import/text/utf8.h"
 
 namespace tarvex {
 namespace {
@@ -14,14 +15,11 @@ std::string ByteCount(std::size_t count) {
 }
 
 std::string ShownText(std::string_view text) {
-    std::string shown(text.substr(0, kMaxShown));
-    std::ranges::replace_if(
-        shown, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, '.');
-    return text.size() > kMaxShown ? shown + "..." : shown;
+    return Shown(CutAtCharacter(text, kMaxShown)) + (text.size() > kMaxShown ? "..." : "");
 }
 
 std::string ShownName(const std::string& name) {
-    return name.size() > kMaxShown ? name.substr(0, kMaxShown) + "..." : name;
+    return name.size() > kMaxShown ? std::string(CutAtCharacter(name, kMaxShown)) + "..." : name;
 }
 
 }  // namespace tarvex

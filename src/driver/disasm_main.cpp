@@ -9,7 +9,7 @@
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
 #include "driver/disasm_run.h"
-#include "driver/versions.h"
+#include "versions.h"
 
 int main(int argc, char** argv) try {
     std::string catalog;

@@ -6,15 +6,13 @@
 #include <unistd.h>
 
 #include "driver/line_reader.h"
-#include "import/files.h"
 #include "import/import_manager.h"
+#include "import/text/files.h"
 
 namespace tarvex {
 namespace {
 
 constexpr std::uint16_t kCatalogGroup = 1;
-/// The manager's texts of this level tell the result of an import.
-constexpr int kResultLevel = 2;
 constexpr std::size_t kOutputBuffer = std::size_t{1} << 16;
 
 constexpr const char* kStandardInput = "-";
@@ -32,8 +30,8 @@ const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& pa
     std::string events;
     std::string result;
     manager.Validate = false;
-    manager.MessageSink = [&](const std::string& text, int level) {
-        (level == kResultLevel ? result : events).append(" ").append(text);
+    manager.MessageSink = [&](const std::string& text, ImportEvent event) {
+        (event == ImportEvent::Result ? result : events).append(" ").append(text);
     };
     std::string name;
     if (!manager.Import(name, path, kCatalogGroup, "")) {

@@ -7,10 +7,10 @@
 #include "driver/exit_status.h"
 #include "driver/overwrite_prompt.h"
 #include "driver/settings.h"
-#include "driver/versions.h"
-#include "import/files.h"
-#include "import/format_text.h"
 #include "import/import_manager.h"
+#include "import/text/files.h"
+#include "import/text/format_text.h"
+#include "versions.h"
 
 namespace tarvex {
 namespace {
@@ -34,7 +34,7 @@ std::string ResolveIniPath() {
 }
 
 /// Texts of the import are themselves used as the format, without any argument.
-void PrintMessage(const std::string& text, int /*level*/) {
+void PrintMessage(const std::string& text, ImportEvent /*event*/) {
     const std::string line = RenderAsFormat(text) + "\n";
     std::fwrite(line.data(), 1, line.size(), stdout);
 }
@@ -52,6 +52,7 @@ int ExportCatalog(const std::string& catalogName, const std::string& outputPath,
     ZVornExporter exporter(manager.FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
                            settings.networkConfigurationPath, settings.include, settings.exclude,
                            settings.exportFlags);
+    exporter.MessageSink = [](const std::string& line) { std::printf("%s\n", line.c_str()); };
     try {
         return exporter.Export();
     } catch (const std::bad_alloc&) {

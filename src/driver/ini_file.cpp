@@ -5,8 +5,8 @@
 #include <limits>
 #include <optional>
 
-#include "import/files.h"
-#include "import/names.h"
+#include "import/text/files.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 namespace {

@@ -1,6 +1,6 @@
 #include "driver/settings.h"
 
-#include "import/names.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 namespace {

@@ -1,6 +1,6 @@
 #include "export/config_lines.h"
 
-#include "import/files.h"
+#include "import/text/files.h"
 
 namespace tarvex {
 namespace {

@@ -1,6 +1,5 @@
 #include "export/exporter.h"
 
-#include <cstdio>
 #include <sys/stat.h>
 #include <utility>
 
@@ -8,7 +7,7 @@
 #include "export/kestrel_values.h"
 #include "export/message_names.h"
 #include "export/strict_check.h"
-#include "import/files.h"
+#include "import/text/files.h"
 
 namespace tarvex {
 namespace {
@@ -44,33 +43,33 @@ ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, 
       networkConfigurationPath_(std::move(networkConfigurationPath)),
       writer_(nullptr),  // there is no handle of the own process on this platform
       signals_(writer_, aliases_, flags.uniqueSignalNames,
-               SignalBudget(catalog == nullptr ? 0 : FileSize(catalog->FilePath()))),
+               SignalBudget(catalog == nullptr ? 0 : catalog->FileSize())),
       include_(std::move(include)),
       exclude_(std::move(exclude)),
-      flags_(flags) {}
+      flags_(flags),
+      attributeBytes_(kAttributeBytes, catalog == nullptr ? 0 : catalog->FileSize()) {}
 
 int ZVornExporter::Export() {
     if (!std::exchange(isReady_, false) || catalog_ == nullptr) {
         return kFailure;
     }
-    attributeBytesLeft_ += kAttributeBytesPerByte * FileSize(catalog_->FilePath());
     ReadAliasNames();
     ReadNetworkConfiguration();
     CreateDatabase();
     CreateNetworkNodes();
     CreateMessages();
     if (signals_.IsCut()) {
-        std::printf("The catalog asks for too many signals or value descriptions, some are left out!\n");
+        Tell("The catalog asks for too many signals or value descriptions, some are left out!");
     }
-    if (isAttributeCut_) {
-        std::printf("The catalog asks for too many texts of attributes, some are left out!\n");
+    if (attributeBytes_.IsSpent()) {
+        Tell("The catalog asks for too many texts of attributes, some are left out!");
     }
     return WriteAndClose();
 }
 
 void ZVornExporter::ReadAliasNames() {
     if (!aliasNamesPath_.empty() && !aliases_.Read(aliasNamesPath_)) {
-        std::printf("Can not open file %s!\n", aliasNamesPath_.c_str());
+        Tell("Can not open file " + aliasNamesPath_ + "!");
     }
 }
 
@@ -81,7 +80,7 @@ void ZVornExporter::ReadNetworkConfiguration() {
     if (auto addresses = ReadNodeAddresses(networkConfigurationPath_)) {
         nodeAddresses_ = std::move(*addresses);
     } else {
-        std::printf("Can not open file %s!\n", networkConfigurationPath_.c_str());
+        Tell("Can not open file " + networkConfigurationPath_ + "!");
     }
 }
 
@@ -98,13 +97,13 @@ void ZVornExporter::CreateNetworkNodes() {
 }
 
 void ZVornExporter::CreateMessages() {
-    for (const ZMTFBlock* block : catalog_->GetItems(false)) {
-        if (!IsSelected(*block)) {
+    for (const ZMTFBlock& block : catalog_->Items()) {
+        if (!IsSelected(block)) {
             continue;
         }
-        for (const ZMTFunction* function : block->GetItems(false)) {
-            for (const ZMTOperation* operation : function->GetItems(false)) {
-                CreateMessage(*block, *function, *operation);
+        for (const ZMTFunction& function : block.Items()) {
+            for (const ZMTOperation& operation : function.Items()) {
+                CreateMessage(block, function, operation);
             }
         }
     }
@@ -145,21 +144,15 @@ void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& fun
     }
 }
 
+/// The values of attributes are the catalog's own names, without aliases.
 void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                                   const ZMTOperation& operation) {
     // A long name would stand at each of its messages.
-    const std::size_t length = block.GetName().size() + function.GetName().size();
-    isAttributeCut_ = isAttributeCut_ || length > attributeBytesLeft_;
-    if (isAttributeCut_) {
+    if (!attributeBytes_.Take(block.GetName().size() + function.GetName().size())) {
         return;
     }
-    attributeBytesLeft_ -= length;
-
-    const auto attributeName = [&](const std::string& name) -> const std::string& {
-        return aliasAttributeValues_ ? aliases_.Of(name) : name;
-    };
-    writer_.SetAttrValue(message, kFBlockAttribute, TextValue(attributeName(block.GetName())));
-    writer_.SetAttrValue(message, kFunctionAttribute, TextValue(attributeName(function.GetName())));
+    writer_.SetAttrValue(message, kFBlockAttribute, TextValue(block.GetName()));
+    writer_.SetAttrValue(message, kFunctionAttribute, TextValue(function.GetName()));
     writer_.SetAttrValue(message, kOpTypeAttribute,
                          NumberValue(OpTypeValue(function.Class(), operation.OpType())));
     writer_.SetAttrValue(message, kFunctionClassAttribute,
@@ -185,6 +178,12 @@ symblk* ZVornExporter::NodeNamed(const std::string& cleanName) {
         CopyName(writer_.CreateNode(database_, 0)->name, cleanName);
     }
     return writer_.GetNode(cleanName.c_str(), database_);
+}
+
+void ZVornExporter::Tell(const std::string& line) const {
+    if (MessageSink) {
+        MessageSink(line);
+    }
 }
 
 /// A file that the conversion has read is no place for its output.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <unordered_set>
@@ -8,6 +9,7 @@
 #include "export/alias_names.h"
 #include "export/network_nodes.h"
 #include "export/signals.h"
+#include "import/text/allowance.h"
 #include "kestrel/kestrel.h"
 
 namespace tarvex {
@@ -31,10 +33,11 @@ struct ExportFlags {
 /// exporter. An exporter runs once.
 class ZVornExporter {
   public:
-    /// The names in the attributes of all messages take up so many bytes, and so many more for each byte of
-    /// the catalog file; the attributes of further messages are left out, with a line on the console.
-    static constexpr std::size_t kLeastAttributeBytes = std::size_t{256} << 20;
-    static constexpr std::size_t kAttributeBytesPerByte = 16;
+    /// The names in the attributes of all messages take up so many bytes; the attributes of further messages
+    /// are left out, and the sink is told.
+    static constexpr Bound kAttributeBytes{std::size_t{256} << 20, 16};
+    /// Receives what the user should know, a line each.
+    using Sink = std::function<void(const std::string& line)>;
 
     /// Everything that the conversion needs: the catalog (may be null), the output file, the alias-names and
     /// the network-configuration file (empty for none), the function blocks to include and to exclude, and
@@ -45,8 +48,10 @@ class ZVornExporter {
 
     /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, when the file
     /// cannot be written or made read-only, or when it is a file that the conversion reads. An alias or
-    /// network file that cannot be opened is reported on standard output and left out.
+    /// network file that cannot be opened is told and left out.
     int Export();
+
+    Sink MessageSink;  ///< May be empty. Set before Export.
 
   private:
     void ReadAliasNames();
@@ -64,6 +69,7 @@ class ZVornExporter {
     void AssignNode(msgblk& message, const ZMTFBlock& block);
     void WriteSignals(msgblk& message, const ZMTOperation& operation);
     symblk* NodeNamed(const std::string& cleanName);
+    void Tell(const std::string& line) const;
 
     const ZMTCatalog* catalog_;
     std::string outputPath_;
@@ -79,9 +85,7 @@ class ZVornExporter {
     NameSet exclude_;
     NodeAddresses nodeAddresses_;
     ExportFlags flags_;
-    std::size_t attributeBytesLeft_ = kLeastAttributeBytes;
-    bool isAttributeCut_ = false;
-    bool aliasAttributeValues_ = false;  // attribute values are the catalog's own names
+    Allowance attributeBytes_;
     bool isReady_ = true;
 };
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 #include "kestrel/kestrel.h"
 
 namespace tarvex {

@@ -7,10 +7,9 @@ namespace tarvex {
 
 /// The first parameter of exactly that kind; null if there is none.
 inline const ZMTParam* FirstOfKind(const ZMTChildList<ZMTParam>& params, NodeType kind) {
-    unsigned pos = 0;
-    for (bool found = params.GetFirst(pos); found; found = params.GetNext(pos, pos)) {
-        if (params.GetAt(pos)->GetType() == kind) {
-            return params.GetAt(pos);
+    for (const ZMTParam& param : params.Items()) {
+        if (param.IsType(kind)) {
+            return &param;
         }
     }
     return nullptr;

@@ -6,7 +6,7 @@
 #include "export/kestrel_values.h"
 #include "export/message_names.h"
 #include "export/param_kinds.h"
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 #include "params/bit_field.h"
 #include "params/enumeration.h"
 #include "params/number.h"
@@ -42,7 +42,7 @@ std::uint16_t StartBit(std::uint32_t bit) {
 }
 
 /// Makes the signal a big-endian one whose most significant bit is at the bit position.
-void PlaceAt(sigblk& signal, std::uint32_t bit) {
+void PlaceBigEndian(sigblk& signal, std::uint32_t bit) {
     signal.flags |= kSignalBigEndian;
     signal.start_bit = StartBit(bit);
 }
@@ -71,8 +71,8 @@ std::uint16_t SignalWriter::Write(msgblk& message, const ZMTOperation& operation
     signalCount_ = 0;
     names_.StartMessage();
     std::uint32_t bit = 0;
-    for (const ZMTParam* param : operation.GetItems(false)) {
-        if (!WriteParam(*param, bit, std::nullopt)) {
+    for (const ZMTParam& param : operation.Items()) {
+        if (!WriteParam(param, bit, std::nullopt)) {
             break;
         }
     }
@@ -81,22 +81,30 @@ std::uint16_t SignalWriter::Write(msgblk& message, const ZMTOperation& operation
 
 /// Writes a parameter at a bit position, which advances. False when nothing can follow it.
 bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, MultiplexerValue multiplexer) {
-    switch (param.GetType()) {
-        case kParamNumber:
+    switch (param.Kind()) {
+        case ParamKind::Number:
             WriteNumber(static_cast<const ZMTParamNumber&>(param), bit, multiplexer);
             return true;
-        case kParamEnum:
+        case ParamKind::Enum:
             WriteEnum(static_cast<const ZMTParamEnum&>(param), bit, multiplexer);
             return true;
-        case kParamBool:
-        case kParamBitField:
+        case ParamKind::Bool:
+        case ParamKind::BitField:
             return WriteBits(static_cast<const ZMTParamBitField&>(param), bit, multiplexer);
-        case kParamRecord:
-            WriteGroup(static_cast<const ZMTParamRecord&>(param), bit);
+        case ParamKind::Record:
+            WriteRecord(static_cast<const ZMTParamRecord&>(param), bit);
             return false;
-        default:
-            return false;
+        case ParamKind::Array:
+        case ParamKind::Base:
+        case ParamKind::BoolField:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Stream:
+        case ParamKind::StreamCase:
+        case ParamKind::String:
+        case ParamKind::Void:
+            break;
     }
+    return false;
 }
 
 void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
@@ -106,14 +114,12 @@ void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
         if (isSwitch) {
             signal->flags |= kSignalMultiplexor;  // and little-endian at the start bit of a new signal
         } else {
-            PlaceAt(*signal, bit);
+            PlaceBigEndian(*signal, bit);
         }
         if (number.IsSigned()) {
             signal->flags |= kSignalSigned;
         }
         signal->length = LengthInBits(number);
-        signal->reserved_1 = 0;
-        signal->reserved_2 = 0;
     }
     bit += LengthInBits(number);
 }
@@ -122,9 +128,8 @@ void SignalWriter::WriteEnum(const ZMTParamEnum& enumeration, std::uint32_t& bit
                              MultiplexerValue multiplexer) {
     const std::uint16_t length = LengthInBits(enumeration);
     if (sigblk* signal = Create(aliases_.Of(enumeration.GetName()), "", kShortName, multiplexer)) {
-        PlaceAt(*signal, bit);
+        PlaceBigEndian(*signal, bit);
         signal->length = length;
-        signal->reserved_1 = 0;
         Describe(*signal, enumeration);
     }
     bit += length;
@@ -136,20 +141,18 @@ void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
     const std::uint64_t codesEnd = signal.length < 16 ? std::uint64_t{1} << signal.length : kCodesEnd;
     valdesc** end = &signal.value_descriptions;
     unsigned count = 0;
-    for (const ZMTEnumValue* value : enumeration.GetItems(false)) {
-        const std::string& text = aliases_.Of(value->GetName());
-        const std::uint64_t valueEnd = std::min(std::uint64_t{value->CodeMax()} + 1, codesEnd);
-        for (std::uint64_t code = value->CodeMin(); code < valueEnd; ++code) {
+    for (const ZMTEnumValue& value : enumeration.Items()) {
+        const std::string& text = aliases_.Of(value.GetName());
+        const std::uint64_t valueEnd = std::min(std::uint64_t{value.CodeMax()} + 1, codesEnd);
+        for (std::uint64_t code = value.CodeMin(); code < valueEnd; ++code) {
             if (count == kMaxValueDescriptions) {
                 return;
             }
-            if (left_.descriptions == 0) {
-                isCut_ = true;
+            if (!left_.descriptions.Take(1)) {
                 return;
             }
             end = AppendDescription(end, static_cast<std::uint32_t>(code), text);
             ++count;
-            --left_.descriptions;
         }
     }
 }
@@ -161,9 +164,9 @@ bool SignalWriter::WriteBits(const ZMTParamBitField& field, std::uint32_t& bit,
         return false;
     }
     const std::uint32_t size = LengthInBits(field);
-    for (const ZMTParamBoolField* boolField : field.GetItems(false)) {
-        if (boolField->BitPos() < size) {
-            WriteBit(field, *boolField, bit + size - 1 - boolField->BitPos(), multiplexer);
+    for (const ZMTParamBoolField& boolField : field.Items()) {
+        if (boolField.BitPos() < size) {
+            WriteBit(field, boolField, bit + size - 1 - boolField.BitPos(), multiplexer);
         }
     }
     bit += size;
@@ -176,7 +179,7 @@ void SignalWriter::WriteBit(const ZMTParamBitField& field, const ZMTParamBoolFie
                                                                    std::to_string(boolField.BitPos())
                                                              : aliases_.Of(boolField.GetName());
     if (sigblk* signal = Create(baseName, "", kShortName, multiplexer)) {
-        PlaceAt(*signal, bit);
+        PlaceBigEndian(*signal, bit);
         signal->length = 1;
         valdesc** end = &signal->value_descriptions;
         end = AppendDescription(end, 1, aliases_.Of(boolField.TrueDesc()));
@@ -186,18 +189,18 @@ void SignalWriter::WriteBit(const ZMTParamBitField& field, const ZMTParamBoolFie
 
 /// Each element stands twice: one behind the other for the multiplexor's value 0, and alone, at the start of
 /// the record, for the value that is the element's number.
-void SignalWriter::WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit) {
+void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit) {
     const std::uint32_t start = bit;
     std::uint32_t elementNumber = 0;
-    for (const ZMTParam* element : record.GetItems(false)) {
+    for (const ZMTParam& element : record.Items()) {
         ++elementNumber;
         const unsigned countBefore = signalCount_;
-        const bool goesOn = WriteParam(*element, bit, kAllElements);
+        const bool goesOn = WriteParam(element, bit, kAllElements);
         // Where nothing was written, or nothing more can be, the second time is spared: records inside
         // records would double it with every level.
         if (signalCount_ > countBefore && signalCount_ < kMaxSignals) {
             std::uint32_t ownBit = start;
-            WriteParam(*element, ownBit, elementNumber);
+            WriteParam(element, ownBit, elementNumber);
         }
         if (!goesOn) {
             return;
@@ -208,15 +211,10 @@ void SignalWriter::WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit) 
 /// A new signal of the message that has a name; null when the message has no room for one more.
 sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
                              MultiplexerValue multiplexer) {
-    if (signalCount_ == kMaxSignals) {
-        return nullptr;
-    }
-    if (left_.signals == 0) {
-        isCut_ = true;
+    if (signalCount_ == kMaxSignals || !left_.signals.Take(1)) {
         return nullptr;
     }
     ++signalCount_;
-    --left_.signals;
     sigblk* signal = writer_.CreateSignal(*message_, 0);
     if (multiplexer) {
         suffix = FormatText("_M%x", *multiplexer);

@@ -8,6 +8,7 @@
 #include "catalog/operation.h"
 #include "export/alias_names.h"
 #include "export/signal_names.h"
+#include "import/text/allowance.h"
 #include "kestrel/kestrel.h"
 
 namespace tarvex {
@@ -27,19 +28,18 @@ inline constexpr unsigned kMaxValueDescriptions = 65536;
 /// What the signals of a database may take. A few ranges in a catalog can ask for billions of value
 /// descriptions, and records inside records for millions of signals; what goes beyond is left out.
 struct SignalBudget {
-    /// So many in any case, and one for every so many bytes of the catalog file.
-    static constexpr std::size_t kLeastSignals = std::size_t{1} << 20;
-    static constexpr std::size_t kLeastDescriptions = std::size_t{1} << 22;
-    static constexpr std::size_t kBytesForOne = 4;
+    static constexpr Bound kSignals{std::size_t{1} << 20, 1, 4};
+    static constexpr Bound kDescriptions{std::size_t{1} << 22, 1, 4};
+    /// What catalogs usually have.
+    static constexpr Bound kExpectedSignals{0, 1, 128};
 
     explicit SignalBudget(std::size_t catalogBytes = 0)
-        : signals(kLeastSignals + catalogBytes / kBytesForOne),
-          descriptions(kLeastDescriptions + catalogBytes / kBytesForOne),
-          expectedSignals(catalogBytes / 128) {}
+        : signals(kSignals, catalogBytes),
+          descriptions(kDescriptions, catalogBytes),
+          expectedSignals(kExpectedSignals.For(catalogBytes)) {}
 
-    std::size_t signals;
-    std::size_t descriptions;
-    /// What catalogs of that size usually have.
+    Allowance signals;
+    Allowance descriptions;
     std::size_t expectedSignals;
 };
 
@@ -60,7 +60,7 @@ class SignalWriter {
     std::uint16_t Write(msgblk& message, const ZMTOperation& operation);
 
     /// The budget was too small; signals or value descriptions are missing.
-    bool IsCut() const { return isCut_; }
+    bool IsCut() const { return left_.signals.IsSpent() || left_.descriptions.IsSpent(); }
 
   private:
     /// The value of the multiplexor for which a signal is there; none outside records.
@@ -72,7 +72,7 @@ class SignalWriter {
     bool WriteBits(const ZMTParamBitField& field, std::uint32_t& bit, MultiplexerValue multiplexer);
     void WriteBit(const ZMTParamBitField& field, const ZMTParamBoolField& boolField, std::uint32_t bit,
                   MultiplexerValue multiplexer);
-    void WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit);
+    void WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit);
 
     void Describe(sigblk& signal, const ZMTParamEnum& enumeration);
     sigblk* Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
@@ -84,7 +84,6 @@ class SignalWriter {
     msgblk* message_ = nullptr;  // the one being written
     unsigned signalCount_ = 0;   // of that message
     SignalBudget left_;
-    bool isCut_ = false;
 };
 
 }  // namespace tarvex

@@ -8,18 +8,36 @@
 namespace tarvex {
 namespace {
 
-/// The kinds whose length a message alone can tell.
-constexpr NodeType kOpenKinds[] = {kParamStream, kParamString, kParamArray, kParamFktIDBitStream};
+/// The length of such a parameter is told by a message alone.
+bool IsOpen(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::Array:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Stream:
+        case ParamKind::String:
+            return true;
+        case ParamKind::Base:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::BoolField:
+        case ParamKind::Enum:
+        case ParamKind::Number:
+        case ParamKind::Record:
+        case ParamKind::StreamCase:
+        case ParamKind::Void:
+            break;
+    }
+    return false;
+}
 
-bool HasOpenKind(const ZMTChildList<ZMTParam>& params) {
-    return std::ranges::any_of(kOpenKinds,
-                               [&](NodeType kind) { return FirstOfKind(params, kind) != nullptr; });
+bool HasOpenParam(const ZMTChildList<ZMTParam>& params) {
+    return std::ranges::any_of(params.Items(), IsOpen);
 }
 
 }  // namespace
 
 bool PassesStrictCheck(const ZMTOperation* operation) {
-    if (operation == nullptr || HasOpenKind(*operation)) {
+    if (operation == nullptr || HasOpenParam(*operation)) {
         return false;
     }
     const ZMTParam* param = FirstOfKind(*operation, kParamRecord);
@@ -27,7 +45,7 @@ bool PassesStrictCheck(const ZMTOperation* operation) {
         return true;
     }
     const auto& record = static_cast<const ZMTParamRecord&>(*param);
-    if (HasOpenKind(record) || FirstOfKind(record, kParamRecord) != nullptr) {
+    if (HasOpenParam(record) || FirstOfKind(record, kParamRecord) != nullptr) {
         return false;
     }
     return operation->GetChild(record.GetPosition() + 1) == nullptr;

@@ -2,23 +2,21 @@
 
 #include <algorithm>
 #include <filesystem>
-
-#include <xercesc/util/XMLException.hpp>
+#include <optional>
 
 #include "catalog/import_context.h"
-#include "import/dom_access.h"
-#include "import/dom_error_handler.h"
-#include "import/files.h"
+#include "import/log/messages.h"
+#include "import/log/tree_log.h"
+#include "import/text/files.h"
+#include "import/text/format_text.h"
+#include "import/xml/dom_error_handler.h"
 #include "params/catalog_vocabulary.h"
 #include "params/factory.h"
 
 namespace tarvex {
 namespace {
 
-/// Levels of the texts sent to the message sink.
-constexpr int kFileEvent = 1;
-constexpr int kImportResult = 2;
-constexpr int kTreeLogEvent = 3;
+using enum ImportEvent;
 
 constexpr std::uint16_t kMaxGroup = 4;
 constexpr std::uint16_t kAllCatalogs = 0;
@@ -36,13 +34,12 @@ struct ImportGuard {
 };
 
 std::string Load(Text number) {
-    TextHolder holder;
-    return LoadText(holder, number).Get();
+    return LoadText(number);
 }
 
 template <class... Args>
 std::string Format(Text number, const Args&... args) {
-    return FormatText(Load(number).c_str(), args...);
+    return FormatText(LoadText(number), args...);
 }
 
 }  // namespace
@@ -99,10 +96,10 @@ bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& c
     }
     auto catalog = std::make_unique<ZMTCatalog>();
     catalog->SetName(catalogName);
-    catalog->SetPaths(AbsolutePath(catalogPath), file.path);
+    catalog->SetFile(AbsolutePath(catalogPath), file.path, FileSize(catalogPath));
     if (!ImportFile(*catalog, catalogPath, importLogPath)) {
         failedFiles_.push_back(file);
-        Send(Load(Text::XmlDatabaseNotAvailable), kFileEvent);
+        Send(Load(Text::XmlDatabaseNotAvailable), Reading);
         return false;
     }
     catalogs_.push_back(std::move(catalog));
@@ -116,10 +113,10 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     ImportRun run{catalogPath, {}, {}};
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
-        Send(Format(Text::FileDoesNotExist, catalogPath), kFileEvent);
+        Send(Format(Text::FileDoesNotExist, catalogPath), Reading);
     } else {
         OpenImportLog(run, importLogPath);
-        if (const xercesc::DOMNode* document = ParseFile(run)) {
+        if (const Element* document = ParseFile(run)) {
             ImportDocument(run, *document, catalog);
             ok = run.log.FatalCount() == 0;
         }
@@ -133,7 +130,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     run.log.WriteLine(Format(ok ? Text::ImportCompleted : Text::ImportFailed, catalogPath));
     run.log.WriteLine("\n");
     if (!run.log.CloseLog()) {
-        Send(Format(Text::LogNotCreated, importLogPath), kFileEvent);
+        Send(Format(Text::LogNotCreated, importLogPath), Reading);
     }
     return ok;
 }
@@ -143,7 +140,7 @@ void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLo
     if (!importLogPath.empty()) {
         if (IsSameFile(importLogPath, run.path) || IsProtected(importLogPath) ||
             !run.log.OpenLog(importLogPath)) {
-            Send(Format(Text::LogNotCreated, importLogPath), kFileEvent);
+            Send(Format(Text::LogNotCreated, importLogPath), Reading);
         } else {
             importLogPaths_.insert(FilePath(importLogPath));
         }
@@ -155,43 +152,37 @@ void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLo
 }
 
 /// Parses the file and reports what the parser says; null when that is an error.
-const xercesc::DOMNode* ZMostFCatManager::ParseFile(ImportRun& run) {
-    Send(FormatText("%s'%s'", Load(Text::ParsingXml), run.path), kFileEvent);
+const Element* ZMostFCatManager::ParseFile(ImportRun& run) {
+    Send(FormatText("%s'%s'", Load(Text::ParsingXml), run.path), Reading);
     run.log.WriteLine(Load(Text::ParserMessages));
     try {
         reader_->StartPlatform();
-    } catch (const xercesc::XMLException& exception) {
-        return Fail(run, Load(Text::InitializationError) + "\n" + Transcode(exception.getMessage()));
     } catch (...) {
-        return Fail(run, Load(Text::InitializationError));
+        const std::optional<std::string> message = ParserExceptionText();
+        return Fail(run, Load(Text::InitializationError) + (message ? "\n" + *message : ""));
     }
-    const xercesc::DOMNode* document = ReadDocument(run);
+    const Element* document = ReadDocument(run);
     std::string messages = run.handler.Messages();
     if (!messages.empty()) {
         run.log.WriteLine(messages);
         if (messages.back() == '\n') {
             messages.back() = ' ';
         }
-        Send(Load(Text::Parser), kFileEvent);
-        Send(messages, kFileEvent);
+        Send(Load(Text::Parser), Reading);
+        Send(messages, Reading);
     }
     return run.handler.HasError() ? nullptr : document;
 }
 
 /// Parses the file; null when the parser throws, which ends the XML platform.
-const xercesc::DOMNode* ZMostFCatManager::ReadDocument(ImportRun& run) {
+const Element* ZMostFCatManager::ReadDocument(ImportRun& run) {
     std::string text = Load(Text::ErrorDuringParsing) + " '" + run.path + "'\n";
-    const auto addMessage = [&](const XMLCh* message) {
-        text += Load(Text::ExceptionMessageIs) + ":\n" + Transcode(message) + "\n";
-    };
     try {
         return reader_->Read(run.path, Validate, run.handler);
-    } catch (const xercesc::XMLException& exception) {
-        addMessage(exception.getMessage());
-    } catch (const xercesc::DOMException& exception) {
-        addMessage(exception.getMessage());
     } catch (...) {
-        // Nothing is known of it; the text says that parsing failed.
+        if (const std::optional<std::string> message = ParserExceptionText()) {
+            text += Load(Text::ExceptionMessageIs) + ":\n" + *message + "\n";
+        }
     }
     // Exceptions hold memory of the platform, so it ends only now that they are gone.
     reader_->StopPlatform();
@@ -199,32 +190,31 @@ const xercesc::DOMNode* ZMostFCatManager::ReadDocument(ImportRun& run) {
 }
 
 /// Reports that parsing failed; there is no document then.
-const xercesc::DOMNode* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
-    Send(text, kFileEvent);
+const Element* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
+    Send(text, Reading);
     run.log.WriteLine(text);
     return nullptr;
 }
 
-void ZMostFCatManager::ImportDocument(ImportRun& run, const xercesc::DOMNode& document,
-                                      ZMTCatalog& catalog) const {
+void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog) const {
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");
     run.log.SetExclusions(ImportLogExclusions);
-    run.log.SetInputSize(FileSize(run.path));
+    run.log.SetRoom(Allowance(kLogBytes, catalog.FileSize()));
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
-    if (const DOMElement* root = FindChildElement(&document, "FunctionCatalog")) {
+    if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
         const CatalogParamFactory factory;
         ImportContext context{run.log, factory};
-        context.copies = CopyBudget(FileSize(run.path));
+        context.copies = CopyBudget(catalog.FileSize());
         catalog.Import(*root, context);
     } else {
-        run.log.Fatal(Format(Text::ElementNotFound, "FunctionCatalog"), "");
+        run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "");
     }
 }
 
 void ZMostFCatManager::ReportResult(ImportRun& run) const {
     if (run.log.FatalCount() + run.log.ErrorCount() + run.log.WarningCount() > 0) {
-        Send(Load(Text::ImportResult) + run.log.SummaryText(), kImportResult);
+        Send(Load(Text::ImportResult) + run.log.SummaryText(), Result);
     }
     run.log.WriteSummary();
 }
@@ -284,16 +274,15 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
         }
     }
     for (const auto& catalog : catalogs_) {
-        ZMostFCatLog log;
+        ZMostTreeLog log(Allowance(kLogBytes, catalog->FileSize()));
         if (isRefused || !log.OpenTreeLog(treeLogPath)) {
-            Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
+            Send(Format(Text::LogNotCreated, treeLogPath), Reading);
             continue;
         }
-        log.SetInputSize(FileSize(catalog->FilePath()));
-        Send(Load(Text::WritingDataStructure), kTreeLogEvent);
+        Send(Load(Text::WritingDataStructure), TreeLog);
         catalog->Dump(log);
         if (!log.CloseTreeLog()) {
-            Send(Format(Text::LogNotCreated, treeLogPath), kFileEvent);
+            Send(Format(Text::LogNotCreated, treeLogPath), Reading);
         }
     }
 }
@@ -319,9 +308,9 @@ bool ZMostFCatManager::IsProtected(const std::string& logPath) const {
                                [&](const std::string& path) { return IsSameFile(logPath, path); });
 }
 
-void ZMostFCatManager::Send(const std::string& text, int level) const {
+void ZMostFCatManager::Send(const std::string& text, ImportEvent event) const {
     if (MessageSink) {
-        MessageSink(text, level);
+        MessageSink(text, event);
     }
 }
 

@@ -1,3 +1,5 @@
+/// Imports of catalogs, from the file to the tree.
+
 #pragma once
 
 #include <cstdint>
@@ -8,20 +10,26 @@
 #include <vector>
 
 #include "catalog/catalog.h"
-#include "import/document_reader.h"
-#include "import/message_log.h"
+#include "import/log/message_log.h"
+#include "import/xml/document_reader.h"
 
 namespace tarvex {
 
 /// Written into the header of the importer's messages.
 inline constexpr const char* kImporterVersion = "1.0.11";
 
+/// What a text for the message sink is about.
+enum class ImportEvent {
+    Reading = 1,  ///< Files and the parser, and failures.
+    Result = 2,   ///< What an import came to.
+    TreeLog = 3,  ///< The tree log.
+};
+
 /// Turns catalog files into trees and keeps them. One import runs at a time in the process.
 class ZMostFCatManager {
   public:
-    /// Receives progress and failure texts with a level: 1 for file and parser events and failures, 2 for the
-    /// result of an import, 3 for the tree log.
-    using Sink = std::function<void(const std::string& text, int level)>;
+    /// Receives progress and failure texts.
+    using Sink = std::function<void(const std::string& text, ImportEvent event)>;
 
     ZMostFCatManager();
     explicit ZMostFCatManager(std::unique_ptr<DocumentReader> reader);
@@ -76,15 +84,15 @@ class ZMostFCatManager {
                     const std::string& importLogPath);
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
-    const xercesc::DOMNode* ParseFile(ImportRun& run);
-    const xercesc::DOMNode* ReadDocument(ImportRun& run);
-    const xercesc::DOMNode* Fail(ImportRun& run, const std::string& text) const;
-    void ImportDocument(ImportRun& run, const xercesc::DOMNode& document, ZMTCatalog& catalog) const;
+    const Element* ParseFile(ImportRun& run);
+    const Element* ReadDocument(ImportRun& run);
+    const Element* Fail(ImportRun& run, const std::string& text) const;
+    void ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog) const;
     void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);
     bool IsProtected(const std::string& logPath) const;
-    void Send(const std::string& text, int level) const;
+    void Send(const std::string& text, ImportEvent event) const;
 
     std::unique_ptr<DocumentReader> reader_;
     bool isCleared_ = false;

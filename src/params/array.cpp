@@ -4,10 +4,12 @@
 #include <iterator>
 
 #include "catalog/import_context.h"
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -17,11 +19,11 @@ constexpr const char* kOpenLengths[] = {"NMax", "N (>=0)"};
 
 }  // namespace
 
-bool ZMTParamArray::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamArray::Import(const Element& element, ImportContext& context) {
     if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* array = FindTypeElement(element, "TArray");
+    const Element* array = FindTypeElement(element, "TArray");
     if (array == nullptr) {
         return Raise<kNoTArray>(context.log, "TArray");
     }
@@ -63,28 +65,18 @@ bool ZMTParamArray::Resolve(ImportContext& context) {
     if (!selector) {
         return Raise<kArrayDataWithoutPos>(context.log, kPosName, kDataName);
     }
-    selector_ = *selector;
+    selector_.Set(*selector);
     ResolveOrDelete(context);
     return true;
 }
 
-bool ZMTParamArray::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamArray::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMARRAY: " + GetName());
     DumpParamLines(treeLog);
-    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(selector_)));
+    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(Selector())));
     DumpLine(treeLog, FormatText(".NMax: %d", nMax_));
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTParamArray::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& array = static_cast<const ZMTParamArray&>(*other);
-    selector_ = nullptr;
-    nMax_ = array.nMax_;
-    return ZMTChildList<ZMTParam>::CopyFrom(&array, this);
 }
 
 }  // namespace tarvex

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -21,11 +23,11 @@ void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context)
     }
 }
 
-bool ZMTParamBitField::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamBitField::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* field = FindTypeElement(element, "TBitField");
+    const Element* field = FindTypeElement(element, "TBitField");
     if (field == nullptr) {
         return Raise<kNoTBitField>(context.log, "TBitField");
     }
@@ -58,25 +60,16 @@ bool ZMTParamBitField::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTParamBitField::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamBitField::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMBITFIELD: " + GetName());
     DumpFieldLines(treeLog);
     return true;
 }
 
-void ZMTParamBitField::DumpFieldLines(ZMostFCatLog& treeLog) const {
+void ZMTParamBitField::DumpFieldLines(ZMostTreeLog& treeLog) const {
     DumpParamLines(treeLog);
     DumpLine(treeLog, FormatText(".Length: %d", Length()));
     DumpAll(treeLog);
-}
-
-bool ZMTParamBitField::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& field = static_cast<const ZMTParamBitField&>(*other);
-    length_ = field.length_;
-    return ZMTChildList<ZMTParamBoolField>::CopyFrom(&field, this);
 }
 
 }  // namespace tarvex

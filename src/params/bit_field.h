@@ -1,29 +1,23 @@
 #pragma once
 
-#include "catalog/child_list.h"
 #include "catalog/import_context.h"
-#include "catalog/param.h"
+#include "catalog/list_node.h"
+#include "import/xml/element.h"
 #include "params/bool_field.h"
+#include "params/param_kind.h"
 
 namespace tarvex {
 
 /// Up to 16 bits, each named bit in the slot of its position.
-class ZMTParamBitField : public ZMTParam, public ZMTChildList<ZMTParamBoolField> {
+class ZMTParamBitField
+    : public ZMTParamKind<ZMTParamBitField, ZMTListNode<ZMTParam, ZMTParamBoolField>, ParamKind::BitField> {
   public:
-    int GetType() const override { return kParamBitField; }
     /// Raises 88 to 94 and those of the bits; false without "TBitField", "Length" or "TypeRef" or when a bit
     /// fails.
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     /// A bit that fails is deleted; the field stays.
     bool Resolve(ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    using ZMTChildList<ZMTParamBoolField>::CopyFrom;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
-    std::size_t CopySize() const override { return ZMTParam::CopySize() + CopySizeOfAll(); }
-    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     /// Length in bits.
     virtual void SetLength(std::uint32_t bits) { length_ = bits; }
@@ -35,20 +29,20 @@ class ZMTParamBitField : public ZMTParam, public ZMTChildList<ZMTParamBoolField>
   protected:
     /// Widens the declared length (93) so that every bit has room, as far as the kind allows.
     void FitLength(std::uint32_t declared, ImportContext& context);
-    void DumpFieldLines(ZMostFCatLog& treeLog) const;
+    void DumpFieldLines(ZMostTreeLog& treeLog) const;
 
     /// Reads the "TBoolField" children. A bit at a taken position raises kTwice and is left out; one that
     /// fails raises kFailed and makes the result false.
     template <const Message& kTwice, const Message& kFailed>
-    bool ImportBits(const DOMElement& field, ImportContext& context);
+    bool ImportBits(const Element& field, ImportContext& context);
 
   private:
     std::uint32_t length_ = 0;
 };
 
 template <const Message& kTwice, const Message& kFailed>
-bool ZMTParamBitField::ImportBits(const DOMElement& field, ImportContext& context) {
-    for (const DOMElement* child = FindChildElement(&field, "TBoolField"); child != nullptr;
+bool ZMTParamBitField::ImportBits(const Element& field, ImportContext& context) {
+    for (const Element* child = FindChildElement(&field, "TBoolField"); child != nullptr;
          child = FindNextSiblingElement(*child, "TBoolField")) {
         auto bit = std::make_unique<ZMTParamBoolField>();
         bit->SetParent(this);

@@ -1,12 +1,14 @@
 #include "params/bool_field.h"
 
 #include "catalog/import_context.h"
-#include "import/names.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
-bool ZMTParamBoolField::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamBoolField::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context)) {
         return false;
     }
@@ -22,12 +24,12 @@ bool ZMTParamBoolField::Import(const DOMElement& element, ImportContext& context
         return Raise<kBitPosOutOfRange>(context.log, GetName());
     }
     SetParamPos(static_cast<std::uint32_t>(pos));
-    if (GetChildElementText(element, text, "BitTrueDesc")) {
+    if (GetChildElementText(element, "BitTrueDesc", text)) {
         trueDesc_ = SanitizeText(text);
     } else {
         Raise<kBitWithoutTrueDesc>(context.log, "BitTrueDesc");
     }
-    if (GetChildElementText(element, text, "BitFalseDesc")) {
+    if (GetChildElementText(element, "BitFalseDesc", text)) {
         falseDesc_ = SanitizeText(text);
     } else {
         Raise<kBitWithoutFalseDesc>(context.log, "BitFalseDesc");
@@ -35,26 +37,16 @@ bool ZMTParamBoolField::Import(const DOMElement& element, ImportContext& context
     return true;
 }
 
-bool ZMTParamBoolField::ImportParamName(const DOMElement& element, ImportContext& /*context*/) {
+bool ZMTParamBoolField::ImportParamName(const Element& element, ImportContext& /*context*/) {
     ReadParamName(element);
     return true;
 }
 
-bool ZMTParamBoolField::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamBoolField::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, FormatText("PARAMBOOLFIELD: %s", GetName()));
     DumpParamLines(treeLog);
     DumpLine(treeLog, FormatText(".TrueDesc:  %s", trueDesc_));
     DumpLine(treeLog, FormatText(".FalseDesc: %s", falseDesc_));
-    return true;
-}
-
-bool ZMTParamBoolField::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& bit = static_cast<const ZMTParamBoolField&>(*other);
-    trueDesc_ = bit.trueDesc_;
-    falseDesc_ = bit.falseDesc_;
     return true;
 }
 

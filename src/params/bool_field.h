@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalog/param.h"
+#include "params/param_kind.h"
 
 namespace tarvex {
 
@@ -9,16 +9,13 @@ inline constexpr std::int32_t kBitPosEnd = 16;
 
 /// One named bit of a bit field or boolean. Its position is its number in the field, bit 0 the least
 /// significant.
-class ZMTParamBoolField : public ZMTParam {
+class ZMTParamBoolField : public ZMTParamKind<ZMTParamBoolField, ZMTParam, ParamKind::BoolField> {
   public:
-    int GetType() const override { return kParamBoolField; }
     /// Reads a "TBoolField" element; raises 59 to 63, false without a usable "BitPos".
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     /// A bit may do without a name.
-    bool ImportParamName(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool ImportParamName(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
     std::size_t CopySize() const override {
         return ZMTParam::CopySize() + trueDesc_.size() + falseDesc_.size();
     }

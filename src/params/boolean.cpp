@@ -1,6 +1,8 @@
 #include "params/boolean.h"
 
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -10,11 +12,11 @@ constexpr std::uint32_t kBoolLength = 8;
 
 }  // namespace
 
-bool ZMTParamBool::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamBool::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* field = FindTypeElement(element, "TBool");
+    const Element* field = FindTypeElement(element, "TBool");
     if (field == nullptr) {
         return Raise<kNoTBool>(context.log, "TBool");
     }
@@ -31,7 +33,7 @@ bool ZMTParamBool::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTParamBool::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamBool::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMBOOL: " + GetName());
     DumpFieldLines(treeLog);
     return true;

@@ -1,6 +1,7 @@
 #include "params/catalog_vocabulary.h"
 
 #include "catalog/op_types.h"
+#include "params/basis_types.h"
 
 namespace tarvex {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/vocabulary.h"
+#include "import/xml/vocabulary.h"
 
 namespace tarvex {
 

@@ -1,12 +1,14 @@
 #include "params/enum_value.h"
 
 #include "catalog/import_context.h"
-#include "import/names.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
-bool ZMTEnumValue::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTEnumValue::Import(const Element& element, ImportContext& context) {
     std::string text;
     // Newer catalogs may leave the text out and carry the name in an attribute.
     if (!GetElementText(element, text) || Trim(text).empty()) {
@@ -26,19 +28,9 @@ bool ZMTEnumValue::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTEnumValue::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTEnumValue::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog,
              FormatText("ENUMVALUE: %s  .CodeMin: 0x%02X .CodeMax: 0x%02X", GetName(), codeMin_, codeMax_));
-    return true;
-}
-
-bool ZMTEnumValue::CopyFrom(const ZMTNode* other) {
-    if (!ZMTNode::CopyFrom(other)) {
-        return false;
-    }
-    const auto& value = static_cast<const ZMTEnumValue&>(*other);
-    codeMin_ = value.codeMin_;
-    codeMax_ = value.codeMax_;
     return true;
 }
 

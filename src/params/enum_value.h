@@ -1,18 +1,15 @@
 #pragma once
 
-#include "catalog/node.h"
+#include "catalog/node_kind.h"
 
 namespace tarvex {
 
 /// One named code, or range of codes, of an enumeration.
-class ZMTEnumValue : public ZMTNode {
+class ZMTEnumValue : public ZMTNodeKind<ZMTEnumValue, ZMTNode, kEnumValue> {
   public:
-    int GetType() const override { return kEnumValue; }
     /// Reads a "TEnumValue" element; raises 75 and 76, false without a usable code.
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     /// The codes that the value stands for, both included.
     std::uint32_t CodeMin() const { return codeMin_; }

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <numeric>
 #include <set>
+#include <utility>
 
 #include "catalog/import_context.h"
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -20,31 +23,31 @@ constexpr unsigned kNoSlot = ~0U;
 
 /// An earlier value has its lowest or its highest code within a later value's range. A value that merely
 /// surrounds a later one does not count.
-bool Overlap(const std::vector<ZMTEnumValue*>& values) {
+bool Overlap(ItemRange<const ZMTEnumValue> values) {
     std::set<std::uint32_t> ends;  // of the values so far
-    for (const ZMTEnumValue* value : values) {
-        const auto next = ends.lower_bound(value->CodeMin());
-        if (next != ends.end() && *next <= value->CodeMax()) {
+    for (const ZMTEnumValue& value : values) {
+        const auto next = ends.lower_bound(value.CodeMin());
+        if (next != ends.end() && *next <= value.CodeMax()) {
             return true;
         }
-        ends.insert({value->CodeMin(), value->CodeMax()});
+        ends.insert({value.CodeMin(), value.CodeMax()});
     }
     return false;
 }
 
-bool IsAscending(const std::vector<ZMTEnumValue*>& values) {
-    return std::ranges::adjacent_find(values, [](const ZMTEnumValue* a, const ZMTEnumValue* b) {
-               return a->CodeMin() > a->CodeMax() || a->CodeMax() >= b->CodeMin();
+bool IsAscending(ItemRange<const ZMTEnumValue> values) {
+    return std::ranges::adjacent_find(values, [](const ZMTEnumValue& a, const ZMTEnumValue& b) {
+               return a.CodeMin() > a.CodeMax() || a.CodeMax() >= b.CodeMin();
            }) == values.end();
 }
 
 }  // namespace
 
-bool ZMTParamEnum::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* enumElement = FindTypeElement(element, "TEnum");
+    const Element* enumElement = FindTypeElement(element, "TEnum");
     if (enumElement == nullptr) {
         return Raise<kNoTEnum>(context.log, "TEnum");
     }
@@ -65,7 +68,7 @@ bool ZMTParamEnum::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-void ZMTParamEnum::ImportEnumMax(const DOMElement& enumElement, ImportContext& context) {
+void ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& context) {
     std::string text;
     if (!GetAttribute(enumElement, "TEnumMax", text)) {
         Raise<kEnumWithoutMax>(context.log, "TEnumMax");
@@ -78,8 +81,8 @@ void ZMTParamEnum::ImportEnumMax(const DOMElement& enumElement, ImportContext& c
     enumMax_ = static_cast<std::uint32_t>(value);
 }
 
-void ZMTParamEnum::ImportValues(const DOMElement& enumElement, ImportContext& context) {
-    for (const DOMElement* child = FindChildElement(&enumElement, "TEnumValue"); child != nullptr;
+void ZMTParamEnum::ImportValues(const Element& enumElement, ImportContext& context) {
+    for (const Element* child = FindChildElement(&enumElement, "TEnumValue"); child != nullptr;
          child = FindNextSiblingElement(*child, "TEnumValue")) {
         auto value = std::make_unique<ZMTEnumValue>();
         value->SetParent(this);
@@ -92,9 +95,9 @@ void ZMTParamEnum::ImportValues(const DOMElement& enumElement, ImportContext& co
 }
 
 void ZMTParamEnum::CheckCodes(ImportContext& context) {
-    const std::vector<ZMTEnumValue*> values = GetItems(false);
-    const bool isInRange = std::ranges::all_of(values, [&](const ZMTEnumValue* value) {
-        return value->CodeMin() <= enumMax_ && value->CodeMax() <= enumMax_;
+    const ItemRange<const ZMTEnumValue> values = std::as_const(*this).Items();
+    const bool isInRange = std::ranges::all_of(values, [&](const ZMTEnumValue& value) {
+        return value.CodeMin() <= enumMax_ && value.CodeMax() <= enumMax_;
     });
     if (!isInRange) {
         Raise<kEnumCodeOutOfRange>(context.log);
@@ -154,22 +157,12 @@ bool ZMTParamEnum::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTParamEnum::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamEnum::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMENUM: " + GetName());
     DumpParamLines(treeLog);
     DumpLine(treeLog, FormatText(".EnumMax: %d", enumMax_));
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTParamEnum::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& enumeration = static_cast<const ZMTParamEnum&>(*other);
-    enumMax_ = enumeration.enumMax_;
-    isAscending_ = enumeration.isAscending_;
-    return ZMTChildList<ZMTEnumValue>::CopyFrom(&enumeration, this);
 }
 
 }  // namespace tarvex

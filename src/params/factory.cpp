@@ -1,5 +1,6 @@
 #include "params/factory.h"
 
+#include "import/xml/element.h"
 #include "params/array.h"
 #include "params/bit_field.h"
 #include "params/boolean.h"
@@ -15,11 +16,11 @@ namespace tarvex {
 namespace {
 
 template <class T>
-std::unique_ptr<ZMTParam> Make(const DOMElement& /*element*/) {
+std::unique_ptr<ZMTParam> Make(const Element& /*element*/) {
     return std::make_unique<T>();
 }
 
-std::unique_ptr<ZMTParam> MakeStream(const DOMElement& element) {
+std::unique_ptr<ZMTParam> MakeStream(const Element& element) {
     if (IsFktIDBitStream(element)) {
         return std::make_unique<ZMTParamFktIDBitStream>();
     }
@@ -28,7 +29,7 @@ std::unique_ptr<ZMTParam> MakeStream(const DOMElement& element) {
 
 struct KindRow {
     const char* typeElement;
-    std::unique_ptr<ZMTParam> (*make)(const DOMElement& element);
+    std::unique_ptr<ZMTParam> (*make)(const Element& element);
 };
 constexpr KindRow kKinds[] = {
     {"TNumber", Make<ZMTParamNumber>},
@@ -43,8 +44,8 @@ constexpr KindRow kKinds[] = {
 };
 
 /// The kind of the first type element among the direct children; null if there is none.
-const KindRow* FindKind(const DOMElement& parent) {
-    for (const DOMElement* child = FirstChildElement(&parent); child != nullptr;
+const KindRow* FindKind(const Element& parent) {
+    for (const Element* child = FirstChildElement(&parent); child != nullptr;
          child = NextSiblingElement(*child)) {
         for (const KindRow& row : kKinds) {
             if (HasTagName(*child, row.typeElement)) {
@@ -57,14 +58,9 @@ const KindRow* FindKind(const DOMElement& parent) {
 
 }  // namespace
 
-const DOMElement* FindTypeElement(const DOMElement& element, std::string_view name) {
-    const DOMElement* found = FindChildElement(&element, name);
-    return found != nullptr ? found : FindGrandchildElement(&element, name);
-}
-
-std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const DOMElement& element) const {
+std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const Element& element) const {
     const KindRow* kind = FindKind(element);
-    for (const DOMElement* child = FirstChildElement(&element); kind == nullptr && child != nullptr;
+    for (const Element* child = FirstChildElement(&element); kind == nullptr && child != nullptr;
          child = NextSiblingElement(*child)) {
         kind = FindKind(*child);
     }

@@ -2,9 +2,11 @@
 
 #include "catalog/definitions.h"
 #include "catalog/import_context.h"
-#include "import/names.h"
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -12,36 +14,33 @@ namespace {
 constexpr std::string_view kNamePrefix = "FktID";
 constexpr std::int32_t kFunctionID = 0x000;
 
-bool IsInFirstFunction(const DOMElement& element) {
-    const DOMNode* node = &element;
-    while (node != nullptr && !HasTagName(*node, "Function")) {
-        node = node->getParentNode();
-    }
-    if (node == nullptr || node->getNodeType() != DOMNode::ELEMENT_NODE) {
-        return false;
+bool IsInFirstFunction(const Element& element) {
+    const Element* function = &element;
+    while (function != nullptr && !HasTagName(*function, "Function")) {
+        function = function->parent;
     }
     std::string text;
     std::int32_t id = 0;
-    return GetChildElementText(static_cast<const DOMElement&>(*node), text, "FunctionID") &&
+    return function != nullptr && GetChildElementText(*function, "FunctionID", text) &&
            ParseInteger(text, id) && id == kFunctionID;
 }
 
 }  // namespace
 
-bool IsFktIDBitStream(const DOMElement& element) {
+bool IsFktIDBitStream(const Element& element) {
     std::string name;
-    return (GetChildElementText(element, name, "ParamName") ||
-            GetChildElementText(element, name, "TRecordFieldName") ||
-            GetChildElementText(element, name, "TArrayName")) &&
+    return (GetChildElementText(element, "ParamName", name) ||
+            GetChildElementText(element, "TRecordFieldName", name) ||
+            GetChildElementText(element, "TArrayName", name)) &&
            NamesEqual(SanitizeName(name).substr(0, kNamePrefix.size()), kNamePrefix) &&
            IsInFirstFunction(element);
 }
 
-bool ZMTParamFktIDBitStream::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamFktIDBitStream::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* stream = FindTypeElement(element, "TStream");
+    const Element* stream = FindTypeElement(element, "TStream");
     if (stream == nullptr) {
         return Raise<kNoFktIDStream>(context.log, "TStream");
     }
@@ -50,7 +49,7 @@ bool ZMTParamFktIDBitStream::Import(const DOMElement& element, ImportContext& co
         return Raise<kFktIDStreamWithoutType>(context.log, "TypeRef");
     }
     ResolveType(typeRef, context);
-    const DOMElement* streamCase = FindChildElement(stream, "StreamCase");
+    const Element* streamCase = FindChildElement(stream, "StreamCase");
     if (streamCase == nullptr) {
         return Raise<kFktIDStreamWithoutCase>(context.log, "StreamCase");
     }
@@ -60,7 +59,7 @@ bool ZMTParamFktIDBitStream::Import(const DOMElement& element, ImportContext& co
     return true;
 }
 
-bool ZMTParamFktIDBitStream::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamFktIDBitStream::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMFKTIDBITSTREAM: " + GetName());
     DumpParamLines(treeLog);
     DumpLine(treeLog,

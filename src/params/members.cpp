@@ -7,7 +7,7 @@ namespace tarvex {
 bool IsNestedTooDeep(const ZMTParam& param) {
     unsigned depth = 0;
     for (const ZMTNode* node = &param; node != nullptr; node = node->GetParent()) {
-        depth += dynamic_cast<const ZMTCollector*>(node) != nullptr ? 1 : 0;
+        depth += IsCollector(static_cast<ParamKind>(node->GetType())) ? 1 : 0;
     }
     return depth > kMaxNesting;
 }

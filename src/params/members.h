@@ -4,6 +4,7 @@
 
 #include "catalog/import_context.h"
 #include "catalog/param.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
@@ -17,16 +18,15 @@ bool IsNestedTooDeep(const ZMTParam& param);
 /// Makes and imports the parameter of an element inside an array, record or stream case, with `container` as
 /// parent. Raises kUnknown or kFailed with the element's tag in the name of the container; null then.
 template <const Message& kUnknown, const Message& kFailed>
-std::unique_ptr<ZMTParam> ImportMember(ZMTParam& container, const DOMElement& element,
-                                       ImportContext& context) {
+std::unique_ptr<ZMTParam> ImportMember(ZMTParam& container, const Element& element, ImportContext& context) {
     std::unique_ptr<ZMTParam> member = context.paramFactory.Create(element);
     if (!member) {
-        container.Raise<kUnknown>(context.log, Transcode(element.getTagName()));
+        container.Raise<kUnknown>(context.log, std::string(element.name));
         return nullptr;
     }
     member->SetParent(&container);
     if (!member->Import(element, context)) {
-        container.Raise<kFailed>(context.log, Transcode(element.getTagName()));
+        container.Raise<kFailed>(context.log, std::string(element.name));
         return nullptr;
     }
     return member;

@@ -2,10 +2,12 @@
 
 #include "catalog/definitions.h"
 #include "catalog/import_context.h"
-#include "catalog/op_types.h"
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
+#include "params/basis_types.h"
 #include "params/pos_and_data.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -19,11 +21,11 @@ bool IsUnsigned(std::int32_t defCode) {
 
 }  // namespace
 
-bool ZMTParamNumber::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamNumber::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* number = FindTypeElement(element, "TNumber");
+    const Element* number = FindTypeElement(element, "TNumber");
     if (number == nullptr) {
         return Raise<kNoTNumber>(context.log, "TNumber");
     }
@@ -42,38 +44,38 @@ bool ZMTParamNumber::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-void ZMTParamNumber::ImportScale(const DOMElement& number, ImportContext& context) {
+void ZMTParamNumber::ImportScale(const Element& number, ImportContext& context) {
     std::string text;
-    if (GetChildElementText(number, text, "Exponent")) {
+    if (GetChildElementText(number, "Exponent", text)) {
         exponent_ = IntegerOrZero(text);
     } else {
         Raise<kNumberWithoutExponent>(context.log, "Exponent");
     }
-    if (GetChildElementText(number, text, "RangeMin")) {
+    if (GetChildElementText(number, "RangeMin", text)) {
         rangeMin_ = ParseFloat(text);
     } else {
         Raise<kNumberWithoutRangeMin>(context.log, "RangeMin");
     }
-    if (GetChildElementText(number, text, "RangeMax")) {
+    if (GetChildElementText(number, "RangeMax", text)) {
         rangeMax_ = ParseFloat(text);
     } else {
         Raise<kNumberWithoutRangeMax>(context.log, "RangeMax");
     }
-    if (GetChildElementText(number, text, "Step")) {
+    if (GetChildElementText(number, "Step", text)) {
         step_ = ParseFloat(text);
     } else {
         Raise<kNumberWithoutStep>(context.log, "Step");
     }
 }
 
-bool ZMTParamNumber::ImportBasisType(const DOMElement& number, ImportContext& context) {
-    const DOMElement* basis = FindChildElement(&number, "BasisDataType");
+bool ZMTParamNumber::ImportBasisType(const Element& number, ImportContext& context) {
+    const Element* basis = FindChildElement(&number, "BasisDataType");
     if (basis == nullptr) {
         return Raise<kNumberWithoutBasisType>(context.log, "BasisDataType");
     }
     std::string typeRef;
     for (const char* name : kBasisTypes) {
-        if (GetChildAttribute(*basis, typeRef, name, "TypeRef")) {
+        if (GetChildAttribute(*basis, name, "TypeRef", typeRef)) {
             ResolveType(typeRef, context);
             break;
         }
@@ -86,9 +88,9 @@ bool ZMTParamNumber::ImportBasisType(const DOMElement& number, ImportContext& co
     return true;
 }
 
-bool ZMTParamNumber::ImportUnit(const DOMElement& number, ImportContext& context) {
+bool ZMTParamNumber::ImportUnit(const Element& number, ImportContext& context) {
     std::string unitRef;
-    if (!GetChildAttribute(number, unitRef, "Unit", "UnitRef")) {
+    if (!GetChildAttribute(number, "Unit", "UnitRef", unitRef)) {
         return Raise<kNumberWithoutUnit>(context.log, "Unit");
     }
     unit_ = context.definitions != nullptr ? context.definitions->Units().FindByDefName(unitRef) : nullptr;
@@ -105,7 +107,7 @@ bool ZMTParamNumber::HasPhysicalUnit() const {
            });
 }
 
-bool ZMTParamNumber::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamNumber::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMNUMBER: " + GetName());
     DumpParamLines(treeLog);
     DumpLine(treeLog,
@@ -114,21 +116,6 @@ bool ZMTParamNumber::Dump(ZMostFCatLog& treeLog) const {
     DumpLine(treeLog, FormatText(".Range: %f-%f", rangeMin_, rangeMax_));
     DumpLine(treeLog, FormatText(".Step: %f", step_));
     DumpLine(treeLog, ".UnitName: " + unitName_);
-    return true;
-}
-
-bool ZMTParamNumber::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& number = static_cast<const ZMTParamNumber&>(*other);
-    isSigned_ = number.isSigned_;
-    exponent_ = number.exponent_;
-    rangeMin_ = number.rangeMin_;
-    rangeMax_ = number.rangeMax_;
-    step_ = number.step_;
-    unitName_ = number.unitName_;
-    unit_ = number.unit_;
     return true;
 }
 

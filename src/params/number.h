@@ -1,22 +1,17 @@
 #pragma once
 
-#include "catalog/param.h"
-#include "params/selector.h"
+#include "params/param_kind.h"
 
 namespace tarvex {
 
 class ZMTDefUnit;
 
 /// A scaled integer: the physical value is the raw one times 10 to the Exponent.
-class ZMTParamNumber : public ZMTParam, public ZMTSelector {
+class ZMTParamNumber : public ZMTParamKind<ZMTParamNumber, ZMTParam, ParamKind::Number>, public ZMTSelector {
   public:
-    int GetType() const override { return kParamNumber; }
     /// Raises 66 to 74, 151 and 152; false when type or unit are missing.
-    bool Import(const DOMElement& element, ImportContext& context) override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
-    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
+    bool Import(const Element& element, ImportContext& context) override;
+    bool Dump(ZMostTreeLog& treeLog) const override;
 
     bool IsSigned() const { return isSigned_; }
     std::int32_t Exponent() const { return exponent_; }
@@ -32,9 +27,9 @@ class ZMTParamNumber : public ZMTParam, public ZMTSelector {
     bool HasPhysicalUnit() const;
 
   private:
-    void ImportScale(const DOMElement& number, ImportContext& context);
-    bool ImportBasisType(const DOMElement& number, ImportContext& context);
-    bool ImportUnit(const DOMElement& number, ImportContext& context);
+    void ImportScale(const Element& number, ImportContext& context);
+    bool ImportBasisType(const Element& number, ImportContext& context);
+    bool ImportUnit(const Element& number, ImportContext& context);
 
     bool isSigned_ = false;
     std::int32_t exponent_ = 0;

@@ -1,6 +1,6 @@
 #include "params/pos_and_data.h"
 
-#include "import/names.h"
+#include "import/text/names.h"
 #include "params/selector.h"
 
 namespace tarvex {
@@ -10,8 +10,13 @@ bool HasCoordinates(const ZMTParam& param) {
            param.GetBytesInMsg() == kPosBytes;
 }
 
+bool IsContainer(const ZMTNode& node) {
+    return node.IsType(kParamArray) || node.IsType(kParamRecord);
+}
+
 const ZMTParam* AsSelector(const ZMTNode* node) {
-    return dynamic_cast<const ZMTSelector*>(node) == nullptr ? nullptr : dynamic_cast<const ZMTParam*>(node);
+    const bool canSelect = node != nullptr && CanSelect(static_cast<ParamKind>(node->GetType()));
+    return canSelect ? static_cast<const ZMTParam*>(node) : nullptr;
 }
 
 std::optional<const ZMTParam*> FindSelector(const ZMTParam& param) {
@@ -23,9 +28,7 @@ std::optional<const ZMTParam*> FindSelector(const ZMTParam& param) {
         }
         return AsSelector(pos);
     }
-    const bool isInContainer =
-        parent != nullptr && (parent->IsType(kParamArray) || parent->IsType(kParamRecord));
-    return isInContainer ? static_cast<const ZMTParam*>(parent) : nullptr;
+    return parent != nullptr && IsContainer(*parent) ? static_cast<const ZMTParam*>(parent) : nullptr;
 }
 
 std::string SelectorName(const ZMTParam* selector) {

@@ -17,6 +17,9 @@ inline constexpr const char* kDataName = "Data";
 /// The parameter is a number called "Pos" with room for both coordinates.
 bool HasCoordinates(const ZMTParam& param);
 
+/// The node is an array or a record, whose parts "Pos" may name.
+bool IsContainer(const ZMTNode& node);
+
 /// The node as a parameter if it is of a kind that can select; else null.
 const ZMTParam* AsSelector(const ZMTNode* node);
 

@@ -1,19 +1,21 @@
 #include "params/record.h"
 
 #include "catalog/import_context.h"
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
 
 constexpr unsigned kFirstFieldPos = 1;
 
-unsigned CountChildElements(const DOMElement& parent, std::string_view name) {
+unsigned CountChildElements(const Element& parent, std::string_view name) {
     unsigned count = 0;
-    for (const DOMElement* child = FindChildElement(&parent, name); child != nullptr;
+    for (const Element* child = FindChildElement(&parent, name); child != nullptr;
          child = FindNextSiblingElement(*child, name)) {
         ++count;
     }
@@ -22,11 +24,11 @@ unsigned CountChildElements(const DOMElement& parent, std::string_view name) {
 
 }  // namespace
 
-bool ZMTParamRecord::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
     if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* record = FindTypeElement(element, "TRecord");
+    const Element* record = FindTypeElement(element, "TRecord");
     if (record == nullptr) {
         return Raise<kNoTRecord>(context.log, "TRecord");
     }
@@ -51,9 +53,9 @@ bool ZMTParamRecord::Import(const DOMElement& element, ImportContext& context) {
 }
 
 /// Tells every bad field before it fails. Only good fields can have a gap between them.
-bool ZMTParamRecord::ImportFields(const DOMElement& record, ImportContext& context) {
+bool ZMTParamRecord::ImportFields(const Element& record, ImportContext& context) {
     bool areAllGood = true;
-    for (const DOMElement* child = FindChildElement(&record, "TRecordField"); child != nullptr;
+    for (const Element* child = FindChildElement(&record, "TRecordField"); child != nullptr;
          child = FindNextSiblingElement(*child, "TRecordField")) {
         auto field = ImportMember<kRecordFieldUnknown, kRecordFieldFailed>(*this, *child, context);
         if (!field) {
@@ -79,7 +81,7 @@ bool ZMTParamRecord::Resolve(ImportContext& context) {
     if (!selector) {
         return Raise<kRecordDataWithoutPos>(context.log, kPosName, kDataName);
     }
-    selector_ = *selector;
+    selector_.Set(*selector);
     ResolveOrDelete(context);
     if (Count() == 0) {
         Raise<kRecordEmpty>(context.log);
@@ -87,23 +89,13 @@ bool ZMTParamRecord::Resolve(ImportContext& context) {
     return true;
 }
 
-bool ZMTParamRecord::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamRecord::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMRECORD: " + GetName());
     DumpParamLines(treeLog);
-    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(selector_)));
+    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(Selector())));
     DumpLine(treeLog, FormatText(".NElements: %d", nElements_));
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTParamRecord::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& record = static_cast<const ZMTParamRecord&>(*other);
-    selector_ = nullptr;
-    nElements_ = record.nElements_;
-    return ZMTChildList<ZMTParam>::CopyFrom(&record, this);
 }
 
 }  // namespace tarvex

@@ -6,18 +6,20 @@
 #include <tuple>
 #include <vector>
 
-#include "import/parse_value.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 
-bool ZMTParamStream::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamStream::Import(const Element& element, ImportContext& context) {
     if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* stream = FindTypeElement(element, "TStream");
+    const Element* stream = FindTypeElement(element, "TStream");
     if (stream == nullptr) {
         return Raise<kNoTStream>(context.log, "TStream");
     }
@@ -35,8 +37,8 @@ bool ZMTParamStream::Import(const DOMElement& element, ImportContext& context) {
 }
 
 /// Two cases hold the same position when they stand for the same coordinates.
-void ZMTParamStream::ImportCases(const DOMElement& stream, ImportContext& context) {
-    const DOMElement* child = FindChildElement(&stream, "StreamCase");
+void ZMTParamStream::ImportCases(const Element& stream, ImportContext& context) {
+    const Element* child = FindChildElement(&stream, "StreamCase");
     if (child == nullptr) {
         Raise<kStreamWithoutCase>(context.log, "StreamCase");
         return;
@@ -67,11 +69,10 @@ bool ZMTParamStream::HasOverlappingCases() const {
         std::int64_t max;
     };
     std::vector<Range> ranges;
-    for (const ZMTParamStreamCase* streamCase : GetItems(false)) {
-        const auto min = static_cast<std::int32_t>(streamCase->PosYMin());
-        const auto max = static_cast<std::int32_t>(streamCase->PosYMax());
-        const Range range =
-            min <= max ? Range{min, max} : Range{streamCase->PosYMin(), streamCase->PosYMax()};
+    for (const ZMTParamStreamCase& streamCase : Items()) {
+        const auto min = static_cast<std::int32_t>(streamCase.PosYMin());
+        const auto max = static_cast<std::int32_t>(streamCase.PosYMax());
+        const Range range = min <= max ? Range{min, max} : Range{streamCase.PosYMin(), streamCase.PosYMax()};
         if (range.min <= range.max) {
             ranges.push_back(range);
         }
@@ -86,35 +87,25 @@ bool ZMTParamStream::Resolve(ImportContext& context) {
     if (!ZMTParam::Resolve(context)) {
         return false;
     }
-    selector_ = nullptr;
+    selector_.Set(nullptr);
     ResolveOrDelete(context);
     return true;
 }
 
 bool ZMTParamStream::BindSelector(const ZMTParam& selector) {
-    if (selector_ == nullptr) {
-        selector_ = &selector;
+    if (Selector() == nullptr) {
+        selector_.Set(&selector);
     }
-    return selector_ == &selector;
+    return Selector() == &selector;
 }
 
-bool ZMTParamStream::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamStream::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMSTREAM: " + GetName());
     DumpParamLines(treeLog);
-    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(selector_)));
+    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(Selector())));
     DumpLine(treeLog, FormatText(".Length: %d", length_));
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTParamStream::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& stream = static_cast<const ZMTParamStream&>(*other);
-    selector_ = nullptr;
-    length_ = stream.length_;
-    return ZMTChildList<ZMTParamStreamCase>::CopyFrom(&stream, this);
 }
 
 }  // namespace tarvex

@@ -4,8 +4,10 @@
 #include <map>
 #include <utility>
 
-#include "import/names.h"
-#include "import/parse_value.h"
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
 #include "params/stream.h"
@@ -18,11 +20,11 @@ constexpr const char* kCaseWithoutSelector = "{StreamCase}";
 
 /// A coordinate of a case: the attribute of an element of its own where there is one, else an attribute of
 /// the element that holds both.
-std::string Coordinate(const DOMElement& streamCase, const char* name) {
+std::string Coordinate(const Element& streamCase, const char* name) {
     std::string text;
     const bool found = FindChildElement(&streamCase, name) != nullptr
-                           ? GetChildAttribute(streamCase, text, name, "PosDescription")
-                           : GetChildAttribute(streamCase, text, "PosDescription", name);
+                           ? GetChildAttribute(streamCase, name, "PosDescription", text)
+                           : GetChildAttribute(streamCase, "PosDescription", name, text);
     return found ? text : kNoCoordinate;
 }
 
@@ -30,23 +32,19 @@ std::string Coordinate(const DOMElement& streamCase, const char* name) {
 /// to fail its own check will not be there to select.
 const ZMTParam* FindSelecting(const ZMTNode& scope, const std::string& name) {
     const ZMTParam* selector = AsSelector(scope.FindChild(name));
-    const bool isContainer =
-        selector != nullptr && (selector->IsType(kParamArray) || selector->IsType(kParamRecord));
-    return isContainer && !FindSelector(*selector) ? nullptr : selector;
+    return selector != nullptr && IsContainer(*selector) && !FindSelector(*selector) ? nullptr : selector;
 }
 
 }  // namespace
 
-ZMTParamStreamCase::ZMTParamStreamCase() {
-    ZMTNode::SetName(kCaseWithoutSelector);
-}
+ZMTParamStreamCase::ZMTParamStreamCase() : ZMTParamKind(kCaseWithoutSelector) {}
 
-bool ZMTParamStreamCase::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamStreamCase::Import(const Element& element, ImportContext& context) {
     return ImportParamName(element, context) && ImportParamPos(element, context) &&
            ImportRange(element, context) && ImportParams(element, context) && CheckSequences(context);
 }
 
-bool ZMTParamStreamCase::ImportRange(const DOMElement& element, ImportContext& context) {
+bool ZMTParamStreamCase::ImportRange(const Element& element, ImportContext& context) {
     const std::string posY = Coordinate(element, "PosY");
     std::int32_t min = 0;
     std::int32_t max = 0;
@@ -64,8 +62,8 @@ bool ZMTParamStreamCase::ImportRange(const DOMElement& element, ImportContext& c
 }
 
 /// Reads the parameters and puts them in order.
-bool ZMTParamStreamCase::ImportParams(const DOMElement& element, ImportContext& context) {
-    const DOMElement* child = FindChildElement(&element, "StreamParam");
+bool ZMTParamStreamCase::ImportParams(const Element& element, ImportContext& context) {
+    const Element* child = FindChildElement(&element, "StreamParam");
     if (child == nullptr) {
         Raise<kStreamCaseWithoutParam>(context.log, "StreamParam");
         Raise<kEmptyStreamCaseUnsupported>(context.log);
@@ -97,21 +95,21 @@ bool ZMTParamStreamCase::ImportParams(const DOMElement& element, ImportContext& 
 bool ZMTParamStreamCase::CheckSequences(ImportContext& context) {
     std::uint32_t pos = 0;
     std::uint32_t sequence = 0;
-    for (const ZMTParam* param : GetItems(false)) {
-        if (param->ParamPos() == pos) {
+    for (const ZMTParam& param : Items()) {
+        if (param.ParamPos() == pos) {
             if (sequence == 0) {
                 return Raise<kSequenceMissing>(context.log);
             }
-        } else if (param->ParamPos() == pos + 1) {
+        } else if (param.ParamPos() == pos + 1) {
             ++pos;
             sequence = 0;
         } else {
-            return Raise<kGapInStreamCase>(context.log, param->GetName());
+            return Raise<kGapInStreamCase>(context.log, param.GetName());
         }
-        if (param->Sequence() != 0 && param->Sequence() != sequence + 1) {
+        if (param.Sequence() != 0 && param.Sequence() != sequence + 1) {
             return Raise<kSequenceBroken>(context.log);
         }
-        sequence = param->Sequence();
+        sequence = param.Sequence();
         seqCnt_ = std::max(seqCnt_, sequence);
     }
     return true;
@@ -160,7 +158,7 @@ unsigned ZMTParamStreamCase::GetIndentLevel() const {
     return GetParent() == nullptr ? 0 : GetParent()->GetIndentLevel();
 }
 
-bool ZMTParamStreamCase::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamStreamCase::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMSTREAMCASE: " + GetName());
     DumpParamLines(treeLog);
     DumpLine(treeLog, ".PosXString: " + posXString_);
@@ -169,21 +167,6 @@ bool ZMTParamStreamCase::Dump(ZMostFCatLog& treeLog) const {
     DumpLine(treeLog, FormatText(".SeqCnt: %d", seqCnt_));
     DumpAll(treeLog);
     return true;
-}
-
-bool ZMTParamStreamCase::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    const auto& streamCase = static_cast<const ZMTParamStreamCase&>(*other);
-    posXString_ = streamCase.posXString_;
-    posYMin_ = streamCase.posYMin_;
-    posYMax_ = streamCase.posYMax_;
-    seqCnt_ = streamCase.seqCnt_;
-    hasRangeX_ = streamCase.hasRangeX_;
-    posXMin_ = streamCase.posXMin_;
-    posXMax_ = streamCase.posXMax_;
-    return ZMTChildList<ZMTParam>::CopyFrom(&streamCase, this);
 }
 
 }  // namespace tarvex

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "catalog/child_list.h"
-#include "catalog/param.h"
+#include "catalog/list_node.h"
+#include "params/param_kind.h"
 
 namespace tarvex {
 
@@ -12,14 +12,14 @@ inline constexpr const char* kNoCoordinate = "#NULL#";
 
 /// The parameters that a stream holds while its selector has a value of a certain range, in the order in
 /// which they stand in the message.
-class ZMTParamStreamCase : public ZMTParam, public ZMTChildList<ZMTParam> {
+class ZMTParamStreamCase
+    : public ZMTParamKind<ZMTParamStreamCase, ZMTListNode<ZMTParam, ZMTParam>, ParamKind::StreamCase> {
   public:
     ZMTParamStreamCase();
 
-    int GetType() const override { return kParamStreamCase; }
     /// Reads a "StreamCase" element; raises 17 to 26, false at the first parameter or range that is of no
     /// use.
-    bool Import(const DOMElement& element, ImportContext& context) override;
+    bool Import(const Element& element, ImportContext& context) override;
     /// Finds the selector and takes a name from it. Raises 27 and fails when the stream has another selector
     /// already. A parameter that fails is deleted; the case stays.
     bool Resolve(ImportContext& context) override;
@@ -27,16 +27,10 @@ class ZMTParamStreamCase : public ZMTParam, public ZMTChildList<ZMTParam> {
     bool HasDuplicateName() const override { return false; }
     /// A case does not deepen the indentation.
     unsigned GetIndentLevel() const override;
-    bool Dump(ZMostFCatLog& treeLog) const override;
-    using ZMTChildList<ZMTParam>::CopyFrom;
-    bool CopyFrom(const ZMTNode* other) override;
-    std::unique_ptr<ZMTNode> Clone() const override { return CloneByCopy(*this); }
+    bool Dump(ZMostTreeLog& treeLog) const override;
     std::size_t CopySize() const override {
         return ZMTParam::CopySize() + CopySizeOfAll() + posXString_.size();
     }
-    bool Disassemble(ZMostParameterListBaseInfo& info, std::span<const std::uint8_t> bytes) const override;
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
-    ZMTNode* GetChild(unsigned pos) const override { return GetAt(pos); }
 
     /// The catalog's text for the x coordinate; may name the selector.
     const std::string& PosXString() const { return posXString_; }
@@ -50,8 +44,8 @@ class ZMTParamStreamCase : public ZMTParam, public ZMTChildList<ZMTParam> {
     std::uint32_t SeqCnt() const { return seqCnt_; }
 
   private:
-    bool ImportRange(const DOMElement& element, ImportContext& context);
-    bool ImportParams(const DOMElement& element, ImportContext& context);
+    bool ImportRange(const Element& element, ImportContext& context);
+    bool ImportParams(const Element& element, ImportContext& context);
     bool CheckSequences(ImportContext& context);
     const ZMTParam* FindCaseSelector() const;
     std::string NameBy(const ZMTParam& selector) const;

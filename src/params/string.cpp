@@ -3,7 +3,9 @@
 #include <charconv>
 
 #include "catalog/import_context.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -18,11 +20,11 @@ std::uint32_t ReadMaxSize(const std::string& text) {
 
 }  // namespace
 
-bool ZMTParamString::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamString::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* stringElement = FindTypeElement(element, "TString");
+    const Element* stringElement = FindTypeElement(element, "TString");
     if (stringElement == nullptr) {
         return Raise<kNoTString>(context.log, "TString");
     }
@@ -38,18 +40,10 @@ bool ZMTParamString::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTParamString::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamString::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMSTRING: " + GetName());
     DumpParamLines(treeLog);
     DumpLine(treeLog, FormatText(".MaxSize: %d", maxSize_));
-    return true;
-}
-
-bool ZMTParamString::CopyFrom(const ZMTNode* other) {
-    if (!ZMTParam::CopyFrom(other)) {
-        return false;
-    }
-    maxSize_ = static_cast<const ZMTParamString*>(other)->maxSize_;
     return true;
 }
 

@@ -1,15 +1,17 @@
 #include "params/void.h"
 
 #include "catalog/import_context.h"
-#include "params/factory.h"
+#include "import/log/messages.h"
+#include "import/xml/element.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 
-bool ZMTParamVoid::Import(const DOMElement& element, ImportContext& context) {
+bool ZMTParamVoid::Import(const Element& element, ImportContext& context) {
     if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
         return false;
     }
-    const DOMElement* voidElement = FindTypeElement(element, "TVoid");
+    const Element* voidElement = FindTypeElement(element, "TVoid");
     if (voidElement == nullptr) {
         return Raise<kNoTVoid>(context.log, "TVoid");
     }
@@ -21,7 +23,7 @@ bool ZMTParamVoid::Import(const DOMElement& element, ImportContext& context) {
     return true;
 }
 
-bool ZMTParamVoid::ImportParamName(const DOMElement& element, ImportContext& context) {
+bool ZMTParamVoid::ImportParamName(const Element& element, ImportContext& context) {
     const bool isNamed = FindChildElement(&element, "ParamName") != nullptr ||
                          FindChildElement(&element, "TRecordFieldName") != nullptr;
     if (isNamed) {
@@ -35,7 +37,7 @@ bool ZMTParamVoid::ImportParamName(const DOMElement& element, ImportContext& con
     return true;
 }
 
-bool ZMTParamVoid::Dump(ZMostFCatLog& treeLog) const {
+bool ZMTParamVoid::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMVOID: " + GetName());
     DumpParamLines(treeLog);
     return true;

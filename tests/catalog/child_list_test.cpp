@@ -12,6 +12,7 @@
 #include "catalog/definitions.h"
 #include "catalog/element_import.h"
 #include "catalog/test_nodes.h"
+#include "import/log/tree_log.h"
 
 namespace tarvex::test {
 namespace {
@@ -309,7 +310,7 @@ class NotingNode : public PlainNode {
         notes_ += GetName();
         return resolves_;
     }
-    bool Dump(ZMostFCatLog& /*treeLog*/) const override {
+    bool Dump(ZMostTreeLog& /*treeLog*/) const override {
         notes_ += GetName();
         return true;
     }
@@ -335,7 +336,7 @@ TEST(ChildList, ResolveAllGoesInOrderAndStopsAtTheFirstFailure) {
 }
 
 TEST(ChildList, DumpAllGoesInOrderAndSkipsHoles) {
-    ZMostFCatLog log;
+    ZMostTreeLog log;
     std::string notes;
     NodeList list;
     list.SetAt(std::make_unique<NotingNode>("c", notes), 7);

@@ -10,26 +10,44 @@
 namespace tarvex::test {
 namespace {
 
-TEST(CopyBudget, GrowsWithTheCatalog) {
+TEST(Bound, GrowsWithTheInput) {
     struct Row {
-        std::size_t catalogBytes;
+        Bound bound;
+        std::size_t inputBytes;
         std::size_t allowed;
     };
-    constexpr Row kRows[] = {{0, 268'435'456}, {1, 268'435'472}, {60'000'000, 1'228'435'456}};
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.catalogBytes);
-        EXPECT_TRUE(CopyBudget(row.catalogBytes).Take(row.allowed));
-        EXPECT_FALSE(CopyBudget(row.catalogBytes).Take(row.allowed + 1));
+    constexpr Row kRows[] = {
+        {{7}, 0, 7},
+        {{7}, 1'000'000, 7},
+        {{7, 3}, 2, 13},
+        {{7, 1, 4}, 3, 7},
+        {{7, 1, 4}, 9, 9},
+        {CopyBudget::kBytes, 0, 268'435'456},
+        {CopyBudget::kBytes, 60'000'000, 1'228'435'456},
+    };
+    for (const auto& [bound, inputBytes, allowed] : kRows) {
+        EXPECT_EQ(bound.For(inputBytes), allowed);
+        EXPECT_TRUE(Allowance(bound, inputBytes).Take(allowed));
+        EXPECT_FALSE(Allowance(bound, inputBytes).Take(allowed + 1));
     }
 }
 
-TEST(CopyBudget, NothingIsAllowedAfterARefusal) {
-    CopyBudget budget;
-    EXPECT_TRUE(budget.Take(CopyBudget::kLeast - 10));
-    EXPECT_TRUE(budget.Take(9));
-    EXPECT_FALSE(budget.Take(2));
-    EXPECT_FALSE(budget.Take(1));
-    EXPECT_FALSE(budget.Take(0));
+TEST(Allowance, GivesNothingAfterARefusal) {
+    Allowance allowance(10);
+    EXPECT_TRUE(allowance.Take(9));
+    EXPECT_FALSE(allowance.IsSpent());
+    EXPECT_FALSE(allowance.Take(2));
+    EXPECT_TRUE(allowance.IsSpent());
+    EXPECT_FALSE(allowance.Take(1));
+    EXPECT_FALSE(allowance.Take(0));
+}
+
+TEST(CopyBudget, AllowsCopiesByTheirSize) {
+    ZMTParamEnum enumeration;
+    CopyBudget budget(Allowance(2 * enumeration.CopySize()));
+    EXPECT_TRUE(budget.TakeFor(enumeration));
+    EXPECT_TRUE(budget.TakeFor(enumeration));
+    EXPECT_FALSE(budget.TakeFor(enumeration));
 }
 
 TEST(CopyBudget, SizeOfACopyCountsWhatIsBelow) {
@@ -45,8 +63,7 @@ TEST(CopyBudget, SizeOfACopyCountsWhatIsBelow) {
 
 /// A context of which nothing may be copied.
 void Exhaust(ImportContext& context) {
-    context.copies = CopyBudget();
-    EXPECT_TRUE(context.copies.Take(CopyBudget::kLeast));
+    context.copies = CopyBudget(Allowance(0));
 }
 
 TEST(CopyBudget, ParametersBeyondItCountAsNotCloned) {

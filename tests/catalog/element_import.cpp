@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "catalog/op_types.h"
-#include "import/dom_error_handler.h"
+#include "import/log/tree_log.h"
+#include "import/xml/dom_error_handler.h"
 #include "params/catalog_vocabulary.h"
 #include "support/catalog_import.h"
 
@@ -79,7 +80,7 @@ FactoryImport::FactoryImport(const ParamFactory& factory, std::string_view catal
 std::string DumpOf(const ZMTNode& node) {
     const TempDir dir;
     const std::string path = dir.File("node.tree");
-    ZMostFCatLog log;
+    ZMostTreeLog log;
     EXPECT_TRUE(log.OpenTreeLog(path));
     EXPECT_TRUE(node.Dump(log));
     log.CloseTreeLog();

@@ -6,7 +6,7 @@
 
 #include "catalog/catalog.h"
 #include "catalog/import_context.h"
-#include "import/document_reader.h"
+#include "import/xml/document_reader.h"
 #include "params/factory.h"
 #include "support/temp_dir.h"
 
@@ -20,12 +20,12 @@ class ParsedElement {
     ParsedElement& operator=(const ParsedElement&) = delete;
     ~ParsedElement();
 
-    const DOMElement& operator*() const { return *root_; }
+    const Element& operator*() const { return *root_; }
 
   private:
     TempDir dir_;
     std::unique_ptr<DocumentReader> reader_;
-    const DOMElement* root_ = nullptr;
+    const Element* root_ = nullptr;
 };
 
 /// Imports single elements: what a whole import hands from node to node, with an open import log and the

@@ -46,7 +46,9 @@ struct FaultsImport {
     explicit FaultsImport(const std::string& logPath, std::set<std::uint32_t> exclusions = {}) {
         ZMostFCatManager manager;
         manager.ImportLogExclusions = std::move(exclusions);
-        manager.MessageSink = [this](const std::string& text, int /*level*/) { console.push_back(text); };
+        manager.MessageSink = [this](const std::string& text, ImportEvent /*event*/) {
+            console.push_back(text);
+        };
         std::string name;
         ok = manager.Import(name, kCatalogPath, 1, logPath);
     }

@@ -6,21 +6,21 @@
 
 #include "catalog/param.h"
 #include "catalog/param_factory.h"
+#include "import/xml/element.h"
 
 namespace tarvex::test {
 
 /// A node of no particular kind. It counts its living objects, so that tests see what is deleted.
 class PlainNode : public ZMTNode {
   public:
-    explicit PlainNode(const std::string& name = "", ZMTNode* parent = nullptr) {
-        ZMTNode::SetName(name);
+    explicit PlainNode(const std::string& name = "", ZMTNode* parent = nullptr) : ZMTNode(name) {
         ZMTNode::SetParent(parent);
         ++alive;
     }
     ~PlainNode() override { --alive; }
 
-    int GetType() const override { return kNodeBase; }
-    bool Import(const DOMElement& /*element*/, ImportContext& /*context*/) override { return true; }
+    NodeType GetType() const override { return kNodeBase; }
+    bool Import(const Element& /*element*/, ImportContext& /*context*/) override { return true; }
 
     static inline int alive = 0;
 };
@@ -36,7 +36,7 @@ class PlannedParam : public ZMTParam {
   public:
     explicit PlannedParam(ParamPlan plan) : plan_(plan) {}
 
-    bool Import(const DOMElement& element, ImportContext& context) override {
+    bool Import(const Element& element, ImportContext& context) override {
         return ImportParamName(element, context);
     }
     bool Resolve(ImportContext& context) override { return ZMTParam::Resolve(context) && plan_.canResolve; }
@@ -56,7 +56,7 @@ class PlannedParam : public ZMTParam {
 /// cannot be cloned, "copy" for one whose clones cannot, "resolve" and "memory" for one that fails there.
 class PlannedFactory : public ParamFactory {
   public:
-    std::unique_ptr<ZMTParam> Create(const DOMElement& element) const override {
+    std::unique_ptr<ZMTParam> Create(const Element& element) const override {
         std::string fails;
         GetAttribute(element, "Fails", fails);
         if (fails == "memory") {

@@ -1,5 +1,7 @@
 /// The tree log, line by line.
 
+#include "import/log/tree_log.h"
+
 #include <memory>
 #include <string>
 
@@ -367,7 +369,7 @@ TEST(TreeLog, TakesAParentsNameAsAFormatToo) {
 TEST(TreeLog, CannotBeHarmedByTheNameOfACatalog) {
     ZMTCatalog catalog;
     catalog.SetName("%n%s");
-    catalog.SetPaths("/%n%s.xml", "/x.xml");
+    catalog.SetFile("/%n%s.xml", "/x.xml", 0);
     EXPECT_EQ(DumpOf(catalog), "CATALOG: \n.AbsPath: /.xml\n.Parent: -\n.BytesInMsg: 0\n");
 }
 
@@ -382,7 +384,7 @@ TEST(TreeLog, IsNotWrittenWhileItIsClosed) {
     ASSERT_TRUE(imported->ok);
     const TempDir dir;
     const WorkingDir here(dir.Path());
-    ZMostFCatLog closed;
+    ZMostTreeLog closed;
     EXPECT_TRUE(imported->catalog->Dump(closed));
     ASSERT_TRUE(closed.OpenTreeLog(dir.File("late.tree")));
     closed.CloseTreeLog();

@@ -29,7 +29,7 @@ void ShowItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, st
         if (firstNumber != 0) {
             out += "[" + std::to_string(number++) + "]";
         }
-        out += item->GetName() + "@" + std::to_string(item->Offset()) + "+" +
+        out += item->GetLabel() + "@" + std::to_string(item->Offset()) + "+" +
                std::to_string(item->Bytes().size()) + "=" + item->GetText();
         if (item->Members() != nullptr) {
             out += '<';

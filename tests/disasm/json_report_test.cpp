@@ -74,8 +74,8 @@ TEST(JsonReport, EveryKindHasItsKeys) {
          {{"Flags", Bits(2, bit)}},
          "02",
          R"({"name":"Flags","type":"bit_field","offset":0,"bytes":"02","text":"","items":[)"
-         R"({"name":"[bit0]","type":"bit","offset":0,"bytes":"","text":"0","bit":0,"raw":0},)"
-         R"({"name":"[bit1] Lid","type":"bit","offset":0,"bytes":"","text":"open","bit":1,"raw":1}]})"},
+         R"({"name":"","type":"bit","offset":0,"text":"0","bit":0,"raw":0},)"
+         R"({"name":"Lid","type":"bit","offset":0,"text":"open","bit":1,"raw":1}]})"},
         {"void",
          {{"Nothing", kVoid}},
          "",
@@ -118,8 +118,8 @@ TEST(JsonReport, BooleanHasEightBits) {
     for (const char bit : std::string("01234567")) {
         const char value = bit == '7' ? '1' : '0';
         items += items.empty() ? "" : ",";
-        items += std::string(R"({"name":"[bit)") + bit + R"(]","type":"bit","offset":0,"bytes":"","text":")" +
-                 value + R"(","bit":)" + bit + R"(,"raw":)" + value + "}";
+        items += std::string(R"({"name":"","type":"bit","offset":0,"text":")") + value + R"(","bit":)" + bit +
+                 R"(,"raw":)" + value + "}";
     }
     const std::string boolean = R"(<TBool TypeRef="type_bool"/>)";
     const Decoding decoding({{"B", boolean}});

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "import/names.h"
+#include "import/text/names.h"
 
 namespace tarvex::test {
 namespace {

@@ -85,7 +85,7 @@ TEST(SignalLimits, AllSignalsShareABudgetOfValueDescriptions) {
     const AliasNames aliases;
     msgblk* message = manager.CreateMessage(nullptr, 0);
     SignalBudget budget;
-    budget.descriptions = 5;
+    budget.descriptions = Allowance(5);
     SignalWriter signals(manager, aliases, true, budget);
     signals.Write(*message, *operation);
     EXPECT_TRUE(signals.IsCut());
@@ -102,7 +102,7 @@ TEST(SignalLimits, AllMessagesShareABudgetOfSignals) {
     KestrelWriteManager manager(nullptr);
     const AliasNames aliases;
     SignalBudget budget;
-    budget.signals = 4;
+    budget.signals = Allowance(4);
     SignalWriter signals(manager, aliases, true, budget);
     msgblk* first = manager.CreateMessage(nullptr, 0);
     msgblk* second = manager.CreateMessage(nullptr, 0);
@@ -115,10 +115,10 @@ TEST(SignalLimits, AllMessagesShareABudgetOfSignals) {
 }
 
 TEST(SignalLimits, BudgetsGrowWithTheCatalog) {
-    EXPECT_EQ(SignalBudget(0).signals, 1'048'576U);
-    EXPECT_EQ(SignalBudget(0).descriptions, 4'194'304U);
-    EXPECT_EQ(SignalBudget(40'000'000).signals, 11'048'576U);
-    EXPECT_EQ(SignalBudget(40'000'000).descriptions, 14'194'304U);
+    EXPECT_EQ(SignalBudget::kSignals.For(0), 1'048'576U);
+    EXPECT_EQ(SignalBudget::kDescriptions.For(0), 4'194'304U);
+    EXPECT_EQ(SignalBudget::kSignals.For(40'000'000), 11'048'576U);
+    EXPECT_EQ(SignalBudget::kDescriptions.For(40'000'000), 14'194'304U);
 }
 
 TEST(SignalLimits, OneSignalTakes65536ValueDescriptions) {

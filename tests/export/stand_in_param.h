@@ -8,7 +8,7 @@ namespace tarvex::test {
 class StandInParam : public ZMTParam {
   public:
     explicit StandInParam(NodeType kind) : kind_(kind) {}
-    int GetType() const override { return kind_; }
+    NodeType GetType() const override { return kind_; }
 
   private:
     NodeType kind_;

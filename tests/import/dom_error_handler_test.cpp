@@ -1,14 +1,14 @@
 /// The complaints of the XML parser, collected as text.
 
-#include "import/dom_error_handler.h"
+#include "import/xml/dom_error_handler.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 #include <xercesc/sax/SAXParseException.hpp>
 
-#include "import/dom_access.h"
 #include "import/test_texts.h"
+#include "import/xml/transcode.h"
 
 namespace tarvex::test {
 namespace {

@@ -1,6 +1,6 @@
 /// Opening of files, identity of files and parts of paths.
 
-#include "import/files.h"
+#include "import/text/files.h"
 
 #include <fcntl.h>
 #include <filesystem>

@@ -1,6 +1,6 @@
 /// Formatting of message texts, and texts of unknown origin used as a format.
 
-#include "import/format_text.h"
+#include "import/text/format_text.h"
 
 #include <span>
 #include <string>

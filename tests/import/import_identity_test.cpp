@@ -217,7 +217,7 @@ TEST_F(CatalogList, NameIsFilledInEvenWhenTheImportFails) {
 TEST_F(CatalogList, ImportFromInsideTheMessageSinkIsRefused) {
     ManagerRun other;
     std::vector<bool> results;
-    run_.manager.MessageSink = [&](const std::string& /*text*/, int /*level*/) {
+    run_.manager.MessageSink = [&](const std::string& /*text*/, ImportEvent /*event*/) {
         std::string name;
         results.push_back(run_.manager.Import(name, b_, 1, ""));
         results.push_back(other.Import(b_));

@@ -1,6 +1,6 @@
 /// Counting of messages, the bytes of the import log and of the tree log.
 
-#include "import/message_log.h"
+#include "import/log/message_log.h"
 
 #include <fcntl.h>
 #include <string>
@@ -17,7 +17,6 @@ class MessageLog : public testing::Test {
   protected:
     TempDir dir_;
     std::string path_ = dir_.File("import.log");
-    std::string treePath_ = dir_.File("catalog.tree");
     ZMostFCatLog log_;
 };
 
@@ -37,7 +36,7 @@ TEST_F(MessageLog, CountsEveryMessageButLogsOnlyThoseNotExcluded) {
     log_.Error(2, "text", "/Cat");
     log_.Error(80, "text", "/Cat");
     log_.Warning(3, "text", "/Cat");
-    log_.Warning(1, "text", "/Cat", 10);
+    log_.Warning(1, "text", "/Cat");
     log_.Fatal("text", "/Cat");
     EXPECT_EQ(log_.FatalCount(), 1U);
     EXPECT_EQ(log_.ErrorCount(), 3U);
@@ -189,45 +188,34 @@ TEST_F(MessageLog, WithoutOpenLogNothingIsWritten) {
 }
 
 TEST_F(MessageLog, MessagesBeyondTheRoomAreCountedAndNotWritten) {
-    // Room for 64 MiB and 64 bytes: 63 entries of 1 MiB, one that fills it, and none of one byte.
+    // Text and path count: 3 entries of 8 bytes, one of 6 that fills the room of 30, and none of one byte.
     ASSERT_TRUE(log_.OpenLog(path_));
-    log_.SetInputSize(1);
-    const std::string path((1 << 20) - 1, 'p');
-    for (int i = 0; i < 63; ++i) {
-        log_.Error(7, "t", path);
+    log_.SetRoom(Allowance(30));
+    for (int i = 0; i < 3; ++i) {
+        log_.Error(7, "text", "/Cat");
     }
-    log_.Warning(8, "u", path + std::string(64, 'p'));
+    log_.Warning(8, "uu", "/Cat");
     EXPECT_TRUE(log_.IsLogOpen());
     log_.Error(9, "v", "");
     EXPECT_FALSE(log_.IsLogOpen());
     log_.Warning(10, "", "");
-    EXPECT_EQ(log_.ErrorCount(), 64U);
+    EXPECT_EQ(log_.ErrorCount(), 4U);
     EXPECT_EQ(log_.WarningCount(), 2U);
     log_.WriteSummary();
     ASSERT_TRUE(log_.CloseLog());
-
-    const std::string text = ReadFile(path_);
-    EXPECT_EQ(text.substr(0, 12), "Error #0007 ");
-    EXPECT_NE(text.find("Warning #0008 "), std::string::npos);
-    EXPECT_EQ(text.find("#0009"), std::string::npos);
-    EXPECT_EQ(text.find("#0010"), std::string::npos);
-    EXPECT_NE(text.find("The log would become too large, further messages are left out!\n"),
-              std::string::npos);
+    EXPECT_EQ(ReadFile(path_),
+              "Error #0007 in '/Cat':\n  text\n"
+              "Error #0007 in '/Cat':\n  text\n"
+              "Error #0007 in '/Cat':\n  text\n"
+              "Warning #0008 in '/Cat':\n  uu\n"
+              "The log would become too large, further messages are left out!\n"
+              "\n"
+              "fatal errors: 0  errors: 4  warnings: 2\n");
 }
 
-TEST_F(MessageLog, TreeLinesBeyondTheRoomAreLeftOut) {
-    // 64 lines of 1 MiB fill the room, with the tab and the line feed of each; then there are 64 bytes.
-    ASSERT_TRUE(log_.OpenTreeLog(treePath_));
-    log_.SetInputSize(1);
-    for (int i = 0; i < 64; ++i) {
-        log_.WriteTreeLine(std::string((1 << 20) - 2, 't'), 1);
-    }
-    log_.WriteTreeLine("u", 0);
-    log_.WriteTreeLine(std::string(100, 'v'), 0);
-    log_.WriteTreeLine("w", 0);
-    ASSERT_TRUE(log_.CloseTreeLog());
-    EXPECT_EQ(ReadFile(treePath_).substr(std::size_t{64} << 20),
-              "u\nThe log would become too large, further lines are left out!\n");
+TEST(LogBytes, GrowWithTheCatalog) {
+    EXPECT_EQ(kLogBytes.For(0), 64U << 20);
+    EXPECT_EQ(kLogBytes.For(10), (64U << 20) + 640);
 }
 
 TEST_F(MessageLog, OpenLogTruncatesAnOlderOne) {
@@ -263,7 +251,6 @@ TEST_F(MessageLog, LogThatIsNoRegularFileIsRefused) {
         SCOPED_TRACE(path);
         EXPECT_FALSE(log_.OpenLog(path));
         EXPECT_FALSE(log_.IsLogOpen());
-        EXPECT_FALSE(log_.OpenTreeLog(path));
     }
     ::close(reader);
 }
@@ -275,48 +262,6 @@ TEST_F(MessageLog, DestructorClosesTheLog) {
         log.WriteLine("text");
     }
     EXPECT_EQ(ReadFile(path_), "text\n");
-}
-
-TEST_F(MessageLog, TreeLinesAreIndentedByTabsAndUsedAsFormat) {
-    ASSERT_TRUE(log_.OpenTreeLog(treePath_));
-    log_.WriteTreeLine("CATALOG: Cat", 0);
-    log_.WriteTreeLine("FBLOCK: Amp", 1);
-    log_.WriteTreeLine("FUNCTION: 100%", 2);
-    log_.WriteTreeLine("100%% %d %n%s%c.", 3);
-    log_.WriteTreeLine("", 1);
-    log_.CloseTreeLog();
-    EXPECT_EQ(ReadFile(treePath_), "CATALOG: Cat\n\tFBLOCK: Amp\n\t\tFUNCTION: 100%\n\t\t\t100% 0 .\n\t\n");
-}
-
-TEST_F(MessageLog, TreeLogIsAppendedTo) {
-    for (const char* line : {"one", "two"}) {
-        ZMostFCatLog log;
-        ASSERT_TRUE(log.OpenTreeLog(treePath_));
-        log.WriteTreeLine(line, 0);
-        log.CloseTreeLog();
-    }
-    EXPECT_EQ(ReadFile(treePath_), "one\ntwo\n");
-}
-
-TEST_F(MessageLog, SecondOpenTreeLogFailsAndTheFirstGoesOn) {
-    ASSERT_TRUE(log_.OpenTreeLog(treePath_));
-    EXPECT_FALSE(log_.OpenTreeLog(treePath_));
-    log_.WriteTreeLine("one", 0);
-    log_.CloseTreeLog();
-    log_.WriteTreeLine("not written", 0);
-    EXPECT_EQ(ReadFile(treePath_), "one\n");
-}
-
-TEST_F(MessageLog, TheTwoLogsAreIndependent) {
-    ASSERT_TRUE(log_.OpenTreeLog(treePath_));
-    EXPECT_FALSE(log_.IsLogOpen());
-    ASSERT_TRUE(log_.OpenLog(path_));
-    log_.WriteLine("import");
-    log_.WriteTreeLine("tree", 0);
-    log_.CloseLog();
-    log_.CloseTreeLog();
-    EXPECT_EQ(ReadFile(path_), "import\n");
-    EXPECT_EQ(ReadFile(treePath_), "tree\n");
 }
 
 }  // namespace

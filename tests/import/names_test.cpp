@@ -1,6 +1,6 @@
 /// Names that the database accepts, comparison of names, and lists in settings.
 
-#include "import/names.h"
+#include "import/text/names.h"
 
 #include <string>
 #include <vector>

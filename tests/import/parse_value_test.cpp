@@ -1,6 +1,6 @@
 /// Numbers and ranges in the texts of a catalog.
 
-#include "import/parse_value.h"
+#include "import/text/parse_value.h"
 
 #include <limits>
 #include <string>

@@ -12,8 +12,9 @@
 #include <xercesc/util/RuntimeException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include "import/dom_access.h"
 #include "import/test_texts.h"
+#include "import/xml/dom_error_handler.h"
+#include "import/xml/transcode.h"
 
 namespace tarvex::test {
 namespace {
@@ -25,7 +26,7 @@ const char* const kEnd = "Error(s) occured, XML database not available";
 /// What a reader does and how often it was asked to.
 struct Script {
     std::function<void()> onStart = [] {};
-    std::function<void(xercesc::ErrorHandler&)> onRead = [](xercesc::ErrorHandler&) {};
+    std::function<void(ZDOMErrorHandler&)> onRead = [](ZDOMErrorHandler&) {};
     int starts = 0;
     int reads = 0;
     int stops = 0;
@@ -42,8 +43,7 @@ class ScriptedReader : public DocumentReader {
         script_.onStart();
     }
     void StopPlatform() override { ++script_.stops; }
-    const xercesc::DOMNode* Read(const std::string& path, bool validate,
-                                 xercesc::ErrorHandler& handler) override {
+    const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) override {
         ++script_.reads;
         script_.path = path;
         script_.validate = validate;
@@ -139,7 +139,7 @@ TEST_F(ParserExceptions, ParseThatThrowsFailsAndEndsThePlatform) {
         ManagerRun run(std::make_unique<ScriptedReader>(script));
         const std::string path = run.dir.Write("Cat.xml", CleanCatalog());
         const std::string log = run.dir.File("Cat.log");
-        script.onRead = [thrower = thrower](xercesc::ErrorHandler&) { thrower(); };
+        script.onRead = [thrower = thrower](ZDOMErrorHandler&) { thrower(); };
         EXPECT_FALSE(run.Import(path, log));
         const std::string text = "Error during parsing '" + path + "'\n" + rest;
         EXPECT_THAT(run.console, ElementsAre(SinkText{"Parsing XML '" + path + "'", 1}, SinkText{text, 1},
@@ -151,7 +151,7 @@ TEST_F(ParserExceptions, ParseThatThrowsFailsAndEndsThePlatform) {
 }
 
 TEST_F(ParserExceptions, ComplaintsCollectedBeforeTheExceptionAreSentToo) {
-    script_.onRead = [](xercesc::ErrorHandler& handler) {
+    script_.onRead = [](ZDOMErrorHandler& handler) {
         handler.warning(xercesc::SAXParseException(ToDomText("careful").c_str(), nullptr,
                                                    ToDomText("Cat.xml").c_str(), 1, 2));
         ThrowRuntimeError();
@@ -191,14 +191,14 @@ TEST_F(ParserExceptions, AnyExceptionAtTheStartFailsTheImport) {
 }
 
 TEST_F(ParserExceptions, FailedParseIsNotRepeated) {
-    script_.onRead = [](xercesc::ErrorHandler&) { ThrowRuntimeError(); };
+    script_.onRead = [](ZDOMErrorHandler&) { ThrowRuntimeError(); };
     EXPECT_FALSE(run_.Import(path_));
     EXPECT_FALSE(run_.Import(path_));
     EXPECT_EQ(script_.reads, 1);
 }
 
 TEST_F(ParserExceptions, AnotherFileIsImportedAgainAfterwardsIfTheParserCan) {
-    script_.onRead = [](xercesc::ErrorHandler&) { ThrowRuntimeError(); };
+    script_.onRead = [](ZDOMErrorHandler&) { ThrowRuntimeError(); };
     EXPECT_FALSE(run_.Import(path_));
     EXPECT_FALSE(run_.Import(run_.dir.Write("Other.xml", CleanCatalog())));
     EXPECT_EQ(script_.reads, 2) << "the guard is released on every way out";
@@ -218,7 +218,7 @@ TEST_F(ParserExceptions, ReaderGetsThePathAndTheValidationSetting) {
 }
 
 TEST_F(ParserExceptions, ErrorReportedWithADocumentFailsTheImport) {
-    script_.onRead = [](xercesc::ErrorHandler& handler) {
+    script_.onRead = [](ZDOMErrorHandler& handler) {
         handler.error(xercesc::SAXParseException(ToDomText("wrong").c_str(), nullptr,
                                                  ToDomText("Cat.xml").c_str(), 3, 4));
     };

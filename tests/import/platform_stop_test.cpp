@@ -19,9 +19,8 @@ class SecondReadThrows : public DocumentReader {
   public:
     void StartPlatform() override { reader_->StartPlatform(); }
     void StopPlatform() override { reader_->StopPlatform(); }
-    const xercesc::DOMNode* Read(const std::string& path, bool validate,
-                                 xercesc::ErrorHandler& handler) override {
-        const xercesc::DOMNode* document = reader_->Read(path, validate, handler);
+    const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) override {
+        const Element* document = reader_->Read(path, validate, handler);
         if (++reads_ == 2) {
             throw std::runtime_error("in the middle of a parse");
         }

@@ -39,7 +39,9 @@ std::string WithPath(std::string text, const std::string& path) {
 
 ManagerRun::ManagerRun(std::unique_ptr<DocumentReader> reader) : manager(std::move(reader)) {
     manager.Validate = false;
-    manager.MessageSink = [this](const std::string& text, int level) { console.push_back({text, level}); };
+    manager.MessageSink = [this](const std::string& text, ImportEvent event) {
+        console.push_back({text, static_cast<int>(event)});
+    };
 }
 
 bool ManagerRun::Import(const std::string& path, const std::string& logPath) {

@@ -1,6 +1,6 @@
 /// The string table: every text of the log and of the console by its number.
 
-#include "import/texts.h"
+#include "import/log/texts.h"
 
 #include <cstring>
 #include <iterator>
@@ -102,15 +102,10 @@ constexpr ExpectedText kExpected[] = {
 constexpr unsigned kNumbersWithoutText[] = {0,     1,     18150, 18167, 18168, 18171,
                                             18175, 18185, 18189, 19024, 19036};
 
-constexpr bool kLoadForms[] = {false, true};
-
-TEST(Texts, EveryTextIsLoadedByItsNumberInBothForms) {
+TEST(Texts, EveryTextIsLoadedByItsNumber) {
     for (const auto& [number, text] : kExpected) {
-        for (const bool copy : kLoadForms) {
-            SCOPED_TRACE(std::to_string(number) + (copy ? ", copied" : ""));
-            TextHolder holder;
-            EXPECT_STREQ(LoadText(holder, Text{number}, copy).Get(), text);
-        }
+        EXPECT_STREQ(LoadText(Text{number}), text) << number;
+        EXPECT_EQ(TextOf(Text{number}), text) << number;
     }
 }
 
@@ -120,39 +115,8 @@ TEST(Texts, TableHoldsNoOtherNumber) {
 
 TEST(Texts, NumberWithoutTextIsAnEmptyText) {
     for (const unsigned number : kNumbersWithoutText) {
-        for (const bool copy : kLoadForms) {
-            SCOPED_TRACE(number);
-            TextHolder holder;
-            EXPECT_STREQ(LoadText(holder, Text{number}, copy).Get(), "");
-        }
-    }
-}
-
-TEST(Texts, LoadTextReturnsTheHolderThatItFills) {
-    TextHolder holder;
-    EXPECT_EQ(&LoadText(holder, Text::ParseDone), &holder);
-    EXPECT_STREQ(holder.Get(), "Parse done");
-}
-
-TEST(Texts, HolderIsEmptyBeforeItIsFilled) {
-    EXPECT_STREQ(TextHolder().Get(), "");
-}
-
-TEST(Texts, UncopiedTextStandsInABufferOf256Bytes) {
-    TextHolder holder;
-    const char* buffer = LoadText(holder, Text::ParseDone).Get();
-    EXPECT_EQ(std::strlen(buffer), 10U);
-    EXPECT_EQ(buffer[255], '\0');
-}
-
-TEST(Texts, TextStaysWhileAnotherOneIsLoaded) {
-    for (const bool copy : kLoadForms) {
-        TextHolder first;
-        TextHolder second;
-        LoadText(first, Text::XmlFile, copy);
-        LoadText(second, Text::Parser, copy);
-        EXPECT_STREQ(first.Get(), "XML file:");
-        EXPECT_STREQ(second.Get(), "Parser:");
+        EXPECT_STREQ(LoadText(Text{number}), "") << number;
+        EXPECT_EQ(TextOf(Text{number}), "") << number;
     }
 }
 

@@ -17,15 +17,18 @@
 
 #include "catalog/op_types.h"
 #include "catalog_text.h"
-#include "import/dom_access.h"
-#include "import/dom_error_handler.h"
+#include "import/dom_elements.h"
 #include "import/import_manager.h"
+#include "import/xml/dom_error_handler.h"
+#include "import/xml/transcode.h"
 #include "params/catalog_vocabulary.h"
 #include "support/catalog_import.h"
 #include "support/temp_dir.h"
 
 namespace tarvex::test {
 namespace {
+
+using xercesc::DOMNode;
 
 /// The XML library's own parser and DOM, which leave nothing out.
 class WholeDocumentReader : public DocumentReader {
@@ -40,19 +43,27 @@ class WholeDocumentReader : public DocumentReader {
 
     void StartPlatform() override {}
     void StopPlatform() override { Release(); }
-    const DOMNode* Read(const std::string& path, bool /*validate*/, xercesc::ErrorHandler& handler) override {
+    const Element* Read(const std::string& path, bool /*validate*/, ZDOMErrorHandler& handler) override {
+        elements_.reset();
         parser_ = std::make_unique<xercesc::XercesDOMParser>();
         parser_->setValidationScheme(xercesc::XercesDOMParser::Val_Never);
         parser_->setDoNamespaces(false);
         parser_->setCreateEntityReferenceNodes(false);
         parser_->setErrorHandler(&handler);
         parser_->parse(path.c_str());
-        return parser_->getDocument();
+        elements_ = std::make_unique<DomElements>(*parser_->getDocument());
+        return &elements_->Document();
     }
-    void Release() override { parser_.reset(); }
+    void Release() override {
+        elements_.reset();
+        parser_.reset();
+    }
+    /// The document of the last Read.
+    const DOMNode& Dom() const { return *parser_->getDocument(); }
 
   private:
     std::unique_ptr<xercesc::XercesDOMParser> parser_;
+    std::unique_ptr<DomElements> elements_;
 };
 
 /// What an import leaves behind.
@@ -373,8 +384,12 @@ Piece ExcerptOf(const Piece& catalog, std::mt19937_64& random) {
 Piece Example() {
     ZDOMErrorHandler handler;
     WholeDocumentReader reader;
-    const DOMNode* document = reader.Read(TARVEX_EXAMPLES "/roadster.xml", false, handler);
-    return PieceOf(*FindChildElement(document, "FunctionCatalog"));
+    reader.Read(TARVEX_EXAMPLES "/roadster.xml", false, handler);
+    const DOMNode* root = reader.Dom().getFirstChild();
+    while (root->getNodeType() != DOMNode::ELEMENT_NODE) {
+        root = root->getNextSibling();
+    }
+    return PieceOf(*root);
 }
 
 std::string XmlOf(const Piece& catalog) {

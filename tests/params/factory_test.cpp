@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "catalog/element_import.h"
+#include "params/type_element.h"
 
 namespace tarvex::test {
 namespace {
@@ -80,7 +81,7 @@ TEST(FindTypeElement, LooksAtChildrenFirstAndOneLevelDeeperThen) {
     const ParsedElement element(R"(<P><A><TEnum TypeRef="deeper"/><TBool TypeRef="deeper"/></A>
                                    <TEnum TypeRef="direct"/><B><C><TVoid/></C></B></P>)");
     const auto where = [&](const char* name) -> std::string {
-        const DOMElement* found = FindTypeElement(*element, name);
+        const Element* found = FindTypeElement(*element, name);
         std::string text = "nowhere";
         if (found != nullptr) {
             GetAttribute(*found, "TypeRef", text);

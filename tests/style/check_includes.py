@@ -1,47 +1,61 @@
-"""Checks that the includes of the sources point one way: each folder only to those listed for it."""
+"""Checks that the includes of the sources point one way: each room only to those listed for it, which all stand below
+it. Prints how many includes lead from room to room."""
 
 import re
 import sys
+from collections import Counter
 from pathlib import Path
 
-# The import folder has two floors: the services that everybody uses, and the manager that uses everybody.
-MANAGER = {"import_manager.h", "import_manager.cpp"}
-
-ALLOWED = {
+# From the bottom up.
+ROOMS = {
     "kestrel": set(),
-    "import": set(),
-    "catalog": {"import"},
-    "params": {"catalog", "import"},
-    "manager": {"params", "catalog", "import"},
-    "export": {"catalog", "params", "import", "kestrel"},
-    "disasm": {"catalog", "params", "import"},
-    "vorn": {"kestrel"},
-    "driver": {"export", "disasm", "manager", "import"},
+    "import/text": set(),
+    "import/log": {"import/text"},
+    "import/xml": {"import/log", "import/text"},
+    "catalog": {"import/xml", "import/log", "import/text"},
+    "params": {"catalog", "import/xml", "import/log", "import/text"},
+    "import": {"params", "catalog", "import/xml", "import/log", "import/text"},
+    "export": {"params", "catalog", "import/text", "kestrel"},
+    "disasm": {"params", "catalog", "import/text"},
+    "vorn": {"kestrel", "import/text"},
+    "driver": {"export", "disasm", "import", "catalog", "import/log", "import/text"},
 }
+GENERATED = {"versions.h"}  # by the build
 
 
-def layer(path):
-    """The layer that a path such as "import/texts.h" belongs to."""
-    folder, name = path.split("/", 1)
-    return "manager" if folder == "import" and name in MANAGER else folder
+def room_of(path):
+    """The room that a path such as "import/log/texts.h" belongs to."""
+    return path.rpartition("/")[0]
 
 
-def faults(source):
+def check(source, arrows):
     for file in sorted(source.rglob("*")):
-        if file.suffix not in {".h", ".cpp"}:
+        if file.suffix not in {".h", ".cpp", ".def"}:
             continue
-        here = layer(file.relative_to(source).as_posix())
+        here = room_of(file.relative_to(source).as_posix())
+        if here not in ROOMS:
+            yield f"{file}: {here} is no room"
+            continue
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
             included = re.match(r'\s*#include "([^"]+)"', line)
-            if not included:
+            if not included or included.group(1) in GENERATED:
                 continue
             path = included.group(1)
+            there = room_of(path)
             if not (source / path).is_file():
                 yield f"{file}:{number}: {path} is not named from the source folder"
-            elif layer(path) != here and layer(path) not in ALLOWED[here]:
-                yield f"{file}:{number}: {here} must not include {path}"
+            elif there != here:
+                arrows[here, there] += 1
+                if there not in ROOMS[here]:
+                    yield f"{file}:{number}: {here} must not include {path}"
 
 
-found = list(faults(Path(sys.argv[1])))
-print("\n".join(found))
-sys.exit(1 if found else 0)
+counts = Counter()
+floors = list(ROOMS)
+faults = [f"{upper} must stand above {lower}" for upper, below in ROOMS.items() for lower in below
+          if floors.index(upper) < floors.index(lower)]
+faults += check(Path(sys.argv[1]), counts)
+for (upper, lower), count in sorted(counts.items(), key=lambda row: tuple(map(floors.index, row[0]))):
+    print(f"{upper} -> {lower}: {count}")
+print("\n".join(faults))
+sys.exit(1 if faults else 0)

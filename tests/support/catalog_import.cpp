@@ -75,7 +75,8 @@ std::unique_ptr<Imported> ImportText(std::string_view xml, bool validate) {
     const std::string treePath = result->dir.File("Cat.tree");
     result->manager = std::make_unique<ZMostFCatManager>();
     result->manager->Validate = validate;
-    result->manager->MessageSink = [&console = result->console](const std::string& text, int /*level*/) {
+    result->manager->MessageSink = [&console = result->console](const std::string& text,
+                                                                ImportEvent /*event*/) {
         console.push_back(text);
     };
     std::string name;

@@ -1,0 +1,46 @@
+#include "import/log/tree_log.h"
+
+#include "import/text/format_text.h"
+
+namespace tarvex {
+namespace {
+
+void Write(std::FILE* file, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), file);
+}
+
+}  // namespace
+
+bool ZMostTreeLog::OpenTreeLog(const std::string& path) {
+    if (file_) {
+        return false;
+    }
+    file_ = OpenForWriting(path, WriteMode::Append);
+    return file_ != nullptr;
+}
+
+bool ZMostTreeLog::CloseTreeLog() {
+    if (file_ && room_.IsSpent()) {
+        Write(file_.get(), "The log would become too large, further lines are left out!\n");
+    }
+    return CloseWritten(std::move(file_));
+}
+
+void ZMostTreeLog::WriteTreeLine(std::string_view text, unsigned depth) {
+    if (!file_ || room_.IsSpent()) {
+        return;
+    }
+    line_.assign(depth, '\t');
+    // A line without a percent sign renders as itself.
+    if (text.find('%') == std::string_view::npos) {
+        line_ += text;
+    } else {
+        line_ += RenderAsFormat(text);
+    }
+    line_ += '\n';
+    if (room_.Take(line_.size())) {
+        Write(file_.get(), line_);
+    }
+}
+
+}  // namespace tarvex

@@ -1,0 +1,76 @@
+#include "import/text/names.h"
+
+#include <algorithm>
+
+#include "import/text/parse_value.h"
+
+namespace tarvex {
+namespace {
+
+constexpr std::string_view kNameCharacters =
+    "[]()_-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+
+std::string Sanitize(std::string_view text, char blank) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        if (c == ' ') {
+            result += blank;
+        } else if (kNameCharacters.find(c) != std::string_view::npos) {
+            result += c;
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+std::string SanitizeName(std::string_view text) {
+    return Sanitize(text, '_');
+}
+
+std::string SanitizeText(std::string_view text) {
+    return Sanitize(text, ' ');
+}
+
+bool NamesEqual(std::string_view a, std::string_view b, bool caseSensitive) {
+    if (caseSensitive) {
+        return a == b;
+    }
+    return std::ranges::equal(a, b, {}, FoldCase, FoldCase);
+}
+
+std::vector<std::string_view> SplitTokens(std::string_view text, std::string_view separators) {
+    std::vector<std::string_view> tokens;
+    while (true) {
+        const std::size_t start = text.find_first_not_of(separators);
+        if (start == std::string_view::npos) {
+            return tokens;
+        }
+        text.remove_prefix(start);
+        const std::size_t end = std::min(text.find_first_of(separators), text.size());
+        tokens.push_back(text.substr(0, end));
+        text.remove_prefix(end);
+    }
+}
+
+std::set<std::uint32_t> ParseNumberList(std::string_view text) {
+    std::set<std::uint32_t> numbers;
+    for (const std::string_view token : SplitTokens(text, kListSeparators)) {
+        std::int32_t number = 0;
+        if (ParseInteger(token, number)) {
+            numbers.insert(static_cast<std::uint32_t>(number));
+        }
+    }
+    return numbers;
+}
+
+std::size_t NameHash::operator()(std::string_view name) const {
+    std::uint64_t hash = 14695981039346656037U;  // FNV-1a
+    for (const char c : name) {
+        hash = (hash ^ static_cast<unsigned char>(FoldCase(c))) * 1099511628211U;
+    }
+    return hash;
+}
+
+}  // namespace tarvex

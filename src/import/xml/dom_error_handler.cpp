@@ -1,0 +1,44 @@
+#include "import/xml/dom_error_handler.h"
+
+#include <xercesc/sax/SAXParseException.hpp>
+
+#include "import/text/format_text.h"
+#include "import/xml/transcode.h"
+
+namespace tarvex {
+namespace {
+
+/// A file in which everything is invalid gives some hundred bytes of complaint for every few bytes of
+/// catalog. Nobody reads beyond this.
+constexpr std::size_t kMaxMessages = std::size_t{16} << 20;
+
+}  // namespace
+
+void ZDOMErrorHandler::warning(const xercesc::SAXParseException& exception) {
+    Collect(Text::ParserWarning, exception);
+}
+
+void ZDOMErrorHandler::error(const xercesc::SAXParseException& exception) {
+    hasError_ = true;
+    Collect(Text::ParserError, exception);
+}
+
+void ZDOMErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
+    hasError_ = true;
+    Collect(Text::ParserFatalError, exception);
+}
+
+void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exception) {
+    if (messages_.size() > kMaxMessages) {
+        if (leftOut_++ == 0) {
+            messages_ += "(more parser messages are left out)\n";
+        }
+        return;
+    }
+    messages_ += FormatText(LoadText(text), Transcode(exception.getSystemId()),
+                            static_cast<int>(exception.getLineNumber()),
+                            static_cast<int>(exception.getColumnNumber()), Transcode(exception.getMessage()));
+    messages_ += '\n';
+}
+
+}  // namespace tarvex

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <xercesc/sax/InputSource.hpp>
+
+#include "import/xml/parser_budget.h"
+
+namespace tarvex {
+
+/// A local file for the parser, by its path in bytes; the system identifier is only what messages show.
+/// Without a path it is a source that cannot be opened, for entities that must not be fetched. What is read
+/// counts as input; a file that cannot be read to its end throws XMLException.
+class FileSource : public xercesc::InputSource {
+  public:
+    FileSource(std::optional<std::string> path, const XMLCh* systemId, ParserBudget& budget)
+        : InputSource(systemId), path_(std::move(path)), budget_(budget) {}
+
+    xercesc::BinInputStream* makeStream() const override;
+
+  private:
+    std::optional<std::string> path_;
+    ParserBudget& budget_;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,130 @@
+#include "import/xml/parser_budget.h"
+
+#include <algorithm>
+#include <memory>
+
+#include <xercesc/internal/XMLReader.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/validators/common/ContentSpecNode.hpp>
+
+namespace tarvex {
+namespace {
+
+/// In front of each block, for its return.
+struct alignas(std::max_align_t) Header {
+    std::size_t size;
+};
+
+/// With the header. The pools of the library align blocks only as far as their size does.
+constexpr std::size_t BlockSize(std::size_t size) {
+    return sizeof(Header) + (size + alignof(Header) - 1) / alignof(Header) * alignof(Header);
+}
+
+/// What the parser asks for to make one of these: in front of each object it keeps where the memory is from.
+template <class T>
+bool IsSizeOf(std::size_t size) {
+    static const std::size_t front =
+        xercesc::XMLPlatformUtils::alignPointerForNewBlockAllocation(sizeof(xercesc::MemoryManager*));
+    return size == front + sizeof(T);
+}
+
+}  // namespace
+
+void ParserBudget::AddContent(std::size_t characters) {
+    content_ += characters;
+    if (content_ > kLeastContent + input_ * kContentPerByte + contentPaidBack_) {
+        Stop("the document's content is more than " + std::to_string(kContentPerByte) +
+             " times as long as its files");
+    }
+}
+
+void ParserBudget::AddElement(std::size_t depth, std::size_t characters) {
+    if (depth > kMaxDepth) {
+        Stop("the elements of the document are more than " + std::to_string(kMaxDepth) + " levels deep");
+    }
+    AddEvent(characters);
+}
+
+void ParserBudget::AddEntity(bool isParameterEntity, std::size_t length) {
+    std::size_t& longest = isParameterEntity ? longestParameterEntity_ : longestEntity_;
+    longest = std::max(longest, length);
+}
+
+void ParserBudget::AddReference(std::size_t length) {
+    contentPaidBack_ += longestEntity_;
+    AddContent(length);
+}
+
+void ParserBudget::StartDtd() {
+    isInDtd_ = true;
+    modelParts_ = 0;
+}
+
+void ParserBudget::EndDeclaration() {
+    AddSquare(std::exchange(modelParts_, 0));
+}
+
+void ParserBudget::AddSquare(std::size_t parts) {
+    squares_ += parts * parts;
+    if (squares_ > kMaxSquares) {
+        Stop("the content models and lists of words of the DTD are too large");
+    }
+}
+
+void* ParserBudget::allocate(XMLSize_t size) {
+    CountParts(size);
+    const std::size_t allocated = allocated_ + size;
+    if (allocated > kLeastMemory && allocated - kLeastMemory > input_ * kMemoryPerByte) {
+        Stop("the document needs more than " + std::to_string(kMemoryPerByte) +
+             " times the memory of its files");
+    }
+    auto* header = static_cast<Header*>(memory_.allocate(BlockSize(size)));
+    std::construct_at(header, Header{size});
+    allocated_ += size;
+    return header + 1;
+}
+
+void ParserBudget::CountEntity() {
+    const std::size_t most = kLeastEntities + input_ / kBytesPerEntity;
+    if (++entities_ > most) {
+        Stop("the document uses entities more than " + std::to_string(most) + " times");
+    }
+    AddContent(isInDtd_ ? longestParameterEntity_ : longestEntity_);
+}
+
+void ParserBudget::CountParts(std::size_t size) {
+    if (IsSizeOf<xercesc::XMLReader>(size)) {
+        CountEntity();
+    }
+    if (isInDtd_ && IsSizeOf<xercesc::ContentSpecNode>(size) && ++modelParts_ > kMaxModelParts) {
+        Stop("a content model of the DTD has more than " + std::to_string(kMaxModelParts) + " parts");
+    }
+}
+
+void ParserBudget::deallocate(void* memory) {
+    if (memory == nullptr) {
+        return;
+    }
+    Header* header = static_cast<Header*>(memory) - 1;
+    allocated_ -= header->size;
+    memory_.deallocate(header, BlockSize(header->size));
+}
+
+xercesc::MemoryManager* ParserBudget::getExceptionMemoryManager() {
+    return xercesc::XMLPlatformUtils::fgMemoryManager;
+}
+
+void ParserBudget::Stop(std::string reason) {
+    if (excess_) {
+        return;
+    }
+    excess_ = ParserStop{std::move(reason), {}, 0, 0};
+    if (locator_ != nullptr) {
+        excess_->systemId = locator_->getSystemId() != nullptr ? locator_->getSystemId() : u"";
+        excess_->line = locator_->getLineNumber();
+        excess_->column = locator_->getColumnNumber();
+    }
+    throw ParserStop(*excess_);
+}
+
+}  // namespace tarvex

@@ -1,0 +1,76 @@
+#include <stdexcept>
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include "import/xml/catalog_parser.h"
+#include "import/xml/document_reader.h"
+#include "import/xml/dom_error_handler.h"
+
+namespace tarvex {
+namespace {
+
+/// The state of the XML platform. It belongs to the process, not to a reader.
+enum class Platform { NotStarted, Started, Stopped };
+Platform platform = Platform::NotStarted;
+
+class XercesReader : public DocumentReader {
+  public:
+    explicit XercesReader(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
+
+    void StartPlatform() override {
+        if (platform == Platform::NotStarted) {
+            xercesc::XMLPlatformUtils::Initialize();
+            platform = Platform::Started;
+        }
+    }
+
+    void StopPlatform() override {
+        Release();
+        if (platform == Platform::Started) {
+            xercesc::XMLPlatformUtils::Terminate();
+            platform = Platform::Stopped;
+        }
+    }
+
+    const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) override {
+        if (platform != Platform::Started) {
+            throw std::logic_error("the XML platform has been stopped");
+        }
+        parser_ = std::make_unique<CatalogParser>(path, validate, vocabulary_);
+        parser_->setErrorHandler(&handler);
+        parser_->Parse();
+        return &parser_->Document();
+    }
+
+    std::vector<std::string> Files() const override {
+        return parser_ ? parser_->Files() : std::vector<std::string>();
+    }
+
+    void Release() override { parser_.reset(); }
+
+  private:
+    Vocabulary vocabulary_;
+    std::unique_ptr<CatalogParser> parser_;
+};
+
+}  // namespace
+
+std::unique_ptr<DocumentReader> MakeXercesReader(Vocabulary vocabulary) {
+    return std::make_unique<XercesReader>(std::move(vocabulary));
+}
+
+std::optional<std::string> ParserExceptionText() {
+    try {
+        throw;
+    } catch (const xercesc::XMLException& exception) {
+        return Transcode(exception.getMessage());
+    } catch (const xercesc::DOMException& exception) {
+        return Transcode(exception.getMessage());
+    } catch (...) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace tarvex
