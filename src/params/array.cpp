@@ -9,7 +9,6 @@
 #include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -20,22 +19,19 @@ constexpr const char* kOpenLengths[] = {"NMax", "N (>=0)"};
 }  // namespace
 
 bool ZMTParamArray::Import(const Element& element, ImportContext& context) {
-    if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* array = FindTypeElement(element, "TArray");
+    const Element* array =
+        IsNestedTooDeep(*this) ? nullptr : ImportHead<kNoTArray>(element, "TArray", context);
     if (array == nullptr) {
-        return Raise<kNoTArray>(context.log, "TArray");
+        return false;
     }
     std::string text;
     if (!GetAttribute(*array, "NMax", text)) {
         return Raise<kArrayWithoutNMax>(context.log, "NMax");
     }
     ReadNMax(text, context);
-    if (!GetAttribute(*array, "TypeRef", text)) {
-        return Raise<kArrayWithoutType>(context.log, "TypeRef");
+    if (!ImportTypeRef<kArrayWithoutType>(*array, context)) {
+        return false;
     }
-    ResolveType(text, context);
     auto member = ImportMember<kArrayElementUnknown, kArrayElementFailed>(*this, *array, context);
     if (!member) {
         return false;

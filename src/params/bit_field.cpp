@@ -5,7 +5,6 @@
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -24,23 +23,16 @@ void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context)
 }
 
 bool ZMTParamBitField::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* field = FindTypeElement(element, "TBitField");
+    const Element* field = ImportHead<kNoTBitField>(element, "TBitField", context);
     if (field == nullptr) {
-        return Raise<kNoTBitField>(context.log, "TBitField");
+        return false;
     }
     std::string length;
     if (!GetAttribute(*field, "Length", length)) {
         return Raise<kBitFieldWithoutLength>(context.log, "Length");
     }
-    std::string typeRef;
-    if (!GetAttribute(*field, "TypeRef", typeRef)) {
-        return Raise<kBitFieldWithoutType>(context.log, "TypeRef");
-    }
-    ResolveType(typeRef, context);
-    if (!ImportBits<kBitFieldBitTwice, kBitFieldBitFailed>(*field, context)) {
+    if (!ImportTypeRef<kBitFieldWithoutType>(*field, context) ||
+        !ImportBits<kBitFieldBitTwice, kBitFieldBitFailed>(*field, context)) {
         return false;
     }
     FitLength(static_cast<std::uint32_t>(IntegerOrZero(length)), context);

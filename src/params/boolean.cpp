@@ -2,7 +2,6 @@
 
 #include "import/log/messages.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -13,19 +12,12 @@ constexpr std::uint32_t kBoolLength = 8;
 }  // namespace
 
 bool ZMTParamBool::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
+    const Element* field = ImportHead<kNoTBool>(element, "TBool", context);
+    if (field == nullptr) {
         return false;
     }
-    const Element* field = FindTypeElement(element, "TBool");
-    if (field == nullptr) {
-        return Raise<kNoTBool>(context.log, "TBool");
-    }
-    std::string typeRef;
-    if (!GetAttribute(*field, "TypeRef", typeRef)) {
-        return Raise<kBoolWithoutType>(context.log, "TypeRef");
-    }
-    ResolveType(typeRef, context);
-    if (!ImportBits<kBoolBitTwice, kBoolBitFailed>(*field, context)) {
+    if (!ImportTypeRef<kBoolWithoutType>(*field, context) ||
+        !ImportBits<kBoolBitTwice, kBoolBitFailed>(*field, context)) {
         return false;
     }
     FitLength(kBoolLength, context);

@@ -19,24 +19,7 @@ class ZMTCollector {
 
 /// The marked kinds.
 constexpr bool IsCollector(ParamKind kind) {
-    switch (kind) {
-        case ParamKind::Array:
-        case ParamKind::Record:
-        case ParamKind::Stream:
-            return true;
-        case ParamKind::Base:
-        case ParamKind::BitField:
-        case ParamKind::Bool:
-        case ParamKind::BoolField:
-        case ParamKind::Enum:
-        case ParamKind::FktIDBitStream:
-        case ParamKind::Number:
-        case ParamKind::StreamCase:
-        case ParamKind::String:
-        case ParamKind::Void:
-            break;
-    }
-    return false;
+    return kind == ParamKind::Array || kind == ParamKind::Record || kind == ParamKind::Stream;
 }
 
 }  // namespace tarvex

@@ -9,7 +9,6 @@
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -44,20 +43,13 @@ bool IsAscending(ItemRange<const ZMTEnumValue> values) {
 }  // namespace
 
 bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
+    const Element* enumElement = ImportHead<kNoTEnum>(element, "TEnum", context);
+    if (enumElement == nullptr) {
         return false;
     }
-    const Element* enumElement = FindTypeElement(element, "TEnum");
-    if (enumElement == nullptr) {
-        return Raise<kNoTEnum>(context.log, "TEnum");
-    }
     ImportEnumMax(*enumElement, context);
-    std::string typeRef;
-    if (GetAttribute(*enumElement, "TypeRef", typeRef)) {
-        ResolveType(typeRef, context);
+    if (ImportTypeRef<kEnumWithoutType>(*enumElement, context)) {
         ImportValues(*enumElement, context);
-    } else {
-        Raise<kEnumWithoutType>(context.log, "TypeRef");
     }
     if (enumMax_ > kLargestEnumMax) {
         Raise<kEnumMaxOutOfRange>(context.log, enumMax_, 0, kLargestEnumMax + 1, kLargestEnumMax);

@@ -6,7 +6,6 @@
 #include "import/text/names.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -37,18 +36,13 @@ bool IsFktIDBitStream(const Element& element) {
 }
 
 bool ZMTParamFktIDBitStream::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
+    const Element* stream = ImportHead<kNoFktIDStream>(element, "TStream", context);
+    if (stream == nullptr) {
         return false;
     }
-    const Element* stream = FindTypeElement(element, "TStream");
-    if (stream == nullptr) {
-        return Raise<kNoFktIDStream>(context.log, "TStream");
+    if (!ImportTypeRef<kFktIDStreamWithoutType>(*stream, context)) {
+        return false;
     }
-    std::string typeRef;
-    if (!GetAttribute(*stream, "TypeRef", typeRef)) {
-        return Raise<kFktIDStreamWithoutType>(context.log, "TypeRef");
-    }
-    ResolveType(typeRef, context);
     const Element* streamCase = FindChildElement(stream, "StreamCase");
     if (streamCase == nullptr) {
         return Raise<kFktIDStreamWithoutCase>(context.log, "StreamCase");

@@ -7,7 +7,6 @@
 #include "import/xml/element.h"
 #include "params/basis_types.h"
 #include "params/pos_and_data.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -22,12 +21,9 @@ bool IsUnsigned(std::int32_t defCode) {
 }  // namespace
 
 bool ZMTParamNumber::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* number = FindTypeElement(element, "TNumber");
+    const Element* number = ImportHead<kNoTNumber>(element, "TNumber", context);
     if (number == nullptr) {
-        return Raise<kNoTNumber>(context.log, "TNumber");
+        return false;
     }
     ImportScale(*number, context);
     if (!ImportBasisType(*number, context) || !ImportUnit(*number, context)) {

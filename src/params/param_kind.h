@@ -2,12 +2,16 @@
 
 #pragma once
 
+#include <string>
 #include <type_traits>
 
+#include "catalog/import_context.h"
 #include "catalog/param.h"
+#include "import/xml/element.h"
 #include "params/collector.h"
 #include "params/param_decoder.h"
 #include "params/selector.h"
+#include "params/type_element.h"
 
 namespace tarvex {
 
@@ -22,6 +26,32 @@ class ZMTParamKind : public ZMTNodeKind<Self, Base, static_cast<NodeType>(kKind)
     }
 
   protected:
+    /// Reads name and position, and finds the element of that type. Null when one is missing: raises those of
+    /// ImportParamName and ImportParamPos, and kNoType.
+    template <const Message& kNoType>
+    const Element* ImportHead(const Element& element, const char* type, ImportContext& context) {
+        if (!this->ImportParamName(element, context) || !this->ImportParamPos(element, context)) {
+            return nullptr;
+        }
+        const Element* found = FindTypeElement(element, type);
+        if (found == nullptr) {
+            this->template Raise<kNoType>(context.log, type);
+        }
+        return found;
+    }
+
+    /// Takes the type definition that a type element refers to. False, with kNoReference, when it refers to
+    /// none.
+    template <const Message& kNoReference>
+    bool ImportTypeRef(const Element& type, ImportContext& context) {
+        std::string typeRef;
+        if (!GetAttribute(type, "TypeRef", typeRef)) {
+            return this->template Raise<kNoReference>(context.log, "TypeRef");
+        }
+        this->ResolveType(typeRef, context);
+        return true;
+    }
+
     using ZMTNodeKind<Self, Base, static_cast<NodeType>(kKind)>::ZMTNodeKind;
 };
 

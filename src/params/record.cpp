@@ -6,7 +6,6 @@
 #include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -25,22 +24,19 @@ unsigned CountChildElements(const Element& parent, std::string_view name) {
 }  // namespace
 
 bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
-    if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* record = FindTypeElement(element, "TRecord");
+    const Element* record =
+        IsNestedTooDeep(*this) ? nullptr : ImportHead<kNoTRecord>(element, "TRecord", context);
     if (record == nullptr) {
-        return Raise<kNoTRecord>(context.log, "TRecord");
+        return false;
     }
     std::string text;
     if (!GetAttribute(*record, "NElements", text)) {
         return Raise<kRecordWithoutNElements>(context.log, "NElements");
     }
     nElements_ = static_cast<std::uint32_t>(IntegerOrZero(text));
-    if (!GetAttribute(*record, "TypeRef", text)) {
-        return Raise<kRecordWithoutType>(context.log, "TypeRef");
+    if (!ImportTypeRef<kRecordWithoutType>(*record, context)) {
+        return false;
     }
-    ResolveType(text, context);
     const unsigned count = CountChildElements(*record, "TRecordField");
     if (count == 0) {
         return Raise<kRecordWithoutFields>(context.log, "TRecordField");

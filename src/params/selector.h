@@ -22,24 +22,8 @@ class ZMTSelector {
 
 /// The marked kinds.
 constexpr bool CanSelect(ParamKind kind) {
-    switch (kind) {
-        case ParamKind::Array:
-        case ParamKind::Enum:
-        case ParamKind::Number:
-        case ParamKind::Record:
-            return true;
-        case ParamKind::Base:
-        case ParamKind::BitField:
-        case ParamKind::Bool:
-        case ParamKind::BoolField:
-        case ParamKind::FktIDBitStream:
-        case ParamKind::Stream:
-        case ParamKind::StreamCase:
-        case ParamKind::String:
-        case ParamKind::Void:
-            break;
-    }
-    return false;
+    return kind == ParamKind::Array || kind == ParamKind::Enum || kind == ParamKind::Number ||
+           kind == ParamKind::Record;
 }
 
 /// The selector that a parameter has found in its place; null for none. It is not owned. A copy of the

@@ -11,27 +11,23 @@
 #include "import/xml/element.h"
 #include "params/members.h"
 #include "params/pos_and_data.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 
 bool ZMTParamStream::Import(const Element& element, ImportContext& context) {
-    if (IsNestedTooDeep(*this) || !ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* stream = FindTypeElement(element, "TStream");
+    const Element* stream =
+        IsNestedTooDeep(*this) ? nullptr : ImportHead<kNoTStream>(element, "TStream", context);
     if (stream == nullptr) {
-        return Raise<kNoTStream>(context.log, "TStream");
+        return false;
     }
     std::string text;
     if (!GetAttribute(*stream, "Length", text)) {
         return Raise<kStreamWithoutLength>(context.log, "Length");
     }
     length_ = static_cast<std::uint32_t>(IntegerOrZero(text));
-    if (!GetAttribute(*stream, "TypeRef", text)) {
-        return Raise<kStreamWithoutType>(context.log, "TypeRef");
+    if (!ImportTypeRef<kStreamWithoutType>(*stream, context)) {
+        return false;
     }
-    ResolveType(text, context);
     ImportCases(*stream, context);
     return true;
 }

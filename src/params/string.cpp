@@ -5,7 +5,6 @@
 #include "catalog/import_context.h"
 #include "import/log/messages.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 namespace {
@@ -21,23 +20,16 @@ std::uint32_t ReadMaxSize(const std::string& text) {
 }  // namespace
 
 bool ZMTParamString::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* stringElement = FindTypeElement(element, "TString");
+    const Element* stringElement = ImportHead<kNoTString>(element, "TString", context);
     if (stringElement == nullptr) {
-        return Raise<kNoTString>(context.log, "TString");
+        return false;
     }
     std::string text;
     if (!GetAttribute(*stringElement, "MaxSize", text)) {
         return Raise<kStringWithoutMaxSize>(context.log, "MaxSize");
     }
     maxSize_ = ReadMaxSize(text);
-    if (!GetAttribute(*stringElement, "TypeRef", text)) {
-        return Raise<kStringWithoutType>(context.log, "TypeRef");
-    }
-    ResolveType(text, context);
-    return true;
+    return ImportTypeRef<kStringWithoutType>(*stringElement, context);
 }
 
 bool ZMTParamString::Dump(ZMostTreeLog& treeLog) const {

@@ -3,24 +3,12 @@
 #include "catalog/import_context.h"
 #include "import/log/messages.h"
 #include "import/xml/element.h"
-#include "params/type_element.h"
 
 namespace tarvex {
 
 bool ZMTParamVoid::Import(const Element& element, ImportContext& context) {
-    if (!ImportParamName(element, context) || !ImportParamPos(element, context)) {
-        return false;
-    }
-    const Element* voidElement = FindTypeElement(element, "TVoid");
-    if (voidElement == nullptr) {
-        return Raise<kNoTVoid>(context.log, "TVoid");
-    }
-    std::string typeRef;
-    if (!GetAttribute(*voidElement, "TypeRef", typeRef)) {
-        return Raise<kVoidWithoutType>(context.log, "TypeRef");
-    }
-    ResolveType(typeRef, context);
-    return true;
+    const Element* voidElement = ImportHead<kNoTVoid>(element, "TVoid", context);
+    return voidElement != nullptr && ImportTypeRef<kVoidWithoutType>(*voidElement, context);
 }
 
 bool ZMTParamVoid::ImportParamName(const Element& element, ImportContext& context) {

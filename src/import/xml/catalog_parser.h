@@ -79,7 +79,7 @@ class CatalogParser : private ParserBudgetHolder,
     ElementBuilder builder_;
     /// Where the scanner stood after the last event. Every character is part of one, so the next tag begins
     /// here.
-    FilePlace place_;
+    FilePlace place_{1, 1};
     const xercesc::XMLReader* documentReader_ = nullptr;  // of the document itself; others read its entities
 };
 

@@ -1,0 +1,5 @@
+# The library is static, so its users link what it uses.
+include(CMakeFindDependencyMacro)
+find_dependency(LibXml2)
+find_dependency(SQLite3)
+include(${CMAKE_CURRENT_LIST_DIR}/kestrel-targets.cmake)
