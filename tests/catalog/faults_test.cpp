@@ -1,9 +1,5 @@
 /// One catalog with a fault of every number that a catalog can cause, and the whole complaint beside it:
 /// tests/data/faults.xml and tests/data/faults.log, in which "@PATH@" stands for the path of the catalog.
-///
-/// Not in it are those that only a parameter without its type element raises (28, 36, 41, 48, 66, 77, 86, 95,
-/// 100), those that need a node to fail which never does in a catalog (23, 103, 107, 133), and 110, which
-/// needs 4,097 error functions.
 
 #include <regex>
 #include <set>
@@ -15,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "import/import_manager.h"
+#include "import/log/messages.h"
 #include "support/temp_dir.h"
 
 namespace tarvex::test {
@@ -23,22 +20,12 @@ namespace {
 const std::string kCatalogPath = std::string(TARVEX_TEST_DATA) + "/faults.xml";
 const std::string kLogPath = std::string(TARVEX_TEST_DATA) + "/faults.log";
 
-constexpr unsigned kNumbers[] = {
-    1,   2,   3,   4,   5,   6,   7,   8,   9,   10,  11,             // definitions and names
-    12,  13,  14,  15,  16,                                           // positions
-    17,  18,  19,  20,  21,  22,  24,  25,  26,  27,                  // stream cases
-    29,  30,  31,  32,  33,  35,  37,  38,  39,                       // streams
-    42,  43,  44,  45,  46,  47,                                      // arrays
-    49,  50,  51,  52,  53,  54,  55,  56,  57,  58,                  // records
-    59,  60,  61,  62,  63,                                           // bits
-    67,  68,  69,  70,  71,  72,  73,  74,                            // numbers
-    75,  76,  78,  79,  80,  81,  82,  83,  85,                       // enumerations
-    87,  88,  89,  90,  91,  92,  93,  94,  96,  97,  98,  101,       // strings, bit fields, booleans, voids
-    102,                                                              // operations
-    106, 108, 109, 111, 112, 113, 114, 115, 116, 117, 118, 119, 120,  // functions
-    122, 123, 124, 126, 127, 128, 129, 130, 131, 132, 134, 135, 138,  // assignment
-    139, 140, 141, 142, 143, 144, 145, 146,                           // function blocks
-    148, 149, 150, 151, 152,
+/// The numbers that no catalog can cause, or none of a size that fits here.
+constexpr unsigned kElsewhere[] = {
+    28,  36,  41,  48,  66,
+    77,  86,  95,  100,  // a parameter without its type element, which is none of its kind
+    23,  103, 107, 133,  // a node that fails and never does in a catalog
+    110,                 // 4,097 error functions
 };
 
 /// An import of the catalog of faults; an empty log path writes no log.
@@ -78,7 +65,16 @@ TEST(Faults, WholeLogIsAsWritten) {
 }
 
 TEST(Faults, EveryNumberThatACatalogCanCauseIsThere) {
-    EXPECT_THAT(NumbersIn(ReadFile(kLogPath)), testing::ElementsAreArray(kNumbers));
+    std::set<unsigned> numbers;
+    for (const Message* message : kMessages) {
+        if (message->kind != Kind::Fatal) {
+            numbers.insert(message->number);
+        }
+    }
+    for (const unsigned number : kElsewhere) {
+        EXPECT_EQ(numbers.erase(number), 1U) << number;
+    }
+    EXPECT_EQ(NumbersIn(ReadFile(kLogPath)), numbers);
 }
 
 TEST(Faults, ConsoleTellsOnlyTheTotals) {
@@ -98,7 +94,7 @@ TEST(Faults, ThatAreExcludedAreCountedButNotWritten) {
     const TempDir dir;
     const FaultsImport import(dir.File("faults.log"), {145, 1, 9, 4000});
     EXPECT_THAT(import.console, testing::Contains("Import result: errors: 157  warnings: 34"));
-    std::set<unsigned> left(std::begin(kNumbers), std::end(kNumbers));
+    std::set<unsigned> left = NumbersIn(ReadFile(kLogPath));
     for (const unsigned excluded : {145U, 1U, 9U}) {
         left.erase(excluded);
     }

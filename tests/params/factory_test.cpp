@@ -2,12 +2,15 @@
 
 #include "params/factory.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "catalog/element_import.h"
+#include "params/catalog_vocabulary.h"
 #include "params/type_element.h"
 
 namespace tarvex::test {
@@ -28,6 +31,45 @@ constexpr KindCase kKinds[] = {
     {"TNumber", 13}, {"TEnum", 14}, {"TString", 16}, {"TBool", 10},  {"TBitField", 17},
     {"TVoid", 18},   {"TArray", 8}, {"TRecord", 9},  {"TStream", 6},
 };
+
+/// The kind is made for a type element. Names every kind, so that the compiler asks for a new one.
+bool HasTypeElement(ParamKind kind) {
+    switch (kind) {
+        case ParamKind::Array:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::Enum:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Number:
+        case ParamKind::Record:
+        case ParamKind::Stream:
+        case ParamKind::String:
+        case ParamKind::Void:
+            return true;
+        case ParamKind::Base:
+        case ParamKind::BoolField:
+        case ParamKind::StreamCase:
+            break;
+    }
+    return false;
+}
+
+TEST(Factory, MakesEveryKindThatHasATypeElement) {
+    constexpr int kEnd = 200;
+    for (int code = 0; code < kEnd; ++code) {
+        const auto kind = static_cast<ParamKind>(code);
+        // The function-ID bit stream shares the element of the stream.
+        const bool isMade = kind == ParamKind::FktIDBitStream ||
+                            std::ranges::find(kKinds, code, &KindCase::code) != std::end(kKinds);
+        EXPECT_EQ(isMade, HasTypeElement(kind)) << code;
+    }
+}
+
+TEST(Factory, ReadsTheTypeElementOfEveryKind) {
+    for (const KindCase& row : kKinds) {
+        EXPECT_NE(CatalogVocabulary().Find(row.element), nullptr) << row.element;
+    }
+}
 
 TEST(Factory, FindsTheTypeElementDirectlyOrOneLevelDeeper) {
     for (const KindCase& row : kKinds) {
