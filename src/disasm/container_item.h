@@ -1,3 +1,5 @@
+/// What decoded arrays, records and streams have in common.
+
 #pragma once
 
 #include "disasm/item_list.h"

@@ -1,3 +1,5 @@
+/// The decoded parameters of a message, and the faults that decoding has found.
+
 #pragma once
 
 #include <memory>

@@ -1,3 +1,5 @@
+/// Single keys from the console, for the question before a file is overwritten.
+
 #pragma once
 
 #include <csignal>

@@ -1,3 +1,5 @@
+/// Captures line by line, from files and pipes.
+
 #pragma once
 
 #include <cstddef>

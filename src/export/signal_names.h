@@ -1,3 +1,5 @@
+/// Names of signals, each given once.
+
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+/// Texts made with formats in the manner of printf.
+
 #pragma once
 
 #include <array>

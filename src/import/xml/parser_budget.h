@@ -1,3 +1,5 @@
+/// Bounds for what a document may ask of the XML parser.
+
 #pragma once
 
 #include <cstddef>
