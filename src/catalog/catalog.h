@@ -1,3 +1,5 @@
+/// The root of the catalog tree.
+
 #pragma once
 
 #include "catalog/definitions.h"

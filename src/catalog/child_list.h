@@ -82,8 +82,8 @@ class ZMTChildList {
     }
     static constexpr unsigned kBeforeFirst = ~0U;
 
-    /// The element of that name in the lowest slot, without regard to case; null if there is none. An element
-    /// that changes its name later has to say so.
+    /// The element of that name in the lowest slot, without regard to case; null if there is none. When the
+    /// name of an element changes after a look-up, NameChanged has to be called.
     virtual T* FindByName(const std::string& name) const {
         if (Size() > kFewSlots) {
             return Names().Find(slots_, name, NameOf);

@@ -1,3 +1,5 @@
+/// The types and units that a catalog defines for its parameters.
+
 #pragma once
 
 #include "catalog/list_node.h"

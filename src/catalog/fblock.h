@@ -1,3 +1,5 @@
+/// Function blocks of the catalog tree.
+
 #pragma once
 
 #include "catalog/function.h"

@@ -1,3 +1,5 @@
+/// Functions of the catalog tree.
+
 #pragma once
 
 #include "catalog/op_types.h"

@@ -1,3 +1,6 @@
+/// What the nodes share while a catalog is imported: the log, the definitions, the functions that
+/// others refer to, and how much may be copied.
+
 #pragma once
 
 #include <memory>

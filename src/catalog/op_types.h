@@ -1,3 +1,5 @@
+/// The vocabulary of functions: classes, OPTypes, and the elements that name them.
+
 #pragma once
 
 #include <iterator>

@@ -1,3 +1,5 @@
+/// Operations of the catalog tree: a function and an OPType, with the parameters of the message.
+
 #pragma once
 
 #include "catalog/list_node.h"

@@ -1,3 +1,5 @@
+/// The base of all parameters.
+
 #pragma once
 
 #include "catalog/node_kind.h"

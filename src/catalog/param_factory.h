@@ -1,3 +1,5 @@
+/// How the tree gets parameters whose kinds it does not know.
+
 #pragma once
 
 #include <memory>

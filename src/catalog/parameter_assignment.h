@@ -1,3 +1,5 @@
+/// From the parameters of a function class to the operations that use them.
+
 #pragma once
 
 #include "catalog/function.h"

@@ -1,3 +1,5 @@
+/// Decoded arrays.
+
 #pragma once
 
 #include "disasm/container_item.h"

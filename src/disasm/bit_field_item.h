@@ -1,3 +1,5 @@
+/// Decoded bit fields and booleans, and their bits.
+
 #pragma once
 
 #include "disasm/item_list.h"

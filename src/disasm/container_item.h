@@ -1,3 +1,5 @@
+/// What decoded arrays, records and streams have in common.
+
 #pragma once
 
 #include "disasm/item_list.h"
@@ -15,8 +17,8 @@ class ContainerItem : public ZMostParameter {
     const ZMostParameterListBaseInfo* Members() const override { return &members_; }
     ZMostParameterListBaseInfo& Members() { return members_; }
 
-    /// Appends the finished item to the list that it was begun with, whose offset moves behind it. One that
-    /// could not be read, not even its first member, is dropped. Returns `isGood`.
+    /// Appends the item to the list that it was begun with, whose offset moves behind it. `isGood`: all of it
+    /// could be read. Otherwise it has the members that could; without any it is dropped. Returns `isGood`.
     static bool Finish(std::unique_ptr<ContainerItem> item, bool isGood, ZMostParameterListBaseInfo& info,
                        std::span<const std::uint8_t> message);
 

@@ -1,3 +1,5 @@
+/// What the decoded "Pos" and other selectors say about the data behind them.
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,5 @@
+/// From the bytes of a message to names and values, with a catalog.
+
 #pragma once
 
 #include <string>

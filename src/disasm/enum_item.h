@@ -1,3 +1,5 @@
+/// Decoded enumerations.
+
 #pragma once
 
 #include "disasm/item.h"

@@ -1,3 +1,5 @@
+/// Decoded lists of FunctionIDs.
+
 #pragma once
 
 #include "disasm/item.h"

@@ -1,3 +1,5 @@
+/// The base of all decoded parameters.
+
 #pragma once
 
 #include <cstddef>

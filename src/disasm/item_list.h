@@ -1,3 +1,5 @@
+/// The decoded parameters of a message, and the faults that decoding has found.
+
 #pragma once
 
 #include <memory>
@@ -36,7 +38,7 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     ZMostParameterListBaseInfo& operator=(const ZMostParameterListBaseInfo&) = delete;
     ~ZMostParameterListBaseInfo() override = default;
 
-    // Each stands beside the item that it appends.
+    // Each is defined in the file of the item that it appends: the one for numbers in number_item.cpp.
     bool Decode(const ZMTParamArray& array, Bytes message) override;
     bool Decode(const ZMTParamBitField& field, Bytes message) override;
     bool Decode(const ZMTParamBoolField& bit, Bytes message) override;

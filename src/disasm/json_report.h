@@ -1,3 +1,5 @@
+/// Decoded messages as JSON.
+
 #pragma once
 
 #include "disasm/report.h"

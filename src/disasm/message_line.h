@@ -1,3 +1,5 @@
+/// The lines of a capture.
+
 #pragma once
 
 #include <cstdint>

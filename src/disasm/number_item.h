@@ -1,3 +1,5 @@
+/// Decoded numbers.
+
 #pragma once
 
 #include "disasm/item.h"

@@ -1,3 +1,5 @@
+/// Decoded records.
+
 #pragma once
 
 #include "disasm/container_item.h"

@@ -1,3 +1,5 @@
+/// What the output formats of tarvex-disasm have in common.
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,5 @@
+/// Decoded streams.
+
 #pragma once
 
 #include "disasm/container_item.h"

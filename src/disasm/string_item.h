@@ -1,3 +1,5 @@
+/// Decoded strings.
+
 #pragma once
 
 #include "disasm/item.h"

@@ -1,3 +1,5 @@
+/// Decoded messages as text for people.
+
 #pragma once
 
 #include "disasm/report.h"

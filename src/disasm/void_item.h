@@ -1,3 +1,5 @@
+/// Decoded parameters without data.
+
 #pragma once
 
 #include "disasm/item.h"

@@ -1,3 +1,5 @@
+/// Pieces of text that reports and faults are made of.
+
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+/// Single keys from the console, for the question before a file is overwritten.
+
 #pragma once
 
 #include <csignal>
@@ -7,9 +9,9 @@
 namespace tarvex {
 
 /// Reads single keys from standard input. On a terminal they are read without echo and without Enter for as
-/// long as the object lives, from before a question appears, so that no answer is too fast. Ctrl-C is a key
-/// like any other meanwhile: it refuses, and the terminal is left as it was found. So it is when a signal
-/// comes from outside, which ends the process when the object does.
+/// long as the object lives. Made before the question is printed, it does not lose a key that is pressed at
+/// once. Ctrl-C is a key like any other meanwhile, and so refuses. A signal from outside waits until the
+/// object is gone, and ends the process then; so the terminal is left as it was found.
 class KeyReader {
   public:
     KeyReader();

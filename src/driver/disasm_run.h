@@ -1,3 +1,5 @@
+/// The run of tarvex-disasm: catalog, captures, report.
+
 #pragma once
 
 #include <cstdio>

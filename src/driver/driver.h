@@ -1,3 +1,5 @@
+/// The run of TARVEX, from the arguments to the result.
+
 #pragma once
 
 #include <span>

@@ -1,3 +1,5 @@
+/// How TARVEX ends.
+
 #pragma once
 
 namespace tarvex {

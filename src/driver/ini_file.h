@@ -1,3 +1,5 @@
+/// The format of TARVEX.ini: sections, keys and values.
+
 #pragma once
 
 #include <string>

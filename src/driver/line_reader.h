@@ -1,3 +1,5 @@
+/// Captures line by line, from files and pipes.
+
 #pragma once
 
 #include <cstddef>
@@ -17,8 +19,8 @@ class LineReader {
     /// false the stream counts as ended. The descriptor is not owned.
     LineReader(int descriptor, std::function<bool()> beforeRead);
 
-    /// The next line without its line feed, valid until the next call; false at the end of the stream. What
-    /// stands before an error without a line feed is no line.
+    /// The next line without its line feed, valid until the next call; false at the end of the stream. The
+    /// last line may lack its line feed, but an error ends no line: its beginning is not given.
     bool Next(std::string_view& line);
     /// The line that Next gave was longer than kMaxLine.
     bool IsCut() const { return isCut_; }

@@ -1,3 +1,5 @@
+/// The question before a file is overwritten.
+
 #pragma once
 
 #include <string>

@@ -1,3 +1,5 @@
+/// The settings that TARVEX.ini has, with their defaults.
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,5 @@
+/// The alias file: other names for the database.
+
 #pragma once
 
 #include <map>

@@ -1,3 +1,5 @@
+/// The MOST attributes of the database: their definitions and values.
+
 #pragma once
 
 #include <iterator>

@@ -1,3 +1,5 @@
+/// The lines of the alias file and of the network file.
+
 #pragma once
 
 #include <optional>

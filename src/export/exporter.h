@@ -1,3 +1,5 @@
+/// From the catalog tree to the bus database: nodes, messages and their attributes.
+
 #pragma once
 
 #include <functional>

@@ -1,3 +1,5 @@
+/// Texts, numbers and names as the library of databases takes them.
+
 #pragma once
 
 #include <string_view>

@@ -1,3 +1,5 @@
+/// Names of messages, short enough for the database.
+
 #pragma once
 
 #include <string>

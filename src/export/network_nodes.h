@@ -1,3 +1,5 @@
+/// The network file: nodes and their MOST addresses.
+
 #pragma once
 
 #include <cstdint>

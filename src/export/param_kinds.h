@@ -1,3 +1,5 @@
+/// Looks for kinds among the parameters of an operation.
+
 #pragma once
 
 #include "catalog/child_list.h"

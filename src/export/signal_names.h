@@ -1,3 +1,5 @@
+/// Names of signals, each given once.
+
 #pragma once
 
 #include <cstddef>
@@ -20,9 +22,11 @@ class SignalNames {
     /// To be called before the first name of each message.
     void StartMessage();
 
-    /// The name of a new signal of the message, made of a base of letters, digits and "_" and a suffix. Both
-    /// are cut to `maxLength` (at least 8) characters; letters come on top of that, except that unique names
-    /// leave room for three of them. The signal has to be created already, and is still without a name.
+    /// A name for a new signal of the message: the base, which has letters, digits and "_" only, then the
+    /// letters that make it free, if it needs any, then the suffix. Base and suffix together are cut to
+    /// `maxLength` (at least 8) characters, unique names to three less, so that their letters find room. The
+    /// letters of other names come on top of `maxLength`. To be called when the signal is in the message and
+    /// has no name yet.
     std::string Make(const msgblk& message, std::string base, std::string suffix, std::size_t maxLength);
 
   private:

@@ -1,3 +1,5 @@
+/// From the parameters of an operation to the signals of its message, bit by bit.
+
 #pragma once
 
 #include <cstddef>

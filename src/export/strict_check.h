@@ -1,3 +1,5 @@
+/// Which operations get signals with StrictExport.
+
 #pragma once
 
 #include "catalog/operation.h"

@@ -1,3 +1,5 @@
+/// The array parameter.
+
 #pragma once
 
 #include <cstdint>

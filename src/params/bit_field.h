@@ -1,3 +1,5 @@
+/// The bit field parameter.
+
 #pragma once
 
 #include "catalog/import_context.h"

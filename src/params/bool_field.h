@@ -1,3 +1,5 @@
+/// The single bit of a bit field or boolean.
+
 #pragma once
 
 #include "params/param_kind.h"

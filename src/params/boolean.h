@@ -1,3 +1,5 @@
+/// The boolean parameter: a byte of named bits.
+
 #pragma once
 
 #include "params/bit_field.h"

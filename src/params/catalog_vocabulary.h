@@ -1,3 +1,5 @@
+/// The elements, texts and attributes that the import reads of a catalog. Who reads a new one adds it here.
+
 #pragma once
 
 #include "import/xml/vocabulary.h"

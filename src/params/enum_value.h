@@ -1,3 +1,5 @@
+/// The named codes of an enumeration.
+
 #pragma once
 
 #include "catalog/node_kind.h"

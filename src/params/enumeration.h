@@ -1,3 +1,5 @@
+/// The enumeration parameter.
+
 #pragma once
 
 #include <vector>

@@ -1,3 +1,5 @@
+/// From the type element of a parameter to the class of its kind.
+
 #pragma once
 
 #include "catalog/param_factory.h"

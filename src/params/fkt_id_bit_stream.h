@@ -1,3 +1,5 @@
+/// The parameter that lists the FunctionIDs of a block.
+
 #pragma once
 
 #include "params/param_kind.h"

@@ -1,3 +1,5 @@
+/// Parameters inside arrays, records and stream cases.
+
 #pragma once
 
 #include <memory>

@@ -1,3 +1,5 @@
+/// The number parameter.
+
 #pragma once
 
 #include "params/param_kind.h"

@@ -1,3 +1,5 @@
+/// "Pos" and "Data": how a message says which part of an array or record it carries.
+
 #pragma once
 
 #include <cstdint>

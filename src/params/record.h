@@ -1,3 +1,5 @@
+/// The record parameter.
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,5 @@
+/// The stream parameter.
+
 #pragma once
 
 #include "catalog/list_node.h"

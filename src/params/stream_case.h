@@ -1,3 +1,5 @@
+/// The cases of a stream.
+
 #pragma once
 
 #include <string>

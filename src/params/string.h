@@ -1,3 +1,5 @@
+/// The string parameter.
+
 #pragma once
 
 #include "params/param_kind.h"

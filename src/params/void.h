@@ -1,3 +1,5 @@
+/// The parameter without data.
+
 #pragma once
 
 #include "params/param_kind.h"

@@ -1,3 +1,5 @@
+/// Files and paths: opening, reading, telling whether two paths lead to one file.
+
 #pragma once
 
 #include <cstdio>

@@ -1,3 +1,5 @@
+/// Texts made with formats in the manner of printf.
+
 #pragma once
 
 #include <array>
@@ -67,11 +69,10 @@ consteval bool FormatTakes(std::string_view format) {
     return argument == sizeof...(Args);
 }
 
-/// Prints a text that is used as a printf format without ever reading an argument or writing memory: "%%"
-/// gives
-/// "%", a numeric conversion prints as if its argument were 0, %c and %s print nothing (padded to their
-/// width), %p prints as if null, %n prints nothing, anything malformed stands as it is. Width and precision
-/// are honoured up to 255; "*" counts as 0.
+/// What printf would make of a text used as its format, without ever reading an argument or writing memory:
+/// "%%" gives "%", a numeric conversion prints as if its argument were 0, %c and %s print nothing (padded to
+/// their width), %p prints as if null, %n prints nothing, anything malformed stands as it is. Width and
+/// precision are honoured up to 255; "*" counts as 0.
 std::string RenderAsFormat(std::string_view text);
 
 }  // namespace tarvex

@@ -1,3 +1,5 @@
+/// Names of catalogs and of the settings: cleaning, comparing and listing them.
+
 #pragma once
 
 #include <cstdint>

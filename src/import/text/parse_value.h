@@ -1,3 +1,5 @@
+/// Numbers and ranges in the texts of a catalog.
+
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,5 @@
+/// Takes what the XML parser complains about, for the import log and the console.
+
 #pragma once
 
 #include <string>

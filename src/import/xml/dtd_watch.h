@@ -1,3 +1,5 @@
+/// Watches the document type of a catalog while the XML parser reads it.
+
 #pragma once
 
 #include <string>

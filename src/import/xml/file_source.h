@@ -1,3 +1,5 @@
+/// Files as the XML parser reads them: the catalog, its DTD and other entities.
+
 #pragma once
 
 #include <optional>

@@ -1,3 +1,5 @@
+/// Bounds for what a document may ask of the XML parser.
+
 #pragma once
 
 #include <cstddef>
@@ -40,8 +42,8 @@ class ParserBudget : public xercesc::MemoryManager {
     static constexpr std::size_t kBytesPerEntity = 16;
     /// What an event counts for in content: nodes and calls for nothing at all have their cost too.
     static constexpr std::size_t kEventContent = 16;
-    /// Levels of elements. The import looks for some elements at any depth below others; 64 containers in
-    /// each other take 256.
+    /// Levels of elements: more would take long, since the import looks for some elements at any depth below
+    /// others. Arrays and records 64 deep in each other, the most that is imported, take 256 levels.
     static constexpr std::size_t kMaxDepth = 1024;
     /// Parts of one content model. The parser's functions call themselves for each, and take time that grows
     /// with their square ...
@@ -52,8 +54,8 @@ class ParserBudget : public xercesc::MemoryManager {
     /// Tells where the parser is. The locator outlives this object or is never asked again.
     void SetLocator(const xercesc::Locator* locator) { locator_ = locator; }
 
-    /// A file, by its device and number, is opened. False when it was before, as that of an entity that is
-    /// used often: then it is no new input.
+    /// To be called for every file that is opened, with its device and inode. True the first time that the
+    /// file is opened. An entity that is used often opens its file again and again, which is no new input.
     bool IsNewFile(std::uint64_t device, std::uint64_t number) {
         return files_.emplace(device, number).second;
     }
@@ -66,8 +68,9 @@ class ParserBudget : public xercesc::MemoryManager {
     void AddElement(std::size_t depth, std::size_t characters);
     /// An entity is declared, with a value of so many characters.
     void AddEntity(bool isParameterEntity, std::size_t length);
-    /// The entity that was opened last, or will be next, has a value of so many characters. One of which this
-    /// is not told counts as the longest: its content may vanish in a declaration, a tag or an attribute.
+    /// A reference in the content of an element, to an entity with a value of so many characters. The parser
+    /// tells of no other references. Entities in attributes and declarations are only seen to be opened, so
+    /// each that is opened counts as the longest that was declared, and here that is put right.
     void AddReference(std::size_t length);
 
     /// Content models are counted from the start of the DTD to its end. EndDeclaration throws ParserStop.
@@ -99,7 +102,7 @@ class ParserBudget : public xercesc::MemoryManager {
     std::size_t input_ = 0;
     std::size_t allocated_ = 0;
     std::size_t content_ = 0;
-    std::size_t contentPaidBack_ = 0;  // was counted before it was known to be less
+    std::size_t contentPaidBack_ = 0;  // of references that counted as the longest entity and are shorter
     std::size_t entities_ = 0;
     std::size_t longestEntity_ = 0;
     std::size_t longestParameterEntity_ = 0;
