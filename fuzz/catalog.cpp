@@ -45,7 +45,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto manager = MakeManager();
     manager->Validate = draw.Flag();
     std::string console;
-    manager->MessageSink = [&](const std::string& text, int /*level*/) { console += RenderAsFormat(text); };
+    manager->MessageSink = [&](const std::string& text, ImportEvent /*event*/) {
+        console += RenderAsFormat(text);
+    };
     std::string name;
     const bool isImported = manager->Import(name, path, 1, logPath);
     Require(!console.empty(), "an import says what it does");

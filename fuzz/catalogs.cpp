@@ -19,8 +19,7 @@ class LastingReader : public DocumentReader {
   public:
     void StartPlatform() override { reader_->StartPlatform(); }
     void StopPlatform() override { reader_->Release(); }
-    const xercesc::DOMNode* Read(const std::string& path, bool validate,
-                                 xercesc::ErrorHandler& handler) override {
+    const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) override {
         return reader_->Read(path, validate, handler);
     }
     void Release() override { reader_->Release(); }
