@@ -13,37 +13,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* KindName(ParamKind kind) {
-    switch (kind) {
-        case ParamKind::Array:
-            return "array";
-        case ParamKind::BitField:
-            return "bit_field";
-        case ParamKind::Bool:
-            return "boolean";
-        case ParamKind::BoolField:
-            return "bit";
-        case ParamKind::Enum:
-            return "enumeration";
-        case ParamKind::FktIDBitStream:
-            return "function_ids";
-        case ParamKind::Number:
-            return "number";
-        case ParamKind::Record:
-            return "record";
-        case ParamKind::Stream:
-            return "stream";
-        case ParamKind::String:
-            return "string";
-        case ParamKind::Void:
-            return "void";
-        case ParamKind::Base:
-        case ParamKind::StreamCase:  // becomes no item of its own
-            break;
-    }
-    return "parameter";
-}
-
 Json ItemsJson(const ZMostParameterListBaseInfo& items, unsigned firstNumber);
 
 /// What only items of some kinds have.
@@ -135,6 +104,37 @@ void AppendLine(const Json& json, std::string& out) {
 }
 
 }  // namespace
+
+const char* KindName(ParamKind kind) {
+    switch (kind) {
+        case ParamKind::Array:
+            return "array";
+        case ParamKind::BitField:
+            return "bit_field";
+        case ParamKind::Bool:
+            return "boolean";
+        case ParamKind::BoolField:
+            return "bit";
+        case ParamKind::Enum:
+            return "enumeration";
+        case ParamKind::FktIDBitStream:
+            return "function_ids";
+        case ParamKind::Number:
+            return "number";
+        case ParamKind::Record:
+            return "record";
+        case ParamKind::Stream:
+            return "stream";
+        case ParamKind::String:
+            return "string";
+        case ParamKind::Void:
+            return "void";
+        case ParamKind::Base:
+        case ParamKind::StreamCase:  // becomes no item of its own
+            break;
+    }
+    return "parameter";
+}
 
 void JsonReport::Message(const LinePlace& place, const CapturedMessage& message,
                          const DecodedMessage& decoded, std::string& out) const {

@@ -1,5 +1,7 @@
 /// What all nodes of the tree share: type codes, names, paths, levels and the scoped look-up.
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -9,6 +11,7 @@
 #include "catalog/all_classes.h"
 #include "catalog/element_import.h"
 #include "catalog/test_nodes.h"
+#include "support/param_kinds.h"
 
 namespace tarvex::test {
 namespace {
@@ -20,6 +23,13 @@ TEST(NodeType, EveryClassAnswersForItsOwnCodeOnly) {
         for (int code = -1; code <= 200; ++code) {
             EXPECT_EQ(node->IsType(code), code == row.code) << row.name << " asked for " << code;
         }
+    }
+}
+
+TEST(NodeType, EveryKindOfParameterIsAmongTheClasses) {
+    for (const ParamKind kind : AllParamKinds()) {
+        EXPECT_NE(std::ranges::find(kClasses, static_cast<int>(kind), &ClassRow::code), std::end(kClasses))
+            << static_cast<int>(kind);
     }
 }
 

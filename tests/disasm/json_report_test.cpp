@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "disasm/decoding.h"
+#include "support/param_kinds.h"
 
 namespace tarvex::test {
 namespace {
@@ -215,11 +216,34 @@ TEST(JsonReport, BytesThatAreNoTextStillGiveJson) {
             EXPECT_EQ(parsed.at("errors").size(), 1U);
         }
     }
-    // A line may be cut inside a character.
+}
+
+TEST(JsonReport, LineIsNotCutInsideACharacter) {
+    const std::string start(199, 'x');
     std::string out;
-    JsonReport().BadLine({.file = "", .number = 1}, std::string(199, 'x') + "\xc3\xbcyz", "no valid FBlockID",
-                         out);
-    EXPECT_TRUE(nlohmann::json::accept(out)) << out;
+    JsonReport().BadLine({.file = "", .number = 1}, start + "\xc3\xbcyz", "no valid FBlockID", out);
+    EXPECT_EQ(nlohmann::json::parse(out).at("text"), start + "...");
+}
+
+TEST(JsonReport, LineIsShownWithoutWhatIsNoText) {
+    std::string out;
+    JsonReport().BadLine({.file = "", .number = 1},
+                         "a\x1B\xc2\x9b"
+                         "b\xff\xc3\xbc",
+                         "no valid FBlockID", out);
+    EXPECT_EQ(nlohmann::json::parse(out).at("text"), "a..b.\xc3\xbc");
+}
+
+TEST(JsonReport, TypesAreDocumented) {
+    const std::string document = ReadFile(TARVEX_DOCS "/disassembler.md");
+    const std::size_t row = document.find("| `type` |");
+    ASSERT_NE(row, std::string::npos);
+    const std::string types = document.substr(row, document.find('\n', row) - row);
+    for (const ParamKind kind : AllParamKinds()) {
+        const bool isItem = kind != ParamKind::Base && kind != ParamKind::StreamCase;
+        EXPECT_EQ(types.find("`" + std::string(KindName(kind)) + "`") != std::string::npos, isItem)
+            << KindName(kind);
+    }
 }
 
 }  // namespace
