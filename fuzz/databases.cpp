@@ -60,7 +60,7 @@ void RequireCommands(const kestrel::Database& database) {
     vorn::Check(database);
     vorn::DatabaseText(database, style);
     vorn::MessageList(database, "", "*a?");
-    for (const kestrel::Message& message : database.messages()) {
+    for (const kestrel::Message& message : database.Messages()) {
         vorn::MessageText(message, style);
     }
     const auto changes = vorn::Compare(database, database);

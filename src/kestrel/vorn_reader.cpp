@@ -32,23 +32,31 @@ class Source {
 
     /// The byte at the current position, or -1 at the end.
     int Peek() {
-        if (next_ == end_ && !Fill()) return -1;
+        if (next_ == end_ && !Fill()) {
+            return -1;
+        }
         const auto byte = static_cast<unsigned char>(buffer_[next_]);
         // The parser would take a zero for the end.
-        if (byte == 0) throw ReadError("line " + std::to_string(line_) + ": the file has a zero byte");
+        if (byte == 0) {
+            throw ReadError("line " + std::to_string(line_) + ": the file has a zero byte");
+        }
         return byte;
     }
     void Advance() {
-        if (Peek() == '\n') ++line_;
+        if (Peek() == '\n') {
+            ++line_;
+        }
         ++next_;
     }
-    std::size_t line() const { return line_; }
+    std::size_t Line() const { return line_; }
 
   private:
     bool Fill() {
         next_ = 0;
         end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
-        if (std::ferror(file_.get()) != 0) throw ReadError(std::strerror(errno));
+        if (std::ferror(file_.get()) != 0) {
+            throw ReadError(std::strerror(errno));
+        }
         return end_ > 0;
     }
 
@@ -96,33 +104,45 @@ class SourceIterator {
 class Members {
   public:
     Members(const Json& object, const char* what) : object_(object), what_(what) {
-        if (!object.is_object()) throw BadRecord(std::string("a ") + what + " is no object");
+        if (!object.is_object()) {
+            throw BadRecord(std::string("a ") + what + " is no object");
+        }
     }
 
     const Json* Find(const char* key) {
         const auto found = object_.find(key);
-        if (found == object_.end()) return nullptr;
+        if (found == object_.end()) {
+            return nullptr;
+        }
         ++asked_;
         return &*found;
     }
     const Json& Get(const char* key) {
         const Json* member = Find(key);
-        if (member == nullptr) throw BadRecord(std::string("a ") + what_ + " has no \"" + key + "\"");
+        if (member == nullptr) {
+            throw BadRecord(std::string("a ") + what_ + " has no \"" + key + "\"");
+        }
         return *member;
     }
     std::string Text(const char* key) {
         const Json& member = Get(key);
-        if (!member.is_string()) throw Wrong(key, "text");
+        if (!member.is_string()) {
+            throw Wrong(key, "text");
+        }
         return member.get<std::string>();
     }
     bool Flag(const char* key) {
         const Json& member = Get(key);
-        if (!member.is_boolean()) throw Wrong(key, "true or false");
+        if (!member.is_boolean()) {
+            throw Wrong(key, "true or false");
+        }
         return member.get<bool>();
     }
     double Number(const char* key) {
         const Json& member = Get(key);
-        if (!member.is_number()) throw Wrong(key, "number");
+        if (!member.is_number()) {
+            throw Wrong(key, "number");
+        }
         return member.get<double>();
     }
     template <class T>
@@ -142,7 +162,9 @@ class Members {
     }
     /// To be called last.
     void NoMore() const {
-        if (asked_ != object_.size()) throw BadRecord(std::string("a ") + what_ + " has an unknown key");
+        if (asked_ != object_.size()) {
+            throw BadRecord(std::string("a ") + what_ + " has an unknown key");
+        }
     }
 
   private:
@@ -171,14 +193,18 @@ class VornHandler : public nlohmann::json_sax<Json> {
 
     bool key(string_t& name) override {
         if (collected_.empty()) {
-            if (next_section_ == kSections.size() || name != kSections[next_section_]) {
+            if (nextSection_ == kSections.size() || name != kSections[nextSection_]) {
                 Fail("the key \"" + name + "\" is not expected here");
             }
-            ++next_section_;
+            ++nextSection_;
         } else {
             const Json& object = collected_.back();
-            if (object.size() == kMaxKeys) Fail("an object has too many keys");
-            if (object.contains(name)) Fail("the key \"" + name + "\" stands twice");
+            if (object.size() == kMaxKeys) {
+                Fail("an object has too many keys");
+            }
+            if (object.contains(name)) {
+                Fail("the key \"" + name + "\" stands twice");
+            }
             keys_.back() = name;
         }
         return true;
@@ -195,17 +221,19 @@ class VornHandler : public nlohmann::json_sax<Json> {
     /// To be called when the whole file has been read: the database's own attributes stand before their
     /// definitions.
     void Finish() {
-        if (!IsComplete()) Fail("the file is not complete");
+        if (!IsComplete()) {
+            Fail("the file is not complete");
+        }
         try {
-            SetAttributes(builder_.database().attributes(), AttrObject::Database, database_attributes_);
+            SetAttributes(builder_.Built().Attributes(), AttrObject::Database, databaseAttributes_);
         } catch (const BadRecord& error) {
-            throw ReadError("line " + std::to_string(database_attributes_line_) + ": " + error.what());
+            throw ReadError("line " + std::to_string(databaseAttributesLine_) + ": " + error.what());
         }
     }
 
-    bool IsComplete() const { return next_section_ == kSections.size() && depth_ == 0; }
+    bool IsComplete() const { return nextSection_ == kSections.size() && depth_ == 0; }
     [[noreturn]] void Fail(const std::string& what) const {
-        throw ReadError("line " + std::to_string(source_.line()) + ": " + what);
+        throw ReadError("line " + std::to_string(source_.Line()) + ": " + what);
     }
 
   private:
@@ -213,18 +241,24 @@ class VornHandler : public nlohmann::json_sax<Json> {
         "format", "version", "database", "attributes", "attribute_definitions", "nodes", "messages"};
 
     std::string_view Section() const {
-        return next_section_ == 0 ? std::string_view() : kSections[next_section_ - 1];
+        return nextSection_ == 0 ? std::string_view() : kSections[nextSection_ - 1];
     }
     /// A section that is a list of records, each of which is collected for itself.
-    bool IsListSection() const { return next_section_ > 4; }
+    bool IsListSection() const { return nextSection_ > 4; }
 
     bool Start(Json empty) {
-        if (depth_ == kMaxDepth) Fail("the file is nested too deep");
+        if (depth_ == kMaxDepth) {
+            Fail("the file is nested too deep");
+        }
         ++depth_;
         if (depth_ == 1) {
-            if (!empty.is_object()) Fail("a Vorn file is one object");
+            if (!empty.is_object()) {
+                Fail("a Vorn file is one object");
+            }
         } else if (depth_ == 2 && collected_.empty() && IsListSection()) {
-            if (!empty.is_array()) Fail("\"" + std::string(Section()) + "\" is no list");
+            if (!empty.is_array()) {
+                Fail("\"" + std::string(Section()) + "\" is no list");
+            }
         } else {
             collected_.push_back(std::move(empty));
             keys_.emplace_back();
@@ -234,7 +268,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
 
     bool End() {
         --depth_;
-        if (collected_.empty()) return true;
+        if (collected_.empty()) {
+            return true;
+        }
         Json done = std::move(collected_.back());
         collected_.pop_back();
         keys_.pop_back();
@@ -252,7 +288,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
             }
             return true;
         }
-        if (depth_ == 0) Fail("a Vorn file is one object");
+        if (depth_ == 0) {
+            Fail("a Vorn file is one object");
+        }
         try {
             Record(value);
         } catch (const BadRecord& error) {
@@ -264,16 +302,24 @@ class VornHandler : public nlohmann::json_sax<Json> {
     void Record(const Json& value) {
         const std::string_view section = Section();
         if (section == "format") {
-            if (value != "Vorn") throw BadRecord("this is no Vorn file");
+            if (value != "Vorn") {
+                throw BadRecord("this is no Vorn file");
+            }
         } else if (section == "version") {
-            if (value != 1) throw BadRecord("version " + value.dump() + " of Vorn is not known");
+            if (value != 1) {
+                throw BadRecord("version " + value.dump() + " of Vorn is not known");
+            }
         } else if (section == "database") {
-            if (!value.is_string()) throw BadRecord("\"database\" is no text");
+            if (!value.is_string()) {
+                throw BadRecord("\"database\" is no text");
+            }
             builder_.SetName(value.get<std::string>());
         } else if (section == "attributes") {
-            if (!value.is_object()) throw BadRecord("\"attributes\" is no object");
-            database_attributes_ = value;  // their definitions come next
-            database_attributes_line_ = source_.line();
+            if (!value.is_object()) {
+                throw BadRecord("\"attributes\" is no object");
+            }
+            databaseAttributes_ = value;  // their definitions come next
+            databaseAttributesLine_ = source_.Line();
         } else if (section == "attribute_definitions") {
             AddDefinition(value);
         } else if (section == "nodes") {
@@ -292,15 +338,19 @@ class VornHandler : public nlohmann::json_sax<Json> {
         if (record.type == "integer") {
             record.minimum = members.Number("minimum");
             record.maximum = members.Number("maximum");
-            record.default_number = members.Number("default");
+            record.defaultNumber = members.Number("default");
         } else {
-            record.default_text = members.Text("default");
+            record.defaultText = members.Text("default");
         }
         if (record.type == "enumeration") {
             const Json& values = members.Get("values");
-            if (!values.is_array()) throw members.Wrong("values", "list");
+            if (!values.is_array()) {
+                throw members.Wrong("values", "list");
+            }
             for (const Json& name : values) {
-                if (!name.is_string()) throw members.Wrong("values", "list of texts");
+                if (!name.is_string()) {
+                    throw members.Wrong("values", "list of texts");
+                }
                 record.choices.push_back(name.get<std::string>());
             }
         }
@@ -328,8 +378,12 @@ class VornHandler : public nlohmann::json_sax<Json> {
         Message& message = builder_.AddMessage(record);
         SetAttributes(message.attributes, AttrObject::Message, members.Get("attributes"));
         const Json& signals = members.Get("signals");
-        if (!signals.is_array()) throw members.Wrong("signals", "list");
-        for (const Json& signal : signals) AddSignal(message, signal);
+        if (!signals.is_array()) {
+            throw members.Wrong("signals", "list");
+        }
+        for (const Json& signal : signals) {
+            AddSignal(message, signal);
+        }
         members.NoMore();
     }
 
@@ -337,17 +391,21 @@ class VornHandler : public nlohmann::json_sax<Json> {
         Members members(value, "signal");
         SignalRecord record;
         record.name = members.Text("name");
-        record.start_bit = members.Unsigned<std::uint16_t>("start_bit");
+        record.startBit = members.Unsigned<std::uint16_t>("start_bit");
         record.length = members.Unsigned<std::uint16_t>("length");
-        record.byte_order = members.Text("byte_order");
-        record.is_signed = members.Flag("signed");
-        if (value.contains("multiplexor")) record.is_multiplexor = members.Flag("multiplexor");
+        record.byteOrder = members.Text("byte_order");
+        record.isSigned = members.Flag("signed");
+        if (value.contains("multiplexor")) {
+            record.isMultiplexor = members.Flag("multiplexor");
+        }
         if (value.contains("multiplexer_value")) {
-            record.multiplexer_value = members.Unsigned<std::uint32_t>("multiplexer_value");
+            record.multiplexerValue = members.Unsigned<std::uint32_t>("multiplexer_value");
         }
         Signal& signal = builder_.AddSignal(message, record);
         if (const Json* values = members.Find("values")) {
-            if (!values->is_array()) throw members.Wrong("values", "list");
+            if (!values->is_array()) {
+                throw members.Wrong("values", "list");
+            }
             for (const Json& pair : *values) {
                 if (!pair.is_array() || pair.size() != 2 || !pair[1].is_string()) {
                     throw members.Wrong("values", "list of pairs of a number and a text");
@@ -360,7 +418,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void SetAttributes(AttrValues& values, AttrObject object, const Json& attributes) {
-        if (!attributes.is_object()) throw BadRecord("\"attributes\" is no object");
+        if (!attributes.is_object()) {
+            throw BadRecord("\"attributes\" is no object");
+        }
         for (const auto& [name, value] : attributes.items()) {
             if (value.is_number()) {
                 builder_.SetAttribute(values, object, name, value.get<double>());
@@ -375,13 +435,13 @@ class VornHandler : public nlohmann::json_sax<Json> {
     DatabaseBuilder& builder_;
     const Source& source_;
     /// How many of the sections have begun.
-    std::size_t next_section_ = 0;
+    std::size_t nextSection_ = 0;
     std::size_t depth_ = 0;
     /// The objects and lists that have begun and not ended, and in each object the key of the next value.
     std::vector<Json> collected_;
     std::vector<std::string> keys_;
-    Json database_attributes_ = Json::object();
-    std::size_t database_attributes_line_ = 0;
+    Json databaseAttributes_ = Json::object();
+    std::size_t databaseAttributesLine_ = 0;
 };
 
 }  // namespace

@@ -51,7 +51,9 @@ const CompareCase kNothing[] = {
 };
 
 TEST(Compare, FindsNothing) {
-    for (const CompareCase& row : kNothing) ExpectDifference(row);
+    for (const CompareCase& row : kNothing) {
+        ExpectDifference(row);
+    }
     EXPECT_EQ(Difference({}, {}), "");
 }
 
@@ -100,7 +102,9 @@ const CompareCase kDefinitions[] = {
 };
 
 TEST(Compare, AttributeDefinitions) {
-    for (const CompareCase& row : kDefinitions) ExpectDifference(row);
+    for (const CompareCase& row : kDefinitions) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kNodes[] = {
@@ -125,7 +129,9 @@ const CompareCase kNodes[] = {
 };
 
 TEST(Compare, Nodes) {
-    for (const CompareCase& row : kNodes) ExpectDifference(row);
+    for (const CompareCase& row : kNodes) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kMessages[] = {
@@ -189,7 +195,9 @@ const CompareCase kMessages[] = {
 };
 
 TEST(Compare, Messages) {
-    for (const CompareCase& row : kMessages) ExpectDifference(row);
+    for (const CompareCase& row : kMessages) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kSignals[] = {
@@ -289,7 +297,9 @@ const CompareCase kSignals[] = {
 };
 
 TEST(Compare, SignalsAndValues) {
-    for (const CompareCase& row : kSignals) ExpectDifference(row);
+    for (const CompareCase& row : kSignals) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kAlike[] = {
@@ -320,7 +330,9 @@ const CompareCase kAlike[] = {
 };
 
 TEST(Compare, FirstOfSeveralAlikeBelongsToTheFirst) {
-    for (const CompareCase& row : kAlike) ExpectDifference(row);
+    for (const CompareCase& row : kAlike) {
+        ExpectDifference(row);
+    }
 }
 
 TEST(Compare, TellsDefinitionsThenNodesThenMessages) {

@@ -19,11 +19,15 @@ constexpr ColourCase kColours[] = {
 };
 
 TEST(Style, MarksATextAndEndsTheMark) {
-    for (const auto& [colour, coloured] : kColours) EXPECT_EQ(Style(true)(colour, "Text"), coloured);
+    for (const auto& [colour, coloured] : kColours) {
+        EXPECT_EQ(Style(true)(colour, "Text"), coloured);
+    }
 }
 
 TEST(Style, LeavesATextAsItIsWithoutColours) {
-    for (const ColourCase& row : kColours) EXPECT_EQ(Style(false)(row.colour, "Text"), "Text");
+    for (const ColourCase& row : kColours) {
+        EXPECT_EQ(Style(false)(row.colour, "Text"), "Text");
+    }
 }
 
 struct ShownCase {
@@ -45,7 +49,9 @@ const ShownCase kShown[] = {
 };
 
 TEST(Shown, ControlCharactersBecomeDots) {
-    for (const auto& [text, shown] : kShown) EXPECT_EQ(Shown(text), shown);
+    for (const auto& [text, shown] : kShown) {
+        EXPECT_EQ(Shown(text), shown);
+    }
 }
 
 /// Terminals take U+009B for the beginning of a control sequence, as they take ESC and "[".
