@@ -51,7 +51,7 @@ void Message::AddSignal(Signal& signal) {
     if (signalIndex != nullptr) {
         signalIndex->Add(signal);
     } else if (signalCount > kSignalsWithoutIndex) {
-        signalIndex = std::make_unique<NameIndex<Signal>>();
+        signalIndex = std::make_unique<RecordIndex<Signal>>();
         for (Signal* each = firstSignal; each != nullptr; each = each->next) {
             signalIndex->Add(*each);
         }

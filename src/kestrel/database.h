@@ -61,7 +61,7 @@ class AttrValues {
 /// Finds records by the names that stand in them. A record is added when it is created, usually without a
 /// name; each look-up reads again the names that were empty until then.
 template <class Record>
-class NameIndex {
+class RecordIndex {
   public:
     /// Adds a record. Its name is not read yet.
     void Add(Record& record) { unnamed_.push_back({added_++, &record}); }
@@ -148,7 +148,7 @@ struct Message : msgblk {
     /// Number of the message among all that the manager has created.
     std::uint32_t serial;
     /// The signals by name; null as long as there are few enough to look at each.
-    std::unique_ptr<NameIndex<Signal>> signalIndex;
+    std::unique_ptr<RecordIndex<Signal>> signalIndex;
 };
 
 /// A database: owns its definitions, nodes, messages and signals, each in the order of creation.
@@ -194,7 +194,7 @@ class Database {
     std::deque<AttrDef> attrDefs_;
     AttrValues attributes_;
     std::deque<Node> nodes_;
-    NameIndex<Node> nodeIndex_;
+    RecordIndex<Node> nodeIndex_;
     std::deque<Signal> signals_;
     std::deque<Message> messages_;
     /// The first `messages_indexed_` messages by identifier; a look-up adds the rest.
