@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "kestrel/reader.h"
+#include "kestrel/errors.h"
 
 namespace kestrel {
 

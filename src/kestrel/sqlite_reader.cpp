@@ -11,9 +11,9 @@
 #include <string_view>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/errors.h"
 #include "kestrel/input_file.h"
 #include "kestrel/model_text.h"
-#include "kestrel/reader.h"
 #include "kestrel/sqlite.h"
 #include "kestrel/sqlite_tables.h"
 

@@ -11,8 +11,8 @@
 #include <nlohmann/json.hpp>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/errors.h"
 #include "kestrel/input_file.h"
-#include "kestrel/reader.h"
 
 namespace kestrel {
 
