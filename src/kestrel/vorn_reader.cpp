@@ -1,182 +1,30 @@
 #include "kestrel/vorn_reader.h"
 
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <iterator>
-#include <limits>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "kestrel/database_builder.h"
 #include "kestrel/errors.h"
-#include "kestrel/input_file.h"
+#include "kestrel/json_members.h"
+#include "kestrel/vorn_source.h"
 
 namespace kestrel {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// No object has more keys.
 constexpr std::size_t kMaxKeys = 1000;
 /// Nothing is nested deeper than the value descriptions of a signal of a message.
 constexpr std::size_t kMaxDepth = 7;
 
-/// The bytes of a file, and the line that they are in.
-class Source {
-  public:
-    explicit Source(const std::string& path) : file_(OpenInput(path)) {}
-
-    /// The byte at the current position, or -1 at the end.
-    int Peek() {
-        if (next_ == end_ && !Fill()) {
-            return -1;
-        }
-        const auto byte = static_cast<unsigned char>(buffer_[next_]);
-        // The parser would take a zero for the end.
-        if (byte == 0) {
-            throw ReadError("line " + std::to_string(line_) + ": the file has a zero byte");
-        }
-        return byte;
-    }
-    void Advance() {
-        if (Peek() == '\n') {
-            ++line_;
-        }
-        ++next_;
-    }
-    std::size_t Line() const { return line_; }
-
-  private:
-    bool Fill() {
-        next_ = 0;
-        end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
-        if (std::ferror(file_.get()) != 0) {
-            throw ReadError(std::strerror(errno));
-        }
-        return end_ > 0;
-    }
-
-    InputFile file_;
-    std::vector<char> buffer_ = std::vector<char>(1U << 16);
-    std::size_t next_ = 0;
-    std::size_t end_ = 0;
-    std::size_t line_ = 1;
-};
-
-/// Walks over a source as the parser wants it. One without a source is the end.
-class SourceIterator {
-  public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = char;
-
-    SourceIterator() = default;
-    explicit SourceIterator(Source& source) : source_(&source) {}
-
-    char operator*() const { return static_cast<char>(source_->Peek()); }
-    SourceIterator& operator++() {
-        source_->Advance();
-        return *this;
-    }
-    SourceIterator operator++(int) {  // NOLINT(cert-dcl21-cpp): as the parser wants it
-        SourceIterator before = *this;
-        ++*this;
-        return before;
-    }
-    friend bool operator==(const SourceIterator& a, const SourceIterator& b) {
-        return a.IsEnd() == b.IsEnd();
-    }
-    friend bool operator!=(const SourceIterator& a, const SourceIterator& b) { return !(a == b); }
-
-  private:
-    bool IsEnd() const { return source_ == nullptr || source_->Peek() < 0; }
-
-    Source* source_ = nullptr;
-};
-
-/// The members of one JSON object. Each has to be asked for, or it is unknown.
-class Members {
-  public:
-    Members(const Json& object, const char* what) : object_(object), what_(what) {
-        if (!object.is_object()) {
-            throw BadRecord(std::string("a ") + what + " is no object");
-        }
-    }
-
-    const Json* Find(const char* key) {
-        const auto found = object_.find(key);
-        if (found == object_.end()) {
-            return nullptr;
-        }
-        ++asked_;
-        return &*found;
-    }
-    const Json& Get(const char* key) {
-        const Json* member = Find(key);
-        if (member == nullptr) {
-            throw BadRecord(std::string("a ") + what_ + " has no \"" + key + "\"");
-        }
-        return *member;
-    }
-    std::string Text(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_string()) {
-            throw Wrong(key, "text");
-        }
-        return member.get<std::string>();
-    }
-    bool Flag(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_boolean()) {
-            throw Wrong(key, "true or false");
-        }
-        return member.get<bool>();
-    }
-    double Number(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_number()) {
-            throw Wrong(key, "number");
-        }
-        return member.get<double>();
-    }
-    template <class T>
-    T Unsigned(const char* key) {
-        return UnsignedIn<T>(Get(key), key);
-    }
-    template <class T>
-    T UnsignedIn(const Json& member, const char* key) const {
-        if (!member.is_number_unsigned() || member.get<std::uint64_t>() > std::numeric_limits<T>::max()) {
-            throw Wrong(key, "whole number from 0 to " + std::to_string(std::numeric_limits<T>::max()));
-        }
-        return member.get<T>();
-    }
-    BadRecord Wrong(const char* key, const std::string& wanted) const {
-        BadRecord error(std::string("\"") + key + "\" of a " + what_ + " is no " + wanted);
-        return error;
-    }
-    /// To be called last.
-    void NoMore() const {
-        if (asked_ != object_.size()) {
-            throw BadRecord(std::string("a ") + what_ + " has an unknown key");
-        }
-    }
-
-  private:
-    const Json& object_;
-    const char* what_;
-    std::size_t asked_ = 0;
-};
-
 /// Takes the parser's events, collects one record at a time and adds it to a database.
 class VornHandler : public nlohmann::json_sax<Json> {
   public:
-    VornHandler(DatabaseBuilder& builder, const Source& source) : builder_(builder), source_(source) {}
+    VornHandler(DatabaseBuilder& builder, const VornSource& source) : builder_(builder), source_(source) {}
 
     bool null() override { return Value(nullptr); }
     bool boolean(bool value) override { return Value(value); }
@@ -330,7 +178,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void AddDefinition(const Json& value) {
-        Members members(value, "definition");
+        JsonMembers members(value, "definition");
         DefinitionRecord record;
         record.object = members.Text("object");
         record.name = members.Text("name");
@@ -359,21 +207,21 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void AddNode(const Json& value) {
-        Members members(value, "node");
+        JsonMembers members(value, "node");
         Node& node = builder_.AddNode(members.Text("name"));
         SetAttributes(node.attributes, AttrObject::Node, members.Get("attributes"));
         members.NoMore();
     }
 
     void AddMessage(const Json& value) {
-        Members members(value, "message");
+        JsonMembers members(value, "message");
         MessageRecord record;
         record.identifier = members.Unsigned<std::uint32_t>("identifier");
         record.extended = members.Flag("extended");
         record.name = members.Text("name");
         record.length = members.Unsigned<std::uint16_t>("length");
         if (!members.Get("node").is_null()) {
-            record.node = &builder_.FindNode(Members(value, "message").Text("node"));
+            record.node = &builder_.FindNode(JsonMembers(value, "message").Text("node"));
         }
         Message& message = builder_.AddMessage(record);
         SetAttributes(message.attributes, AttrObject::Message, members.Get("attributes"));
@@ -388,7 +236,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void AddSignal(Message& message, const Json& value) {
-        Members members(value, "signal");
+        JsonMembers members(value, "signal");
         SignalRecord record;
         record.name = members.Text("name");
         record.startBit = members.Unsigned<std::uint16_t>("start_bit");
@@ -433,7 +281,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     DatabaseBuilder& builder_;
-    const Source& source_;
+    const VornSource& source_;
     /// How many of the sections have begun.
     std::size_t nextSection_ = 0;
     std::size_t depth_ = 0;
@@ -447,10 +295,10 @@ class VornHandler : public nlohmann::json_sax<Json> {
 }  // namespace
 
 std::unique_ptr<Database> ReadVorn(const std::string& path) {
-    Source source(path);
+    VornSource source(path);
     DatabaseBuilder builder;
     VornHandler handler(builder, source);
-    Json::sax_parse(SourceIterator(source), SourceIterator(), &handler);
+    Json::sax_parse(VornSourceIterator(source), VornSourceIterator(), &handler);
     handler.Finish();
     return builder.Take();
 }
