@@ -10,6 +10,7 @@
 #include "support.h"
 #include "vorn/check.h"
 #include "vorn/compare.h"
+#include "vorn/compare_report.h"
 #include "vorn/describe.h"
 
 namespace tarvex::fuzz {

@@ -13,6 +13,7 @@
 #include "kestrel/writer.h"
 #include "vorn/check.h"
 #include "vorn/compare.h"
+#include "vorn/compare_report.h"
 #include "vorn/describe.h"
 #include "vorn/style.h"
 

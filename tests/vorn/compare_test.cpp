@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "cabin.h"
+#include "vorn/compare_report.h"
 
 namespace vorn::test {
 namespace {
