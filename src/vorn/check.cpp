@@ -5,16 +5,17 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
 #include "vorn/layout.h"
-#include "vorn/style.h"
 
 namespace vorn {
 namespace {
 
 using kestrel::Message;
 using kestrel::Signal;
+using tarvex::Shown;
 
 /// Of one message so many overlaps are told, and so many pairs of runs compared: real messages have a few
 /// hundred signals, of which none or a handful overlap.

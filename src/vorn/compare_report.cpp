@@ -2,10 +2,13 @@
 
 #include <string_view>
 
+#include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
 
 namespace vorn {
 namespace {
+
+using tarvex::Shown;
 
 std::string_view KindName(ChangeKind kind) {
     switch (kind) {

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <fnmatch.h>
 
+#include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "vorn/drawing.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 using kestrel::Message;
 using kestrel::Signal;
+using tarvex::Shown;
 
 std::string NameOf(const kestrel::Node& node) {
     return Shown(kestrel::NameText(node.name));

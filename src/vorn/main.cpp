@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "import/text/shown_text.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
 #include "vorn/check.h"
@@ -170,6 +171,6 @@ int main(int argc, char** argv) try {
     (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
     return Run(argc, argv);
 } catch (const std::exception& exception) {
-    std::fprintf(stderr, "vorn: %s\n", vorn::Shown(exception.what()).c_str());
+    std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
     return kTrouble;
 }

@@ -22,7 +22,4 @@ class Style {
     bool isColoured_;
 };
 
-/// A text for one line of a table: control characters, which a terminal might obey, become ".".
-std::string Shown(std::string_view text);
-
 }  // namespace vorn
