@@ -10,6 +10,7 @@
 #include "support.h"
 #include "vorn/check.h"
 #include "vorn/compare.h"
+#include "vorn/compare_report.h"
 #include "vorn/describe.h"
 
 namespace tarvex::fuzz {
@@ -60,7 +61,7 @@ void RequireCommands(const kestrel::Database& database) {
     vorn::Check(database);
     vorn::DatabaseText(database, style);
     vorn::MessageList(database, "", "*a?");
-    for (const kestrel::Message& message : database.messages()) {
+    for (const kestrel::Message& message : database.Messages()) {
         vorn::MessageText(message, style);
     }
     const auto changes = vorn::Compare(database, database);

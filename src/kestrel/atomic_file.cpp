@@ -32,9 +32,13 @@ std::optional<std::string> FollowLinks(std::string path) {
     for (int links = 0; links < kMaxLinks; ++links) {
         std::array<char, PATH_MAX> text{};
         // A link there means a file that the process has open, such as its standard output.
-        if (path.starts_with("/proc/")) return std::nullopt;
+        if (path.starts_with("/proc/")) {
+            return std::nullopt;
+        }
         const ssize_t length = readlink(path.c_str(), text.data(), text.size());
-        if (length < 0) return path;  // not a link, or not there
+        if (length < 0) {
+            return path;  // not a link, or not there
+        }
         const std::string pointee(text.data(), static_cast<std::size_t>(length));
         path = (pointee.starts_with('/') ? "" : DirectoryPart(path)).append(pointee);
     }
@@ -61,7 +65,9 @@ mode_t CurrentUmask() {
 void FlushDirectory(const std::string& directory) {
     const int descriptor =
         open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
+    if (descriptor < 0) {
+        return;
+    }
     fsync(descriptor);
     close(descriptor);
 }
@@ -70,20 +76,28 @@ void FlushDirectory(const std::string& directory) {
 
 AtomicFile::~AtomicFile() {
     Close();
-    if (!temporary_.empty()) unlink(temporary_.c_str());
+    if (!temporary_.empty()) {
+        unlink(temporary_.c_str());
+    }
 }
 
 bool AtomicFile::Open(std::string_view path) {
     const std::optional<std::string> target = FollowLinks(std::string(path));
-    if (!target || target->empty()) return false;
+    if (!target || target->empty()) {
+        return false;
+    }
     target_ = *target;
 
     struct stat existing {};
     if (lstat(target_.c_str(), &existing) == 0) {
         // The bits are looked at as well, since root may write to any file.
-        if (!S_ISREG(existing.st_mode) || (existing.st_mode & kAnyWrite) == 0) return false;
-        if (access(target_.c_str(), W_OK) != 0) return false;
-        old_file_ =
+        if (!S_ISREG(existing.st_mode) || (existing.st_mode & kAnyWrite) == 0) {
+            return false;
+        }
+        if (access(target_.c_str(), W_OK) != 0) {
+            return false;
+        }
+        oldFile_ =
             OldFile{existing.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO), existing.st_uid, existing.st_gid};
     } else if (errno != ENOENT) {
         return false;
@@ -101,7 +115,7 @@ bool AtomicFile::Open(std::string_view path) {
     return true;
 }
 
-std::string AtomicFile::temporary_path() const {
+std::string AtomicFile::TemporaryPath() const {
     return temporary_.starts_with('/') ? temporary_ : "./" + temporary_;
 }
 
@@ -130,30 +144,38 @@ void AtomicFile::WriteOut(std::string_view text) {
 }
 
 bool AtomicFile::SetOwnerAndMode() const {
-    if (!old_file_) {
+    if (!oldFile_) {
         const mode_t everybody = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
         return fchmod(descriptor_, everybody & ~CurrentUmask()) == 0;
     }
     // Only root may give a file away; others may still keep its group.
-    if (fchown(descriptor_, old_file_->user, old_file_->group) != 0) {
-        (void)!fchown(descriptor_, static_cast<uid_t>(-1), old_file_->group);
+    if (fchown(descriptor_, oldFile_->user, oldFile_->group) != 0) {
+        (void)!fchown(descriptor_, static_cast<uid_t>(-1), oldFile_->group);
     }
-    return fchmod(descriptor_, old_file_->mode) == 0;
+    return fchmod(descriptor_, oldFile_->mode) == 0;
 }
 
 bool AtomicFile::Close() {
-    if (descriptor_ < 0) return true;
+    if (descriptor_ < 0) {
+        return true;
+    }
     const int descriptor = descriptor_;
     descriptor_ = -1;
     return close(descriptor) == 0;
 }
 
 bool AtomicFile::Commit() {
-    if (descriptor_ < 0) return false;
+    if (descriptor_ < 0) {
+        return false;
+    }
     WriteOut(buffer_);
     buffer_.clear();
-    if (failed_ || !SetOwnerAndMode() || fsync(descriptor_) != 0 || !Close()) return false;
-    if (Interrupted() || std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
+    if (failed_ || !SetOwnerAndMode() || fsync(descriptor_) != 0 || !Close()) {
+        return false;
+    }
+    if (Interrupted() || std::rename(temporary_.c_str(), target_.c_str()) != 0) {
+        return false;
+    }
     temporary_.clear();
     FlushDirectory(DirectoryPart(target_));
     signals_.reset();

@@ -34,10 +34,10 @@ class AtomicFile {
     void Append(std::string_view text);
 
     /// The file that is replaced, all links resolved.
-    const std::string& target() const { return target_; }
+    const std::string& Target() const { return target_; }
     /// Path of the temporary file, for content that another library writes there; then nothing is appended.
     /// It never looks like an option or an address.
-    std::string temporary_path() const;
+    std::string TemporaryPath() const;
     /// Notes that such a library failed.
     void Fail() { failed_ = true; }
 
@@ -68,7 +68,7 @@ class AtomicFile {
     /// The file to replace, all links resolved.
     std::string target_;
     /// The file that exists there, if one does.
-    std::optional<OldFile> old_file_;
+    std::optional<OldFile> oldFile_;
     /// Held back while there is a temporary file.
     std::optional<TerminationSignals> signals_;
     /// Path of the temporary file; empty while there is none.

@@ -18,8 +18,12 @@ std::string_view NameIn(const char (&name)[kNameSize]) {
 }
 
 AttrDef::~AttrDef() {
-    if (value_type == AttrType::Enumeration) kestrel_free(value_list);
-    if (value_type != AttrType::Integer) kestrel_free(default_text);
+    if (value_type == AttrType::Enumeration) {
+        kestrel_free(value_list);
+    }
+    if (value_type != AttrType::Integer) {
+        kestrel_free(default_text);
+    }
 }
 
 void AttrValues::Set(const AttrDef& definition, kestrel_attr_value_t value) {
@@ -41,27 +45,34 @@ Signal::~Signal() {
 }
 
 void Message::AddSignal(Signal& signal) {
-    (last_signal != nullptr ? last_signal->next : first_signal) = &signal;
-    last_signal = &signal;
-    ++signal_count;
-    if (signal_index != nullptr) {
-        signal_index->Add(signal);
-    } else if (signal_count > kSignalsWithoutIndex) {
-        signal_index = std::make_unique<NameIndex<Signal>>();
-        for (Signal* each = first_signal; each != nullptr; each = each->next) signal_index->Add(*each);
+    (lastSignal != nullptr ? lastSignal->next : firstSignal) = &signal;
+    lastSignal = &signal;
+    ++signalCount;
+    if (signalIndex != nullptr) {
+        signalIndex->Add(signal);
+    } else if (signalCount > kSignalsWithoutIndex) {
+        signalIndex = std::make_unique<RecordIndex<Signal>>();
+        for (Signal* each = firstSignal; each != nullptr; each = each->next) {
+            signalIndex->Add(*each);
+        }
     }
 }
 
 Signal* Message::FindSignal(std::string_view wanted) const {
-    if (signal_index != nullptr) return signal_index->Find(wanted);
-    for (Signal* each = first_signal; each != nullptr; each = each->next)
-        if (NameIn(each->name) == wanted) return each;
+    if (signalIndex != nullptr) {
+        return signalIndex->Find(wanted);
+    }
+    for (Signal* each = firstSignal; each != nullptr; each = each->next) {
+        if (NameIn(each->name) == wanted) {
+            return each;
+        }
+    }
     return nullptr;
 }
 
 Node& Database::CreateNode() {
     Node& node = nodes_.emplace_back(*this);
-    node_index_.Add(node);
+    nodeIndex_.Add(node);
     return node;
 }
 
@@ -72,38 +83,46 @@ Signal& Database::CreateSignal(Message& message) {
 }
 
 Message* Database::FindMessage(std::uint32_t identifier) {
-    for (; messages_indexed_ < messages_.size(); ++messages_indexed_) {
-        Message& message = messages_[messages_indexed_];
-        message_index_.try_emplace(message.identifier, &message);
+    for (; messagesIndexed_ < messages_.size(); ++messagesIndexed_) {
+        Message& message = messages_[messagesIndexed_];
+        messageIndex_.try_emplace(message.identifier, &message);
     }
-    const auto found = message_index_.find(identifier);
-    return found == message_index_.end() ? nullptr : found->second;
+    const auto found = messageIndex_.find(identifier);
+    return found == messageIndex_.end() ? nullptr : found->second;
 }
 
 void Database::SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
                             kestrel_attr_value_t value) {
     // There are about ten definitions; their names are read anew because they may be filled in at any time.
     const std::string_view wanted = attribute.substr(0, kNameSize);
-    const auto definition = std::find_if(attr_defs_.begin(), attr_defs_.end(), [&](const AttrDef& each) {
+    const auto definition = std::find_if(attrDefs_.begin(), attrDefs_.end(), [&](const AttrDef& each) {
         return each.object_kind == object && NameIn(each.name) == wanted;
     });
-    if (definition == attr_defs_.end()) return;
+    if (definition == attrDefs_.end()) {
+        return;
+    }
     if (!definition->used) {
         definition->used = true;
-        definition->holds_texts = definition->value_type == AttrType::String;
+        definition->holdsTexts = definition->value_type == AttrType::String;
     }
-    if (definition->holds_texts) value.text = Keep(value.text);
+    if (definition->holdsTexts) {
+        value.text = Keep(value.text);
+    }
     values.Set(*definition, value);
 }
 
 char* Database::Keep(char* text) {
-    if (text == nullptr) return nullptr;
+    if (text == nullptr) {
+        return nullptr;
+    }
     const auto known = texts_.find(text);
     if (known == texts_.end()) {
         std::unique_ptr<char, FreeText> kept(text);
         return texts_.emplace(text, std::move(kept)).first->second.get();
     }
-    if (known->second.get() != text) kestrel_free(text);
+    if (known->second.get() != text) {
+        kestrel_free(text);
+    }
     return known->second.get();
 }
 

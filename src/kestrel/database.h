@@ -25,7 +25,7 @@ std::string_view NameIn(const char (&name)[kNameSize]);
 
 /// An attribute definition with what the library notes about it. Owns the texts of its record.
 struct AttrDef : attr_def {
-    explicit AttrDef(std::size_t definition_position) : attr_def(), position(definition_position) {}
+    explicit AttrDef(std::size_t definitionPosition) : attr_def(), position(definitionPosition) {}
     AttrDef(const AttrDef&) = delete;
     AttrDef(AttrDef&&) = delete;
     AttrDef& operator=(const AttrDef&) = delete;
@@ -37,7 +37,7 @@ struct AttrDef : attr_def {
     /// Whether a value was set already.
     bool used = false;
     /// Whether the values are texts; settled by the first value, since texts are taken over.
-    bool holds_texts = false;
+    bool holdsTexts = false;
 };
 
 /// The attribute values of one object, in the order in which they were first set.
@@ -52,7 +52,7 @@ class AttrValues {
     /// Sets the value of the attribute, in the place of an earlier one if there is one.
     void Set(const AttrDef& definition, kestrel_attr_value_t value);
 
-    const std::vector<Value>& values() const { return values_; }
+    const std::vector<Value>& Values() const { return values_; }
 
   private:
     std::vector<Value> values_;
@@ -61,7 +61,7 @@ class AttrValues {
 /// Finds records by the names that stand in them. A record is added when it is created, usually without a
 /// name; each look-up reads again the names that were empty until then.
 template <class Record>
-class NameIndex {
+class RecordIndex {
   public:
     /// Adds a record. Its name is not read yet.
     void Add(Record& record) { unnamed_.push_back({added_++, &record}); }
@@ -70,7 +70,9 @@ class NameIndex {
     /// without a name.
     Record* Find(std::string_view name) {
         TakeNewNames();
-        if (name.empty()) return unnamed_.empty() ? nullptr : unnamed_.front().record;
+        if (name.empty()) {
+            return unnamed_.empty() ? nullptr : unnamed_.front().record;
+        }
         const auto found = named_.find(std::string(name));
         return found == named_.end() ? nullptr : found->second.record;
     }
@@ -89,9 +91,11 @@ class NameIndex {
                 *kept++ = entry;
                 continue;
             }
-            const auto [place, is_new] = named_.try_emplace(std::string(name), entry);
+            const auto [place, isNew] = named_.try_emplace(std::string(name), entry);
             // A record that was named late may be older than the one that has the name already.
-            if (!is_new && entry.order < place->second.order) place->second = entry;
+            if (!isNew && entry.order < place->second.order) {
+                place->second = entry;
+            }
         }
         unnamed_.erase(kept, unnamed_.end());
     }
@@ -126,7 +130,7 @@ struct Signal : sigblk {
 
 /// A message with its attribute values and the list of its signals.
 struct Message : msgblk {
-    Message(Database& owner, std::uint32_t message_serial) : database(&owner), serial(message_serial) {}
+    Message(Database& owner, std::uint32_t messageSerial) : database(&owner), serial(messageSerial) {}
 
     /// Appends a new signal, which the database owns, to the list.
     void AddSignal(Signal& signal);
@@ -138,13 +142,13 @@ struct Message : msgblk {
     Database* database;
     AttrValues attributes;
     /// First and last signal, or null. Owned by the database.
-    Signal* first_signal = nullptr;
-    Signal* last_signal = nullptr;
-    std::uint32_t signal_count = 0;
+    Signal* firstSignal = nullptr;
+    Signal* lastSignal = nullptr;
+    std::uint32_t signalCount = 0;
     /// Number of the message among all that the manager has created.
     std::uint32_t serial;
     /// The signals by name; null as long as there are few enough to look at each.
-    std::unique_ptr<NameIndex<Signal>> signal_index;
+    std::unique_ptr<RecordIndex<Signal>> signalIndex;
 };
 
 /// A database: owns its definitions, nodes, messages and signals, each in the order of creation.
@@ -152,13 +156,13 @@ class Database {
   public:
     explicit Database(std::string name) : name_(std::move(name)) {}
 
-    AttrDef& CreateAttrDef() { return attr_defs_.emplace_back(attr_defs_.size()); }
+    AttrDef& CreateAttrDef() { return attrDefs_.emplace_back(attrDefs_.size()); }
     Node& CreateNode();
     Message& CreateMessage(std::uint32_t serial) { return messages_.emplace_back(*this, serial); }
     Signal& CreateSignal(Message& message);
 
     /// The first node whose name is the first 32 bytes of `name`, or null.
-    Node* FindNode(std::string_view name) { return node_index_.Find(name.substr(0, kNameSize)); }
+    Node* FindNode(std::string_view name) { return nodeIndex_.Find(name.substr(0, kNameSize)); }
     /// The first message with this identifier, or null.
     Message* FindMessage(std::uint32_t identifier);
 
@@ -167,13 +171,13 @@ class Database {
     void SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
                       kestrel_attr_value_t value);
 
-    const std::string& name() const { return name_; }
-    void set_name(std::string name) { name_ = std::move(name); }
-    AttrValues& attributes() { return attributes_; }
-    const AttrValues& attributes() const { return attributes_; }
-    const std::deque<AttrDef>& attr_defs() const { return attr_defs_; }
-    const std::deque<Node>& nodes() const { return nodes_; }
-    const std::deque<Message>& messages() const { return messages_; }
+    const std::string& Name() const { return name_; }
+    void SetName(std::string name) { name_ = std::move(name); }
+    AttrValues& Attributes() { return attributes_; }
+    const AttrValues& Attributes() const { return attributes_; }
+    const std::deque<AttrDef>& AttrDefs() const { return attrDefs_; }
+    const std::deque<Node>& Nodes() const { return nodes_; }
+    const std::deque<Message>& Messages() const { return messages_; }
 
   private:
     struct FreeText {
@@ -187,15 +191,15 @@ class Database {
     /// The texts of attribute values, each once: most messages share theirs with many others.
     std::unordered_map<std::string_view, std::unique_ptr<char, FreeText>> texts_;
     /// Declared before everything that has attribute values, which need the definitions until they are gone.
-    std::deque<AttrDef> attr_defs_;
+    std::deque<AttrDef> attrDefs_;
     AttrValues attributes_;
     std::deque<Node> nodes_;
-    NameIndex<Node> node_index_;
+    RecordIndex<Node> nodeIndex_;
     std::deque<Signal> signals_;
     std::deque<Message> messages_;
     /// The first `messages_indexed_` messages by identifier; a look-up adds the rest.
-    std::unordered_map<std::uint32_t, Message*> message_index_;
-    std::size_t messages_indexed_ = 0;
+    std::unordered_map<std::uint32_t, Message*> messageIndex_;
+    std::size_t messagesIndexed_ = 0;
 };
 
 }  // namespace kestrel

@@ -14,44 +14,59 @@ namespace {
 constexpr std::size_t kMaxDefinitions = 1000;
 
 void CopyName(char (&name)[kNameSize], const std::string& text) {
-    if (text.size() > kNameSize) throw BadRecord("the name '" + text + "' is longer than 32 bytes");
-    if (text.find('\0') != std::string::npos) throw BadRecord("a name has a zero character");
+    if (text.size() > kNameSize) {
+        throw BadRecord("the name '" + text + "' is longer than 32 bytes");
+    }
+    if (text.find('\0') != std::string::npos) {
+        throw BadRecord("a name has a zero character");
+    }
     std::memcpy(static_cast<char*>(name), text.data(), text.size());
 }
 
 /// A copy that a record can own.
 char* Duplicate(const std::string& text) {
-    if (text.find('\0') != std::string::npos) throw BadRecord("a text has a zero character");
+    if (text.find('\0') != std::string::npos) {
+        throw BadRecord("a text has a zero character");
+    }
     auto* copy = static_cast<char*>(kestrel_malloc(text.size() + 1));
     std::memcpy(copy, text.c_str(), text.size() + 1);
     return copy;
 }
 
 std::string Joined(const std::vector<std::string>& names) {
-    if (names.size() == 1 && names.front().empty())
+    if (names.size() == 1 && names.front().empty()) {
         throw BadRecord("an enumeration has one value without a name");
+    }
     std::string joined;
     for (const std::string& name : names) {
-        if (name.find('\n') != std::string::npos) throw BadRecord("the name of a value has a line feed");
-        if (&name != &names.front()) joined += '\n';
+        if (name.find('\n') != std::string::npos) {
+            throw BadRecord("the name of a value has a line feed");
+        }
+        if (&name != &names.front()) {
+            joined += '\n';
+        }
         joined += name;
     }
     return joined;
 }
 
 template <class Kind, std::size_t kCount>
-Kind KindNamed(const std::array<Kind, kCount>& kinds, std::string_view (*name_of)(Kind),
+Kind KindNamed(const std::array<Kind, kCount>& kinds, std::string_view (*nameOf)(Kind),
                const std::string& name, const char* what) {
-    const auto found = std::ranges::find(kinds, name, name_of);
-    if (found == kinds.end()) throw BadRecord("'" + name + "' is no " + what);
+    const auto found = std::ranges::find(kinds, name, nameOf);
+    if (found == kinds.end()) {
+        throw BadRecord("'" + name + "' is no " + what);
+    }
     return *found;
 }
 
 }  // namespace
 
 void DatabaseBuilder::SetName(const std::string& name) {
-    if (name.find('\0') != std::string::npos) throw BadRecord("the database's name has a zero character");
-    database_->set_name(name);
+    if (name.find('\0') != std::string::npos) {
+        throw BadRecord("the database's name has a zero character");
+    }
+    database_->SetName(name);
 }
 
 void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
@@ -59,8 +74,10 @@ void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
     constexpr std::array kTypes = {AttrType::Integer, AttrType::String, AttrType::Enumeration};
     const AttrObject object = KindNamed(kObjects, &ObjectName, record.object, "kind of object");
     const AttrType type = KindNamed(kTypes, &TypeName, record.type, "type of attribute");
-    if (database_->attr_defs().size() == kMaxDefinitions) throw BadRecord("there are too many definitions");
-    for (const AttrDef& other : database_->attr_defs()) {
+    if (database_->AttrDefs().size() == kMaxDefinitions) {
+        throw BadRecord("there are too many definitions");
+    }
+    for (const AttrDef& other : database_->AttrDefs()) {
         if (other.object_kind == object && NameIn(other.name) == record.name) {
             throw BadRecord("the attribute '" + record.name + "' is defined twice");
         }
@@ -73,14 +90,16 @@ void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
     if (type == AttrType::Integer) {
         definition.minimum = record.minimum;
         definition.maximum = record.maximum;
-        definition.default_number = record.default_number;
+        definition.default_number = record.defaultNumber;
         return;
     }
     // The type decides who frees the texts: it is set when they are all there.
     const std::string joined = type == AttrType::Enumeration ? Joined(record.choices) : std::string();
-    definition.default_text = Duplicate(record.default_text);
+    definition.default_text = Duplicate(record.defaultText);
     definition.value_type = AttrType::String;
-    if (type == AttrType::String) return;
+    if (type == AttrType::String) {
+        return;
+    }
     definition.value_list = nullptr;
     definition.value_type = AttrType::Enumeration;
     definition.value_list = Duplicate(joined);
@@ -98,13 +117,17 @@ Node& DatabaseBuilder::AddNode(const std::string& name) {
 
 Node& DatabaseBuilder::FindNode(const std::string& name) {
     const auto found = nodes_.find(name);
-    if (found == nodes_.end()) throw BadRecord("there is no node '" + name + "'");
+    if (found == nodes_.end()) {
+        throw BadRecord("there is no node '" + name + "'");
+    }
     return *found->second;
 }
 
 Message& DatabaseBuilder::AddMessage(const MessageRecord& record) {
-    if ((record.identifier & kExtendedIdentifier) != 0) throw BadRecord("the identifier is out of range");
-    Message& message = database_->CreateMessage(static_cast<std::uint32_t>(database_->messages().size()));
+    if ((record.identifier & kExtendedIdentifier) != 0) {
+        throw BadRecord("the identifier is out of range");
+    }
+    Message& message = database_->CreateMessage(static_cast<std::uint32_t>(database_->Messages().size()));
     CopyName(message.name, record.name);
     message.identifier = record.identifier | (record.extended ? kExtendedIdentifier : 0);
     message.length = record.length;
@@ -115,26 +138,30 @@ Message& DatabaseBuilder::AddMessage(const MessageRecord& record) {
 Signal& DatabaseBuilder::AddSignal(Message& message, const SignalRecord& record) {
     Signal& signal = database_->CreateSignal(message);
     CopyName(signal.name, record.name);
-    signal.start_bit = record.start_bit;
+    signal.start_bit = record.startBit;
     signal.length = record.length;
-    if (record.byte_order == "big_endian") {
+    if (record.byteOrder == "big_endian") {
         signal.flags |= kSignalBigEndian;
-    } else if (record.byte_order != "little_endian") {
-        throw BadRecord("'" + record.byte_order + "' is no byte order");
+    } else if (record.byteOrder != "little_endian") {
+        throw BadRecord("'" + record.byteOrder + "' is no byte order");
     }
-    if (record.is_signed) signal.flags |= kSignalSigned;
-    if (record.is_multiplexor) signal.flags |= kSignalMultiplexor;
-    if (record.multiplexer_value) {
+    if (record.isSigned) {
+        signal.flags |= kSignalSigned;
+    }
+    if (record.isMultiplexor) {
+        signal.flags |= kSignalMultiplexor;
+    }
+    if (record.multiplexerValue) {
         signal.flags |= kSignalMultiplexed;
-        signal.multiplexer_value = *record.multiplexer_value;
+        signal.multiplexer_value = *record.multiplexerValue;
     }
     return signal;
 }
 
 void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::string& text) {
-    if (&signal != last_signal_) {
-        last_signal_ = &signal;
-        last_value_ = nullptr;
+    if (&signal != lastSignal_) {
+        lastSignal_ = &signal;
+        lastValue_ = nullptr;
         // An index that is damaged can give the rows of a table in any order.
         if (signal.value_descriptions != nullptr) {
             throw BadRecord("the value descriptions of a signal stand in two places");
@@ -142,8 +169,8 @@ void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::s
     }
     auto* entry = static_cast<valdesc*>(kestrel_malloc(sizeof(valdesc)));
     *entry = {};
-    (last_value_ == nullptr ? signal.value_descriptions : last_value_->next) = entry;
-    last_value_ = entry;
+    (lastValue_ == nullptr ? signal.value_descriptions : lastValue_->next) = entry;
+    lastValue_ = entry;
     entry->value = value;
     CopyName(entry->text, text);
 }
@@ -151,12 +178,12 @@ void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::s
 void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
                                    const AttributeText& value) {
     const AttrDef& definition = FindDefinition(object, name);
-    const bool is_number = std::holds_alternative<double>(value);
-    if (is_number != (definition.value_type == AttrType::Integer)) {
-        throw BadRecord("the attribute '" + name + "' is " + (is_number ? "no number" : "a number"));
+    const bool isNumber = std::holds_alternative<double>(value);
+    if (isNumber != (definition.value_type == AttrType::Integer)) {
+        throw BadRecord("the attribute '" + name + "' is " + (isNumber ? "no number" : "a number"));
     }
     kestrel_attr_value_t stored{};
-    if (is_number) {
+    if (isNumber) {
         stored.number = std::get<double>(value);
     } else if (definition.value_type == AttrType::String) {
         stored.text = Duplicate(std::get<std::string>(value));
@@ -174,8 +201,10 @@ void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const 
 }
 
 const AttrDef& DatabaseBuilder::FindDefinition(AttrObject object, const std::string& name) const {
-    for (const AttrDef& definition : database_->attr_defs()) {
-        if (definition.object_kind == object && NameIn(definition.name) == name) return definition;
+    for (const AttrDef& definition : database_->AttrDefs()) {
+        if (definition.object_kind == object && NameIn(definition.name) == name) {
+            return definition;
+        }
     }
     throw BadRecord("the attribute '" + name + "' is not defined");
 }

@@ -31,8 +31,8 @@ struct DefinitionRecord {
     /// Of integers; the default of others is a text.
     double minimum = 0;
     double maximum = 0;
-    double default_number = 0;
-    std::string default_text;
+    double defaultNumber = 0;
+    std::string defaultText;
     std::vector<std::string> choices;
 };
 
@@ -48,12 +48,12 @@ struct MessageRecord {
 /// A signal as a file gives it.
 struct SignalRecord {
     std::string name;
-    std::uint16_t start_bit = 0;
+    std::uint16_t startBit = 0;
     std::uint16_t length = 0;
-    std::string byte_order;
-    bool is_signed = false;
-    bool is_multiplexor = false;
-    std::optional<std::uint32_t> multiplexer_value;
+    std::string byteOrder;
+    bool isSigned = false;
+    bool isMultiplexor = false;
+    std::optional<std::uint32_t> multiplexerValue;
 };
 
 /// The value of an attribute as a file gives it: a number for integers, else a text.
@@ -76,7 +76,7 @@ class DatabaseBuilder {
     void SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
                       const AttributeText& value);
 
-    Database& database() { return *database_; }
+    Database& Built() { return *database_; }
     std::unique_ptr<Database> Take() { return std::move(database_); }
 
   private:
@@ -92,8 +92,8 @@ class DatabaseBuilder {
     std::vector<Choices> choices_;
     /// The first node of each name.
     std::unordered_map<std::string, Node*> nodes_;
-    valdesc* last_value_ = nullptr;
-    const Signal* last_signal_ = nullptr;
+    valdesc* lastValue_ = nullptr;
+    const Signal* lastSignal_ = nullptr;
 };
 
 }  // namespace kestrel

@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "kestrel/reader.h"
+#include "kestrel/errors.h"
 
 namespace kestrel {
 
@@ -17,8 +17,12 @@ namespace {
 }
 
 void RequireRegular(const struct stat& status) {
-    if (S_ISDIR(status.st_mode)) Fail(EISDIR);
-    if (!S_ISREG(status.st_mode)) throw ReadError("Not a regular file");
+    if (S_ISDIR(status.st_mode)) {
+        Fail(EISDIR);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw ReadError("Not a regular file");
+    }
 }
 
 }  // namespace
@@ -26,7 +30,9 @@ void RequireRegular(const struct stat& status) {
 InputFile OpenInput(const std::string& path) {
     // A pipe without a writer would be waited for.
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) Fail(errno);
+    if (descriptor < 0) {
+        Fail(errno);
+    }
     InputFile file(fdopen(descriptor, "rb"));
     if (file == nullptr) {
         const int error = errno;
@@ -34,7 +40,9 @@ InputFile OpenInput(const std::string& path) {
         Fail(error);
     }
     struct stat status {};
-    if (fstat(descriptor, &status) != 0) Fail(errno);
+    if (fstat(descriptor, &status) != 0) {
+        Fail(errno);
+    }
     RequireRegular(status);
     return file;
 }
@@ -42,9 +50,13 @@ InputFile OpenInput(const std::string& path) {
 std::int64_t InputSize(const std::string& path) {
     // Not opened: closing it would release the locks that another connection of the process has on it.
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) Fail(errno);
+    if (stat(path.c_str(), &status) != 0) {
+        Fail(errno);
+    }
     RequireRegular(status);
-    if (access(path.c_str(), R_OK) != 0) Fail(errno);
+    if (access(path.c_str(), R_OK) != 0) {
+        Fail(errno);
+    }
     return status.st_size;
 }
 

@@ -27,9 +27,15 @@ bool IsContinuationByte(char character) {
 /// Bytes of the UTF-8 character that starts with this byte; 1 for a byte that starts none.
 std::size_t CharacterLength(char first) {
     const auto byte = static_cast<unsigned char>(first);
-    if (byte >= 0xF0 && byte < 0xF8) return 4;
-    if (byte >= 0xE0 && byte < 0xF0) return 3;
-    if (byte >= 0xC0 && byte < 0xE0) return 2;
+    if (byte >= 0xF0 && byte < 0xF8) {
+        return 4;
+    }
+    if (byte >= 0xE0 && byte < 0xF0) {
+        return 3;
+    }
+    if (byte >= 0xC0 && byte < 0xE0) {
+        return 2;
+    }
     return 1;
 }
 
@@ -50,7 +56,9 @@ void AppendNumber(std::string& json, double number) {
         json += "null";
         return;
     }
-    if (number == 0) number = 0;  // a minus in front of it would get lost in reading
+    if (number == 0) {
+        number = 0;  // a minus in front of it would get lost in reading
+    }
     // Room for the longest whole number, its sign included.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 2> digits{};
     char* const end = digits.data() + digits.size();
@@ -67,10 +75,14 @@ void AppendInteger(std::string& json, std::uint32_t number) {
 }
 
 std::string_view WithoutCutCharacter(std::string_view name) {
-    if (name.size() < kNameSize) return name;
+    if (name.size() < kNameSize) {
+        return name;
+    }
     // The last character starts at most three bytes before the last byte.
     std::size_t start = name.size() - 1;
-    while (start > name.size() - 4 && IsContinuationByte(name[start])) --start;
+    while (start > name.size() - 4 && IsContinuationByte(name[start])) {
+        --start;
+    }
     return start + CharacterLength(name[start]) > name.size() ? name.substr(0, start) : name;
 }
 

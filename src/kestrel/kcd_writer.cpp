@@ -30,7 +30,9 @@ constexpr unsigned kBitsPerByte = 8;
 /// What KCD gives as the position of a signal: of a big-endian one that of its most significant bit, counted
 /// from the most significant bit of byte 0.
 unsigned Offset(const sigblk& signal) {
-    if ((signal.flags & kSignalBigEndian) == 0) return signal.start_bit;
+    if ((signal.flags & kSignalBigEndian) == 0) {
+        return signal.start_bit;
+    }
     return signal.start_bit / kBitsPerByte * kBitsPerByte + (kBitsPerByte - 1) -
            signal.start_bit % kBitsPerByte;
 }
@@ -38,9 +40,9 @@ unsigned Offset(const sigblk& signal) {
 /// The same for a multiplexor, which counts from its least significant bit. A big-endian one that goes on
 /// into the next byte has no such position; it keeps that of its first bit.
 unsigned MultiplexOffset(const sigblk& signal) {
-    const bool is_big = (signal.flags & kSignalBigEndian) != 0;
-    const bool fits_in_byte = signal.length > 0 && signal.start_bit % kBitsPerByte + 1U >= signal.length;
-    return is_big && fits_in_byte ? signal.start_bit - (signal.length - 1U) : signal.start_bit;
+    const bool isBig = (signal.flags & kSignalBigEndian) != 0;
+    const bool fitsInByte = signal.length > 0 && signal.start_bit % kBitsPerByte + 1U >= signal.length;
+    return isBig && fitsInByte ? signal.start_bit - (signal.length - 1U) : signal.start_bit;
 }
 
 std::string Hexadecimal(std::uint32_t number) {
@@ -52,7 +54,9 @@ std::string Hexadecimal(std::uint32_t number) {
 /// XML has no way to write control characters, nor U+FFFE and U+FFFF.
 std::string XmlText(std::string text) {
     for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t') c = '?';
+        if (static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t') {
+            c = '?';
+        }
     }
     for (const std::string_view refused : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
         for (std::size_t at = text.find(refused); at != std::string::npos; at = text.find(refused, at)) {
@@ -69,7 +73,9 @@ class XmlWriter {
         xmlOutputBufferPtr buffer = xmlOutputBufferCreateIO(&XmlWriter::Append, nullptr, &file, nullptr);
         writer_.reset(buffer == nullptr ? nullptr : xmlNewTextWriter(buffer));
         if (writer_ == nullptr) {
-            if (buffer != nullptr) xmlOutputBufferClose(buffer);
+            if (buffer != nullptr) {
+                xmlOutputBufferClose(buffer);
+            }
             throw std::bad_alloc();
         }
         xmlTextWriterSetIndent(writer_.get(), 1);
@@ -98,7 +104,9 @@ class XmlWriter {
         return size;
     }
     void Check(int result) {
-        if (result < 0) file_.Fail();
+        if (result < 0) {
+            file_.Fail();
+        }
     }
 
     struct Deleter {
@@ -111,18 +119,20 @@ class XmlWriter {
 class KcdWriter {
   public:
     KcdWriter(const Database& database, AtomicFile& file) : database_(database), xml_(file), file_(file) {
-        for (const AttrDef& definition : database.attr_defs()) choices_.push_back(ChoiceNames(definition));
+        for (const AttrDef& definition : database.AttrDefs()) {
+            choices_.push_back(ChoiceNames(definition));
+        }
     }
 
     void Write() {
         xml_.Start("NetworkDefinition");
         xml_.Attribute("xmlns", kNamespace);
         xml_.Start("Document");
-        xml_.Attribute("name", Text(database_.name()));
+        xml_.Attribute("name", Text(database_.Name()));
         xml_.End();
         unsigned id = 0;
-        for (const Node& node : database_.nodes()) {
-            node_ids_.emplace(&node, ++id);
+        for (const Node& node : database_.Nodes()) {
+            nodeIds_.emplace(&node, ++id);
             xml_.Start("Node");
             xml_.Attribute("id", id);
             xml_.Attribute("name", NameText(node.name));
@@ -130,11 +140,13 @@ class KcdWriter {
             xml_.End();
         }
         xml_.Start("Bus");
-        xml_.Attribute("name", Text(database_.name()));
-        AddNotes(database_.attributes());
-        for (const Message& message : database_.messages()) {
+        xml_.Attribute("name", Text(database_.Name()));
+        AddNotes(database_.Attributes());
+        for (const Message& message : database_.Messages()) {
             AddMessage(message);
-            if (file_.Failed()) return;
+            if (file_.Failed()) {
+                return;
+            }
         }
         xml_.End();
         xml_.End();
@@ -144,27 +156,33 @@ class KcdWriter {
   private:
     void AddNotes(const AttrValues& attributes) {
         std::string notes;
-        for (const AttrValues::Value& entry : attributes.values()) {
-            if (!notes.empty()) notes += '\n';
+        for (const AttrValues::Value& entry : attributes.Values()) {
+            if (!notes.empty()) {
+                notes += '\n';
+            }
             notes += NameText(entry.definition->name) + " = " +
                      ValueText(*entry.definition, choices_[entry.definition->position], entry.value);
         }
         // Readers stumble over notes that are empty.
-        if (!notes.empty()) xml_.Element("Notes", notes);
+        if (!notes.empty()) {
+            xml_.Element("Notes", notes);
+        }
     }
 
     void AddMessage(const Message& message) {
         const std::uint32_t identifier = message.identifier & ~kExtendedIdentifier;
-        if (identifier > kLargestExtendedIdentifier) return;  // readers would refuse the whole file
-        const bool is_extended = identifier != message.identifier || identifier > kLargestStandardIdentifier;
+        if (identifier > kLargestExtendedIdentifier) {
+            return;  // readers would refuse the whole file
+        }
+        const bool isExtended = identifier != message.identifier || identifier > kLargestStandardIdentifier;
         xml_.Start("Message");
         xml_.Attribute("id", Hexadecimal(identifier));
         xml_.Attribute("name", NameText(message.name));
         xml_.Attribute("length", unsigned{message.length});
-        xml_.Attribute("format", std::string(is_extended ? "extended" : "standard"));
+        xml_.Attribute("format", std::string(isExtended ? "extended" : "standard"));
         AddNotes(message.attributes);
-        const auto node = node_ids_.find(message.node);
-        if (node != node_ids_.end()) {
+        const auto node = nodeIds_.find(message.node);
+        if (node != nodeIds_.end()) {
             xml_.Start("Producer");
             xml_.Start("NodeRef");
             xml_.Attribute("id", node->second);
@@ -177,19 +195,25 @@ class KcdWriter {
 
     void AddSignals(const Message& message) {
         const Signal* multiplexor = nullptr;
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
-            if (multiplexor == nullptr && (signal->flags & kSignalMultiplexor) != 0) multiplexor = signal;
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
+            if (multiplexor == nullptr && (signal->flags & kSignalMultiplexor) != 0) {
+                multiplexor = signal;
+            }
         }
-        if (multiplexor != nullptr) AddMultiplex(message, *multiplexor);
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
-            const bool is_in_group = multiplexor != nullptr && (signal->flags & kSignalMultiplexed) != 0;
-            if (signal != multiplexor && !is_in_group) AddSignal(*signal);
+        if (multiplexor != nullptr) {
+            AddMultiplex(message, *multiplexor);
+        }
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
+            const bool isInGroup = multiplexor != nullptr && (signal->flags & kSignalMultiplexed) != 0;
+            if (signal != multiplexor && !isInGroup) {
+                AddSignal(*signal);
+            }
         }
     }
 
     void AddMultiplex(const Message& message, const Signal& multiplexor) {
         std::map<std::uint32_t, std::vector<const Signal*>> groups;
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
             if (signal != &multiplexor && (signal->flags & kSignalMultiplexed) != 0) {
                 groups[signal->multiplexer_value].push_back(signal);
             }
@@ -199,7 +223,9 @@ class KcdWriter {
         for (const auto& [value, signals] : groups) {
             xml_.Start("MuxGroup");
             xml_.Attribute("count", value);
-            for (const Signal* signal : signals) AddSignal(*signal);
+            for (const Signal* signal : signals) {
+                AddSignal(*signal);
+            }
             xml_.End();
         }
         xml_.End();
@@ -212,21 +238,23 @@ class KcdWriter {
     }
 
     /// What signals and multiplexors have in common.
-    void AddLayout(const Signal& signal, bool is_multiplex) {
+    void AddLayout(const Signal& signal, bool isMultiplex) {
         xml_.Attribute("name", NameText(signal.name));
-        xml_.Attribute("offset", is_multiplex ? MultiplexOffset(signal) : Offset(signal));
+        xml_.Attribute("offset", isMultiplex ? MultiplexOffset(signal) : Offset(signal));
         xml_.Attribute("length", unsigned{signal.length});
         // Readers take every multiplexor as little-endian.
-        if (!is_multiplex) {
-            const bool is_big = (signal.flags & kSignalBigEndian) != 0;
-            xml_.Attribute("endianess", std::string(is_big ? "big" : "little"));
+        if (!isMultiplex) {
+            const bool isBig = (signal.flags & kSignalBigEndian) != 0;
+            xml_.Attribute("endianess", std::string(isBig ? "big" : "little"));
         }
         if ((signal.flags & kSignalSigned) != 0) {
             xml_.Start("Value");
             xml_.Attribute("type", std::string("signed"));
             xml_.End();
         }
-        if (signal.value_descriptions == nullptr) return;
+        if (signal.value_descriptions == nullptr) {
+            return;
+        }
         xml_.Start("LabelSet");
         for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
             xml_.Start("Label");
@@ -242,7 +270,7 @@ class KcdWriter {
     AtomicFile& file_;
     /// The names of enumeration values, by the positions of the definitions.
     std::vector<std::vector<std::string>> choices_;
-    std::unordered_map<const symblk*, unsigned> node_ids_;
+    std::unordered_map<const symblk*, unsigned> nodeIds_;
 };
 
 }  // namespace

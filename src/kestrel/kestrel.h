@@ -3,5 +3,6 @@
 
 #pragma once
 
+#include "kestrel/errors.h"
 #include "kestrel/records.h"
 #include "kestrel/write_manager.h"

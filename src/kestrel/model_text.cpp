@@ -40,7 +40,9 @@ std::string_view ByteOrderName(const sigblk& signal) {
 
 std::string NameText(const char (&name)[kNameSize]) {
     std::string text = Text(WithoutCutCharacter(NameIn(name)));
-    if (text.size() <= kNameSize) return text;
+    if (text.size() <= kNameSize) {
+        return text;
+    }
     // What stands for bad bytes is longer than they were; a name has to fit its record when it is read again.
     text.resize(kNameSize);
     return std::string(WithoutCutCharacter(text));
@@ -51,36 +53,48 @@ std::string Text(const char* text) {
 }
 
 std::string Text(std::string_view text) {
-    const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-    if (std::all_of(text.begin(), text.end(), is_ascii)) return std::string(text);
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isAscii)) {
+        return std::string(text);
+    }
     using nlohmann::json;
     return json::parse(json(text).dump(-1, ' ', false, json::error_handler_t::replace)).get<std::string>();
 }
 
 std::vector<std::string> ChoiceNames(const AttrDef& definition) {
     std::vector<std::string> names;
-    if (definition.value_type != AttrType::Enumeration) return names;
-    if (definition.value_list == nullptr || *definition.value_list == '\0') return names;
+    if (definition.value_type != AttrType::Enumeration) {
+        return names;
+    }
+    if (definition.value_list == nullptr || *definition.value_list == '\0') {
+        return names;
+    }
     std::string_view rest = definition.value_list;
     for (;;) {
         const std::size_t end = rest.find('\n');
         names.push_back(Text(rest.substr(0, end)));
-        if (end == std::string_view::npos) return names;
+        if (end == std::string_view::npos) {
+            return names;
+        }
         rest.remove_prefix(end + 1);
     }
 }
 
 double Finite(double number) {
-    if (std::isnan(number)) return 0;
+    if (std::isnan(number)) {
+        return 0;
+    }
     return std::clamp(number, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
 }
 
 std::string ValueText(const AttrDef& definition, const std::vector<std::string>& choices,
                       kestrel_attr_value_t value) {
-    if (definition.holds_texts) return Text(value.text);
+    if (definition.holdsTexts) {
+        return Text(value.text);
+    }
     if (definition.value_type == AttrType::Enumeration) {
-        const bool is_known = value.number >= 0 && value.number < static_cast<double>(choices.size());
-        return is_known ? choices[static_cast<std::size_t>(value.number)] : Text(definition.default_text);
+        const bool isKnown = value.number >= 0 && value.number < static_cast<double>(choices.size());
+        return isKnown ? choices[static_cast<std::size_t>(value.number)] : Text(definition.default_text);
     }
     std::string number;
     AppendNumber(number, Finite(value.number));

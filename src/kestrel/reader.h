@@ -3,18 +3,12 @@
 #pragma once
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "kestrel/database.h"
+#include "kestrel/errors.h"
 
 namespace kestrel {
-
-/// What is wrong with a file, and where: the line of a Vorn file, the table of a SQLite file.
-class ReadError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Reads a Vorn or a SQLite file; the extension tells which one. Throws `ReadError` for a file that cannot be
 /// opened, is damaged or is of another format.

@@ -7,7 +7,9 @@ void* kestrel_malloc(std::size_t size) {
     // Texts change hands as plain pointers, without an owner type that could free them.
     // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
     void* memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) throw std::bad_alloc();
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
     return memory;
 }
 

@@ -14,6 +14,8 @@
 /// Bytes of a name in a record, and of the text of a value description.
 inline constexpr std::size_t kNameSize = 32;
 
+// NOLINTBEGIN(readability-identifier-naming): callers have these names
+
 /// Allocates `size` bytes for a text or a `valdesc` that is about to be handed to the library, which frees it
 /// later. Never returns null; throws `std::bad_alloc` when there is no memory.
 void* kestrel_malloc(std::size_t size);
@@ -122,5 +124,7 @@ union kestrel_attr_value_t {
     /// String: a text allocated with `kestrel_malloc`. Null counts as the empty text.
     char* text;
 };
+
+// NOLINTEND(readability-identifier-naming)
 
 static_assert(sizeof(kestrel_attr_value_t) == 8);

@@ -10,7 +10,9 @@ SqliteConnection::SqliteConnection(const std::string& path, SqliteMode mode) {
                       SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
     const int result = sqlite3_open_v2(path.c_str(), &connection, flags, nullptr);
     connection_.reset(connection);
-    if (result != SQLITE_OK) throw SqliteError(sqlite3_errstr(result));
+    if (result != SQLITE_OK) {
+        throw SqliteError(sqlite3_errstr(result));
+    }
     // No text of a database is longer; a file could make SQLite compute longer ones.
     sqlite3_limit(connection, SQLITE_LIMIT_LENGTH, 1 << 24);
 }
@@ -26,7 +28,7 @@ void SqliteConnection::Execute(const std::string& sql) {
 }
 
 SqliteStatement::SqliteStatement(const SqliteConnection& connection, std::string_view sql)
-    : connection_(connection.get()) {
+    : connection_(connection.Get()) {
     sqlite3_stmt* statement = nullptr;
     Check(sqlite3_prepare_v2(connection_, sql.data(), static_cast<int>(sql.size()), &statement, nullptr));
     statement_.reset(statement);
@@ -37,7 +39,9 @@ void SqliteStatement::Finalizer::operator()(sqlite3_stmt* statement) const {
 }
 
 void SqliteStatement::Check(int result) const {
-    if (result != SQLITE_OK) throw SqliteError(sqlite3_errmsg(connection_));
+    if (result != SQLITE_OK) {
+        throw SqliteError(sqlite3_errmsg(connection_));
+    }
 }
 
 void SqliteStatement::Bind(int parameter, std::int64_t value) {
@@ -67,7 +71,9 @@ void SqliteStatement::Run() {
 
 bool SqliteStatement::Next() {
     const int result = sqlite3_step(statement_.get());
-    if (result != SQLITE_ROW && result != SQLITE_DONE) throw SqliteError(sqlite3_errmsg(connection_));
+    if (result != SQLITE_ROW && result != SQLITE_DONE) {
+        throw SqliteError(sqlite3_errmsg(connection_));
+    }
     return result == SQLITE_ROW;
 }
 
@@ -76,20 +82,28 @@ bool SqliteStatement::IsNull(int column) const {
 }
 
 std::optional<std::int64_t> SqliteStatement::Integer(int column) const {
-    if (sqlite3_column_type(statement_.get(), column) != SQLITE_INTEGER) return std::nullopt;
+    if (sqlite3_column_type(statement_.get(), column) != SQLITE_INTEGER) {
+        return std::nullopt;
+    }
     return sqlite3_column_int64(statement_.get(), column);
 }
 
 std::optional<double> SqliteStatement::Real(int column) const {
     const int type = sqlite3_column_type(statement_.get(), column);
-    if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) return std::nullopt;
+    if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) {
+        return std::nullopt;
+    }
     return sqlite3_column_double(statement_.get(), column);
 }
 
 std::optional<std::string> SqliteStatement::Text(int column) const {
-    if (sqlite3_column_type(statement_.get(), column) != SQLITE_TEXT) return std::nullopt;
+    if (sqlite3_column_type(statement_.get(), column) != SQLITE_TEXT) {
+        return std::nullopt;
+    }
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-    if (text == nullptr) throw SqliteError("out of memory");
+    if (text == nullptr) {
+        throw SqliteError("out of memory");
+    }
     return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)));
 }
 

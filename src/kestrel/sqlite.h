@@ -30,7 +30,7 @@ class SqliteConnection {
 
     /// Runs statements without results.
     void Execute(const std::string& sql);
-    sqlite3* get() const { return connection_.get(); }
+    sqlite3* Get() const { return connection_.get(); }
 
   private:
     struct Closer {

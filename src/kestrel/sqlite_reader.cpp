@@ -11,9 +11,9 @@
 #include <string_view>
 
 #include "kestrel/database_builder.h"
+#include "kestrel/errors.h"
 #include "kestrel/input_file.h"
 #include "kestrel/model_text.h"
-#include "kestrel/reader.h"
 #include "kestrel/sqlite.h"
 #include "kestrel/sqlite_tables.h"
 
@@ -37,17 +37,23 @@ class Rows {
 
     std::string Text(int column) const {
         auto text = statement_.Text(column);
-        if (!text) Fail(column, "text");
+        if (!text) {
+            Fail(column, "text");
+        }
         return *std::move(text);
     }
     double Number(int column) const {
         const auto number = statement_.Real(column);
-        if (!number) Fail(column, "number");
+        if (!number) {
+            Fail(column, "number");
+        }
         return *number;
     }
     std::int64_t Id(int column) const {
         const auto id = statement_.Integer(column);
-        if (!id) Fail(column, "id");
+        if (!id) {
+            Fail(column, "id");
+        }
         return *id;
     }
     template <class T>
@@ -60,12 +66,16 @@ class Rows {
     }
     bool Flag(int column) const {
         const auto flag = statement_.Integer(column);
-        if (!flag || (*flag != 0 && *flag != 1)) Fail(column, "0 or 1");
+        if (!flag || (*flag != 0 && *flag != 1)) {
+            Fail(column, "0 or 1");
+        }
         return flag == 1;
     }
     bool IsNull(int column) const { return statement_.IsNull(column); }
     AttributeText Value(int column) const {
-        if (auto text = statement_.Text(column)) return *std::move(text);
+        if (auto text = statement_.Text(column)) {
+            return *std::move(text);
+        }
         return Number(column);
     }
 
@@ -73,7 +83,9 @@ class Rows {
     template <class Objects>
     auto& Find(Objects& objects, int column) const {
         const auto found = objects.find(Id(column));
-        if (found == objects.end()) Fail(column, "id of another table's row");
+        if (found == objects.end()) {
+            Fail(column, "id of another table's row");
+        }
         return *found->second;
     }
 
@@ -85,7 +97,9 @@ class Rows {
     std::string Query(const char* order) const {
         std::string query = "SELECT ";
         for (const char* column : columns_) {
-            if (column != columns_.front()) query += ", ";
+            if (column != columns_.front()) {
+                query += ", ";
+            }
             query += column;
         }
         return query + " FROM " + table_ + " ORDER BY " + order;
@@ -103,11 +117,11 @@ class Rows {
 /// Stops a connection that computes much more than a file of its size needs.
 class WorkLimit {
   public:
-    explicit WorkLimit(std::int64_t file_size) : left_(kLeastWork + kWorkPerByte * file_size) {}
+    explicit WorkLimit(std::int64_t fileSize) : left_(kLeastWork + kWorkPerByte * fileSize) {}
 
     /// The limit has to outlive the connection.
     void Bind(const SqliteConnection& connection) {
-        sqlite3_progress_handler(connection.get(), kStepsBetween, &Count, this);
+        sqlite3_progress_handler(connection.Get(), kStepsBetween, &Count, this);
     }
 
     /// Why a statement failed.
@@ -131,26 +145,28 @@ class WorkLimit {
 };
 
 /// Nothing in a file is longer than the file.
-void Restrict(const SqliteConnection& connection, std::int64_t file_size) {
+void Restrict(const SqliteConnection& connection, std::int64_t fileSize) {
     constexpr std::int64_t kLeastLength = 1 << 16;
     constexpr std::int64_t kMostLength = 1 << 24;
     constexpr int kMaxSql = 1 << 14;  // the tables of the format take 400 bytes each
-    sqlite3_limit(connection.get(), SQLITE_LIMIT_LENGTH,
-                  static_cast<int>(std::clamp(file_size, kLeastLength, kMostLength)));
-    sqlite3_limit(connection.get(), SQLITE_LIMIT_SQL_LENGTH, kMaxSql);
+    sqlite3_limit(connection.Get(), SQLITE_LIMIT_LENGTH,
+                  static_cast<int>(std::clamp(fileSize, kLeastLength, kMostLength)));
+    sqlite3_limit(connection.Get(), SQLITE_LIMIT_SQL_LENGTH, kMaxSql);
 }
 
 /// A keyword in SQL, or a quoted name or comment with that word.
-bool HasWord(std::string_view sql, std::string_view upper_case_word) {
+bool HasWord(std::string_view sql, std::string_view upperCaseWord) {
     // What SQLite takes for a part of a word.
-    const auto is_part = [](unsigned char c) {
+    const auto isPart = [](unsigned char c) {
         return std::isalnum(c) != 0 || c == '_' || c == '$' || c > 127;
     };
-    const auto is_same = [](unsigned char a, unsigned char b) { return std::toupper(a) == b; };
-    for (auto begin = std::find_if(sql.begin(), sql.end(), is_part); begin != sql.end();) {
-        const auto end = std::find_if_not(begin, sql.end(), is_part);
-        if (std::equal(begin, end, upper_case_word.begin(), upper_case_word.end(), is_same)) return true;
-        begin = std::find_if(end, sql.end(), is_part);
+    const auto isSame = [](unsigned char a, unsigned char b) { return std::toupper(a) == b; };
+    for (auto begin = std::find_if(sql.begin(), sql.end(), isPart); begin != sql.end();) {
+        const auto end = std::find_if_not(begin, sql.end(), isPart);
+        if (std::equal(begin, end, upperCaseWord.begin(), upperCaseWord.end(), isSame)) {
+            return true;
+        }
+        begin = std::find_if(end, sql.end(), isPart);
     }
     return false;
 }
@@ -164,13 +180,17 @@ class SqliteReader {
         CheckMarks();
         CheckSchema();
         CheckPages();
-        for (const char* table : kSqliteTableNames) CheckTable(table);
+        for (const char* table : kSqliteTableNames) {
+            CheckTable(table);
+        }
         std::size_t names = 0;
         ReadTable("database", {"name"}, "rowid", [&](const Rows& row) {
             builder_.SetName(row.Text(0));
             ++names;
         });
-        if (names != 1) throw ReadError("table database: there has to be one row");
+        if (names != 1) {
+            throw ReadError("table database: there has to be one row");
+        }
         ReadDefinitions();
         ReadNodes();
         ReadMessages();
@@ -198,8 +218,9 @@ class SqliteReader {
     }
 
     void CheckMarks() {
-        if (Pragma("application_id") != kSqliteApplicationId)
+        if (Pragma("application_id") != kSqliteApplicationId) {
             throw ReadError("the file holds no bus database");
+        }
         if (const std::int64_t version = Pragma("user_version"); version != kSqliteUserVersion) {
             throw ReadError("version " + std::to_string(version) + " of the tables is not known");
         }
@@ -211,10 +232,16 @@ class SqliteReader {
         SqliteStatement objects(connection_, "SELECT name, sql FROM sqlite_master WHERE sql IS NOT NULL");
         while (objects.Next()) {
             const std::string sql = objects.Text(1).value_or("");
-            if (IsIndexViewOrTrigger(sql)) continue;
+            if (IsIndexViewOrTrigger(sql)) {
+                continue;
+            }
             const std::string table = "table " + objects.Text(0).value_or("");
-            if (!sql.starts_with("CREATE TABLE ")) throw ReadError(table + " is no stored table");
-            if (HasWord(sql, "CHECK")) throw ReadError(table + " has a CHECK constraint");
+            if (!sql.starts_with("CREATE TABLE ")) {
+                throw ReadError(table + " is no stored table");
+            }
+            if (HasWord(sql, "CHECK")) {
+                throw ReadError(table + " has a CHECK constraint");
+            }
         }
         SqliteStatement computed(connection_,
                                  "SELECT t.name FROM sqlite_master AS t, pragma_table_xinfo(t.name) AS c "
@@ -240,9 +267,12 @@ class SqliteReader {
     void CheckTable(const char* table) {
         SqliteStatement statement(connection_, "SELECT type FROM sqlite_master WHERE name = ?");
         statement.Bind(0, std::string_view(table));
-        if (!statement.Next()) throw ReadError(std::string("table ") + table + " is missing");
-        if (statement.Text(0) == "view")
+        if (!statement.Next()) {
+            throw ReadError(std::string("table ") + table + " is missing");
+        }
+        if (statement.Text(0) == "view") {
             throw ReadError(std::string("table ") + table + " is no stored table");
+        }
     }
 
     std::int64_t Pragma(const std::string& name) {
@@ -264,14 +294,16 @@ class SqliteReader {
                       if (record.type == "integer") {
                           record.minimum = row.Number(4);
                           record.maximum = row.Number(5);
-                          record.default_number = row.Number(6);
+                          record.defaultNumber = row.Number(6);
                       } else {
-                          record.default_text = row.Text(6);
+                          record.defaultText = row.Text(6);
                       }
-                      if (record.type == "enumeration") record.choices = std::move(choices[row.Id(0)]);
+                      if (record.type == "enumeration") {
+                          record.choices = std::move(choices[row.Id(0)]);
+                      }
                       choices.erase(row.Id(0));
                       builder_.AddDefinition(record);
-                      definition_names_.try_emplace(row.Id(0), record.object, record.name);
+                      definitionNames_.try_emplace(row.Id(0), record.object, record.name);
                   });
         if (!choices.empty()) {
             throw ReadError("table attribute_choice: there is no definition " +
@@ -287,7 +319,9 @@ class SqliteReader {
     /// Remembers an object by the id in column 0.
     template <class Object>
     static void Keep(const Rows& row, std::map<std::int64_t, Object*>& objects, Object& object) {
-        if (!objects.emplace(row.Id(0), &object).second) row.Fail("the id stands twice");
+        if (!objects.emplace(row.Id(0), &object).second) {
+            row.Fail("the id stands twice");
+        }
     }
 
     void ReadMessages() {
@@ -310,12 +344,14 @@ class SqliteReader {
                   "id", [&](const Rows& row) {
                       SignalRecord record;
                       record.name = row.Text(2);
-                      record.start_bit = row.Unsigned<std::uint16_t>(3);
+                      record.startBit = row.Unsigned<std::uint16_t>(3);
                       record.length = row.Unsigned<std::uint16_t>(4);
-                      record.byte_order = row.Text(5);
-                      record.is_signed = row.Flag(6);
-                      record.is_multiplexor = row.Flag(7);
-                      if (!row.IsNull(8)) record.multiplexer_value = row.Unsigned<std::uint32_t>(8);
+                      record.byteOrder = row.Text(5);
+                      record.isSigned = row.Flag(6);
+                      record.isMultiplexor = row.Flag(7);
+                      if (!row.IsNull(8)) {
+                          record.multiplexerValue = row.Unsigned<std::uint32_t>(8);
+                      }
                       Keep(row, signals_, builder_.AddSignal(row.Find(messages_, 1), record));
                   });
         ReadTable("value_description", {"signal_id", "value", "text"}, "signal_id, position",
@@ -326,7 +362,7 @@ class SqliteReader {
 
     void ReadAttributes() {
         ReadTable("database_attribute", {"definition_id", "value"}, "rowid", [&](const Rows& row) {
-            SetAttribute(row, 0, builder_.database().attributes(), AttrObject::Database);
+            SetAttribute(row, 0, builder_.Built().Attributes(), AttrObject::Database);
         });
         ReadTable("node_attribute", {"node_id", "definition_id", "value"}, "rowid", [&](const Rows& row) {
             SetAttribute(row, 1, row.Find(nodes_, 0).attributes, AttrObject::Node);
@@ -339,10 +375,13 @@ class SqliteReader {
 
     /// Sets the attribute whose definition stands in a column and whose value in the next one.
     void SetAttribute(const Rows& row, int column, AttrValues& values, AttrObject object) {
-        const auto name = definition_names_.find(row.Id(column));
-        if (name == definition_names_.end()) row.Fail("definition_id is no id of attribute_definition");
-        if (name->second.first != ObjectName(object))
+        const auto name = definitionNames_.find(row.Id(column));
+        if (name == definitionNames_.end()) {
+            row.Fail("definition_id is no id of attribute_definition");
+        }
+        if (name->second.first != ObjectName(object)) {
             row.Fail("the attribute belongs to another kind of object");
+        }
         builder_.SetAttribute(values, object, name->second.second, row.Value(column + 1));
     }
 
@@ -350,7 +389,7 @@ class SqliteReader {
     const WorkLimit& limit_;
     DatabaseBuilder builder_;
     /// By id: the kind of object and the name of an attribute.
-    std::map<std::int64_t, std::pair<std::string, std::string>> definition_names_;
+    std::map<std::int64_t, std::pair<std::string, std::string>> definitionNames_;
     std::map<std::int64_t, Node*> nodes_;
     std::map<std::int64_t, Message*> messages_;
     std::map<std::int64_t, Signal*> signals_;
@@ -363,7 +402,9 @@ std::unique_ptr<Database> ReadSqlite(const std::string& path) {
     // SQLite opens these too if they are there.
     for (const char* suffix : {"-wal", "-journal"}) {
         std::error_code ignored;
-        if (std::filesystem::exists(path + suffix, ignored)) size += InputSize(path + suffix);
+        if (std::filesystem::exists(path + suffix, ignored)) {
+            size += InputSize(path + suffix);
+        }
     }
     WorkLimit limit(size);
     try {

@@ -32,15 +32,17 @@ class SqliteWriter {
   public:
     SqliteWriter(const Database& database, SqliteConnection& connection)
         : database_(database),
-          insert_signal_(connection, "INSERT INTO signal VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-          insert_value_(connection, "INSERT INTO value_description VALUES (?, ?, ?, ?)"),
+          insertSignal_(connection, "INSERT INTO signal VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          insertValue_(connection, "INSERT INTO value_description VALUES (?, ?, ?, ?)"),
           connection_(connection) {
-        for (const AttrDef& definition : database.attr_defs()) choices_.push_back(ChoiceNames(definition));
+        for (const AttrDef& definition : database.AttrDefs()) {
+            choices_.push_back(ChoiceNames(definition));
+        }
     }
 
     void Write() {
         SqliteStatement insert(connection_, "INSERT INTO database VALUES (?)");
-        insert.Bind(0, Text(database_.name()));
+        insert.Bind(0, Text(database_.Name()));
         insert.Run();
         AddDefinitions();
         AddDatabaseAttributes();
@@ -51,8 +53,8 @@ class SqliteWriter {
   private:
     void AddDefinitions() {
         SqliteStatement insert(connection_, "INSERT INTO attribute_definition VALUES (?, ?, ?, ?, ?, ?, ?)");
-        SqliteStatement insert_choice(connection_, "INSERT INTO attribute_choice VALUES (?, ?, ?)");
-        for (const AttrDef& definition : database_.attr_defs()) {
+        SqliteStatement insertChoice(connection_, "INSERT INTO attribute_choice VALUES (?, ?, ?)");
+        for (const AttrDef& definition : database_.AttrDefs()) {
             const std::int64_t id = IdOf(definition);
             insert.Bind(0, id);
             insert.Bind(1, ObjectName(definition.object_kind));
@@ -70,17 +72,17 @@ class SqliteWriter {
             insert.Run();
             std::int64_t position = 0;
             for (const std::string& name : choices_[definition.position]) {
-                insert_choice.Bind(0, id);
-                insert_choice.Bind(1, position++);
-                insert_choice.Bind(2, name);
-                insert_choice.Run();
+                insertChoice.Bind(0, id);
+                insertChoice.Bind(1, position++);
+                insertChoice.Bind(2, name);
+                insertChoice.Run();
             }
         }
     }
 
     void AddDatabaseAttributes() {
         SqliteStatement insert(connection_, "INSERT INTO database_attribute VALUES (?, ?)");
-        for (const AttrValues::Value& entry : database_.attributes().values()) {
+        for (const AttrValues::Value& entry : database_.Attributes().Values()) {
             insert.Bind(0, IdOf(*entry.definition));
             BindValue(insert, 1, entry);
             insert.Run();
@@ -89,69 +91,69 @@ class SqliteWriter {
 
     void AddNodes() {
         SqliteStatement insert(connection_, "INSERT INTO node VALUES (?, ?)");
-        SqliteStatement insert_attribute(connection_, "INSERT INTO node_attribute VALUES (?, ?, ?)");
+        SqliteStatement insertAttribute(connection_, "INSERT INTO node_attribute VALUES (?, ?, ?)");
         std::int64_t id = 0;
-        for (const Node& node : database_.nodes()) {
-            node_ids_.emplace(&node, ++id);
+        for (const Node& node : database_.Nodes()) {
+            nodeIds_.emplace(&node, ++id);
             insert.Bind(0, id);
             insert.Bind(1, NameText(node.name));
             insert.Run();
-            AddAttributes(insert_attribute, id, node.attributes);
+            AddAttributes(insertAttribute, id, node.attributes);
         }
     }
 
     void AddMessages() {
         SqliteStatement insert(connection_, "INSERT INTO message VALUES (?, ?, ?, ?, ?, ?)");
-        SqliteStatement insert_attribute(connection_, "INSERT INTO message_attribute VALUES (?, ?, ?)");
+        SqliteStatement insertAttribute(connection_, "INSERT INTO message_attribute VALUES (?, ?, ?)");
         std::int64_t id = 0;
-        for (const Message& message : database_.messages()) {
+        for (const Message& message : database_.Messages()) {
             insert.Bind(0, ++id);
             insert.Bind(1, std::int64_t{message.identifier & ~kExtendedIdentifier});
             insert.Bind(2, std::int64_t{(message.identifier & kExtendedIdentifier) != 0});
             insert.Bind(3, NameText(message.name));
             insert.Bind(4, std::int64_t{message.length});
-            const auto node = node_ids_.find(message.node);
-            if (node != node_ids_.end()) {
+            const auto node = nodeIds_.find(message.node);
+            if (node != nodeIds_.end()) {
                 insert.Bind(5, node->second);
             } else {
                 insert.BindNull(5);
             }
             insert.Run();
-            AddAttributes(insert_attribute, id, message.attributes);
-            for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+            AddAttributes(insertAttribute, id, message.attributes);
+            for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
                 AddSignal(id, *signal);
             }
         }
     }
 
-    void AddSignal(std::int64_t message_id, const Signal& signal) {
-        insert_signal_.Bind(0, ++signal_id_);
-        insert_signal_.Bind(1, message_id);
-        insert_signal_.Bind(2, NameText(signal.name));
-        insert_signal_.Bind(3, std::int64_t{signal.start_bit});
-        insert_signal_.Bind(4, std::int64_t{signal.length});
-        insert_signal_.Bind(5, ByteOrderName(signal));
-        insert_signal_.Bind(6, std::int64_t{(signal.flags & kSignalSigned) != 0});
-        insert_signal_.Bind(7, std::int64_t{(signal.flags & kSignalMultiplexor) != 0});
+    void AddSignal(std::int64_t messageId, const Signal& signal) {
+        insertSignal_.Bind(0, ++signalId_);
+        insertSignal_.Bind(1, messageId);
+        insertSignal_.Bind(2, NameText(signal.name));
+        insertSignal_.Bind(3, std::int64_t{signal.start_bit});
+        insertSignal_.Bind(4, std::int64_t{signal.length});
+        insertSignal_.Bind(5, ByteOrderName(signal));
+        insertSignal_.Bind(6, std::int64_t{(signal.flags & kSignalSigned) != 0});
+        insertSignal_.Bind(7, std::int64_t{(signal.flags & kSignalMultiplexor) != 0});
         if ((signal.flags & kSignalMultiplexed) != 0) {
-            insert_signal_.Bind(8, std::int64_t{signal.multiplexer_value});
+            insertSignal_.Bind(8, std::int64_t{signal.multiplexer_value});
         } else {
-            insert_signal_.BindNull(8);
+            insertSignal_.BindNull(8);
         }
-        insert_signal_.Run();
+        insertSignal_.Run();
         std::int64_t position = 0;
         for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
-            insert_value_.Bind(0, signal_id_);
-            insert_value_.Bind(1, position++);
-            insert_value_.Bind(2, std::int64_t{entry->value});
-            insert_value_.Bind(3, NameText(entry->text));
-            insert_value_.Run();
+            insertValue_.Bind(0, signalId_);
+            insertValue_.Bind(1, position++);
+            insertValue_.Bind(2, std::int64_t{entry->value});
+            insertValue_.Bind(3, NameText(entry->text));
+            insertValue_.Run();
         }
     }
 
-    void AddAttributes(SqliteStatement& insert, std::int64_t object_id, const AttrValues& attributes) {
-        for (const AttrValues::Value& entry : attributes.values()) {
-            insert.Bind(0, object_id);
+    void AddAttributes(SqliteStatement& insert, std::int64_t objectId, const AttrValues& attributes) {
+        for (const AttrValues::Value& entry : attributes.Values()) {
+            insert.Bind(0, objectId);
             insert.Bind(1, IdOf(*entry.definition));
             BindValue(insert, 2, entry);
             insert.Run();
@@ -160,7 +162,7 @@ class SqliteWriter {
 
     void BindValue(SqliteStatement& statement, int parameter, const AttrValues::Value& entry) const {
         const AttrDef& definition = *entry.definition;
-        if (definition.holds_texts || definition.value_type == AttrType::Enumeration) {
+        if (definition.holdsTexts || definition.value_type == AttrType::Enumeration) {
             statement.Bind(parameter, ValueText(definition, choices_[definition.position], entry.value));
         } else {
             BindNumber(statement, parameter, entry.value.number);
@@ -174,10 +176,10 @@ class SqliteWriter {
     const Database& database_;
     /// The names of enumeration values, by the positions of the definitions.
     std::vector<std::vector<std::string>> choices_;
-    std::unordered_map<const symblk*, std::int64_t> node_ids_;
-    SqliteStatement insert_signal_;
-    SqliteStatement insert_value_;
-    std::int64_t signal_id_ = 0;
+    std::unordered_map<const symblk*, std::int64_t> nodeIds_;
+    SqliteStatement insertSignal_;
+    SqliteStatement insertValue_;
+    std::int64_t signalId_ = 0;
     SqliteConnection& connection_;
 };
 
@@ -190,9 +192,9 @@ int IsInterrupted(void* file) {
 
 void WriteSqlite(const Database& database, AtomicFile& file) {
     try {
-        SqliteConnection connection(file.temporary_path(), SqliteMode::Write);
+        SqliteConnection connection(file.TemporaryPath(), SqliteMode::Write);
         constexpr int kStepsBetween = 10'000;  // of the library's machine; about a millisecond
-        sqlite3_progress_handler(connection.get(), kStepsBetween, &IsInterrupted, &file);
+        sqlite3_progress_handler(connection.Get(), kStepsBetween, &IsInterrupted, &file);
         // The file is new and takes its place only when it is complete: a journal would protect nothing.
         connection.Execute(
             "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;");

@@ -12,8 +12,8 @@ constexpr int kSignals[] = {SIGHUP,    SIGINT,  SIGQUIT, SIGTERM, SIGXCPU, SIGAL
                             SIGVTALRM, SIGUSR1, SIGUSR2, SIGPWR,  SIGIO,   SIGSTKFLT};
 
 bool ComesFromOutside(int signal) {
-    const bool is_real_time = signal >= SIGRTMIN && signal <= SIGRTMAX;
-    return is_real_time || std::find(std::begin(kSignals), std::end(kSignals), signal) != std::end(kSignals);
+    const bool isRealTime = signal >= SIGRTMIN && signal <= SIGRTMAX;
+    return isRealTime || std::find(std::begin(kSignals), std::end(kSignals), signal) != std::end(kSignals);
 }
 
 bool EndsTheProcess(int signal) {
@@ -24,14 +24,15 @@ bool EndsTheProcess(int signal) {
 }  // namespace
 
 TerminationSignals::TerminationSignals() {
-    sigset_t held_before{};
-    sigemptyset(&held_before);
-    pthread_sigmask(SIG_BLOCK, nullptr, &held_before);
+    sigset_t heldBefore{};
+    sigemptyset(&heldBefore);
+    pthread_sigmask(SIG_BLOCK, nullptr, &heldBefore);
     sigemptyset(&held_);
     for (int signal = 1; signal <= SIGRTMAX; ++signal) {
         // Linux would let an ignored signal wait like any other.
-        if (ComesFromOutside(signal) && EndsTheProcess(signal) && sigismember(&held_before, signal) == 0)
+        if (ComesFromOutside(signal) && EndsTheProcess(signal) && sigismember(&heldBefore, signal) == 0) {
             sigaddset(&held_, signal);
+        }
     }
     pthread_sigmask(SIG_BLOCK, &held_, nullptr);
 }
@@ -42,9 +43,13 @@ TerminationSignals::~TerminationSignals() {
 
 bool TerminationSignals::HaveCome() const {
     sigset_t waiting{};
-    if (sigpending(&waiting) != 0) return false;
+    if (sigpending(&waiting) != 0) {
+        return false;
+    }
     for (int signal = 1; signal <= SIGRTMAX; ++signal) {
-        if (sigismember(&held_, signal) == 1 && sigismember(&waiting, signal) == 1) return true;
+        if (sigismember(&held_, signal) == 1 && sigismember(&waiting, signal) == 1) {
+            return true;
+        }
     }
     return false;
 }

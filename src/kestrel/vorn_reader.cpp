@@ -1,160 +1,30 @@
 #include "kestrel/vorn_reader.h"
 
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <iterator>
-#include <limits>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "kestrel/database_builder.h"
-#include "kestrel/input_file.h"
-#include "kestrel/reader.h"
+#include "kestrel/errors.h"
+#include "kestrel/json_members.h"
+#include "kestrel/vorn_source.h"
 
 namespace kestrel {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// No object has more keys.
 constexpr std::size_t kMaxKeys = 1000;
 /// Nothing is nested deeper than the value descriptions of a signal of a message.
 constexpr std::size_t kMaxDepth = 7;
 
-/// The bytes of a file, and the line that they are in.
-class Source {
-  public:
-    explicit Source(const std::string& path) : file_(OpenInput(path)) {}
-
-    /// The byte at the current position, or -1 at the end.
-    int Peek() {
-        if (next_ == end_ && !Fill()) return -1;
-        const auto byte = static_cast<unsigned char>(buffer_[next_]);
-        // The parser would take a zero for the end.
-        if (byte == 0) throw ReadError("line " + std::to_string(line_) + ": the file has a zero byte");
-        return byte;
-    }
-    void Advance() {
-        if (Peek() == '\n') ++line_;
-        ++next_;
-    }
-    std::size_t line() const { return line_; }
-
-  private:
-    bool Fill() {
-        next_ = 0;
-        end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
-        if (std::ferror(file_.get()) != 0) throw ReadError(std::strerror(errno));
-        return end_ > 0;
-    }
-
-    InputFile file_;
-    std::vector<char> buffer_ = std::vector<char>(1U << 16);
-    std::size_t next_ = 0;
-    std::size_t end_ = 0;
-    std::size_t line_ = 1;
-};
-
-/// Walks over a source as the parser wants it. One without a source is the end.
-class SourceIterator {
-  public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = char;
-    using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = char;
-
-    SourceIterator() = default;
-    explicit SourceIterator(Source& source) : source_(&source) {}
-
-    char operator*() const { return static_cast<char>(source_->Peek()); }
-    SourceIterator& operator++() {
-        source_->Advance();
-        return *this;
-    }
-    SourceIterator operator++(int) {  // NOLINT(cert-dcl21-cpp): as the parser wants it
-        SourceIterator before = *this;
-        ++*this;
-        return before;
-    }
-    friend bool operator==(const SourceIterator& a, const SourceIterator& b) {
-        return a.IsEnd() == b.IsEnd();
-    }
-    friend bool operator!=(const SourceIterator& a, const SourceIterator& b) { return !(a == b); }
-
-  private:
-    bool IsEnd() const { return source_ == nullptr || source_->Peek() < 0; }
-
-    Source* source_ = nullptr;
-};
-
-/// The members of one JSON object. Each has to be asked for, or it is unknown.
-class Members {
-  public:
-    Members(const Json& object, const char* what) : object_(object), what_(what) {
-        if (!object.is_object()) throw BadRecord(std::string("a ") + what + " is no object");
-    }
-
-    const Json* Find(const char* key) {
-        const auto found = object_.find(key);
-        if (found == object_.end()) return nullptr;
-        ++asked_;
-        return &*found;
-    }
-    const Json& Get(const char* key) {
-        const Json* member = Find(key);
-        if (member == nullptr) throw BadRecord(std::string("a ") + what_ + " has no \"" + key + "\"");
-        return *member;
-    }
-    std::string Text(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_string()) throw Wrong(key, "text");
-        return member.get<std::string>();
-    }
-    bool Flag(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_boolean()) throw Wrong(key, "true or false");
-        return member.get<bool>();
-    }
-    double Number(const char* key) {
-        const Json& member = Get(key);
-        if (!member.is_number()) throw Wrong(key, "number");
-        return member.get<double>();
-    }
-    template <class T>
-    T Unsigned(const char* key) {
-        return UnsignedIn<T>(Get(key), key);
-    }
-    template <class T>
-    T UnsignedIn(const Json& member, const char* key) const {
-        if (!member.is_number_unsigned() || member.get<std::uint64_t>() > std::numeric_limits<T>::max()) {
-            throw Wrong(key, "whole number from 0 to " + std::to_string(std::numeric_limits<T>::max()));
-        }
-        return member.get<T>();
-    }
-    BadRecord Wrong(const char* key, const std::string& wanted) const {
-        BadRecord error(std::string("\"") + key + "\" of a " + what_ + " is no " + wanted);
-        return error;
-    }
-    /// To be called last.
-    void NoMore() const {
-        if (asked_ != object_.size()) throw BadRecord(std::string("a ") + what_ + " has an unknown key");
-    }
-
-  private:
-    const Json& object_;
-    const char* what_;
-    std::size_t asked_ = 0;
-};
-
 /// Takes the parser's events, collects one record at a time and adds it to a database.
 class VornHandler : public nlohmann::json_sax<Json> {
   public:
-    VornHandler(DatabaseBuilder& builder, const Source& source) : builder_(builder), source_(source) {}
+    VornHandler(DatabaseBuilder& builder, const VornSource& source) : builder_(builder), source_(source) {}
 
     bool null() override { return Value(nullptr); }
     bool boolean(bool value) override { return Value(value); }
@@ -171,14 +41,18 @@ class VornHandler : public nlohmann::json_sax<Json> {
 
     bool key(string_t& name) override {
         if (collected_.empty()) {
-            if (next_section_ == kSections.size() || name != kSections[next_section_]) {
+            if (nextSection_ == kSections.size() || name != kSections[nextSection_]) {
                 Fail("the key \"" + name + "\" is not expected here");
             }
-            ++next_section_;
+            ++nextSection_;
         } else {
             const Json& object = collected_.back();
-            if (object.size() == kMaxKeys) Fail("an object has too many keys");
-            if (object.contains(name)) Fail("the key \"" + name + "\" stands twice");
+            if (object.size() == kMaxKeys) {
+                Fail("an object has too many keys");
+            }
+            if (object.contains(name)) {
+                Fail("the key \"" + name + "\" stands twice");
+            }
             keys_.back() = name;
         }
         return true;
@@ -195,17 +69,19 @@ class VornHandler : public nlohmann::json_sax<Json> {
     /// To be called when the whole file has been read: the database's own attributes stand before their
     /// definitions.
     void Finish() {
-        if (!IsComplete()) Fail("the file is not complete");
+        if (!IsComplete()) {
+            Fail("the file is not complete");
+        }
         try {
-            SetAttributes(builder_.database().attributes(), AttrObject::Database, database_attributes_);
+            SetAttributes(builder_.Built().Attributes(), AttrObject::Database, databaseAttributes_);
         } catch (const BadRecord& error) {
-            throw ReadError("line " + std::to_string(database_attributes_line_) + ": " + error.what());
+            throw ReadError("line " + std::to_string(databaseAttributesLine_) + ": " + error.what());
         }
     }
 
-    bool IsComplete() const { return next_section_ == kSections.size() && depth_ == 0; }
+    bool IsComplete() const { return nextSection_ == kSections.size() && depth_ == 0; }
     [[noreturn]] void Fail(const std::string& what) const {
-        throw ReadError("line " + std::to_string(source_.line()) + ": " + what);
+        throw ReadError("line " + std::to_string(source_.Line()) + ": " + what);
     }
 
   private:
@@ -213,18 +89,24 @@ class VornHandler : public nlohmann::json_sax<Json> {
         "format", "version", "database", "attributes", "attribute_definitions", "nodes", "messages"};
 
     std::string_view Section() const {
-        return next_section_ == 0 ? std::string_view() : kSections[next_section_ - 1];
+        return nextSection_ == 0 ? std::string_view() : kSections[nextSection_ - 1];
     }
     /// A section that is a list of records, each of which is collected for itself.
-    bool IsListSection() const { return next_section_ > 4; }
+    bool IsListSection() const { return nextSection_ > 4; }
 
     bool Start(Json empty) {
-        if (depth_ == kMaxDepth) Fail("the file is nested too deep");
+        if (depth_ == kMaxDepth) {
+            Fail("the file is nested too deep");
+        }
         ++depth_;
         if (depth_ == 1) {
-            if (!empty.is_object()) Fail("a Vorn file is one object");
+            if (!empty.is_object()) {
+                Fail("a Vorn file is one object");
+            }
         } else if (depth_ == 2 && collected_.empty() && IsListSection()) {
-            if (!empty.is_array()) Fail("\"" + std::string(Section()) + "\" is no list");
+            if (!empty.is_array()) {
+                Fail("\"" + std::string(Section()) + "\" is no list");
+            }
         } else {
             collected_.push_back(std::move(empty));
             keys_.emplace_back();
@@ -234,7 +116,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
 
     bool End() {
         --depth_;
-        if (collected_.empty()) return true;
+        if (collected_.empty()) {
+            return true;
+        }
         Json done = std::move(collected_.back());
         collected_.pop_back();
         keys_.pop_back();
@@ -252,7 +136,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
             }
             return true;
         }
-        if (depth_ == 0) Fail("a Vorn file is one object");
+        if (depth_ == 0) {
+            Fail("a Vorn file is one object");
+        }
         try {
             Record(value);
         } catch (const BadRecord& error) {
@@ -264,16 +150,24 @@ class VornHandler : public nlohmann::json_sax<Json> {
     void Record(const Json& value) {
         const std::string_view section = Section();
         if (section == "format") {
-            if (value != "Vorn") throw BadRecord("this is no Vorn file");
+            if (value != "Vorn") {
+                throw BadRecord("this is no Vorn file");
+            }
         } else if (section == "version") {
-            if (value != 1) throw BadRecord("version " + value.dump() + " of Vorn is not known");
+            if (value != 1) {
+                throw BadRecord("version " + value.dump() + " of Vorn is not known");
+            }
         } else if (section == "database") {
-            if (!value.is_string()) throw BadRecord("\"database\" is no text");
+            if (!value.is_string()) {
+                throw BadRecord("\"database\" is no text");
+            }
             builder_.SetName(value.get<std::string>());
         } else if (section == "attributes") {
-            if (!value.is_object()) throw BadRecord("\"attributes\" is no object");
-            database_attributes_ = value;  // their definitions come next
-            database_attributes_line_ = source_.line();
+            if (!value.is_object()) {
+                throw BadRecord("\"attributes\" is no object");
+            }
+            databaseAttributes_ = value;  // their definitions come next
+            databaseAttributesLine_ = source_.Line();
         } else if (section == "attribute_definitions") {
             AddDefinition(value);
         } else if (section == "nodes") {
@@ -284,7 +178,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void AddDefinition(const Json& value) {
-        Members members(value, "definition");
+        JsonMembers members(value, "definition");
         DefinitionRecord record;
         record.object = members.Text("object");
         record.name = members.Text("name");
@@ -292,15 +186,19 @@ class VornHandler : public nlohmann::json_sax<Json> {
         if (record.type == "integer") {
             record.minimum = members.Number("minimum");
             record.maximum = members.Number("maximum");
-            record.default_number = members.Number("default");
+            record.defaultNumber = members.Number("default");
         } else {
-            record.default_text = members.Text("default");
+            record.defaultText = members.Text("default");
         }
         if (record.type == "enumeration") {
             const Json& values = members.Get("values");
-            if (!values.is_array()) throw members.Wrong("values", "list");
+            if (!values.is_array()) {
+                throw members.Wrong("values", "list");
+            }
             for (const Json& name : values) {
-                if (!name.is_string()) throw members.Wrong("values", "list of texts");
+                if (!name.is_string()) {
+                    throw members.Wrong("values", "list of texts");
+                }
                 record.choices.push_back(name.get<std::string>());
             }
         }
@@ -309,45 +207,53 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void AddNode(const Json& value) {
-        Members members(value, "node");
+        JsonMembers members(value, "node");
         Node& node = builder_.AddNode(members.Text("name"));
         SetAttributes(node.attributes, AttrObject::Node, members.Get("attributes"));
         members.NoMore();
     }
 
     void AddMessage(const Json& value) {
-        Members members(value, "message");
+        JsonMembers members(value, "message");
         MessageRecord record;
         record.identifier = members.Unsigned<std::uint32_t>("identifier");
         record.extended = members.Flag("extended");
         record.name = members.Text("name");
         record.length = members.Unsigned<std::uint16_t>("length");
         if (!members.Get("node").is_null()) {
-            record.node = &builder_.FindNode(Members(value, "message").Text("node"));
+            record.node = &builder_.FindNode(JsonMembers(value, "message").Text("node"));
         }
         Message& message = builder_.AddMessage(record);
         SetAttributes(message.attributes, AttrObject::Message, members.Get("attributes"));
         const Json& signals = members.Get("signals");
-        if (!signals.is_array()) throw members.Wrong("signals", "list");
-        for (const Json& signal : signals) AddSignal(message, signal);
+        if (!signals.is_array()) {
+            throw members.Wrong("signals", "list");
+        }
+        for (const Json& signal : signals) {
+            AddSignal(message, signal);
+        }
         members.NoMore();
     }
 
     void AddSignal(Message& message, const Json& value) {
-        Members members(value, "signal");
+        JsonMembers members(value, "signal");
         SignalRecord record;
         record.name = members.Text("name");
-        record.start_bit = members.Unsigned<std::uint16_t>("start_bit");
+        record.startBit = members.Unsigned<std::uint16_t>("start_bit");
         record.length = members.Unsigned<std::uint16_t>("length");
-        record.byte_order = members.Text("byte_order");
-        record.is_signed = members.Flag("signed");
-        if (value.contains("multiplexor")) record.is_multiplexor = members.Flag("multiplexor");
+        record.byteOrder = members.Text("byte_order");
+        record.isSigned = members.Flag("signed");
+        if (value.contains("multiplexor")) {
+            record.isMultiplexor = members.Flag("multiplexor");
+        }
         if (value.contains("multiplexer_value")) {
-            record.multiplexer_value = members.Unsigned<std::uint32_t>("multiplexer_value");
+            record.multiplexerValue = members.Unsigned<std::uint32_t>("multiplexer_value");
         }
         Signal& signal = builder_.AddSignal(message, record);
         if (const Json* values = members.Find("values")) {
-            if (!values->is_array()) throw members.Wrong("values", "list");
+            if (!values->is_array()) {
+                throw members.Wrong("values", "list");
+            }
             for (const Json& pair : *values) {
                 if (!pair.is_array() || pair.size() != 2 || !pair[1].is_string()) {
                     throw members.Wrong("values", "list of pairs of a number and a text");
@@ -360,7 +266,9 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     void SetAttributes(AttrValues& values, AttrObject object, const Json& attributes) {
-        if (!attributes.is_object()) throw BadRecord("\"attributes\" is no object");
+        if (!attributes.is_object()) {
+            throw BadRecord("\"attributes\" is no object");
+        }
         for (const auto& [name, value] : attributes.items()) {
             if (value.is_number()) {
                 builder_.SetAttribute(values, object, name, value.get<double>());
@@ -373,24 +281,24 @@ class VornHandler : public nlohmann::json_sax<Json> {
     }
 
     DatabaseBuilder& builder_;
-    const Source& source_;
+    const VornSource& source_;
     /// How many of the sections have begun.
-    std::size_t next_section_ = 0;
+    std::size_t nextSection_ = 0;
     std::size_t depth_ = 0;
     /// The objects and lists that have begun and not ended, and in each object the key of the next value.
     std::vector<Json> collected_;
     std::vector<std::string> keys_;
-    Json database_attributes_ = Json::object();
-    std::size_t database_attributes_line_ = 0;
+    Json databaseAttributes_ = Json::object();
+    std::size_t databaseAttributesLine_ = 0;
 };
 
 }  // namespace
 
 std::unique_ptr<Database> ReadVorn(const std::string& path) {
-    Source source(path);
+    VornSource source(path);
     DatabaseBuilder builder;
     VornHandler handler(builder, source);
-    Json::sax_parse(SourceIterator(source), SourceIterator(), &handler);
+    Json::sax_parse(VornSourceIterator(source), VornSourceIterator(), &handler);
     handler.Finish();
     return builder.Take();
 }

@@ -26,38 +26,42 @@ void AppendText(std::string& json, const char* text) {
 struct DefinitionText {
     explicit DefinitionText(const AttrDef& definition) {
         AppendName(name, definition.name);
-        for (const std::string& choice : ChoiceNames(definition)) AppendQuoted(names.emplace_back(), choice);
+        for (const std::string& choice : ChoiceNames(definition)) {
+            AppendQuoted(names.emplace_back(), choice);
+        }
         if (definition.value_type == AttrType::Integer) {
-            AppendNumber(default_value, Finite(definition.default_number));
+            AppendNumber(defaultValue, Finite(definition.default_number));
         } else {
-            AppendText(default_value, definition.default_text);
+            AppendText(defaultValue, definition.default_text);
         }
     }
 
     std::string name;
     /// Enumeration: the names of the values.
     std::vector<std::string> names;
-    std::string default_value;
+    std::string defaultValue;
 };
 
 /// Writes one database. Text is put together in `line_` and handed to the file a line or so at a time.
 class VornWriter {
   public:
     VornWriter(const Database& database, AtomicFile& file) : database_(database), file_(file) {
-        for (const AttrDef& definition : database.attr_defs()) definitions_.emplace_back(definition);
+        for (const AttrDef& definition : database.AttrDefs()) {
+            definitions_.emplace_back(definition);
+        }
     }
 
     void Write() {
         line_ += "{\n\"format\": \"Vorn\",\n\"version\": 1,\n\"database\": ";
-        AppendQuoted(line_, database_.name());
+        AppendQuoted(line_, database_.Name());
         line_ += ",\n\"attributes\": ";
-        AddAttributes(database_.attributes());
+        AddAttributes(database_.Attributes());
         line_ += ",\n";
-        AddList("attribute_definitions", database_.attr_defs(), &VornWriter::AddDefinition);
+        AddList("attribute_definitions", database_.AttrDefs(), &VornWriter::AddDefinition);
         line_ += ",\n";
-        AddList("nodes", database_.nodes(), &VornWriter::AddNode);
+        AddList("nodes", database_.Nodes(), &VornWriter::AddNode);
         line_ += ",\n";
-        AddList("messages", database_.messages(), &VornWriter::AddMessage);
+        AddList("messages", database_.Messages(), &VornWriter::AddMessage);
         line_ += "\n}\n";
         HandOver();
     }
@@ -76,12 +80,16 @@ class VornWriter {
         line_ += records.empty() ? "\": [" : "\": [\n";
         bool first = true;
         for (const Record& record : records) {
-            if (!first) line_ += ",\n";
+            if (!first) {
+                line_ += ",\n";
+            }
             first = false;
             line_ += "  ";
             (this->*add)(record);
             HandOver();
-            if (file_.Failed()) return;
+            if (file_.Failed()) {
+                return;
+            }
         }
         line_ += records.empty() ? "]" : "\n]";
     }
@@ -105,22 +113,26 @@ class VornWriter {
             case AttrType::Enumeration:
                 line_ += R"(, "type": "enumeration", "values": [)";
                 for (const std::string& name : text.names) {
-                    if (&name != &text.names.front()) line_ += ", ";
+                    if (&name != &text.names.front()) {
+                        line_ += ", ";
+                    }
                     line_ += name;
                 }
                 line_ += ']';
                 break;
         }
         line_ += R"(, "default": )";
-        line_ += text.default_value;
+        line_ += text.defaultValue;
         line_ += '}';
     }
 
     void AddAttributes(const AttrValues& attributes) {
         line_ += '{';
         bool first = true;
-        for (const AttrValues::Value& entry : attributes.values()) {
-            if (!first) line_ += ", ";
+        for (const AttrValues::Value& entry : attributes.Values()) {
+            if (!first) {
+                line_ += ", ";
+            }
             first = false;
             line_ += definitions_[entry.definition->position].name;
             line_ += ": ";
@@ -130,14 +142,14 @@ class VornWriter {
     }
 
     void AddValue(const AttrDef& definition, kestrel_attr_value_t value) {
-        if (definition.holds_texts) {
+        if (definition.holdsTexts) {
             AppendText(line_, value.text);
         } else if (definition.value_type != AttrType::Enumeration) {
             AppendNumber(line_, Finite(value.number));
         } else {
             const DefinitionText& text = definitions_[definition.position];
-            const bool is_known = value.number >= 0 && value.number < static_cast<double>(text.names.size());
-            line_ += is_known ? text.names[static_cast<std::size_t>(value.number)] : text.default_value;
+            const bool isKnown = value.number >= 0 && value.number < static_cast<double>(text.names.size());
+            line_ += isKnown ? text.names[static_cast<std::size_t>(value.number)] : text.defaultValue;
         }
     }
 
@@ -167,12 +179,12 @@ class VornWriter {
         line_ += ",\n   \"attributes\": ";
         AddAttributes(message.attributes);
         line_ += ",\n   \"signals\": [";
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
-            line_ += signal == message.first_signal ? "\n     " : ",\n     ";
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
+            line_ += signal == message.firstSignal ? "\n     " : ",\n     ";
             AddSignal(*signal);
             HandOver();
         }
-        line_ += message.first_signal != nullptr ? "\n   ]}" : "]}";
+        line_ += message.firstSignal != nullptr ? "\n   ]}" : "]}";
     }
 
     void AddSignal(const Signal& signal) {
@@ -188,8 +200,12 @@ class VornWriter {
         line_ += '"';
         line_ += R"(, "signed": )";
         line_ += (signal.flags & kSignalSigned) != 0 ? "true" : "false";
-        if (signal.value_descriptions != nullptr) AddValueDescriptions(signal);
-        if ((signal.flags & kSignalMultiplexor) != 0) line_ += R"(, "multiplexor": true)";
+        if (signal.value_descriptions != nullptr) {
+            AddValueDescriptions(signal);
+        }
+        if ((signal.flags & kSignalMultiplexor) != 0) {
+            line_ += R"(, "multiplexor": true)";
+        }
         if ((signal.flags & kSignalMultiplexed) != 0) {
             line_ += R"(, "multiplexer_value": )";
             AppendInteger(line_, signal.multiplexer_value);

@@ -5,20 +5,8 @@
 
 #include <memory>
 
+#include "kestrel/errors.h"
 #include "kestrel/records.h"
-
-/// Result of an operation that can fail. Zero is success, so a result can be compared with 0.
-enum KestrelError {
-    kKestrelOk = 0,
-    /// A pointer that must not be null is null.
-    kKestrelBadArgument = 1,
-    /// No open database has this key.
-    kKestrelUnknownDatabase = 2,
-    /// The output file may not be replaced, or nothing can be created in its directory.
-    kKestrelCannotOpen = 3,
-    /// The output file could not be written or put in its place; what stood there before is unchanged.
-    kKestrelWriteFailed = 4,
-};
 
 /// Owner of databases and everything in them.
 class KestrelManager {

@@ -28,7 +28,9 @@ namespace {
 bool HasJournal(const std::string& path) {
     for (const char* suffix : {"-journal", "-wal"}) {
         struct stat status = {};
-        if (stat((path + suffix).c_str(), &status) == 0 && status.st_size > 0) return true;
+        if (stat((path + suffix).c_str(), &status) == 0 && status.st_size > 0) {
+            return true;
+        }
     }
     return false;
 }
@@ -37,9 +39,13 @@ bool HasJournal(const std::string& path) {
 
 KestrelError WriteDatabase(const Database& database, const char* path) {
     AtomicFile file;
-    if (!file.Open(path)) return kKestrelCannotOpen;
+    if (!file.Open(path)) {
+        return kKestrelCannotOpen;
+    }
     const Format format = FormatOf(path);
-    if (format == Format::Sqlite && HasJournal(file.target())) return kKestrelCannotOpen;
+    if (format == Format::Sqlite && HasJournal(file.Target())) {
+        return kKestrelCannotOpen;
+    }
     WriterOf(format)(database, file);
     return file.Commit() ? kKestrelOk : kKestrelWriteFailed;
 }

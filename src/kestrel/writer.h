@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "kestrel/errors.h"
 #include "kestrel/format.h"
-#include "kestrel/write_manager.h"
 
 namespace kestrel {
 

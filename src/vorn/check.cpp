@@ -5,16 +5,17 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
 #include "vorn/layout.h"
-#include "vorn/style.h"
 
 namespace vorn {
 namespace {
 
 using kestrel::Message;
 using kestrel::Signal;
+using tarvex::Shown;
 
 /// Of one message so many overlaps are told, and so many pairs of runs compared: real messages have a few
 /// hundred signals, of which none or a handful overlap.
@@ -43,20 +44,23 @@ class Checker {
   private:
     void CheckNodes() {
         std::unordered_set<std::string> names;
-        for (const kestrel::Node& node : database_.nodes()) {
+        for (const kestrel::Node& node : database_.Nodes()) {
             const std::string name = kestrel::NameText(node.name);
-            if (!names.insert(name).second)
+            if (!names.insert(name).second) {
                 faults_.push_back("node " + Shown(name) + ": the name occurs twice");
+            }
         }
     }
 
     void CheckMessages() {
         std::unordered_set<std::string> names;
         std::unordered_map<std::uint32_t, const Message*> identifiers;
-        for (const Message& message : database_.messages()) {
-            if (!names.insert(kestrel::NameText(message.name)).second) Add(message, "the name occurs twice");
-            const auto [other, is_new] = identifiers.try_emplace(message.identifier, &message);
-            if (!is_new) {
+        for (const Message& message : database_.Messages()) {
+            if (!names.insert(kestrel::NameText(message.name)).second) {
+                Add(message, "the name occurs twice");
+            }
+            const auto [other, isNew] = identifiers.try_emplace(message.identifier, &message);
+            if (!isNew) {
                 Add(message, "has the identifier " + IdentifierText(message.identifier) + " of " +
                                  NameOf(*other->second));
             }
@@ -66,7 +70,7 @@ class Checker {
 
     void CheckSignals(const Message& message) {
         std::unordered_set<std::string> names;
-        for (const Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
             if (!names.insert(kestrel::NameText(signal->name)).second) {
                 Add(message, "the name of signal " + NameOf(*signal) + " occurs twice");
             }
@@ -90,9 +94,10 @@ class Checker {
         };
         std::vector<Run> runs;
         std::size_t number = 0;
-        for (const Signal* signal = message.first_signal; signal != nullptr;
-             signal = signal->next, ++number) {
-            for (const BitRange& range : RangesOf(*signal)) runs.push_back({range, signal, number});
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next, ++number) {
+            for (const BitRange& range : RangesOf(*signal)) {
+                runs.push_back({range, signal, number});
+            }
         }
         std::ranges::stable_sort(runs, {}, [](const Run& run) { return run.range.begin; });
         std::set<std::pair<std::size_t, std::size_t>> told;
@@ -107,11 +112,15 @@ class Checker {
             }
             for (const Run& other : open) {
                 const auto [first, second] = std::minmax(run.number, other.number);
-                if (first == second || !CanMeet(*run.signal, *other.signal)) continue;
-                if (!told.emplace(first, second).second) continue;
-                const bool is_first = run.number == first;
-                Add(message, "signals " + NameOf(is_first ? *run.signal : *other.signal) + " and " +
-                                 NameOf(is_first ? *other.signal : *run.signal) + " overlap");
+                if (first == second || !CanMeet(*run.signal, *other.signal)) {
+                    continue;
+                }
+                if (!told.emplace(first, second).second) {
+                    continue;
+                }
+                const bool isFirst = run.number == first;
+                Add(message, "signals " + NameOf(isFirst ? *run.signal : *other.signal) + " and " +
+                                 NameOf(isFirst ? *other.signal : *run.signal) + " overlap");
             }
             open.push_back(run);
         }

@@ -29,7 +29,7 @@ std::string NumberText(double number) {
 }
 
 void AddAttributes(const kestrel::AttrValues& attributes, Fields& fields) {
-    for (const auto& entry : attributes.values()) {
+    for (const auto& entry : attributes.Values()) {
         fields.emplace_back(
             "attribute " + NameText(entry.definition->name),
             kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition), entry.value));
@@ -44,13 +44,15 @@ std::vector<FieldChange> CompareFields(const Fields& before, const Fields& after
         return found == fields.end() ? nullptr : &found->second;
     };
     for (const auto& [name, value] : after) {
-        const std::string* old_value = find(before, name);
-        if (old_value == nullptr || *old_value != value) {
-            changes.push_back({name, old_value == nullptr ? std::string() : *old_value, value});
+        const std::string* oldValue = find(before, name);
+        if (oldValue == nullptr || *oldValue != value) {
+            changes.push_back({name, oldValue == nullptr ? std::string() : *oldValue, value});
         }
     }
     for (const auto& [name, value] : before) {
-        if (find(after, name) == nullptr) changes.push_back({name, value, ""});
+        if (find(after, name) == nullptr) {
+            changes.push_back({name, value, ""});
+        }
     }
     return changes;
 }
@@ -84,11 +86,11 @@ std::vector<std::pair<std::string, const Record*>> Keyed(const std::vector<const
 template <class Record>
 std::vector<Change> CompareLists(const std::vector<const Record*>& before,
                                  const std::vector<const Record*>& after, const Kind<Record>& kind) {
-    const auto keyed_before = Keyed(before, kind);
-    const auto keyed_after = Keyed(after, kind);
-    std::unordered_map<std::string, const Record*> left(keyed_before.begin(), keyed_before.end());
+    const auto keyedBefore = Keyed(before, kind);
+    const auto keyedAfter = Keyed(after, kind);
+    std::unordered_map<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
     std::vector<Change> changes;
-    for (const auto& [key, record] : keyed_after) {
+    for (const auto& [key, record] : keyedAfter) {
         const auto found = left.find(key);
         if (found == left.end()) {
             changes.push_back({ChangeKind::Added, kind.object, kind.name(*record), {}, {}});
@@ -99,13 +101,18 @@ std::vector<Change> CompareLists(const std::vector<const Record*>& before,
                       kind.name(*record),
                       CompareFields(kind.fields(*found->second), kind.fields(*record)),
                       {}};
-        if (kind.parts) change.parts = kind.parts(*found->second, *record);
-        if (!change.fields.empty() || !change.parts.empty()) changes.push_back(std::move(change));
+        if (kind.parts) {
+            change.parts = kind.parts(*found->second, *record);
+        }
+        if (!change.fields.empty() || !change.parts.empty()) {
+            changes.push_back(std::move(change));
+        }
         left.erase(found);
     }
-    for (const auto& [key, record] : keyed_before) {
-        if (left.contains(key))
+    for (const auto& [key, record] : keyedBefore) {
+        if (left.contains(key)) {
             changes.push_back({ChangeKind::Removed, kind.object, kind.name(*record), {}, {}});
+        }
     }
     return changes;
 }
@@ -114,7 +121,9 @@ template <class Records>
 auto PointersTo(const Records& records) {
     std::vector<const typename Records::value_type*> pointers;
     pointers.reserve(records.size());
-    for (const auto& record : records) pointers.push_back(&record);
+    for (const auto& record : records) {
+        pointers.push_back(&record);
+    }
     return pointers;
 }
 
@@ -185,14 +194,14 @@ const Kind<kestrel::Signal>& SignalKind() {
         "signal", [](const kestrel::Signal& signal) { return NameText(signal.name); },
         [](const kestrel::Signal& signal) { return NameText(signal.name); },
         [](const kestrel::Signal& signal) {
-            const bool is_multiplexed = (signal.flags & kSignalMultiplexed) != 0;
+            const bool isMultiplexed = (signal.flags & kSignalMultiplexed) != 0;
             return Fields{
                 {"start_bit", std::to_string(signal.start_bit)},
                 {"length", std::to_string(signal.length)},
                 {"byte_order", std::string(kestrel::ByteOrderName(signal))},
                 {"signed", YesOrNo((signal.flags & kSignalSigned) != 0)},
                 {"multiplexor", YesOrNo((signal.flags & kSignalMultiplexor) != 0)},
-                {"multiplexer_value", is_multiplexed ? std::to_string(signal.multiplexer_value) : ""}};
+                {"multiplexer_value", isMultiplexed ? std::to_string(signal.multiplexer_value) : ""}};
         },
         [](const kestrel::Signal& before, const kestrel::Signal& after) {
             return CompareLists(ValuesOf(before), ValuesOf(after), ValueKind());
@@ -202,7 +211,7 @@ const Kind<kestrel::Signal>& SignalKind() {
 
 std::vector<const kestrel::Signal*> SignalsOf(const kestrel::Message& message) {
     std::vector<const kestrel::Signal*> signals;
-    for (const kestrel::Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+    for (const kestrel::Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
         signals.push_back(signal);
     }
     return signals;
@@ -231,102 +240,14 @@ void Append(std::vector<Change>& changes, std::vector<Change> more) {
     std::ranges::move(more, std::back_inserter(changes));
 }
 
-std::string_view KindName(ChangeKind kind) {
-    switch (kind) {
-        case ChangeKind::Added:
-            return "added";
-        case ChangeKind::Removed:
-            return "removed";
-        case ChangeKind::Changed:
-            return "changed";
-    }
-    return "";
-}
-
-std::string Head(const Change& change, const Style& style) {
-    const std::string text = change.object + " " + Shown(change.name);
-    switch (change.kind) {
-        case ChangeKind::Added:
-            return style(Colour::Added, "+ " + text);
-        case ChangeKind::Removed:
-            return style(Colour::Removed, "- " + text);
-        case ChangeKind::Changed:
-            break;
-    }
-    return style(Colour::Changed, "~ " + text);
-}
-
-void AppendText(const std::vector<Change>& changes, const std::string& indent, const Style& style,
-                std::string& out) {
-    for (const Change& change : changes) {
-        out += indent + Head(change, style) + "\n";
-        for (const FieldChange& field : change.fields) {
-            out += indent + "    " + Shown(field.field) + ": \"" + Shown(field.before) + "\" -> \"" +
-                   Shown(field.after) + "\"\n";
-        }
-        AppendText(change.parts, indent + "  ", style, out);
-    }
-}
-
-void AppendMember(std::string& json, const char* key, std::string_view value) {
-    kestrel::AppendQuoted(json, key);
-    json += ": ";
-    kestrel::AppendQuoted(json, value);
-}
-
-void AppendJson(const std::vector<Change>& changes, const std::string& indent, std::string& json) {
-    json += "[";
-    for (const Change& change : changes) {
-        json += &change == &changes.front() ? "\n" : ",\n";
-        json += indent + "  {";
-        AppendMember(json, "change", KindName(change.kind));
-        json += ", ";
-        AppendMember(json, "object", change.object);
-        json += ", ";
-        AppendMember(json, "name", change.name);
-        if (!change.fields.empty()) {
-            json += ", \"fields\": [";
-            for (const FieldChange& field : change.fields) {
-                if (&field != &change.fields.front()) json += ", ";
-                json += "{";
-                AppendMember(json, "field", field.field);
-                json += ", ";
-                AppendMember(json, "before", field.before);
-                json += ", ";
-                AppendMember(json, "after", field.after);
-                json += "}";
-            }
-            json += "]";
-        }
-        if (!change.parts.empty()) {
-            json += ", \"parts\": ";
-            AppendJson(change.parts, indent + "  ", json);
-        }
-        json += "}";
-    }
-    json += changes.empty() ? "]" : "\n" + indent + "]";
-}
-
 }  // namespace
 
 std::vector<Change> Compare(const kestrel::Database& before, const kestrel::Database& after) {
     std::vector<Change> changes =
-        CompareLists(PointersTo(before.attr_defs()), PointersTo(after.attr_defs()), DefinitionKind());
-    Append(changes, CompareLists(PointersTo(before.nodes()), PointersTo(after.nodes()), NodeKind()));
-    Append(changes, CompareLists(PointersTo(before.messages()), PointersTo(after.messages()), MessageKind()));
+        CompareLists(PointersTo(before.AttrDefs()), PointersTo(after.AttrDefs()), DefinitionKind());
+    Append(changes, CompareLists(PointersTo(before.Nodes()), PointersTo(after.Nodes()), NodeKind()));
+    Append(changes, CompareLists(PointersTo(before.Messages()), PointersTo(after.Messages()), MessageKind()));
     return changes;
-}
-
-std::string ChangesText(const std::vector<Change>& changes, const Style& style) {
-    std::string text;
-    AppendText(changes, "", style, text);
-    return text;
-}
-
-std::string ChangesJson(const std::vector<Change>& changes) {
-    std::string json;
-    AppendJson(changes, "", json);
-    return json + "\n";
 }
 
 }  // namespace vorn

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "kestrel/database.h"
-#include "vorn/style.h"
 
 namespace vorn {
 
@@ -35,11 +34,5 @@ struct Change {
 /// alone makes no difference. A database's own name and attributes tell where it came from and are not
 /// compared.
 std::vector<Change> Compare(const kestrel::Database& before, const kestrel::Database& after);
-
-/// The differences as indented lines that begin with "+", "-" or "~".
-std::string ChangesText(const std::vector<Change>& changes, const Style& style);
-
-/// The differences as a JSON list.
-std::string ChangesJson(const std::vector<Change>& changes);
 
 }  // namespace vorn

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <fnmatch.h>
 
+#include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "vorn/drawing.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 using kestrel::Message;
 using kestrel::Signal;
+using tarvex::Shown;
 
 std::string NameOf(const kestrel::Node& node) {
     return Shown(kestrel::NameText(node.name));
@@ -41,7 +43,7 @@ std::string Count(std::size_t count, const char* what) {
 
 std::string AttributeLines(const kestrel::AttrValues& attributes) {
     std::string lines;
-    for (const auto& entry : attributes.values()) {
+    for (const auto& entry : attributes.Values()) {
         lines += "  " + Shown(kestrel::NameText(entry.definition->name)) + " = " +
                  Shown(kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition),
                                           entry.value)) +
@@ -53,19 +55,23 @@ std::string AttributeLines(const kestrel::AttrValues& attributes) {
 std::string MessageLine(const Message& message) {
     return Padded(IdentifierText(message.identifier), 20) +
            Padded(Shown(kestrel::NameText(message.name)), 34) + Padded(Count(message.length, "byte"), 13) +
-           Padded(Count(message.signal_count, "signal"), 14) + NodeNameOf(message);
+           Padded(Count(message.signalCount, "signal"), 14) + NodeNameOf(message);
 }
 
 /// While it lives, patterns see letters where names have UTF-8.
 class Utf8Locale {
   public:
     Utf8Locale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
-        if (locale_ != nullptr) before_ = uselocale(locale_);
+        if (locale_ != nullptr) {
+            before_ = uselocale(locale_);
+        }
     }
     Utf8Locale(const Utf8Locale&) = delete;
     Utf8Locale& operator=(const Utf8Locale&) = delete;
     ~Utf8Locale() {
-        if (locale_ == nullptr) return;
+        if (locale_ == nullptr) {
+            return;
+        }
         uselocale(before_);
         freelocale(locale_);
     }
@@ -97,20 +103,24 @@ std::string MessageList(const kestrel::Database& database, const std::string& no
                         const std::string& pattern) {
     const Utf8Locale locale;
     std::string lines;
-    for (const Message& message : database.messages()) {
-        if (!node.empty() && NodeNameOf(message) != node) continue;
+    for (const Message& message : database.Messages()) {
+        if (!node.empty() && NodeNameOf(message) != node) {
+            continue;
+        }
         const std::string name = kestrel::NameText(message.name);
-        if (!pattern.empty() && fnmatch(pattern.c_str(), name.c_str(), 0) != 0) continue;
+        if (!pattern.empty() && fnmatch(pattern.c_str(), name.c_str(), 0) != 0) {
+            continue;
+        }
         lines += WithoutTrailingBlanks(MessageLine(message)) + "\n";
     }
     return lines;
 }
 
 std::string DatabaseText(const kestrel::Database& database, const Style& style) {
-    std::string text = style(Colour::Heading, Shown(kestrel::Text(database.name()))) + "\n";
-    text += AttributeLines(database.attributes());
-    text += "\n" + style(Colour::Heading, Count(database.nodes().size(), "node")) + "\n";
-    for (const kestrel::Node& node : database.nodes()) {
+    std::string text = style(Colour::Heading, Shown(kestrel::Text(database.Name()))) + "\n";
+    text += AttributeLines(database.Attributes());
+    text += "\n" + style(Colour::Heading, Count(database.Nodes().size(), "node")) + "\n";
+    for (const kestrel::Node& node : database.Nodes()) {
         text += "  " + NameOf(node) + "\n";
         for (std::string lines = AttributeLines(node.attributes); !lines.empty();) {
             const std::size_t end = lines.find('\n') + 1;
@@ -118,27 +128,30 @@ std::string DatabaseText(const kestrel::Database& database, const Style& style) 
             lines.erase(0, end);
         }
     }
-    text += "\n" + style(Colour::Heading, Count(database.messages().size(), "message")) + "\n";
-    for (const Message& message : database.messages()) {
+    text += "\n" + style(Colour::Heading, Count(database.Messages().size(), "message")) + "\n";
+    for (const Message& message : database.Messages()) {
         text += "  " + WithoutTrailingBlanks(MessageLine(message)) + "\n";
     }
     return text;
 }
 
-const Message* FindMessage(const kestrel::Database& database, std::string_view name_or_identifier) {
-    const bool is_hexadecimal = name_or_identifier.starts_with("0x") || name_or_identifier.starts_with("0X");
-    const std::string_view digits = name_or_identifier.substr(is_hexadecimal ? 2 : 0);
+const Message* FindMessage(const kestrel::Database& database, std::string_view nameOrIdentifier) {
+    const bool isHexadecimal = nameOrIdentifier.starts_with("0x") || nameOrIdentifier.starts_with("0X");
+    const std::string_view digits = nameOrIdentifier.substr(isHexadecimal ? 2 : 0);
     std::uint32_t identifier = 0;
     const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), identifier, is_hexadecimal ? 16 : 10);
-    const bool is_number = error == std::errc() && end == digits.data() + digits.size();
-    const auto find = [&](auto is_it) {
-        const auto found = std::ranges::find_if(database.messages(), is_it);
-        return found == database.messages().end() ? nullptr : &*found;
+        std::from_chars(digits.data(), digits.data() + digits.size(), identifier, isHexadecimal ? 16 : 10);
+    const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
+    const auto find = [&](auto isIt) {
+        const auto found = std::ranges::find_if(database.Messages(), isIt);
+        return found == database.Messages().end() ? nullptr : &*found;
     };
-    const Message* named =
-        find([&](const Message& message) { return kestrel::NameText(message.name) == name_or_identifier; });
-    if (named != nullptr || !is_number) return named;
+    const Message* named = find([nameOrIdentifier](const Message& message) {
+        return kestrel::NameText(message.name) == nameOrIdentifier;
+    });
+    if (named != nullptr || !isNumber) {
+        return named;
+    }
     return find([&](const Message& message) {
         return ((message.identifier ^ identifier) & ~kExtendedIdentifier) == 0;
     });
@@ -147,7 +160,9 @@ const Message* FindMessage(const kestrel::Database& database, std::string_view n
 std::string MessageText(const Message& message, const Style& style) {
     std::string text = style(Colour::Heading, Shown(kestrel::NameText(message.name))) + "  " +
                        IdentifierText(message.identifier) + ", " + Count(message.length, "byte");
-    if (message.node != nullptr) text += ", from " + NodeNameOf(message);
+    if (message.node != nullptr) {
+        text += ", from " + NodeNameOf(message);
+    }
     text += "\n" + AttributeLines(message.attributes);
     const std::vector<DrawnSignal> signals = LetterSignals(message);
     text += Drawings(message, signals, style);
@@ -158,7 +173,9 @@ std::string MessageText(const Message& message, const Style& style) {
                 std::to_string(signal.start_bit) + ", " + Count(signal.length, "bit") + ", " +
                 ((signal.flags & kSignalBigEndian) != 0 ? "big-endian" : "little-endian") +
                 ((signal.flags & kSignalSigned) != 0 ? ", signed" : "");
-        if ((signal.flags & kSignalMultiplexor) != 0) text += ", multiplexor";
+        if ((signal.flags & kSignalMultiplexor) != 0) {
+            text += ", multiplexor";
+        }
         if ((signal.flags & kSignalMultiplexed) != 0) {
             text += ", for multiplexor " + std::to_string(signal.multiplexer_value);
         }

@@ -38,33 +38,47 @@ std::string Row(const std::vector<std::string>& bits, std::size_t byte, std::siz
 
 /// The bits of a message, each with the letters of its signal, for one value of the multiplexor.
 std::vector<std::string> BitLetters(const kestrel::Message& message, const std::vector<DrawnSignal>& signals,
-                                    bool is_multiplexed, std::uint32_t value) {
+                                    bool isMultiplexed, std::uint32_t value) {
     std::size_t bytes = message.length;
-    for (const DrawnSignal& drawn : signals) bytes = std::max(bytes, EndByte(*drawn.signal));
+    for (const DrawnSignal& drawn : signals) {
+        bytes = std::max(bytes, EndByte(*drawn.signal));
+    }
     std::vector<std::string> bits(bytes * kBits, ".");
     for (const DrawnSignal& drawn : signals) {
         const kestrel::Signal& signal = *drawn.signal;
-        if (is_multiplexed && IsMultiplexed(signal) && signal.multiplexer_value != value) continue;
-        for (const BitPosition bit : BitsOf(signal)) bits[bit] = bits[bit] == "." ? drawn.letters : "#";
+        if (isMultiplexed && IsMultiplexed(signal) && signal.multiplexer_value != value) {
+            continue;
+        }
+        for (const BitPosition bit : BitsOf(signal)) {
+            bits[bit] = bits[bit] == "." ? drawn.letters : "#";
+        }
     }
     return bits;
 }
 
 std::string Drawing(const std::vector<std::string>& bits, std::size_t length, const Style& style) {
     std::size_t width = 1;
-    for (const std::string& letters : bits) width = std::max(width, letters.size());
+    for (const std::string& letters : bits) {
+        width = std::max(width, letters.size());
+    }
     const std::size_t bytes = bits.size() / kBits;
-    const std::size_t label_width = std::max<std::size_t>(8, 2 * std::to_string(bytes).size() + 2);
-    std::string text = std::string(label_width, ' ');
-    for (std::size_t bit = kBits; bit-- > 0;) text += std::string(width, ' ') + std::to_string(bit);
+    const std::size_t labelWidth = std::max<std::size_t>(8, 2 * std::to_string(bytes).size() + 2);
+    std::string text = std::string(labelWidth, ' ');
+    for (std::size_t bit = kBits; bit-- > 0;) {
+        text += std::string(width, ' ') + std::to_string(bit);
+    }
     text = style(Colour::Faint, text) + "\n";
     for (std::size_t byte = 0; byte < bytes;) {
         const std::string row = Row(bits, byte, width);
         std::size_t last = byte;
-        while (last + 1 < bytes && last + 1 != length && Row(bits, last + 1, width) == row) ++last;
+        while (last + 1 < bytes && last + 1 != length && Row(bits, last + 1, width) == row) {
+            ++last;
+        }
         std::string label = std::to_string(byte);
-        if (last > byte) label += "-" + std::to_string(last);
-        label.append(label_width - label.size(), ' ');
+        if (last > byte) {
+            label += "-" + std::to_string(last);
+        }
+        label.append(labelWidth - label.size(), ' ');
         text += style(Colour::Faint, label) + row + (byte >= length ? "   beyond the message" : "") + "\n";
         byte = last + 1;
     }
@@ -75,7 +89,7 @@ std::string Drawing(const std::vector<std::string>& bits, std::size_t length, co
 
 std::vector<DrawnSignal> LetterSignals(const kestrel::Message& message) {
     std::vector<DrawnSignal> signals;
-    for (const kestrel::Signal* signal = message.first_signal; signal != nullptr; signal = signal->next) {
+    for (const kestrel::Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
         signals.push_back({signal, Letters(signals.size())});
     }
     return signals;
@@ -85,9 +99,13 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
                      const Style& style) {
     std::set<std::uint32_t> values;
     for (const DrawnSignal& drawn : signals) {
-        if (IsMultiplexed(*drawn.signal)) values.insert(drawn.signal->multiplexer_value);
+        if (IsMultiplexed(*drawn.signal)) {
+            values.insert(drawn.signal->multiplexer_value);
+        }
     }
-    if (values.empty()) return "\n" + Drawing(BitLetters(message, signals, false, 0), message.length, style);
+    if (values.empty()) {
+        return "\n" + Drawing(BitLetters(message, signals, false, 0), message.length, style);
+    }
     std::string text;
     std::size_t count = 0;
     for (const std::uint32_t value : values) {

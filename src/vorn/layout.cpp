@@ -30,19 +30,25 @@ std::vector<BitPosition> BitsOf(const sigblk& signal) {
 }
 
 std::vector<BitRange> RangesOf(const sigblk& signal) {
-    if (signal.length == 0) return {};
+    if (signal.length == 0) {
+        return {};
+    }
     if (IsBigEndian(signal)) {
         const BitPosition first = FromSignalNumber(signal.start_bit);
         return {{first, first + signal.length}};
     }
     const std::size_t low = signal.start_bit;
     const std::size_t high = low + signal.length - 1U;
-    const std::size_t first_byte = low / kBits * kBits;
-    const std::size_t last_byte = high / kBits * kBits;
-    if (first_byte == last_byte) return {{FromSignalNumber(high), FromSignalNumber(low) + 1}};
-    std::vector<BitRange> ranges{{first_byte, FromSignalNumber(low) + 1}};
-    if (first_byte + kBits < last_byte) ranges.push_back({first_byte + kBits, last_byte});
-    ranges.push_back({FromSignalNumber(high), last_byte + kBits});
+    const std::size_t firstByte = low / kBits * kBits;
+    const std::size_t lastByte = high / kBits * kBits;
+    if (firstByte == lastByte) {
+        return {{FromSignalNumber(high), FromSignalNumber(low) + 1}};
+    }
+    std::vector<BitRange> ranges{{firstByte, FromSignalNumber(low) + 1}};
+    if (firstByte + kBits < lastByte) {
+        ranges.push_back({firstByte + kBits, lastByte});
+    }
+    ranges.push_back({FromSignalNumber(high), lastByte + kBits});
     return ranges;
 }
 
@@ -52,8 +58,8 @@ std::size_t EndByte(const sigblk& signal) {
 }
 
 bool CanMeet(const sigblk& a, const sigblk& b) {
-    const bool are_multiplexed = (a.flags & b.flags & kSignalMultiplexed) != 0;
-    return !are_multiplexed || a.multiplexer_value == b.multiplexer_value;
+    const bool areMultiplexed = (a.flags & b.flags & kSignalMultiplexed) != 0;
+    return !areMultiplexed || a.multiplexer_value == b.multiplexer_value;
 }
 
 }  // namespace vorn

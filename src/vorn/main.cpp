@@ -9,10 +9,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "import/text/shown_text.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
 #include "vorn/check.h"
 #include "vorn/compare.h"
+#include "vorn/compare_report.h"
 #include "vorn/describe.h"
 #include "vorn/style.h"
 
@@ -38,21 +40,23 @@ std::unique_ptr<kestrel::Database> Read(const std::string& path) {
 }
 
 void Print(const std::string& text) {
-    const bool is_written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!is_written || std::fflush(stdout) != 0) {
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!isWritten || std::fflush(stdout) != 0) {
         throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
     }
 }
 
-Status Show(const std::string& path, const std::string& message_name) {
+Status Show(const std::string& path, const std::string& messageName) {
     const auto database = Read(path);
     const vorn::Style style = vorn::Style::OfStandardOutput();
-    if (message_name.empty()) {
+    if (messageName.empty()) {
         Print(vorn::DatabaseText(*database, style));
         return kSame;
     }
-    const kestrel::Message* message = vorn::FindMessage(*database, message_name);
-    if (message == nullptr) throw Trouble(path + ": there is no message '" + message_name + "'");
+    const kestrel::Message* message = vorn::FindMessage(*database, messageName);
+    if (message == nullptr) {
+        throw Trouble(path + ": there is no message '" + messageName + "'");
+    }
     Print(vorn::MessageText(*message, style));
     return kSame;
 }
@@ -75,9 +79,9 @@ Status Convert(const std::string& from, const std::string& to) {
 }
 
 Status Diff(const std::string& before, const std::string& after, const std::string& format) {
-    const auto old_database = Read(before);
-    const auto new_database = Read(after);
-    const auto changes = vorn::Compare(*old_database, *new_database);
+    const auto oldDatabase = Read(before);
+    const auto newDatabase = Read(after);
+    const auto changes = vorn::Compare(*oldDatabase, *newDatabase);
     Print(format == "json" ? vorn::ChangesJson(changes)
                            : vorn::ChangesText(changes, vorn::Style::OfStandardOutput()));
     return changes.empty() ? kSame : kDifferent;
@@ -86,7 +90,9 @@ Status Diff(const std::string& before, const std::string& after, const std::stri
 Status Check(const std::string& path) {
     const auto faults = vorn::Check(*Read(path));
     std::string text;
-    for (const std::string& fault : faults) text += fault + "\n";
+    for (const std::string& fault : faults) {
+        text += fault + "\n";
+    }
     Print(text);
     return faults.empty() ? kSame : kDifferent;
 }
@@ -101,11 +107,11 @@ struct Arguments {
 };
 
 /// Adds a command with its database.
-CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const char* database_name,
+CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const char* databaseName,
                      Arguments& arguments) {
     CLI::App& command = *app.add_subcommand(name, what);
     command
-        .add_option(database_name, arguments.database, "a database: Vorn, or SQLite (.sqlite, .sqlite3, .db)")
+        .add_option(databaseName, arguments.database, "a database: Vorn, or SQLite (.sqlite, .sqlite3, .db)")
         ->required();
     return command;
 }
@@ -137,15 +143,25 @@ Status Run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const bool is_answer = app.exit(error) == 0;
+        const bool isAnswer = app.exit(error) == 0;
         std::cout.flush();
-        return is_answer && std::cout ? kSame : kTrouble;
+        return isAnswer && std::cout ? kSame : kTrouble;
     }
-    if (show.parsed()) return Show(arguments.database, arguments.message);
-    if (list.parsed()) return List(arguments.database, arguments.node, arguments.pattern);
-    if (convert.parsed()) return Convert(arguments.database, arguments.other);
-    if (diff.parsed()) return Diff(arguments.database, arguments.other, arguments.format);
-    if (check.parsed()) return Check(arguments.database);
+    if (show.parsed()) {
+        return Show(arguments.database, arguments.message);
+    }
+    if (list.parsed()) {
+        return List(arguments.database, arguments.node, arguments.pattern);
+    }
+    if (convert.parsed()) {
+        return Convert(arguments.database, arguments.other);
+    }
+    if (diff.parsed()) {
+        return Diff(arguments.database, arguments.other, arguments.format);
+    }
+    if (check.parsed()) {
+        return Check(arguments.database);
+    }
     return kTrouble;
 }
 
@@ -155,6 +171,6 @@ int main(int argc, char** argv) try {
     (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
     return Run(argc, argv);
 } catch (const std::exception& exception) {
-    std::fprintf(stderr, "vorn: %s\n", vorn::Shown(exception.what()).c_str());
+    std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
     return kTrouble;
 }

@@ -12,17 +12,14 @@ enum class Colour { Added, Removed, Changed, Heading, Faint };
 /// Marks texts with colours, or leaves them as they are.
 class Style {
   public:
-    explicit Style(bool is_coloured) : is_coloured_(is_coloured) {}
+    explicit Style(bool isColoured) : isColoured_(isColoured) {}
     /// Coloured if standard output is a terminal and the user has not asked for none (NO_COLOR, TERM=dumb).
     static Style OfStandardOutput();
 
     std::string operator()(Colour colour, std::string_view text) const;
 
   private:
-    bool is_coloured_;
+    bool isColoured_;
 };
-
-/// A text for one line of a table: control characters, which a terminal might obey, become ".".
-std::string Shown(std::string_view text);
 
 }  // namespace vorn

@@ -23,32 +23,32 @@ class Attributes : public DatabaseTest {
 TEST_F(Attributes, LaterValueReplacesAnEarlierOneInItsPlace) {
     DefineString(AttrObject::Database, "Author", "");
     DefineInteger(AttrObject::Database, "Revision", 0, 9, 0);
-    manager.SetAttrValue(key, "Author", Text("Ada"));
-    manager.SetAttrValue(key, "Revision", Number(1));
-    manager.SetAttrValue(key, "Author", Text("Grace"));
-    manager.SetAttrValue(key, "Revision", Number(2));
+    manager_.SetAttrValue(key_, "Author", Text("Ada"));
+    manager_.SetAttrValue(key_, "Revision", Number(1));
+    manager_.SetAttrValue(key_, "Author", Text("Grace"));
+    manager_.SetAttrValue(key_, "Revision", Number(2));
     EXPECT_EQ(DatabaseValues(), R"("attributes": {"Author": "Grace", "Revision": 2},)");
 }
 
 TEST_F(Attributes, SameTextSetAgainStaysValid) {
     DefineString(AttrObject::Database, "Author", "");
     const kestrel_attr_value_t author = Text("Ada");
-    manager.SetAttrValue(key, "Author", author);
-    manager.SetAttrValue(key, "Author", author);
+    manager_.SetAttrValue(key_, "Author", author);
+    manager_.SetAttrValue(key_, "Author", author);
     EXPECT_EQ(DatabaseValues(), R"("attributes": {"Author": "Ada"},)");
 }
 
 TEST_F(Attributes, NullTextCountsAsEmpty) {
     DefineString(AttrObject::Database, "Author", "nobody");
-    manager.SetAttrValue(key, "Author", {.text = nullptr});
+    manager_.SetAttrValue(key_, "Author", {.text = nullptr});
     EXPECT_EQ(DatabaseValues(), R"("attributes": {"Author": ""},)");
 }
 
 TEST_F(Attributes, ValueWithoutDefinitionIsIgnored) {
     DefineInteger(AttrObject::Node, "Slot", 0, 9, 0);
-    manager.SetAttrValue(key, "Slot", Number(1));
-    manager.SetAttrValue(key, "Unheard", Number(1));
-    manager.SetAttrValue(key, "Slo", Number(1));
+    manager_.SetAttrValue(key_, "Slot", Number(1));
+    manager_.SetAttrValue(key_, "Unheard", Number(1));
+    manager_.SetAttrValue(key_, "Slo", Number(1));
     EXPECT_EQ(DatabaseValues(), R"("attributes": {},)");
 }
 
@@ -56,9 +56,9 @@ TEST_F(Attributes, DefinitionsOfOneNameAreToldApartByTheKindOfObject) {
     DefineInteger(AttrObject::Database, "Level", 0, 9, 0);
     DefineString(AttrObject::Node, "Level", "");
     DefineEnumeration(AttrObject::Message, "Level", "Low\nHigh", "Low");
-    manager.SetAttrValue(*manager.CreateMessage(key, 0), "Level", Number(1));
-    manager.SetAttrValue(*manager.CreateNode(key, 0), "Level", Text("two"));
-    manager.SetAttrValue(key, "Level", Number(3));
+    manager_.SetAttrValue(*manager_.CreateMessage(key_, 0), "Level", Number(1));
+    manager_.SetAttrValue(*manager_.CreateNode(key_, 0), "Level", Text("two"));
+    manager_.SetAttrValue(key_, "Level", Number(3));
     const nlohmann::json parsed = nlohmann::json::parse(Written());
     EXPECT_EQ(parsed["messages"][0]["attributes"].dump(), R"({"Level":"High"})");
     EXPECT_EQ(parsed["nodes"][0]["attributes"].dump(), R"({"Level":"two"})");
@@ -68,14 +68,14 @@ TEST_F(Attributes, DefinitionsOfOneNameAreToldApartByTheKindOfObject) {
 TEST_F(Attributes, FirstOfTwoDefinitionsWithOneNameCounts) {
     DefineEnumeration(AttrObject::Database, "Level", "Low\nHigh", "Low");
     DefineInteger(AttrObject::Database, "Level", 0, 9, 0);
-    manager.SetAttrValue(key, "Level", Number(1));
+    manager_.SetAttrValue(key_, "Level", Number(1));
     EXPECT_EQ(DatabaseValues(), R"("attributes": {"Level": "High"},)");
 }
 
 TEST_F(Attributes, NameIsCutAt32BytesLikeTheDefinitions) {
     const char* name = "AttributeWithAVeryLongNameIndeed, longer than a record holds";
     DefineInteger(AttrObject::Database, name, 0, 9, 0);
-    manager.SetAttrValue(key, name, Number(1));
+    manager_.SetAttrValue(key_, name, Number(1));
     EXPECT_EQ(DatabaseValues(), R"("attributes": {"AttributeWithAVeryLongNameIndeed": 1},)");
 }
 
@@ -101,10 +101,10 @@ const EnumerationCase kEnumerations[] = {
 TEST_F(Attributes, EnumerationIsWrittenAsNameAndOutOfRangeAsDefault) {
     for (const EnumerationCase& row : kEnumerations) {
         const char* database = nullptr;
-        manager.CreateDatabase("cabin", &database, nullptr);
-        key = database;
+        manager_.CreateDatabase("cabin", &database, nullptr);
+        key_ = database;
         DefineEnumeration(AttrObject::Database, "E", row.values, "default");
-        manager.SetAttrValue(key, "E", Number(row.index));
+        manager_.SetAttrValue(key_, "E", Number(row.index));
         EXPECT_EQ(DatabaseValues(), R"("attributes": {"E": )" + std::string(row.written) + "},")
             << row.values << ' ' << row.index;
     }
@@ -123,9 +123,9 @@ TEST_F(Attributes, NullNameIsIgnored) {
     DefineInteger(AttrObject::Database, "", 0, 9, 0);
     DefineInteger(AttrObject::Node, "", 0, 9, 0);
     DefineInteger(AttrObject::Message, "", 0, 9, 0);
-    manager.SetAttrValue(key, nullptr, Number(1));
-    manager.SetAttrValue(*manager.CreateNode(key, 0), nullptr, Number(1));
-    manager.SetAttrValue(*manager.CreateMessage(key, 0), nullptr, Number(1));
+    manager_.SetAttrValue(key_, nullptr, Number(1));
+    manager_.SetAttrValue(*manager_.CreateNode(key_, 0), nullptr, Number(1));
+    manager_.SetAttrValue(*manager_.CreateMessage(key_, 0), nullptr, Number(1));
     const nlohmann::json parsed = nlohmann::json::parse(Written());
     EXPECT_TRUE(parsed["attributes"].empty());
     EXPECT_TRUE(parsed["nodes"][0]["attributes"].empty());

@@ -50,8 +50,8 @@ class FormatOfFile : public DatabaseTest {};
 
 TEST_F(FormatOfFile, IsThatOfThePathsExtension) {
     for (const auto& [name, beginning] : kBeginnings) {
-        const std::string path = directory / name;
-        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelOk) << name;
+        const std::string path = directory_ / name;
+        EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), kKestrelOk) << name;
         EXPECT_EQ(ReadFile(path).substr(0, beginning.size()), beginning) << name;
     }
 }

@@ -59,20 +59,20 @@ class FullDatabase : public DatabaseTest {
   protected:
     FullDatabase() {
         AddDefinitions();
-        manager.SetAttrValue(key, "Stage", Number(1));
-        manager.SetAttrValue(key, "Author", Text("Ada \"Gräfin\" L.\n"));
-        manager.SetAttrValue(key, "Revision", Number(100000));
+        manager_.SetAttrValue(key_, "Stage", Number(1));
+        manager_.SetAttrValue(key_, "Author", Text("Ada \"Gräfin\" L.\n"));
+        manager_.SetAttrValue(key_, "Revision", Number(100000));
 
         symblk& radio = AddNode("Radio");
-        manager.SetAttrValue(radio, "Slot", Number(-1));
-        manager.SetAttrValue(radio, "Maker", Text("Works"));
-        manager.SetAttrValue(radio, "Power", Number(0));
+        manager_.SetAttrValue(radio, "Slot", Number(-1));
+        manager_.SetAttrValue(radio, "Maker", Text("Works"));
+        manager_.SetAttrValue(radio, "Power", Number(0));
         AddNode("Bare");
         symblk& size = AddNode("Größe €");
-        manager.SetAttrValue(size, "Maker", Text(""));
+        manager_.SetAttrValue(size, "Maker", Text(""));
 
         AddRadioStatus(radio);
-        manager.SetAttrValue(AddMessage(0x7FFFFFFF, "Plain"), "Kind", Number(1));
+        manager_.SetAttrValue(AddMessage(0x7FFFFFFF, "Plain"), "Kind", Number(1));
         msgblk& second = AddMessage(0x7FFFFFFF, "Plain");
         second.node = &size;
         second.length = 1;
@@ -83,8 +83,8 @@ class FullDatabase : public DatabaseTest {
 
     /// Writes the database to a file in the test's directory.
     std::string WriteAs(const char* name) {
-        std::string path = directory / name;
-        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelOk) << name;
+        std::string path = directory_ / name;
+        EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), kKestrelOk) << name;
         return path;
     }
 
@@ -105,9 +105,9 @@ class FullDatabase : public DatabaseTest {
         msgblk& status = AddMessage(0x80222004, "Radio_Volume_Status");
         status.length = 65535;
         status.node = &radio;
-        manager.SetAttrValue(status, "Topic", Text("Sound"));
-        manager.SetAttrValue(status, "Kind", Number(0));
-        manager.SetAttrValue(status, "Period", Number(0.75));
+        manager_.SetAttrValue(status, "Topic", Text("Sound"));
+        manager_.SetAttrValue(status, "Kind", Number(0));
+        manager_.SetAttrValue(status, "Period", Number(0.75));
         sigblk& level = AddSignal(status, "Level");
         level.start_bit = 7;
         level.length = 8;

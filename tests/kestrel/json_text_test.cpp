@@ -123,8 +123,9 @@ constexpr CutCase kCuts[] = {
 };
 
 TEST(JsonText, CharacterCutAt32BytesIsDropped) {
-    for (const CutCase& row : kCuts)
+    for (const CutCase& row : kCuts) {
         EXPECT_EQ(kestrel::WithoutCutCharacter(row.name.substr(0, 32)), row.kept);
+    }
 }
 
 }  // namespace

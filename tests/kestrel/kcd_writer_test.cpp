@@ -21,8 +21,8 @@ const std::string kOpening =
 class KcdWriter : public DatabaseTest {
   protected:
     std::string Xml() {
-        const std::string path = directory / "out.kcd";
-        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelOk);
+        const std::string path = directory_ / "out.kcd";
+        EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), kKestrelOk);
         return ReadFile(path);
     }
 
@@ -49,16 +49,16 @@ TEST_F(KcdWriter, DatabaseWithEverythingIsWrittenByteForByte) {
     DefineInteger(AttrObject::Node, "Slot", -1, 255, 0);
     DefineEnumeration(AttrObject::Node, "Power", "Off\nOn", "Off");
     DefineString(AttrObject::Message, "Topic", "General");
-    manager.SetAttrValue(key, "Author", Text("Ada"));
+    manager_.SetAttrValue(key_, "Author", Text("Ada"));
     symblk& radio = AddNode("Radio");
-    manager.SetAttrValue(radio, "Power", Number(1));
-    manager.SetAttrValue(radio, "Slot", Number(-1));
+    manager_.SetAttrValue(radio, "Power", Number(1));
+    manager_.SetAttrValue(radio, "Slot", Number(-1));
     symblk& amp = AddNode("Amp");
 
     msgblk& status = AddMessage(0x8022400C, "Amp_Status");
     status.length = 5;
     status.node = &amp;
-    manager.SetAttrValue(status, "Topic", Text("Sound"));
+    manager_.SetAttrValue(status, "Topic", Text("Sound"));
     sigblk& late = AddSignal(status, "Late_M3");
     late.start_bit = 23;
     late.length = 8;
@@ -150,7 +150,7 @@ TEST_F(KcdWriter, IdentifierThatIsNotStandardMakesAMessageExtended) {
 }
 
 struct OffsetCase {
-    std::uint16_t start_bit;
+    std::uint16_t startBit;
     std::uint16_t little;
     std::uint16_t big;
 };
@@ -164,14 +164,14 @@ constexpr OffsetCase kOffsets[] = {
 TEST_F(KcdWriter, OffsetOfABigEndianSignalCountsFromTheMostSignificantBit) {
     msgblk& message = AddMessage(1, "M");
     std::string expected = "<Message id=\"0x1\" name=\"M\" length=\"0\" format=\"standard\">\n";
-    for (const auto& [start_bit, little, big] : kOffsets) {
-        for (const bool is_big : {false, true}) {
+    for (const auto& [startBit, little, big] : kOffsets) {
+        for (const bool isBig : {false, true}) {
             sigblk& signal = AddSignal(message, "S");
-            signal.start_bit = start_bit;
+            signal.start_bit = startBit;
             signal.length = 8;
-            signal.flags = is_big ? kSignalBigEndian : 0;
-            expected += "  <Signal name=\"S\" offset=\"" + std::to_string(is_big ? big : little) +
-                        "\" length=\"8\" endianess=\"" + (is_big ? "big" : "little") + "\"/>\n";
+            signal.flags = isBig ? kSignalBigEndian : 0;
+            expected += "  <Signal name=\"S\" offset=\"" + std::to_string(isBig ? big : little) +
+                        "\" length=\"8\" endianess=\"" + (isBig ? "big" : "little") + "\"/>\n";
         }
     }
     EXPECT_EQ(BusContent(), expected + "</Message>\n");
@@ -220,11 +220,11 @@ TEST_F(KcdWriter, SignalOfOneBitHasItsLength) {
 
 TEST_F(KcdWriter, MultiplexorOfAWholeByteStartsThereInEitherByteOrder) {
     std::string expected;
-    for (const bool is_big : {false, true}) {
+    for (const bool isBig : {false, true}) {
         sigblk& signal = AddSignal(AddMessage(1, "M"), "Mux");
-        signal.start_bit = is_big ? 23 : 16;
+        signal.start_bit = isBig ? 23 : 16;
         signal.length = 8;
-        signal.flags = kSignalMultiplexor | (is_big ? kSignalBigEndian : 0U);
+        signal.flags = kSignalMultiplexor | (isBig ? kSignalBigEndian : 0U);
         expected += R"(<Message id="0x1" name="M" length="0" format="standard">
   <Multiplex name="Mux" offset="16" length="8"/>
 </Message>
@@ -294,7 +294,9 @@ class KcdTexts : public KcdWriter {
         const std::unique_ptr<xmlDoc, DocDeleter> document(
             xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr,
                           XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
-        if (document == nullptr) return "the XML is not well-formed";
+        if (document == nullptr) {
+            return "the XML is not well-formed";
+        }
         std::string found;
         for (xmlNode* element = xmlFirstElementChild(xmlDocGetRootElement(document.get()));
              element != nullptr; element = xmlNextElementSibling(element)) {
@@ -317,9 +319,9 @@ class KcdTexts : public KcdWriter {
 
 TEST_F(KcdTexts, AreReadAsTheyWereWritten) {
     for (const auto& [what, text, read] : kTexts) {
-        manager.CreateDatabase("cabin", &key, nullptr);
+        manager_.CreateDatabase("cabin", &key_, nullptr);
         DefineString(AttrObject::Database, "T", "");
-        manager.SetAttrValue(key, "T", Text(text));
+        manager_.SetAttrValue(key_, "T", Text(text));
         AddNode(text);
         EXPECT_EQ(NameAndNotes(Xml()), std::string(read) + " | T = " + read) << what;
     }
@@ -327,9 +329,9 @@ TEST_F(KcdTexts, AreReadAsTheyWereWritten) {
 
 TEST_F(KcdTexts, CharactersThatXmlDoesNotHaveLeaveItWellFormed) {
     for (const char* text : {"a\xEF\xBF\xBEz", "a\xEF\xBF\xBFz"}) {  // U+FFFE and U+FFFF
-        manager.CreateDatabase("cabin", &key, nullptr);
+        manager_.CreateDatabase("cabin", &key_, nullptr);
         DefineString(AttrObject::Database, "T", "");
-        manager.SetAttrValue(key, "T", Text(text));
+        manager_.SetAttrValue(key_, "T", Text(text));
         AddNode("Radio");
         const std::string found = NameAndNotes(Xml());
         EXPECT_EQ(found.substr(0, 13), "Radio | T = a");
@@ -340,7 +342,7 @@ TEST_F(KcdTexts, CharactersThatXmlDoesNotHaveLeaveItWellFormed) {
 TEST_F(KcdTexts, NamesCutWithinACharacterLoseItsRest) {
     AddNode("123456789 123456789 123456789 1ä");  // 33 bytes
     DefineString(AttrObject::Database, "T", "");
-    manager.SetAttrValue(key, "T", Text("x"));
+    manager_.SetAttrValue(key_, "T", Text("x"));
     EXPECT_EQ(NameAndNotes(Xml()), "123456789 123456789 123456789 1 | T = x");
 }
 

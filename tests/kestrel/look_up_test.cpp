@@ -12,17 +12,19 @@ namespace {
 
 class LookUp : public DatabaseTest {
   protected:
-    symblk* Node(const char* name) { return manager.GetNode(name, key); }
-    msgblk* Message(unsigned long identifier) { return manager.GetMessage(identifier, key); }
+    symblk* Node(const char* name) { return manager_.GetNode(name, key_); }
+    msgblk* Message(unsigned long identifier) { return manager_.GetMessage(identifier, key_); }
 
     /// Adds signals that no test asks for, so that the message has more than are searched one by one.
     void AddMany(msgblk& message) {
-        for (int number = 0; number < 20; ++number) AddSignal(message, "Other" + std::to_string(number));
+        for (int number = 0; number < 20; ++number) {
+            AddSignal(message, "Other" + std::to_string(number));
+        }
     }
 };
 
 TEST_F(LookUp, NodeIsFoundByTheNameGivenAfterItsCreation) {
-    symblk& node = *manager.CreateNode(key, 0);
+    symblk& node = *manager_.CreateNode(key_, 0);
     SetName(node.name, "Radio");
     EXPECT_EQ(Node("Radio"), &node);
     EXPECT_EQ(Node("Radi"), nullptr);
@@ -31,7 +33,7 @@ TEST_F(LookUp, NodeIsFoundByTheNameGivenAfterItsCreation) {
 }
 
 TEST_F(LookUp, NodeNamedAfterALookUpIsFoundByTheNextOne) {
-    symblk& node = *manager.CreateNode(key, 0);
+    symblk& node = *manager_.CreateNode(key_, 0);
     EXPECT_EQ(Node("Radio"), nullptr);
     EXPECT_EQ(Node(""), &node);
     SetName(node.name, "Radio");
@@ -48,7 +50,7 @@ TEST_F(LookUp, FirstCreatedOfTwoNodesWithOneNameIsFound) {
 }
 
 TEST_F(LookUp, NodeCreatedFirstIsFoundThoughItWasNamedLast) {
-    symblk& first = *manager.CreateNode(key, 0);
+    symblk& first = *manager_.CreateNode(key_, 0);
     symblk& second = AddNode("Radio");
     EXPECT_EQ(Node("Radio"), &second);
     SetName(first.name, "Radio");
@@ -56,8 +58,8 @@ TEST_F(LookUp, NodeCreatedFirstIsFoundThoughItWasNamedLast) {
 }
 
 TEST_F(LookUp, FirstCreatedOfTwoNodesWithoutANameIsFound) {
-    symblk& first = *manager.CreateNode(key, 0);
-    symblk& second = *manager.CreateNode(key, 0);
+    symblk& first = *manager_.CreateNode(key_, 0);
+    symblk& second = *manager_.CreateNode(key_, 0);
     EXPECT_EQ(Node(""), &first);
     SetName(first.name, "Radio");
     EXPECT_EQ(Node(""), &second);
@@ -76,16 +78,16 @@ TEST_F(LookUp, NodeNameAskedForIsCutAt32Bytes) {
 
 TEST_F(LookUp, NodeIsFoundOnlyInItsDatabase) {
     const char* other = nullptr;
-    manager.CreateDatabase("cabin", &other, nullptr);
+    manager_.CreateDatabase("cabin", &other, nullptr);
     symblk& node = AddNode("Radio");
-    EXPECT_EQ(manager.GetNode("Radio", other), nullptr);
-    EXPECT_EQ(manager.GetNode("Radio", "unknown"), nullptr);
-    EXPECT_EQ(manager.GetNode("Radio", key), &node);
-    EXPECT_EQ(manager.GetNode(nullptr, key), nullptr);
+    EXPECT_EQ(manager_.GetNode("Radio", other), nullptr);
+    EXPECT_EQ(manager_.GetNode("Radio", "unknown"), nullptr);
+    EXPECT_EQ(manager_.GetNode("Radio", key_), &node);
+    EXPECT_EQ(manager_.GetNode(nullptr, key_), nullptr);
 }
 
 TEST_F(LookUp, MessageIsFoundByTheIdentifierGivenAfterItsCreation) {
-    msgblk& message = *manager.CreateMessage(key, 0);
+    msgblk& message = *manager_.CreateMessage(key_, 0);
     message.identifier = 0x80222004;
     EXPECT_EQ(Message(0x80222004), &message);
     EXPECT_EQ(Message(0x222004), nullptr);
@@ -116,79 +118,79 @@ TEST_F(LookUp, IdentifierBeyond32BitsIsNotCut) {
 
 TEST_F(LookUp, NullDatabaseMeansTheFirstCreatedMessageOfAll) {
     const char* other = nullptr;
-    manager.CreateDatabase("other", &other, nullptr);
-    msgblk& first = *manager.CreateMessage(other, 0);
-    msgblk& second = *manager.CreateMessage(key, 0);
-    msgblk& third = *manager.CreateMessage(other, 0);
-    msgblk& fourth = *manager.CreateMessage(key, 0);
-    msgblk& fifth = *manager.CreateMessage(other, 0);
+    manager_.CreateDatabase("other", &other, nullptr);
+    msgblk& first = *manager_.CreateMessage(other, 0);
+    msgblk& second = *manager_.CreateMessage(key_, 0);
+    msgblk& third = *manager_.CreateMessage(other, 0);
+    msgblk& fourth = *manager_.CreateMessage(key_, 0);
+    msgblk& fifth = *manager_.CreateMessage(other, 0);
     first.identifier = 7;
     second.identifier = 7;
     third.identifier = 8;
     fourth.identifier = 9;
     fifth.identifier = 9;
-    EXPECT_EQ(manager.GetMessage(7, nullptr), &first);
-    EXPECT_EQ(manager.GetMessage(8, nullptr), &third);
-    EXPECT_EQ(manager.GetMessage(9, nullptr), &fourth);
-    EXPECT_EQ(manager.GetMessage(9, other), &fifth);
-    EXPECT_EQ(manager.GetMessage(10, nullptr), nullptr);
-    EXPECT_EQ(manager.GetMessage(7, key), &second);
-    EXPECT_EQ(manager.GetMessage(7, "unknown"), nullptr);
+    EXPECT_EQ(manager_.GetMessage(7, nullptr), &first);
+    EXPECT_EQ(manager_.GetMessage(8, nullptr), &third);
+    EXPECT_EQ(manager_.GetMessage(9, nullptr), &fourth);
+    EXPECT_EQ(manager_.GetMessage(9, other), &fifth);
+    EXPECT_EQ(manager_.GetMessage(10, nullptr), nullptr);
+    EXPECT_EQ(manager_.GetMessage(7, key_), &second);
+    EXPECT_EQ(manager_.GetMessage(7, "unknown"), nullptr);
 }
 
 TEST_F(LookUp, SignalIsFoundAmongFewAndAmongMany) {
     msgblk& message = AddMessage(1, "Message");
     sigblk& level = AddSignal(message, "Level");
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &level);
-    EXPECT_EQ(manager.GetSignal(message, "Leve"), nullptr);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &level);
+    EXPECT_EQ(manager_.GetSignal(message, "Leve"), nullptr);
     AddMany(message);
     sigblk& last = AddSignal(message, "Last");
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &level);
-    EXPECT_EQ(manager.GetSignal(message, "Last"), &last);
-    EXPECT_EQ(manager.GetSignal(message, "Leve"), nullptr);
-    EXPECT_EQ(manager.GetSignal(message, nullptr), nullptr);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &level);
+    EXPECT_EQ(manager_.GetSignal(message, "Last"), &last);
+    EXPECT_EQ(manager_.GetSignal(message, "Leve"), nullptr);
+    EXPECT_EQ(manager_.GetSignal(message, nullptr), nullptr);
 }
 
 TEST_F(LookUp, SignalIsFoundOnlyInItsMessage) {
     msgblk& message = AddMessage(1, "Message");
     msgblk& other = AddMessage(2, "Other");
     AddSignal(message, "Level");
-    EXPECT_EQ(manager.GetSignal(other, "Level"), nullptr);
+    EXPECT_EQ(manager_.GetSignal(other, "Level"), nullptr);
     AddMany(other);
-    EXPECT_EQ(manager.GetSignal(other, "Level"), nullptr);
+    EXPECT_EQ(manager_.GetSignal(other, "Level"), nullptr);
 }
 
 TEST_F(LookUp, SignalWithoutANameIsFoundByTheEmptyName) {
     msgblk& message = AddMessage(1, "Message");
-    EXPECT_EQ(manager.GetSignal(message, ""), nullptr);
-    sigblk& first = *manager.CreateSignal(message, 0);
-    EXPECT_EQ(manager.GetSignal(message, ""), &first);
+    EXPECT_EQ(manager_.GetSignal(message, ""), nullptr);
+    sigblk& first = *manager_.CreateSignal(message, 0);
+    EXPECT_EQ(manager_.GetSignal(message, ""), &first);
     AddMany(message);
-    EXPECT_EQ(manager.GetSignal(message, ""), &first);
+    EXPECT_EQ(manager_.GetSignal(message, ""), &first);
     SetName(first.name, "Level");
-    EXPECT_EQ(manager.GetSignal(message, ""), nullptr);
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &first);
+    EXPECT_EQ(manager_.GetSignal(message, ""), nullptr);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &first);
 }
 
 TEST_F(LookUp, FirstCreatedOfTwoSignalsWithOneNameIsFound) {
     msgblk& message = AddMessage(1, "Message");
-    sigblk& unnamed = *manager.CreateSignal(message, 0);
+    sigblk& unnamed = *manager_.CreateSignal(message, 0);
     sigblk& first = AddSignal(message, "Level");
     AddSignal(message, "Level");
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &first);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &first);
     AddMany(message);
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &first);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &first);
     SetName(unnamed.name, "Level");
-    EXPECT_EQ(manager.GetSignal(message, "Level"), &unnamed);
+    EXPECT_EQ(manager_.GetSignal(message, "Level"), &unnamed);
 }
 
 TEST_F(LookUp, SignalNameIsComparedWhole) {
     msgblk& message = AddMessage(1, "Message");
     sigblk& signal = AddSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345");
     for (int pass = 0; pass < 2; ++pass) {  // among few signals, then among many
-        EXPECT_EQ(manager.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345"), &signal);
-        EXPECT_EQ(manager.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ01234"), nullptr);
-        EXPECT_EQ(manager.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456"), nullptr);
+        EXPECT_EQ(manager_.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345"), &signal);
+        EXPECT_EQ(manager_.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ01234"), nullptr);
+        EXPECT_EQ(manager_.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456"), nullptr);
         AddMany(message);
     }
 }
@@ -207,16 +209,27 @@ double SecondsToFindAll(int count) {
         const std::string name = "Name" + std::to_string(number);
         symblk& node = *manager.CreateNode(key, 0);
         sigblk& signal = *manager.CreateSignal(owner, 0);
-        if (manager.GetNode(name.c_str(), key) == nullptr) SetName(node.name, name);
-        if (manager.GetSignal(owner, name.c_str()) == nullptr) SetName(signal.name, name);
-        if (manager.GetMessage(static_cast<unsigned>(number), nullptr) == nullptr)
+        if (manager.GetNode(name.c_str(), key) == nullptr) {
+            SetName(node.name, name);
+        }
+        if (manager.GetSignal(owner, name.c_str()) == nullptr) {
+            SetName(signal.name, name);
+        }
+        if (manager.GetMessage(static_cast<unsigned>(number), nullptr) == nullptr) {
             manager.CreateMessage(key, 0)->identifier = static_cast<std::uint32_t>(number);
+        }
     }
     for (int number = 0; number < count; ++number) {
         const std::string name = "Name" + std::to_string(number);
-        if (manager.GetNode(name.c_str(), key) != nullptr) ++found;
-        if (manager.GetSignal(owner, name.c_str()) != nullptr) ++found;
-        if (manager.GetMessage(static_cast<unsigned>(number), key) != nullptr) ++found;
+        if (manager.GetNode(name.c_str(), key) != nullptr) {
+            ++found;
+        }
+        if (manager.GetSignal(owner, name.c_str()) != nullptr) {
+            ++found;
+        }
+        if (manager.GetMessage(static_cast<unsigned>(number), key) != nullptr) {
+            ++found;
+        }
     }
     EXPECT_EQ(found, 3 * count);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();

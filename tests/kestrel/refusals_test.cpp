@@ -28,24 +28,24 @@ class Refusals : public FullDatabase {
 
 TEST_F(Refusals, SqliteFileBesideAJournalIsNotReplaced) {
     for (const char* journal : {"a.db-journal", "a.db-wal"}) {
-        MakeFile(directory / "a.db", "old");
-        MakeFile(directory / journal, "");
-        EXPECT_EQ(manager.WriteDatabase(key, (directory / "a.db").c_str()), kKestrelOk) << journal;
-        MakeFile(directory / "a.db", "old");
-        MakeFile(directory / journal, "pages");
-        EXPECT_EQ(manager.WriteDatabase(key, (directory / "a.db").c_str()), kKestrelCannotOpen) << journal;
-        EXPECT_EQ(ReadFile(directory / "a.db"), "old") << journal;
-        std::filesystem::remove(std::string(directory / journal));
+        MakeFile(directory_ / "a.db", "old");
+        MakeFile(directory_ / journal, "");
+        EXPECT_EQ(manager_.WriteDatabase(key_, (directory_ / "a.db").c_str()), kKestrelOk) << journal;
+        MakeFile(directory_ / "a.db", "old");
+        MakeFile(directory_ / journal, "pages");
+        EXPECT_EQ(manager_.WriteDatabase(key_, (directory_ / "a.db").c_str()), kKestrelCannotOpen) << journal;
+        EXPECT_EQ(ReadFile(directory_ / "a.db"), "old") << journal;
+        std::filesystem::remove(std::string(directory_ / journal));
     }
 }
 
 TEST_F(Refusals, FileThatTheProcessHasOpenIsNotReplacedThroughItsDescriptor) {
-    MakeFile(directory / "log", "old");
-    const int descriptor = open(std::string(directory / "log").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    MakeFile(directory_ / "log", "old");
+    const int descriptor = open(std::string(directory_ / "log").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
     ASSERT_GE(descriptor, 0);
     const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-    EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelCannotOpen);
-    EXPECT_EQ(ReadFile(directory / "log"), "old");
+    EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), kKestrelCannotOpen);
+    EXPECT_EQ(ReadFile(directory_ / "log"), "old");
     close(descriptor);
 }
 
@@ -56,20 +56,22 @@ TEST_F(Refusals, NumbersThatNoFileCanHoldBecomeTheNearestOnes) {
     EXPECT_NE(vorn.find(R"("name": "Wide", "type": "integer", "minimum": -17976931348623157)"),
               std::string::npos);
     EXPECT_EQ(vorn.find(R"(": null, "maximum")"), std::string::npos);
-    EXPECT_EQ(ReadAsVorn(directory / "out.vorn"), vorn);
+    EXPECT_EQ(ReadAsVorn(directory_ / "out.vorn"), vorn);
     EXPECT_EQ(ReadAsVorn(WriteAs("out.sqlite")), vorn);
 }
 
 TEST_F(Refusals, VornWithAZeroByteIsRefused) {
     std::string text = ReadFile(WriteAs("out.vorn"));
     text.insert(text.find("\"version\""), 1, '\0');
-    MakeFile(directory / "zero.vorn", text);
-    EXPECT_EQ(ErrorOf(directory / "zero.vorn"), "line 3: the file has a zero byte");
+    MakeFile(directory_ / "zero.vorn", text);
+    EXPECT_EQ(ErrorOf(directory_ / "zero.vorn"), "line 3: the file has a zero byte");
 }
 
 TEST_F(Refusals, DefinitionsBeyondThousandAreRefused) {
     // The full database has nine.
-    for (int i = 9; i < 1000; ++i) DefineString(AttrObject::Node, "D" + std::to_string(i), "");
+    for (int i = 9; i < 1000; ++i) {
+        DefineString(AttrObject::Node, "D" + std::to_string(i), "");
+    }
     EXPECT_EQ(ErrorOf(WriteAs("most.vorn")), "");
     DefineString(AttrObject::Node, "D1000", "");
     EXPECT_NE(ErrorOf(WriteAs("more.vorn")).find("there are too many definitions"), std::string::npos);

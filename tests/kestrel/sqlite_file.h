@@ -14,7 +14,9 @@ class SqliteFile {
         sqlite3* connection = nullptr;
         const int result = sqlite3_open_v2(path.c_str(), &connection, SQLITE_OPEN_READWRITE, nullptr);
         connection_.reset(connection);
-        if (result != SQLITE_OK) throw std::runtime_error("cannot open " + path);
+        if (result != SQLITE_OK) {
+            throw std::runtime_error("cannot open " + path);
+        }
     }
 
     /// Runs statements that have no result.
@@ -29,7 +31,9 @@ class SqliteFile {
         sqlite3_stmt* raw = nullptr;
         const int result = sqlite3_prepare_v2(connection_.get(), sql.c_str(), -1, &raw, nullptr);
         const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(raw, sqlite3_finalize);
-        if (result != SQLITE_OK) throw std::runtime_error(sql + ": " + sqlite3_errmsg(connection_.get()));
+        if (result != SQLITE_OK) {
+            throw std::runtime_error(sql + ": " + sqlite3_errmsg(connection_.get()));
+        }
         std::string rows;
         while (sqlite3_step(raw) == SQLITE_ROW) {
             for (int column = 0; column < sqlite3_column_count(raw); ++column) {

@@ -33,14 +33,14 @@ TEST_F(SqliteReader, EverythingIsReadBack) {
 }
 
 TEST_F(SqliteReader, SqliteGoesToSqliteByteForByte) {
-    const std::string copy = directory / "copy.db";
+    const std::string copy = directory_ / "copy.db";
     const std::string path = WriteAs("out.db");
     ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(path), copy.c_str()), kKestrelOk);
     EXPECT_EQ(ReadFile(copy), ReadFile(path));
 }
 
 TEST_F(SqliteReader, EmptyDatabaseIsReadBack) {
-    manager.CreateDatabase("", &key, nullptr);
+    manager_.CreateDatabase("", &key_, nullptr);
     const std::string vorn = ReadFile(WriteAs("out.vorn"));
     EXPECT_EQ(ReadAsVorn(WriteAs("out.sqlite")), vorn);
 }
@@ -51,14 +51,14 @@ TEST_F(SqliteReader, ReadingChangesNothing) {
     fs::permissions(path, fs::perms::owner_read);
     EXPECT_EQ(ErrorOf(path), "");
     EXPECT_EQ(ReadFile(path), before);
-    EXPECT_EQ(directory.Names(), std::vector<std::string>{"out.sqlite"});
+    EXPECT_EQ(directory_.Names(), std::vector<std::string>{"out.sqlite"});
 }
 
 TEST_F(SqliteReader, PathsThatLookLikeAddressesOrSwitchesAreFiles) {
     const fs::path before = fs::current_path();
     WriteAs("file:a?mode=memory.db");
     WriteAs(":memory:.db");
-    fs::current_path(directory.path());
+    fs::current_path(directory_.Path());
     const std::string address = ErrorOf("file:a?mode=memory.db");
     const std::string memory = ErrorOf(":memory:.db");
     fs::current_path(before);
@@ -238,7 +238,9 @@ constexpr DamageCase kDamages[] = {
 // clang-format on
 
 TEST_F(SqliteReader, EveryFaultIsFoundWithItsTableAndRow) {
-    for (const auto& [sql, error] : kDamages) EXPECT_EQ(ErrorAfter(sql), error) << sql;
+    for (const auto& [sql, error] : kDamages) {
+        EXPECT_EQ(ErrorAfter(sql), error) << sql;
+    }
 }
 
 /// The text of a table, or of what only seems to be one, in place of that of an empty table.
@@ -301,7 +303,7 @@ TEST_F(SqliteReader, LongTextOfATableIsRefused) {
 }
 
 TEST_F(SqliteReader, PipesAreNotWaitedFor) {
-    const std::string pipe = directory / "pipe.sqlite";
+    const std::string pipe = directory_ / "pipe.sqlite";
     const std::string path = WriteAs("out.sqlite");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(ErrorOf(pipe), "Not a regular file");
@@ -338,29 +340,29 @@ TEST_F(SqliteReader, VeryLongTextsAreReadBack) {
 }
 
 TEST_F(SqliteReader, OtherSqliteFilesAreRefused) {
-    MakeFile(directory / "other.db", "");
-    SqliteFile(directory / "other.db").Run("CREATE TABLE node (id INTEGER PRIMARY KEY, name TEXT)");
-    EXPECT_EQ(ErrorOf(directory / "other.db"), "the file holds no bus database");
+    MakeFile(directory_ / "other.db", "");
+    SqliteFile(directory_ / "other.db").Run("CREATE TABLE node (id INTEGER PRIMARY KEY, name TEXT)");
+    EXPECT_EQ(ErrorOf(directory_ / "other.db"), "the file holds no bus database");
 }
 
 TEST_F(SqliteReader, OtherFilesAreRefused) {
-    MakeFile(directory / "vorn.sqlite", kFullVorn);
-    MakeFile(directory / "text.db", "hello");
-    MakeFile(directory / "empty.sqlite3", "");
-    fs::create_directory(directory / "dir.sqlite");
+    MakeFile(directory_ / "vorn.sqlite", kFullVorn);
+    MakeFile(directory_ / "text.db", "hello");
+    MakeFile(directory_ / "empty.sqlite3", "");
+    fs::create_directory(directory_ / "dir.sqlite");
     for (const char* name : {"vorn.sqlite", "text.db", "empty.sqlite3", "dir.sqlite"}) {
-        EXPECT_NE(ErrorOf(directory / name), "") << name;
+        EXPECT_NE(ErrorOf(directory_ / name), "") << name;
     }
-    EXPECT_EQ(ErrorOf(directory / "dir.sqlite"), "Is a directory");
-    EXPECT_EQ(ErrorOf(directory / "none.sqlite"), "No such file or directory");
-    EXPECT_FALSE(fs::exists(directory / "none.sqlite"));
+    EXPECT_EQ(ErrorOf(directory_ / "dir.sqlite"), "Is a directory");
+    EXPECT_EQ(ErrorOf(directory_ / "none.sqlite"), "No such file or directory");
+    EXPECT_FALSE(fs::exists(directory_ / "none.sqlite"));
 }
 
 TEST_F(SqliteReader, FileCutAnywhereIsRefused) {
     const std::string whole = ReadFile(WriteAs("out.sqlite"));
     for (std::size_t part = 0; part < 100; ++part) {
-        MakeFile(directory / "cut.sqlite", whole.substr(0, whole.size() * part / 100));
-        EXPECT_NE(ErrorOf(directory / "cut.sqlite"), "") << part;
+        MakeFile(directory_ / "cut.sqlite", whole.substr(0, whole.size() * part / 100));
+        EXPECT_NE(ErrorOf(directory_ / "cut.sqlite"), "") << part;
     }
 }
 
@@ -373,8 +375,8 @@ TEST_F(SqliteReader, PageOfRubbishIsRefused) {
     for (std::size_t page = 0; page < whole.size(); page += kPage) {
         std::string damaged = whole;
         damaged.replace(page, kPage, kPage, '\xA5');
-        MakeFile(directory / "bad.sqlite", damaged);
-        EXPECT_NE(ErrorOf(directory / "bad.sqlite"), "") << page / kPage;
+        MakeFile(directory_ / "bad.sqlite", damaged);
+        EXPECT_NE(ErrorOf(directory_ / "bad.sqlite"), "") << page / kPage;
     }
 }
 

@@ -17,9 +17,9 @@ struct TableCase {
 
 class SqliteTables : public FullDatabase {
   protected:
-    SqliteTables() : file(WriteAs("out.sqlite")) {}
+    SqliteTables() : file_(WriteAs("out.sqlite")) {}
 
-    SqliteFile file;
+    SqliteFile file_;
 };
 
 constexpr TableCase kColumns[] = {
@@ -46,22 +46,22 @@ constexpr TableCase kColumns[] = {
 
 TEST_F(SqliteTables, HaveTheirColumns) {
     for (const auto& [table, columns] : kColumns) {
-        EXPECT_EQ(file.Rows("SELECT name, type, \"notnull\", pk FROM pragma_table_info('" +
-                            std::string(table) + "') ORDER BY cid"),
+        EXPECT_EQ(file_.Rows("SELECT name, type, \"notnull\", pk FROM pragma_table_info('" +
+                             std::string(table) + "') ORDER BY cid"),
                   columns)
             << table;
     }
 }
 
 TEST_F(SqliteTables, AreAllThereAndNoOthers) {
-    EXPECT_EQ(file.Rows("SELECT name FROM sqlite_master WHERE type <> 'index' ORDER BY name"),
+    EXPECT_EQ(file_.Rows("SELECT name FROM sqlite_master WHERE type <> 'index' ORDER BY name"),
               "'attribute_choice'\n'attribute_definition'\n'database'\n'database_attribute'\n'message'\n"
               "'message_attribute'\n'node'\n'node_attribute'\n'signal'\n'value_description'\n");
 }
 
 TEST_F(SqliteTables, ReferToEachOther) {
-    EXPECT_EQ(file.Rows("SELECT m.name, f.\"from\", f.\"table\" FROM sqlite_master m, "
-                        "pragma_foreign_key_list(m.name) f WHERE m.type = 'table' ORDER BY 1, 2"),
+    EXPECT_EQ(file_.Rows("SELECT m.name, f.\"from\", f.\"table\" FROM sqlite_master m, "
+                         "pragma_foreign_key_list(m.name) f WHERE m.type = 'table' ORDER BY 1, 2"),
               "'attribute_choice' 'definition_id' 'attribute_definition'\n"
               "'database_attribute' 'definition_id' 'attribute_definition'\n"
               "'message' 'node_id' 'node'\n"
@@ -71,20 +71,20 @@ TEST_F(SqliteTables, ReferToEachOther) {
               "'node_attribute' 'node_id' 'node'\n"
               "'signal' 'message_id' 'message'\n"
               "'value_description' 'signal_id' 'signal'\n");
-    EXPECT_EQ(file.Rows("PRAGMA foreign_key_check"), "");
+    EXPECT_EQ(file_.Rows("PRAGMA foreign_key_check"), "");
 }
 
 TEST_F(SqliteTables, HaveFiveIndexes) {
-    EXPECT_EQ(file.Rows("SELECT m.tbl_name, i.name FROM sqlite_master m, pragma_index_info(m.name) i "
-                        "WHERE m.type = 'index' ORDER BY 1, 2"),
+    EXPECT_EQ(file_.Rows("SELECT m.tbl_name, i.name FROM sqlite_master m, pragma_index_info(m.name) i "
+                         "WHERE m.type = 'index' ORDER BY 1, 2"),
               "'message' 'identifier'\n'message' 'name'\n'signal' 'message_id'\n'signal' 'name'\n"
               "'value_description' 'signal_id'\n");
 }
 
 TEST_F(SqliteTables, AreMarkedAndSound) {
-    EXPECT_EQ(file.Rows("PRAGMA application_id"), "1448038990\n");  // "VORN": 0x564F524E
-    EXPECT_EQ(file.Rows("PRAGMA user_version"), "1\n");
-    EXPECT_EQ(file.Rows("PRAGMA integrity_check"), "'ok'\n");
+    EXPECT_EQ(file_.Rows("PRAGMA application_id"), "1448038990\n");  // "VORN": 0x564F524E
+    EXPECT_EQ(file_.Rows("PRAGMA user_version"), "1\n");
+    EXPECT_EQ(file_.Rows("PRAGMA integrity_check"), "'ok'\n");
 }
 
 constexpr TableCase kContents[] = {
@@ -118,25 +118,27 @@ constexpr TableCase kContents[] = {
 };
 
 TEST_F(SqliteTables, HoldEverythingWithIdsAndPositionsInTheOrderOfCreation) {
-    for (const auto& [query, rows] : kContents) EXPECT_EQ(file.Rows(query), rows) << query;
+    for (const auto& [query, rows] : kContents) {
+        EXPECT_EQ(file_.Rows(query), rows) << query;
+    }
 }
 
 TEST_F(SqliteTables, AreTheSameBytesUnderEveryExtensionAndEachTime) {
-    const std::string first = ReadFile(directory / "out.sqlite");
+    const std::string first = ReadFile(directory_ / "out.sqlite");
     for (const char* name : {"again.sqlite", "out.sqlite3", "out.db", "out.DB"}) {
         EXPECT_EQ(ReadFile(WriteAs(name)), first) << name;
     }
 }
 
 TEST_F(SqliteTables, AreAloneInTheDirectory) {
-    EXPECT_EQ(directory.Names(), std::vector<std::string>{"out.sqlite"});
+    EXPECT_EQ(directory_.Names(), std::vector<std::string>{"out.sqlite"});
 }
 
 class SqliteWriter : public DatabaseTest {
   protected:
     std::string Rows(const std::string& query) {
-        const std::string path = directory / "out.db";
-        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), kKestrelOk);
+        const std::string path = directory_ / "out.db";
+        EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), kKestrelOk);
         return SqliteFile(path).Rows(query);
     }
 };
@@ -144,7 +146,9 @@ class SqliteWriter : public DatabaseTest {
 TEST_F(SqliteWriter, EmptyDatabaseHasEmptyTables) {
     EXPECT_EQ(Rows("SELECT name FROM database"), "'cabin'\n");
     for (const auto& [table, columns] : kColumns) {
-        if (std::string(table) == "database") continue;
+        if (std::string(table) == "database") {
+            continue;
+        }
         EXPECT_EQ(Rows("SELECT count(*) FROM " + std::string(table)), "0\n") << table;
     }
 }
@@ -183,7 +187,7 @@ constexpr NumberCase kNumbers[] = {
 TEST_F(SqliteWriter, WholeNumbersAreIntegers) {
     DefineInteger(AttrObject::Database, "N", 0, 1, 0);
     for (const auto& [number, value] : kNumbers) {
-        manager.SetAttrValue(key, "N", Number(number));
+        manager_.SetAttrValue(key_, "N", Number(number));
         EXPECT_EQ(Rows("SELECT typeof(value), value FROM database_attribute"), value) << number;
     }
 }
@@ -191,8 +195,8 @@ TEST_F(SqliteWriter, WholeNumbersAreIntegers) {
 TEST_F(SqliteWriter, TextsStayTextsWhateverTheyLookLike) {
     DefineString(AttrObject::Database, "S", "7");
     DefineEnumeration(AttrObject::Database, "E", "1\n2", "1");
-    manager.SetAttrValue(key, "S", Text("12"));
-    manager.SetAttrValue(key, "E", Number(1));
+    manager_.SetAttrValue(key_, "S", Text("12"));
+    manager_.SetAttrValue(key_, "E", Number(1));
     AddNode("3");
     EXPECT_EQ(Rows("SELECT value FROM database_attribute ORDER BY rowid"), "'12'\n'2'\n");
     EXPECT_EQ(Rows("SELECT default_value FROM attribute_definition ORDER BY id"), "'7'\n'1'\n");

@@ -22,7 +22,9 @@
 class TemporaryDirectory {
   public:
     TemporaryDirectory() : path_(testing::TempDir() + "kestrel-test-XXXXXX") {
-        if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("cannot create " + path_);
+        if (mkdtemp(path_.data()) == nullptr) {
+            throw std::runtime_error("cannot create " + path_);
+        }
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory(TemporaryDirectory&&) = delete;
@@ -38,13 +40,14 @@ class TemporaryDirectory {
     /// The names in the directory, sorted.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_))
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
             names.push_back(entry.path().filename());
+        }
         std::sort(names.begin(), names.end());
         return names;
     }
 
-    const std::string& path() const { return path_; }
+    const std::string& Path() const { return path_; }
 
   private:
     std::string path_;
@@ -91,10 +94,10 @@ inline valdesc* Describe(std::uint32_t value, std::string_view text, valdesc* ne
 /// A manager with one empty database called "cabin".
 class DatabaseTest : public testing::Test {
   protected:
-    DatabaseTest() { manager.CreateDatabase("cabin", &key, nullptr); }
+    DatabaseTest() { manager_.CreateDatabase("cabin", &key_, nullptr); }
 
     attr_def& Define(AttrObject object, std::string_view name, AttrType type) {
-        attr_def& definition = *manager.CreateAttrDefinition(key, 0);
+        attr_def& definition = *manager_.CreateAttrDefinition(key_, 0);
         definition.object_kind = object;
         SetName(definition.name, name);
         definition.value_type = type;
@@ -102,55 +105,55 @@ class DatabaseTest : public testing::Test {
     }
 
     attr_def& DefineInteger(AttrObject object, std::string_view name, double minimum, double maximum,
-                            double default_number) {
+                            double defaultNumber) {
         attr_def& definition = Define(object, name, AttrType::Integer);
         definition.minimum = minimum;
         definition.maximum = maximum;
-        definition.default_number = default_number;
+        definition.default_number = defaultNumber;
         return definition;
     }
 
-    attr_def& DefineString(AttrObject object, std::string_view name, const char* default_text) {
+    attr_def& DefineString(AttrObject object, std::string_view name, const char* defaultText) {
         attr_def& definition = Define(object, name, AttrType::String);
-        definition.default_text = Give(default_text);
+        definition.default_text = Give(defaultText);
         return definition;
     }
 
     attr_def& DefineEnumeration(AttrObject object, std::string_view name, const char* values,
-                                const char* default_text) {
+                                const char* defaultText) {
         attr_def& definition = Define(object, name, AttrType::Enumeration);
         definition.value_list = Give(values);
-        definition.default_text = Give(default_text);
+        definition.default_text = Give(defaultText);
         return definition;
     }
 
     symblk& AddNode(std::string_view name) {
-        symblk& node = *manager.CreateNode(key, 0);
+        symblk& node = *manager_.CreateNode(key_, 0);
         SetName(node.name, name);
         return node;
     }
 
     msgblk& AddMessage(std::uint32_t identifier, std::string_view name) {
-        msgblk& message = *manager.CreateMessage(key, 0);
+        msgblk& message = *manager_.CreateMessage(key_, 0);
         message.identifier = identifier;
         SetName(message.name, name);
         return message;
     }
 
     sigblk& AddSignal(msgblk& message, std::string_view name) {
-        sigblk& signal = *manager.CreateSignal(message, 0);
+        sigblk& signal = *manager_.CreateSignal(message, 0);
         SetName(signal.name, name);
         return signal;
     }
 
     /// The text of the database's file.
     std::string Written() {
-        const std::string path = directory / "written.vorn";
-        EXPECT_EQ(manager.WriteDatabase(key, path.c_str()), 0);
+        const std::string path = directory_ / "written.vorn";
+        EXPECT_EQ(manager_.WriteDatabase(key_, path.c_str()), 0);
         return ReadFile(path);
     }
 
-    TemporaryDirectory directory;
-    KestrelWriteManager manager{nullptr};
-    const char* key = nullptr;
+    TemporaryDirectory directory_;
+    KestrelWriteManager manager_{nullptr};
+    const char* key_ = nullptr;
 };

@@ -24,7 +24,9 @@ using Names = std::vector<std::string>;
 std::vector<int> Signals() {
     std::vector<int> signals = {SIGHUP,    SIGINT,  SIGQUIT, SIGTERM, SIGXCPU, SIGALRM,  SIGPROF,
                                 SIGVTALRM, SIGUSR1, SIGUSR2, SIGPWR,  SIGIO,   SIGSTKFLT};
-    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal) signals.push_back(signal);
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal) {
+        signals.push_back(signal);
+    }
     return signals;
 }
 
@@ -33,16 +35,18 @@ constexpr int kWrong = 1;
 
 /// A child starts with nothing ignored or held back, whoever runs the tests, and leaves no core file.
 void StartChild(int signal) {
-    const rlimit no_core{};
-    setrlimit(RLIMIT_CORE, &no_core);
+    const rlimit noCore{};
+    setrlimit(RLIMIT_CORE, &noCore);
     (void)std::signal(signal, SIG_DFL);
     sigset_t none{};
     sigemptyset(&none);
     pthread_sigmask(SIG_SETMASK, &none, nullptr);
 }
 
-void Demand(bool is_right) {
-    if (!is_right) std::_Exit(kWrong);
+void Demand(bool isRight) {
+    if (!isRight) {
+        std::_Exit(kWrong);
+    }
 }
 
 bool IsHeldBack(int signal) {
@@ -60,15 +64,15 @@ void Handle(int /*signal*/) {
 
 class Replacement : public testing::Test {
   protected:
-    Replacement() { MakeFile(path, "old"); }
+    Replacement() { MakeFile(path_, "old"); }
 
     void ExpectUntouched() const {
-        EXPECT_EQ(ReadFile(path), "old");
-        EXPECT_EQ(directory.Names(), Names{"out.vorn"});
+        EXPECT_EQ(ReadFile(path_), "old");
+        EXPECT_EQ(directory_.Names(), Names{"out.vorn"});
     }
 
-    TemporaryDirectory directory;
-    std::string path = directory / "out.vorn";
+    TemporaryDirectory directory_;
+    std::string path_ = directory_ / "out.vorn";
 };
 
 TEST_F(Replacement, SignalEndsTheProcessOnceTheTemporaryFileIsGone) {
@@ -78,7 +82,7 @@ TEST_F(Replacement, SignalEndsTheProcessOnceTheTemporaryFileIsGone) {
             StartChild(signal);
             {
                 AtomicFile file;
-                Demand(file.Open(path));
+                Demand(file.Open(path_));
                 file.Append("new");
                 Demand(!file.Interrupted());
                 (void)std::raise(signal);
@@ -105,7 +109,7 @@ TEST_F(Replacement, SignalStopsTheWriterOfEveryFormatOnItsWay) {
             }
             {
                 AtomicFile file;
-                Demand(file.Open(path));
+                Demand(file.Open(path_));
                 (void)std::raise(SIGTERM);
                 kestrel::WriterOf(format)(database, file);
                 Demand(file.Failed());
@@ -120,31 +124,31 @@ TEST_F(Replacement, SignalStopsTheWriterOfEveryFormatOnItsWay) {
 TEST_F(Replacement, IgnoredSignalStaysIgnored) {
     for (const int signal : Signals()) {
         SCOPED_TRACE(signal);
-        MakeFile(path, "old");
+        MakeFile(path_, "old");
         const auto write = [&] {
             StartChild(signal);
             (void)std::signal(signal, SIG_IGN);
             AtomicFile file;
-            Demand(file.Open(path));
+            Demand(file.Open(path_));
             (void)std::raise(signal);
             file.Append("new");
             Demand(file.Commit());
             std::_Exit(0);
         };
         EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
-        EXPECT_EQ(ReadFile(path), "new");
+        EXPECT_EQ(ReadFile(path_), "new");
     }
 }
 
 TEST_F(Replacement, HandledSignalIsHandledAtOnce) {
     for (const int signal : {SIGTERM, SIGIO, SIGRTMIN}) {
         SCOPED_TRACE(signal);
-        MakeFile(path, "old");
+        MakeFile(path_, "old");
         const auto write = [&] {
             StartChild(signal);
             (void)std::signal(signal, Handle);
             AtomicFile file;
-            Demand(file.Open(path));
+            Demand(file.Open(path_));
             (void)std::raise(signal);
             Demand(handled == 1);
             file.Append("new");
@@ -152,7 +156,7 @@ TEST_F(Replacement, HandledSignalIsHandledAtOnce) {
             std::_Exit(0);
         };
         EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
-        EXPECT_EQ(ReadFile(path), "new");
+        EXPECT_EQ(ReadFile(path_), "new");
     }
 }
 
@@ -165,7 +169,7 @@ TEST_F(Replacement, SignalThatTheCallerHoldsBackIsLeftToIt) {
         pthread_sigmask(SIG_BLOCK, &termination, nullptr);
         {
             AtomicFile file;
-            Demand(file.Open(path));
+            Demand(file.Open(path_));
             (void)std::raise(SIGTERM);
             file.Append("new");
             Demand(file.Commit());
@@ -174,18 +178,18 @@ TEST_F(Replacement, SignalThatTheCallerHoldsBackIsLeftToIt) {
         std::_Exit(0);
     };
     EXPECT_EXIT(write(), testing::ExitedWithCode(0), "");
-    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(path_), "new");
 }
 
 TEST_F(Replacement, SignalsAreHeldBackWhileThereIsATemporaryFile) {
-    const auto write = [&](bool is_committed) {
+    const auto write = [&](bool isCommitted) {
         StartChild(SIGTERM);
         {
             AtomicFile file;
             Demand(!IsHeldBack(SIGTERM));
-            Demand(file.Open(path));
+            Demand(file.Open(path_));
             Demand(IsHeldBack(SIGTERM));
-            if (is_committed) {
+            if (isCommitted) {
                 Demand(file.Commit());
                 Demand(!IsHeldBack(SIGTERM));
             }
@@ -199,7 +203,7 @@ TEST_F(Replacement, SignalsAreHeldBackWhileThereIsATemporaryFile) {
 }
 
 TEST_F(Replacement, FileThatCannotBeOpenedHoldsNothingBack) {
-    for (const std::string& refused : {directory / "missing/out.vorn", directory.path(), std::string()}) {
+    for (const std::string& refused : {directory_ / "missing/out.vorn", directory_.Path(), std::string()}) {
         SCOPED_TRACE(refused);
         const auto write = [&] {
             StartChild(SIGTERM);

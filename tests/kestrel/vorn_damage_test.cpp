@@ -232,10 +232,12 @@ class DamagedVorn : public testing::Test {
     std::string ErrorWith(const std::string& good, const std::string& bad) {
         std::string text = kFullVorn;
         const std::size_t place = text.find(good);
-        if (place == std::string::npos) return "the good file has no " + good;
+        if (place == std::string::npos) {
+            return "the good file has no " + good;
+        }
         text.replace(place, good.size(), bad);
-        MakeFile(directory / "bad.vorn", text);
-        return ErrorOf(directory / "bad.vorn");
+        MakeFile(directory_ / "bad.vorn", text);
+        return ErrorOf(directory_ / "bad.vorn");
     }
 
     /// The rows' errors are whole, but for those of the JSON parser.
@@ -244,12 +246,14 @@ class DamagedVorn : public testing::Test {
         for (const DamageCase& row : rows) {
             std::string error = ErrorWith(row.good, row.bad);
             const std::string expected = row.error;
-            if (expected.ends_with("syntax error") || expected.ends_with(": ")) error.resize(expected.size());
+            if (expected.ends_with("syntax error") || expected.ends_with(": ")) {
+                error.resize(expected.size());
+            }
             EXPECT_EQ(error, expected) << row.what;
         }
     }
 
-    TemporaryDirectory directory;
+    TemporaryDirectory directory_;
 };
 
 TEST_F(DamagedVorn, SectionsAreChecked) {
@@ -303,14 +307,18 @@ TEST_F(DamagedVorn, DeepNestingIsRefusedInEverySection) {
     for (const auto& [good, opening, error] : kNesting) {
         EXPECT_EQ(ErrorWith(good, opening + std::string(200'000, '[')), error) << good;
         std::string objects;
-        for (int depth = 0; depth < 50'000; ++depth) objects += "{\"a\":";
+        for (int depth = 0; depth < 50'000; ++depth) {
+            objects += "{\"a\":";
+        }
         EXPECT_EQ(ErrorWith(good, opening + objects), error) << good;
     }
 }
 
 TEST_F(DamagedVorn, ThousandsOfKeysAreRefused) {
     std::string attributes;
-    for (int number = 0; number < 20'000; ++number) attributes += "\"K" + std::to_string(number) + "\": 1, ";
+    for (int number = 0; number < 20'000; ++number) {
+        attributes += "\"K" + std::to_string(number) + "\": 1, ";
+    }
     EXPECT_EQ(ErrorWith(R"("Slot": -1)", attributes + R"("Slot": -1)"),
               "line 18: an object has too many keys");
 }
@@ -326,15 +334,15 @@ TEST_F(DamagedVorn, NamesOfAMegabyteAreRefused) {
 TEST_F(DamagedVorn, FileCutAnywhereIsRefusedWithALine) {
     const std::string text = kFullVorn;
     for (std::size_t part = 0; part < 100; ++part) {
-        MakeFile(directory / "cut.vorn", text.substr(0, text.size() * part / 100));
-        EXPECT_EQ(ErrorOf(directory / "cut.vorn").substr(0, 5), "line ") << part;
+        MakeFile(directory_ / "cut.vorn", text.substr(0, text.size() * part / 100));
+        EXPECT_EQ(ErrorOf(directory_ / "cut.vorn").substr(0, 5), "line ") << part;
     }
 }
 
 TEST_F(DamagedVorn, FileWithoutItsLastLineFeedIsWhole) {
     const std::string text = kFullVorn;
-    MakeFile(directory / "cut.vorn", text.substr(0, text.size() - 1));
-    EXPECT_EQ(ReadAsVorn(directory / "cut.vorn"), text);
+    MakeFile(directory_ / "cut.vorn", text.substr(0, text.size() - 1));
+    EXPECT_EQ(ReadAsVorn(directory_ / "cut.vorn"), text);
 }
 
 }  // namespace

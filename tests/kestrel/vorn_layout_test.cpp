@@ -36,22 +36,22 @@ TEST_F(VornLayout, DatabaseWithEverythingIsWrittenByteForByte) {
     DefineInteger(AttrObject::Message, "Period", 0.5, 2.25, 1.75);
     DefineEnumeration(AttrObject::Message, "Kind", "Only", "Only");
 
-    manager.SetAttrValue(key, "Stage", Number(1));
-    manager.SetAttrValue(key, "Author", Text("Ada"));
-    manager.SetAttrValue(key, "Revision", Number(100000));
+    manager_.SetAttrValue(key_, "Stage", Number(1));
+    manager_.SetAttrValue(key_, "Author", Text("Ada"));
+    manager_.SetAttrValue(key_, "Revision", Number(100000));
 
     symblk& radio = AddNode("Radio");
-    manager.SetAttrValue(radio, "Slot", Number(257));
-    manager.SetAttrValue(radio, "Maker", Text("Works"));
-    manager.SetAttrValue(radio, "Power", Number(1));
+    manager_.SetAttrValue(radio, "Slot", Number(257));
+    manager_.SetAttrValue(radio, "Maker", Text("Works"));
+    manager_.SetAttrValue(radio, "Power", Number(1));
     AddNode("Bare");
 
     msgblk& status = AddMessage(0x80222004, "Radio_Volume_Status");
     status.length = 65535;
     status.node = &radio;
-    manager.SetAttrValue(status, "Topic", Text("Sound"));
-    manager.SetAttrValue(status, "Kind", Number(0));
-    manager.SetAttrValue(status, "Period", Number(0.75));
+    manager_.SetAttrValue(status, "Topic", Text("Sound"));
+    manager_.SetAttrValue(status, "Kind", Number(0));
+    manager_.SetAttrValue(status, "Period", Number(0.75));
     sigblk& level = AddSignal(status, "Level");
     level.start_bit = 7;
     level.length = 8;
@@ -105,9 +105,9 @@ TEST_F(VornLayout, DatabaseWithEverythingIsWrittenByteForByte) {
 }
 
 struct SignalCase {
-    bool has_values;
+    bool hasValues;
     unsigned flags;
-    const char* line_end;
+    const char* lineEnd;
 };
 
 constexpr SignalCase kSignals[] = {
@@ -156,10 +156,12 @@ TEST_F(VornLayout, EveryCombinationOfSignalPropertiesHasItsKeysInOrder) {
         sigblk& signal = AddSignal(message, "S");
         signal.flags = static_cast<std::uint16_t>(row.flags);
         signal.multiplexer_value = 5;
-        if (row.has_values) signal.value_descriptions = Describe(1, "On");
+        if (row.hasValues) {
+            signal.value_descriptions = Describe(1, "On");
+        }
         expected += expected.empty() ? "\n" : ",\n";
         expected += R"(     {"name": "S", "start_bit": 0, "length": 0, "byte_order": )";
-        expected += row.line_end;
+        expected += row.lineEnd;
     }
     const std::string text = Written();
     const std::string opening = "\"signals\": [";
@@ -170,11 +172,11 @@ TEST_F(VornLayout, EveryCombinationOfSignalPropertiesHasItsKeysInOrder) {
 TEST_F(VornLayout, EveryKindOfTextIsEscaped) {
     const char* awkward = "a\"b\\c\n\t\x01";
     const char* database = nullptr;
-    manager.CreateDatabase(awkward, &database, nullptr);
-    key = database;
+    manager_.CreateDatabase(awkward, &database, nullptr);
+    key_ = database;
     DefineString(AttrObject::Database, awkward, awkward);
     DefineEnumeration(AttrObject::Message, "Kind\x02", "x\"\ny\\", "\t");
-    manager.SetAttrValue(key, awkward, Text(awkward));
+    manager_.SetAttrValue(key_, awkward, Text(awkward));
     symblk& node = AddNode(awkward);
     msgblk& message = AddMessage(1, awkward);
     message.node = &node;
@@ -206,7 +208,7 @@ TEST_F(VornLayout, NamesAndTextsCutWithinACharacterLoseItsRest) {
     const char* cut = "123456789 123456789 123456789 1ä";  // 33 bytes
     DefineInteger(AttrObject::Node, cut, 0, 1, 0);
     symblk& node = AddNode(cut);
-    manager.SetAttrValue(node, cut, Number(1));
+    manager_.SetAttrValue(node, cut, Number(1));
     msgblk& message = AddMessage(1, cut);
     message.node = &node;
     AddSignal(message, cut).value_descriptions = Describe(0, cut);
@@ -244,9 +246,9 @@ TEST_F(VornLayout, LettersBeyondAsciiAreWrittenAsTheyAre) {
 }
 
 TEST_F(VornLayout, RecordsAreReadWhenTheDatabaseIsWritten) {
-    symblk& node = *manager.CreateNode(key, 0);
-    msgblk& message = *manager.CreateMessage(key, 0);
-    attr_def& definition = *manager.CreateAttrDefinition(key, 0);
+    symblk& node = *manager_.CreateNode(key_, 0);
+    msgblk& message = *manager_.CreateMessage(key_, 0);
+    attr_def& definition = *manager_.CreateAttrDefinition(key_, 0);
     message.node = &node;
     Written();
     SetName(node.name, "Late");
@@ -277,7 +279,7 @@ TEST_F(VornLayout, WritingTwiceGivesTheSameBytes) {
     DefineString(AttrObject::Message, "Topic", "");
     for (std::uint32_t number = 0; number < 100; ++number) {
         msgblk& message = AddMessage(number, "Message");
-        manager.SetAttrValue(message, "Topic", Text("Sound"));
+        manager_.SetAttrValue(message, "Topic", Text("Sound"));
         AddSignal(message, "Level").value_descriptions = Describe(number, "Loud");
     }
     const std::string first = Written();
@@ -286,11 +288,13 @@ TEST_F(VornLayout, WritingTwiceGivesTheSameBytes) {
 
 TEST_F(VornLayout, LargeFileParsesWithEveryRecordInOrder) {
     DefineString(AttrObject::Message, "Topic", "");
-    const std::string long_text(400'000, 'x');  // more than one block of output
+    const std::string longText(400'000, 'x');  // more than one block of output
     for (std::uint32_t number = 0; number < 5000; ++number) {
         msgblk& message = AddMessage(number, "Message" + std::to_string(number));
         AddSignal(message, "Level").value_descriptions = Describe(number, "Loud");
-        if (number == 2500) manager.SetAttrValue(message, "Topic", Text(long_text.c_str()));
+        if (number == 2500) {
+            manager_.SetAttrValue(message, "Topic", Text(longText.c_str()));
+        }
     }
     const nlohmann::json parsed = nlohmann::json::parse(Written());
     ASSERT_EQ(parsed["messages"].size(), 5000U);
@@ -300,7 +304,7 @@ TEST_F(VornLayout, LargeFileParsesWithEveryRecordInOrder) {
         EXPECT_EQ(message["name"], "Message" + std::to_string(number));
         EXPECT_EQ(message["signals"][0]["values"][0][0], number);
     }
-    EXPECT_EQ(parsed["messages"][2500]["attributes"]["Topic"], long_text);
+    EXPECT_EQ(parsed["messages"][2500]["attributes"]["Topic"], longText);
 }
 
 }  // namespace

@@ -15,13 +15,13 @@ class VornReader : public FullDatabase {
   protected:
     /// The Vorn text of what is read from a Vorn text.
     std::string ReadBack(const std::string& text) {
-        const std::string path = directory / "in.vorn";
+        const std::string path = directory_ / "in.vorn";
         MakeFile(path, text);
         return ReadAsVorn(path);
     }
 
     std::string Error(const std::string& text) {
-        const std::string path = directory / "in.vorn";
+        const std::string path = directory_ / "in.vorn";
         MakeFile(path, text);
         return ErrorOf(path);
     }
@@ -49,18 +49,19 @@ TEST_F(VornReader, EmptyDatabaseIsReadBackByteForByte) {
 }
 
 TEST_F(VornReader, VornGoesToSqliteAndBackUnchanged) {
-    const std::string sqlite = directory / "out.sqlite";
-    MakeFile(directory / "in.vorn", kFullVorn);
-    ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(directory / "in.vorn"), sqlite.c_str()),
+    const std::string sqlite = directory_ / "out.sqlite";
+    MakeFile(directory_ / "in.vorn", kFullVorn);
+    ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(directory_ / "in.vorn"), sqlite.c_str()),
               kKestrelOk);
     EXPECT_EQ(ReadFile(sqlite), ReadFile(WriteAs("direct.sqlite")));
     EXPECT_EQ(ReadAsVorn(sqlite), kFullVorn);
 }
 
 TEST_F(VornReader, KcdOfWhatIsReadIsThatOfTheDatabase) {
-    const std::string kcd = directory / "out.kcd";
-    MakeFile(directory / "in.vorn", kFullVorn);
-    ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(directory / "in.vorn"), kcd.c_str()), kKestrelOk);
+    const std::string kcd = directory_ / "out.kcd";
+    MakeFile(directory_ / "in.vorn", kFullVorn);
+    ASSERT_EQ(kestrel::WriteDatabase(*kestrel::ReadDatabase(directory_ / "in.vorn"), kcd.c_str()),
+              kKestrelOk);
     EXPECT_EQ(ReadFile(kcd), ReadFile(WriteAs("direct.kcd")));
 }
 
@@ -146,9 +147,9 @@ TEST_F(VornReader, MessageFindsTheFirstOfTwoNodesWithItsNodesName) {
         "", "  {\"name\": \"Radio\", \"attributes\": {}},\n  {\"name\": \"Radio\", \"attributes\": {}}",
         "  {\"identifier\": 1, \"extended\": false, \"name\": \"M\", \"length\": 0, \"node\": \"Radio\",\n"
         "   \"attributes\": {},\n   \"signals\": []}");
-    MakeFile(directory / "in.vorn", text);
-    const auto database = kestrel::ReadDatabase(directory / "in.vorn");
-    EXPECT_EQ(database->messages().front().node, &database->nodes().front());
+    MakeFile(directory_ / "in.vorn", text);
+    const auto database = kestrel::ReadDatabase(directory_ / "in.vorn");
+    EXPECT_EQ(database->Messages().front().node, &database->Nodes().front());
 }
 
 TEST_F(VornReader, ByteOrderMarkIsNoFault) {
@@ -192,25 +193,25 @@ TEST_F(VornReader, OtherFilesAreRefused) {
 }
 
 TEST_F(VornReader, SqliteFileCalledVornIsRefused) {
-    std::filesystem::rename(WriteAs("out.sqlite"), directory / "out.vorn");
-    EXPECT_EQ(ErrorOf(directory / "out.vorn").substr(0, 8), "line 1: ");
+    std::filesystem::rename(WriteAs("out.sqlite"), directory_ / "out.vorn");
+    EXPECT_EQ(ErrorOf(directory_ / "out.vorn").substr(0, 8), "line 1: ");
 }
 
 TEST_F(VornReader, FilesThatCanNotBeReadAreRefused) {
-    std::filesystem::create_directory(directory / "dir.vorn");
-    EXPECT_EQ(ErrorOf(directory / "none.vorn"), "No such file or directory");
-    EXPECT_EQ(ErrorOf(directory / "dir.vorn"), "Is a directory");
+    std::filesystem::create_directory(directory_ / "dir.vorn");
+    EXPECT_EQ(ErrorOf(directory_ / "none.vorn"), "No such file or directory");
+    EXPECT_EQ(ErrorOf(directory_ / "dir.vorn"), "Is a directory");
 }
 
 TEST_F(VornReader, PipesAndDevicesAreRefused) {
-    ASSERT_EQ(mkfifo((directory / "pipe.vorn").c_str(), 0600), 0);
-    EXPECT_EQ(ErrorOf(directory / "pipe.vorn"), "Not a regular file");
+    ASSERT_EQ(mkfifo((directory_ / "pipe.vorn").c_str(), 0600), 0);
+    EXPECT_EQ(ErrorOf(directory_ / "pipe.vorn"), "Not a regular file");
     EXPECT_EQ(ErrorOf("/dev/zero"), "Not a regular file");
 }
 
 TEST_F(VornReader, KcdIsNotRead) {
     EXPECT_EQ(ErrorOf(WriteAs("out.kcd")), "KCD files can be written, not read");
-    EXPECT_EQ(ErrorOf(directory / "none.KCD"), "KCD files can be written, not read");
+    EXPECT_EQ(ErrorOf(directory_ / "none.KCD"), "KCD files can be written, not read");
 }
 
 }  // namespace

@@ -80,7 +80,9 @@ const MessageFaultCase kSignals[] = {
 TEST(Check, SignalsOfAMessage) {
     for (const auto& [what, length, signals, faults] : kSignals) {
         Faults lines;
-        for (const std::string& fault : faults) lines.push_back("message Msg: " + fault);
+        for (const std::string& fault : faults) {
+            lines.push_back("message Msg: " + fault);
+        }
         EXPECT_EQ(Check(*BuildMessage(length, signals)), lines) << what;
     }
 }
@@ -141,14 +143,20 @@ const DatabaseFaultCase kDatabases[] = {
 };
 
 TEST(Check, NamesAndIdentifiersOfADatabase) {
-    for (const auto& [what, sample, faults] : kDatabases) EXPECT_EQ(Check(*Build(sample)), faults) << what;
+    for (const auto& [what, sample, faults] : kDatabases) {
+        EXPECT_EQ(Check(*Build(sample)), faults) << what;
+    }
 }
 
 TEST(Check, VeryManyOverlapsAreNotAllTold) {
     std::vector<SignalRow> rows;
     std::vector<std::string> names;
-    for (int i = 0; i < 100; ++i) names.push_back("S" + std::to_string(i));
-    for (const std::string& name : names) rows.push_back({name.c_str(), 0, 1});
+    for (int i = 0; i < 100; ++i) {
+        names.push_back("S" + std::to_string(i));
+    }
+    for (const std::string& name : names) {
+        rows.push_back({name.c_str(), 0, 1});
+    }
     const Faults faults = Check(*BuildMessage(1, rows));  // of 4,950 pairs
     EXPECT_LT(faults.size(), 1200U);
     EXPECT_EQ(faults.back(), "message Msg: more signals may overlap");

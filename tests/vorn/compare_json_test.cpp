@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cabin.h"
-#include "vorn/compare.h"
+#include "vorn/compare_report.h"
 
 namespace vorn::test {
 namespace {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "cabin.h"
+#include "vorn/compare_report.h"
 
 namespace vorn::test {
 namespace {
@@ -51,7 +52,9 @@ const CompareCase kNothing[] = {
 };
 
 TEST(Compare, FindsNothing) {
-    for (const CompareCase& row : kNothing) ExpectDifference(row);
+    for (const CompareCase& row : kNothing) {
+        ExpectDifference(row);
+    }
     EXPECT_EQ(Difference({}, {}), "");
 }
 
@@ -100,7 +103,9 @@ const CompareCase kDefinitions[] = {
 };
 
 TEST(Compare, AttributeDefinitions) {
-    for (const CompareCase& row : kDefinitions) ExpectDifference(row);
+    for (const CompareCase& row : kDefinitions) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kNodes[] = {
@@ -125,7 +130,9 @@ const CompareCase kNodes[] = {
 };
 
 TEST(Compare, Nodes) {
-    for (const CompareCase& row : kNodes) ExpectDifference(row);
+    for (const CompareCase& row : kNodes) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kMessages[] = {
@@ -189,7 +196,9 @@ const CompareCase kMessages[] = {
 };
 
 TEST(Compare, Messages) {
-    for (const CompareCase& row : kMessages) ExpectDifference(row);
+    for (const CompareCase& row : kMessages) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kSignals[] = {
@@ -289,7 +298,9 @@ const CompareCase kSignals[] = {
 };
 
 TEST(Compare, SignalsAndValues) {
-    for (const CompareCase& row : kSignals) ExpectDifference(row);
+    for (const CompareCase& row : kSignals) {
+        ExpectDifference(row);
+    }
 }
 
 const CompareCase kAlike[] = {
@@ -320,7 +331,9 @@ const CompareCase kAlike[] = {
 };
 
 TEST(Compare, FirstOfSeveralAlikeBelongsToTheFirst) {
-    for (const CompareCase& row : kAlike) ExpectDifference(row);
+    for (const CompareCase& row : kAlike) {
+        ExpectDifference(row);
+    }
 }
 
 TEST(Compare, TellsDefinitionsThenNodesThenMessages) {

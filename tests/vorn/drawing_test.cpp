@@ -16,7 +16,7 @@ using testing::Not;
 
 std::string Drawn(std::uint16_t length, std::vector<SignalRow> signals, const Style& style = Style(false)) {
     const auto database = BuildMessage(length, std::move(signals));
-    const kestrel::Message& message = database->messages().front();
+    const kestrel::Message& message = database->Messages().front();
     return Drawings(message, LetterSignals(message), style);
 }
 
@@ -25,7 +25,7 @@ std::vector<SignalRow> Flags(std::size_t count) {
     std::vector<SignalRow> signals;
     for (std::size_t i = 0; i < count; ++i) {
         signals.push_back(
-            {.name = "Flag" + std::to_string(i), .start_bit = static_cast<std::uint16_t>(i), .length = 1});
+            {.name = "Flag" + std::to_string(i), .startBit = static_cast<std::uint16_t>(i), .length = 1});
     }
     return signals;
 }
@@ -124,7 +124,9 @@ const DrawingCase kPlain[] = {
 };
 
 TEST(Drawing, OfPlainMessages) {
-    for (const DrawingCase& row : kPlain) EXPECT_EQ(Drawn(row.length, row.signals), row.drawing) << row.what;
+    for (const DrawingCase& row : kPlain) {
+        EXPECT_EQ(Drawn(row.length, row.signals), row.drawing) << row.what;
+    }
 }
 
 const DrawingCase kMultiplexed[] = {
@@ -229,7 +231,7 @@ constexpr LetterCase kLetters[] = {
 
 TEST(Drawing, SignalsGetLettersInTheirOrder) {
     const auto database = BuildMessage(1, Flags(703));
-    const auto signals = LetterSignals(database->messages().front());
+    const auto signals = LetterSignals(database->Messages().front());
     ASSERT_EQ(signals.size(), 703U);
     for (const auto& [number, letters] : kLetters) {
         EXPECT_EQ(signals[number].letters, letters);

@@ -12,9 +12,9 @@ namespace {
 
 using Bits = std::vector<BitPosition>;
 
-sigblk SignalAt(std::uint16_t start_bit, std::uint16_t length, std::uint16_t flags) {
+sigblk SignalAt(std::uint16_t startBit, std::uint16_t length, std::uint16_t flags) {
     sigblk signal;
-    signal.start_bit = start_bit;
+    signal.start_bit = startBit;
     signal.length = length;
     signal.flags = flags;
     return signal;
@@ -22,10 +22,10 @@ sigblk SignalAt(std::uint16_t start_bit, std::uint16_t length, std::uint16_t fla
 
 struct LayoutCase {
     std::uint16_t flags;
-    std::uint16_t start_bit;
+    std::uint16_t startBit;
     std::uint16_t length;
     Bits bits;  // from the most significant one on
-    std::size_t end_byte;
+    std::size_t endByte;
 };
 
 const LayoutCase kLayouts[] = {
@@ -55,10 +55,10 @@ const LayoutCase kLayouts[] = {
 TEST(Layout, BitsAndEndOfSignals) {
     for (const LayoutCase& row : kLayouts) {
         SCOPED_TRACE(testing::Message() << (row.flags == kBig ? "big-endian " : "little-endian ")
-                                        << row.start_bit << ", " << row.length);
-        const sigblk signal = SignalAt(row.start_bit, row.length, row.flags);
+                                        << row.startBit << ", " << row.length);
+        const sigblk signal = SignalAt(row.startBit, row.length, row.flags);
         EXPECT_EQ(BitsOf(signal), row.bits);
-        EXPECT_EQ(EndByte(signal), row.end_byte);
+        EXPECT_EQ(EndByte(signal), row.endByte);
     }
 }
 
@@ -87,9 +87,9 @@ struct MeetCase {
     const char* what;
     std::uint16_t flags;
     std::uint32_t value;
-    std::uint16_t other_flags;
-    std::uint32_t other_value;
-    bool can_meet;
+    std::uint16_t otherFlags;
+    std::uint32_t otherValue;
+    bool canMeet;
 };
 
 constexpr MeetCase kMeets[] = {
@@ -108,10 +108,10 @@ TEST(Layout, SignalsThatCanMeet) {
         SCOPED_TRACE(row.what);
         sigblk one = SignalAt(0, 1, row.flags);
         one.multiplexer_value = row.value;
-        sigblk other = SignalAt(0, 1, row.other_flags);
-        other.multiplexer_value = row.other_value;
-        EXPECT_EQ(CanMeet(one, other), row.can_meet);
-        EXPECT_EQ(CanMeet(other, one), row.can_meet);
+        sigblk other = SignalAt(0, 1, row.otherFlags);
+        other.multiplexer_value = row.otherValue;
+        EXPECT_EQ(CanMeet(one, other), row.canMeet);
+        EXPECT_EQ(CanMeet(other, one), row.canMeet);
     }
 }
 

@@ -29,7 +29,9 @@ constexpr IdentifierCase kIdentifiers[] = {
 };
 
 TEST(IdentifierText, IsHexadecimal) {
-    for (const auto& [identifier, text] : kIdentifiers) EXPECT_EQ(IdentifierText(identifier), text);
+    for (const auto& [identifier, text] : kIdentifiers) {
+        EXPECT_EQ(IdentifierText(identifier), text);
+    }
 }
 
 struct MessageCase {
@@ -121,13 +123,13 @@ A  Le.vel  start bit 0, 1 bit, little-endian
 TEST(MessageText, TellsEverythingOfAMessage) {
     for (const auto& [what, sample, text] : kMessages) {
         const auto database = Build(sample);
-        EXPECT_EQ(MessageText(database->messages().front(), Style(false)), text) << what;
+        EXPECT_EQ(MessageText(database->Messages().front(), Style(false)), text) << what;
     }
 }
 
 TEST(MessageText, ValueOfMoreDigitsStandsApartFromItsText) {
     const auto database = BuildMessage(4, {{"Code", 7, 32, kBig, 0, {{99999, "Five"}, {4294967295, "Ten"}}}});
-    const std::string text = MessageText(database->messages().front(), Style(false));
+    const std::string text = MessageText(database->Messages().front(), Style(false));
     EXPECT_THAT(text, HasSubstr("\n     99999 Five\n"));
     EXPECT_THAT(text, HasSubstr("\n     4294967295 Ten\n"));
 }
@@ -137,13 +139,13 @@ TEST(MessageText, LettersStandApartFromTheName) {
     std::vector<SignalRow> signals(703, {"Flag", 0, 1});
     signals.back().name = "Last";
     const auto database = BuildMessage(1, signals);
-    const std::string text = MessageText(database->messages().front(), Style(false));
+    const std::string text = MessageText(database->Messages().front(), Style(false));
     EXPECT_EQ(text.substr(text.rfind("\nAAA")), "\nAAA Last  start bit 0, 1 bit, little-endian\n");
 }
 
 TEST(MessageText, MarksNamesAndLetters) {
     const auto database = BuildMessage(1, {{"Level", 7, 8, kBig, 0, {{0, "Off"}}}});
-    EXPECT_EQ(MessageText(database->messages().front(), Style(true)),
+    EXPECT_EQ(MessageText(database->Messages().front(), Style(true)),
               "\x1B[1mMsg\x1B[0m  0x10, 1 byte\n"
               "\n"
               "\x1B[2m         7 6 5 4 3 2 1 0\x1B[0m\n"

@@ -9,7 +9,9 @@ namespace {
 
 void SetAttributes(DatabaseBuilder& builder, kestrel::AttrValues& values, AttrObject object,
                    const AttributeRows& rows) {
-    for (const auto& [name, value] : rows) builder.SetAttribute(values, object, name, value);
+    for (const auto& [name, value] : rows) {
+        builder.SetAttribute(values, object, name, value);
+    }
 }
 
 void AddMessage(DatabaseBuilder& builder, const MessageRow& row) {
@@ -20,46 +22,50 @@ void AddMessage(DatabaseBuilder& builder, const MessageRow& row) {
                             .length = row.length,
                             .node = row.node.empty() ? nullptr : &builder.FindNode(row.node)});
     SetAttributes(builder, message.attributes, AttrObject::Message, row.attributes);
-    for (const SignalRow& signal_row : row.signals) {
+    for (const SignalRow& signalRow : row.signals) {
         kestrel::SignalRecord record;
-        record.name = signal_row.name;
-        record.start_bit = signal_row.start_bit;
-        record.length = signal_row.length;
-        record.byte_order = (signal_row.flags & kBig) != 0 ? "big_endian" : "little_endian";
-        record.is_signed = (signal_row.flags & kSigned) != 0;
-        record.is_multiplexor = (signal_row.flags & kSelector) != 0;
-        if ((signal_row.flags & kSelected) != 0) record.multiplexer_value = signal_row.multiplexer_value;
+        record.name = signalRow.name;
+        record.startBit = signalRow.startBit;
+        record.length = signalRow.length;
+        record.byteOrder = (signalRow.flags & kBig) != 0 ? "big_endian" : "little_endian";
+        record.isSigned = (signalRow.flags & kSigned) != 0;
+        record.isMultiplexor = (signalRow.flags & kSelector) != 0;
+        if ((signalRow.flags & kSelected) != 0) {
+            record.multiplexerValue = signalRow.multiplexerValue;
+        }
         kestrel::Signal& signal = builder.AddSignal(message, record);
-        for (const auto& [value, text] : signal_row.values) builder.AddValue(signal, value, text);
+        for (const auto& [value, text] : signalRow.values) {
+            builder.AddValue(signal, value, text);
+        }
     }
 }
 
 }  // namespace
 
 DefinitionRecord Integer(const char* object, const char* name, double minimum, double maximum,
-                         double default_number) {
+                         double defaultNumber) {
     DefinitionRecord record;
     record.object = object;
     record.name = name;
     record.type = "integer";
     record.minimum = minimum;
     record.maximum = maximum;
-    record.default_number = default_number;
+    record.defaultNumber = defaultNumber;
     return record;
 }
 
-DefinitionRecord String(const char* object, const char* name, const char* default_text) {
+DefinitionRecord String(const char* object, const char* name, const char* defaultText) {
     DefinitionRecord record;
     record.object = object;
     record.name = name;
     record.type = "string";
-    record.default_text = default_text;
+    record.defaultText = defaultText;
     return record;
 }
 
 DefinitionRecord Enumeration(const char* object, const char* name, std::vector<std::string> choices,
-                             const char* default_text) {
-    DefinitionRecord record = String(object, name, default_text);
+                             const char* defaultText) {
+    DefinitionRecord record = String(object, name, defaultText);
     record.type = "enumeration";
     record.choices = std::move(choices);
     return record;
@@ -68,12 +74,16 @@ DefinitionRecord Enumeration(const char* object, const char* name, std::vector<s
 std::unique_ptr<kestrel::Database> Build(const Sample& sample) {
     DatabaseBuilder builder;
     builder.SetName(sample.name);
-    for (const DefinitionRecord& definition : sample.definitions) builder.AddDefinition(definition);
-    SetAttributes(builder, builder.database().attributes(), AttrObject::Database, sample.attributes);
+    for (const DefinitionRecord& definition : sample.definitions) {
+        builder.AddDefinition(definition);
+    }
+    SetAttributes(builder, builder.Built().Attributes(), AttrObject::Database, sample.attributes);
     for (const NodeRow& row : sample.nodes) {
         SetAttributes(builder, builder.AddNode(row.name).attributes, AttrObject::Node, row.attributes);
     }
-    for (const MessageRow& row : sample.messages) AddMessage(builder, row);
+    for (const MessageRow& row : sample.messages) {
+        AddMessage(builder, row);
+    }
     return builder.Take();
 }
 

@@ -23,12 +23,12 @@ using AttributeRows = std::vector<std::pair<std::string, kestrel::AttributeText>
 
 struct SignalRow {
     std::string name;
-    std::uint16_t start_bit = 0;
+    std::uint16_t startBit = 0;
     std::uint16_t length = 0;
     /// `kBig` and so on.
     std::uint16_t flags = kLittle;
     /// Counts with `kSelected`.
-    std::uint32_t multiplexer_value = 0;
+    std::uint32_t multiplexerValue = 0;
     std::vector<std::pair<std::uint32_t, std::string>> values = {};
 };
 
@@ -57,10 +57,10 @@ struct Sample {
 };
 
 kestrel::DefinitionRecord Integer(const char* object, const char* name, double minimum, double maximum,
-                                  double default_number);
-kestrel::DefinitionRecord String(const char* object, const char* name, const char* default_text);
+                                  double defaultNumber);
+kestrel::DefinitionRecord String(const char* object, const char* name, const char* defaultText);
 kestrel::DefinitionRecord Enumeration(const char* object, const char* name, std::vector<std::string> choices,
-                                      const char* default_text);
+                                      const char* defaultText);
 
 std::unique_ptr<kestrel::Database> Build(const Sample& sample);
 
