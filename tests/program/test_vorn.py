@@ -98,8 +98,7 @@ class Usage(VornTest):
 
     def test_version_is_one_line(self):
         result = self.vorn("--version")
-        self.assertEqual((result.returncode, result.stderr), (0, b""))
-        self.assertTrue(re.fullmatch(r"vorn \d+\.\d+(\.\d+)?\n", result.stdout.decode()))
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (0, b"vorn 1.0.4\n", b""))
 
     def test_options_may_stand_in_front_of_the_database(self):
         for arguments in [("--match", "Ping", "one.vorn"), ("one.vorn", "--match=Ping"), ("--match=Ping", "one.vorn")]:
