@@ -174,6 +174,7 @@ class List(VornTest):
         volume = [f"Amp_Volume_{operation}" for operation in ["Set", "Get", "SetGet", "Increment", "Decrement", "Stat"]]
         for options, names in [(("--match", "Amp_Volume_*"), volume),
                                (("--match", "Amp_Volume_?et"), volume[:2]),
+                               (("--match", "Amp_Volume_[FG]et"), volume[1:2]),
                                (("--node", "AudioAmp", "--match", "*_Volume_Get"), volume[1:2]),
                                (("--node", "Phone", "--match", "*_Volume_Get"), []),
                                (("--node", "Nobody"), []), (("--match", "Amp_Volume"), [])]:
