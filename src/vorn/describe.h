@@ -14,7 +14,7 @@ namespace vorn {
 std::string IdentifierText(std::uint32_t identifier);
 
 /// One line of an overview for each message, of those that are sent by a node (if one is named) and whose
-/// name matches a pattern with "*" and "?" (if one is given).
+/// name matches a pattern as the shell has them: "*", "?" and "[abc]" (if one is given).
 std::string MessageList(const kestrel::Database& database, const std::string& node,
                         const std::string& pattern);
 

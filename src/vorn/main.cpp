@@ -12,6 +12,7 @@
 #include "import/text/shown_text.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
+#include "versions.h"
 #include "vorn/check.h"
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
@@ -19,8 +20,6 @@
 #include "vorn/style.h"
 
 namespace {
-
-constexpr const char* kVersion = "vorn 1.0";
 
 /// The exit status: as other programs that compare have it.
 enum Status : int { kSame = 0, kDifferent = 1, kTrouble = 2 };
@@ -119,7 +118,7 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const ch
 Status Run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Looks into bus databases, converts and compares them");
-    app.set_version_flag("--version", std::string(kVersion));
+    app.set_version_flag("--version", std::string("vorn ") + tarvex::kProgramVersion);
     app.require_subcommand(1);
     app.footer("Exit status: 0 nothing found, 1 differences or faults found, 2 trouble.");
     CLI::App& show =

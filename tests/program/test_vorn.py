@@ -98,8 +98,7 @@ class Usage(VornTest):
 
     def test_version_is_one_line(self):
         result = self.vorn("--version")
-        self.assertEqual((result.returncode, result.stderr), (0, b""))
-        self.assertTrue(re.fullmatch(r"vorn \d+\.\d+(\.\d+)?\n", result.stdout.decode()))
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (0, b"vorn 1.0.4\n", b""))
 
     def test_options_may_stand_in_front_of_the_database(self):
         for arguments in [("--match", "Ping", "one.vorn"), ("one.vorn", "--match=Ping"), ("--match=Ping", "one.vorn")]:
@@ -175,6 +174,7 @@ class List(VornTest):
         volume = [f"Amp_Volume_{operation}" for operation in ["Set", "Get", "SetGet", "Increment", "Decrement", "Stat"]]
         for options, names in [(("--match", "Amp_Volume_*"), volume),
                                (("--match", "Amp_Volume_?et"), volume[:2]),
+                               (("--match", "Amp_Volume_[FG]et"), volume[1:2]),
                                (("--node", "AudioAmp", "--match", "*_Volume_Get"), volume[1:2]),
                                (("--node", "Phone", "--match", "*_Volume_Get"), []),
                                (("--node", "Nobody"), []), (("--match", "Amp_Volume"), [])]:
