@@ -6,17 +6,6 @@
 namespace kestrel {
 namespace {
 
-struct FormatRow {
-    std::string_view extension;
-    Format format;
-};
-constexpr FormatRow kFormats[] = {
-    {".sqlite", Format::Sqlite},
-    {".sqlite3", Format::Sqlite},
-    {".db", Format::Sqlite},
-    {".kcd", Format::Kcd},
-};
-
 char ToLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -6,7 +6,21 @@
 
 namespace kestrel {
 
+/// A switch over the formats names each, without a default, so that the compiler finds every place for a new
+/// one.
 enum class Format { Vorn, Sqlite, Kcd };
+
+struct FormatRow {
+    std::string_view extension;  ///< With its point, in small letters.
+    Format format;
+};
+/// The extensions that ask for a format. Help texts are made of them.
+inline constexpr FormatRow kFormats[] = {
+    {".sqlite", Format::Sqlite},
+    {".sqlite3", Format::Sqlite},
+    {".db", Format::Sqlite},
+    {".kcd", Format::Kcd},
+};
 
 /// The format that a path's extension asks for, in any case; Vorn for every extension that asks for no other.
 Format FormatOf(std::string_view path);

@@ -4,12 +4,14 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "import/text/shown_text.h"
+#include "kestrel/format.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
 #include "versions.h"
@@ -105,12 +107,26 @@ struct Arguments {
     std::string format = "text";
 };
 
+/// ".sqlite, .sqlite3, .db"
+std::string Extensions(const std::function<bool(kestrel::Format)>& isWanted) {
+    std::string list;
+    for (const auto& [extension, format] : kestrel::kFormats) {
+        if (isWanted(format)) {
+            list.append(list.empty() ? "" : ", ").append(extension);
+        }
+    }
+    return list;
+}
+
 /// Adds a command with its database.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const char* databaseName,
                      Arguments& arguments) {
     CLI::App& command = *app.add_subcommand(name, what);
     command
-        .add_option(databaseName, arguments.database, "a database: Vorn, or SQLite (.sqlite, .sqlite3, .db)")
+        .add_option(databaseName, arguments.database,
+                    "a database: Vorn, or SQLite (" + Extensions([](kestrel::Format format) {
+                        return format == kestrel::Format::Sqlite;
+                    }) + ")")
         ->required();
     return command;
 }
@@ -131,7 +147,9 @@ Status Run(int argc, char** argv) {
     CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
     convert
         .add_option("OUT", arguments.other,
-                    "its extension chooses the format: .sqlite, .sqlite3, .db, .kcd; else Vorn")
+                    "its extension chooses the format: " + Extensions([](kestrel::Format /*format*/) {
+                        return true;
+                    }) + "; else Vorn")
         ->required();
     CLI::App& diff = AddCommand(app, "diff", "tells what differs between two databases", "OLD", arguments);
     diff.add_option("NEW", arguments.other, "the other database")->required();

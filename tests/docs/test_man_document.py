@@ -53,6 +53,16 @@ class ManPages(DocumentTest):
                                         capture_output=True, timeout=60, check=False)
                 self.assertEqual((result.stdout + result.stderr, result.returncode), (b"", 0))
 
+    def test_every_format_is_documented(self):
+        shown = " ".join(self.help(VORN, "convert").split())
+        extensions = re.search(r"chooses the format: (.*?); else Vorn", shown).group(1).split(", ")
+        self.assertIn(".kcd", extensions)
+        for extension in extensions:
+            word = re.compile(re.escape(extension) + r"(?![a-z0-9])")
+            for name, text in [("TARVEX.1", page("TARVEX")), ("vorn.1", page("vorn")),
+                               ("README.md", (SOURCE / "README.md").read_text())]:
+                self.assertRegex(text, word, name)
+
     def test_pages_have_all_sections(self):
         wanted = {"NAME", "SYNOPSIS", "DESCRIPTION", "EXIT STATUS", "FILES", "EXAMPLES", "SEE ALSO"}
         for name in PAGES:
