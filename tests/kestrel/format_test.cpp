@@ -1,6 +1,9 @@
 #include "kestrel/format.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +30,34 @@ constexpr FormatCase kCases[] = {
 TEST(Format, IsChosenByTheExtensionOfTheLastComponent) {
     for (const auto& [path, format] : kCases) {
         EXPECT_EQ(kestrel::FormatOf(path), format) << path;
+    }
+}
+
+/// Every format. Made with a switch, so that the compiler asks for a new one.
+std::vector<Format> AllFormats() {
+    constexpr int kEnd = 100;
+    std::vector<Format> formats;
+    for (int number = 0; number < kEnd; ++number) {
+        const auto format = static_cast<Format>(number);
+        switch (format) {
+            case Format::Vorn:
+            case Format::Sqlite:
+            case Format::Kcd:
+                formats.push_back(format);
+                break;
+        }
+    }
+    return formats;
+}
+
+TEST(Format, EachHasAnExtensionAndACaseHere) {
+    for (const Format format : AllFormats()) {
+        EXPECT_EQ(std::ranges::find(kestrel::kFormats, format, &kestrel::FormatRow::format) !=
+                      std::end(kestrel::kFormats),
+                  format != Format::Vorn)
+            << static_cast<int>(format);
+        EXPECT_NE(std::ranges::find(kCases, format, &FormatCase::format), std::end(kCases))
+            << static_cast<int>(format);
     }
 }
 

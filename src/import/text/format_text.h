@@ -44,7 +44,7 @@ std::string FormatText(const char* format, const Args&... args) {
 /// of at most 32 bits, %f a double. Used to check the message texts against their arguments at compile time.
 template <class... Args>
 consteval bool FormatTakes(std::string_view format) {
-    constexpr char kinds[] = {(std::is_floating_point_v<Args>                            ? 'f'
+    constexpr char kKinds[] = {(std::is_floating_point_v<Args>                            ? 'f'
                                : std::is_integral_v<Args> && sizeof(Args) <= sizeof(int) ? 'd'
                                : std::is_integral_v<Args>                                ? '?'
                                                                                          : 's')...,
@@ -62,7 +62,7 @@ consteval bool FormatTakes(std::string_view format) {
             continue;
         }
         const char wanted = format[i] == 's' || format[i] == 'f' ? format[i] : 'd';
-        if (argument >= sizeof...(Args) || kinds[argument++] != wanted) {
+        if (argument >= sizeof...(Args) || kKinds[argument++] != wanted) {
             return false;
         }
     }

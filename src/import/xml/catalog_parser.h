@@ -18,7 +18,8 @@
 namespace tarvex {
 
 /// Holds the budget of a parser, which has to be there before the parser is and after it is gone.
-struct ParserBudgetHolder {
+class ParserBudgetHolder {
+  protected:
     ParserBudget budget_;
 };
 
