@@ -32,8 +32,8 @@ bool IsSizeOf(std::size_t size) {
 
 void ParserBudget::AddContent(std::size_t characters) {
     content_ += characters;
-    if (content_ > kLeastContent + input_ * kContentPerByte + contentPaidBack_) {
-        Stop("the document's content is more than " + std::to_string(kContentPerByte) +
+    if (content_ > kContent.For(input_) + contentPaidBack_) {
+        Stop("the document's content is more than " + std::to_string(kContent.amount) +
              " times as long as its files");
     }
 }
@@ -74,8 +74,8 @@ void ParserBudget::AddSquare(std::size_t parts) {
 void* ParserBudget::allocate(XMLSize_t size) {
     CountParts(size);
     const std::size_t allocated = allocated_ + size;
-    if (allocated > kLeastMemory && allocated - kLeastMemory > input_ * kMemoryPerByte) {
-        Stop("the document needs more than " + std::to_string(kMemoryPerByte) +
+    if (allocated > kMemory.For(input_)) {
+        Stop("the document needs more than " + std::to_string(kMemory.amount) +
              " times the memory of its files");
     }
     auto* header = static_cast<Header*>(memory_.allocate(BlockSize(size)));
@@ -85,7 +85,7 @@ void* ParserBudget::allocate(XMLSize_t size) {
 }
 
 void ParserBudget::CountEntity() {
-    const std::size_t most = kLeastEntities + input_ / kBytesPerEntity;
+    const std::size_t most = kEntities.For(input_);
     if (++entities_ > most) {
         Stop("the document uses entities more than " + std::to_string(most) + " times");
     }

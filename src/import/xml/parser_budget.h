@@ -13,6 +13,8 @@
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/sax/Locator.hpp>
 
+#include "import/text/allowance.h"
+
 namespace tarvex {
 
 /// Why a parse was given up, and where.
@@ -30,16 +32,13 @@ struct ParserStop {
 /// that nothing is refused any more, so that the parser can tidy up.
 class ParserBudget : public xercesc::MemoryManager {
   public:
-    /// The parser's memory may be so many times as large as its input, and so much in any case.
-    static constexpr std::size_t kMemoryPerByte = 16;
-    static constexpr std::size_t kLeastMemory = std::size_t{64} << 20;
-    /// Content, in characters, may be so many times as long as the input, and so long in any case.
-    static constexpr std::size_t kContentPerByte = 8;
-    static constexpr std::size_t kLeastContent = std::size_t{16} << 20;
-    /// So many entities may be opened, and one more for so many bytes of input: a catalog may write each of
-    /// its umlauts as one. Parameter entities and files count as well.
-    static constexpr std::size_t kLeastEntities = 50'000;
-    static constexpr std::size_t kBytesPerEntity = 16;
+    /// The parser's memory in bytes.
+    static constexpr Bound kMemory{std::size_t{64} << 20, 16};
+    /// Content in characters.
+    static constexpr Bound kContent{std::size_t{16} << 20, 8};
+    /// Entities that are opened: a catalog may write each of its umlauts as one. Parameter entities and files
+    /// count as well.
+    static constexpr Bound kEntities{50'000, 1, 16};
     /// What an event counts for in content: nodes and calls for nothing at all have their cost too.
     static constexpr std::size_t kEventContent = 16;
     /// Levels of elements: more would take long, since the import looks for some elements at any depth below
