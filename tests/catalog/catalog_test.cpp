@@ -9,7 +9,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::catalog_test {
 namespace {
 
 std::string Block(std::string_view id, std::string_view name, std::string_view functions) {
@@ -158,4 +158,4 @@ TEST(Catalog, ResolvesTheWholeTree) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::catalog_test

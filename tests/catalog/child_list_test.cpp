@@ -14,7 +14,7 @@
 #include "catalog/test_nodes.h"
 #include "import/log/tree_log.h"
 
-namespace tarvex::test {
+namespace tarvex::test::child_list_test {
 namespace {
 
 using NodeList = ZMTChildList<PlainNode>;
@@ -389,4 +389,4 @@ TEST(DefList, FindByDefNameFollowsEveryChangeOfTheList) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::child_list_test

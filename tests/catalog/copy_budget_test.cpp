@@ -7,7 +7,7 @@
 #include "catalog/element_import.h"
 #include "params/enumeration.h"
 
-namespace tarvex::test {
+namespace tarvex::test::copy_budget_test {
 namespace {
 
 TEST(Bound, GrowsWithTheInput) {
@@ -90,4 +90,4 @@ TEST(CopyBudget, FunctionsBeyondItCountAsNotCopied) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::copy_budget_test

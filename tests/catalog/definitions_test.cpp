@@ -11,7 +11,7 @@
 #include "catalog/element_import.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::definitions_test {
 namespace {
 
 /// A catalog with one quiet block and these definitions.
@@ -265,4 +265,4 @@ TEST(Definitions, HangBelowTheCatalogWithNamelessLists) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::definitions_test

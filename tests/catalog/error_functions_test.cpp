@@ -10,7 +10,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::error_functions_test {
 namespace {
 
 /// An "ERParam" element with these operation elements.
@@ -294,4 +294,4 @@ Error #0127 in '/Cat/Amp/Reset':
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::error_functions_test

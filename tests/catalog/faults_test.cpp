@@ -14,7 +14,7 @@
 #include "import/log/messages.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::faults_test {
 namespace {
 
 const std::string kCatalogPath = std::string(TARVEX_TEST_DATA) + "/faults.xml";
@@ -111,4 +111,4 @@ TEST(Faults, TwoImportsGiveTheSameBytes) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::faults_test

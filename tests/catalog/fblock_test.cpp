@@ -10,7 +10,7 @@
 #include "catalog/element_import.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::fblock_test {
 namespace {
 
 /// A catalog of a block "Good" (1) and this "FBlock" element's content, with a function where it says "@F@".
@@ -200,4 +200,4 @@ TEST(FBlock, FindsItsFunctionsAfterTheListHasChanged) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::fblock_test

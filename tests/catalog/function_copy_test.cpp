@@ -9,7 +9,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::function_copy_test {
 namespace {
 
 constexpr const char* kFunctionFailed = "  Failed to import element <Function>\n";
@@ -210,4 +210,4 @@ Error #0145 in '/Cat/Amp':
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::function_copy_test

@@ -11,7 +11,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::function_test {
 namespace {
 
 /// A parameter in "Get", and a function class with it.
@@ -331,4 +331,4 @@ TEST(Function, FindsItsOperationsByOpTypeAndName) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::function_test

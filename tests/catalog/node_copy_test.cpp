@@ -14,7 +14,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::node_copy_test {
 namespace {
 
 /// A function "Volume" with a parameter of every kind in its operation "Status".
@@ -236,4 +236,4 @@ TEST(Clone, FailsWhenAChildCannotBeCloned) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::node_copy_test

@@ -13,7 +13,7 @@
 #include "catalog/test_nodes.h"
 #include "support/param_kinds.h"
 
-namespace tarvex::test {
+namespace tarvex::test::node_test {
 namespace {
 
 TEST(NodeType, EveryClassAnswersForItsOwnCodeOnly) {
@@ -203,4 +203,4 @@ TEST(FindVisible, RootDoesNotFindItself) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::node_test

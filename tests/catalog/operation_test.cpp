@@ -13,7 +13,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::operation_test {
 namespace {
 
 struct OpTypeCase {
@@ -295,4 +295,4 @@ TEST(Operation, GapInACatalogIsClosedAndNamed) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::operation_test

@@ -14,7 +14,7 @@
 #include "params/void.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::param_test {
 namespace {
 
 constexpr const char* kVoid = R"(<TVoid TypeRef="type_void"/>)";
@@ -332,4 +332,4 @@ TEST(DuplicateName, IsNoneWithoutParentOrName) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::param_test

@@ -10,7 +10,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::parameter_assignment_test {
 namespace {
 
 constexpr const char* kVoid = R"(<TVoid TypeRef="type_void"/>)";
@@ -338,4 +338,4 @@ TEST(Assignment, MethodClassInsideAPropertyCountsAsAProperty) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::parameter_assignment_test

@@ -11,7 +11,7 @@
 #include "catalog/test_nodes.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::tree_log_test {
 namespace {
 
 constexpr const char* kSmallDefinitions = R"(<Definition>
@@ -392,4 +392,4 @@ TEST(TreeLog, IsNotWrittenWhileItIsClosed) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::tree_log_test

@@ -9,7 +9,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::array_item_test {
 namespace {
 
 struct ArrayRow {
@@ -240,4 +240,4 @@ TEST(ArrayItem, EachEntryGoesByItsOwnPos) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::array_item_test

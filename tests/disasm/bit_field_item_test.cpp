@@ -8,7 +8,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::bit_field_item_test {
 namespace {
 
 std::string Bit(int pos, std::string_view name, std::string_view descriptions = "") {
@@ -138,4 +138,4 @@ TEST(BitFieldItem, FieldAndBitsTellTheirTypes) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::bit_field_item_test

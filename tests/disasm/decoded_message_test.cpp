@@ -8,7 +8,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::decoded_message_test {
 namespace {
 
 struct KnownRow {
@@ -96,4 +96,4 @@ TEST(DecodedMessage, ItemsKeepACopyOfTheirBytes) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::decoded_message_test

@@ -8,7 +8,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::enum_item_test {
 namespace {
 
 std::string Value(std::string_view code, std::string_view name) {
@@ -183,4 +183,4 @@ TEST(EnumItem, FiveThousandAscendingValuesThatOverlap) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::enum_item_test

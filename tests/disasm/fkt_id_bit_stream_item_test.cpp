@@ -8,7 +8,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::fkt_id_bit_stream_item_test {
 namespace {
 
 /// A catalog whose function 0x000 has these parameters in its "Status".
@@ -131,4 +131,4 @@ TEST(FktIDBitStreamItem, LeavesNothingForAParameterBehindIt) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::fkt_id_bit_stream_item_test

@@ -7,7 +7,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::item_limit_test {
 namespace {
 
 std::unique_ptr<DecodedMessage> DecodeZeros(const Decoding& decoding, std::size_t count) {
@@ -81,4 +81,4 @@ TEST(ItemLimit, NextMessageBeginsAnew) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::item_limit_test

@@ -10,7 +10,7 @@
 #include "disasm/decoding.h"
 #include "support/param_kinds.h"
 
-namespace tarvex::test {
+namespace tarvex::test::json_report_test {
 namespace {
 
 std::string ReportOf(const Decoding& decoding, const CapturedMessage& message, std::string file = "") {
@@ -247,4 +247,4 @@ TEST(JsonReport, TypesAreDocumented) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::json_report_test

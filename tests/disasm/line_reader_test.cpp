@@ -13,7 +13,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::line_reader_test {
 namespace {
 
 struct CloseFile {
@@ -241,4 +241,4 @@ TEST(LineReader, StreamThatCannotBeReadHasFailed) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::line_reader_test

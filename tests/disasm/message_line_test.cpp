@@ -9,7 +9,7 @@
 #include "disasm/decoding.h"
 #include "disasm/report.h"
 
-namespace tarvex::test {
+namespace tarvex::test::message_line_test {
 namespace {
 
 struct LineRow {
@@ -278,4 +278,4 @@ TEST(MessageLine, BlankLinesAndNotesAreNoMessages) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::message_line_test

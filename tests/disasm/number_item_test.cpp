@@ -9,7 +9,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::number_item_test {
 namespace {
 
 /// The text of the only item of a message.
@@ -367,4 +367,4 @@ TEST(Item, RawValueOfAllBytesNeedsOneToFour) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::number_item_test

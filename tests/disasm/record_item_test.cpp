@@ -9,7 +9,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::record_item_test {
 namespace {
 
 struct RecordRow {
@@ -180,4 +180,4 @@ TEST(VoidItem, IsNamedEvenWithoutAName) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::record_item_test

@@ -9,7 +9,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_item_test {
 namespace {
 
 struct StreamRow {
@@ -264,4 +264,4 @@ TEST(StreamItem, TellsItsType) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_item_test

@@ -8,7 +8,7 @@
 
 #include "disasm/decoding.h"
 
-namespace tarvex::test {
+namespace tarvex::test::string_item_test {
 namespace {
 
 struct TextRow {
@@ -131,4 +131,4 @@ TEST(StringItem, UnboundedStringTakesTheWholeMessage) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::string_item_test

@@ -9,7 +9,7 @@
 #include "disasm/decoding.h"
 #include "disasm/wording.h"
 
-namespace tarvex::test {
+namespace tarvex::test::text_report_test {
 namespace {
 
 std::string ReportOf(const Decoding& decoding, const CapturedMessage& message, std::string file = "") {
@@ -188,4 +188,4 @@ TEST(Report, BytesHaveTwoDigitsEach) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::text_report_test

@@ -11,7 +11,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::ini_file_test {
 namespace {
 
 class Ini : public testing::Test {
@@ -213,4 +213,4 @@ TEST_F(Ini, FileThatCannotBeReadIsEmpty) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::ini_file_test

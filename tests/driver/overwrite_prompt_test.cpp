@@ -12,7 +12,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::overwrite_prompt_test {
 namespace {
 
 /// Puts a pipe that holds some bytes in the place of standard input.
@@ -187,4 +187,4 @@ TEST_F(OverwritePrompt, PipeDoesNotHangTheQuestion) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::overwrite_prompt_test

@@ -9,7 +9,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::settings_test {
 namespace {
 
 using testing::ElementsAre;
@@ -268,4 +268,4 @@ TEST_F(SettingsFile, FileIsCalledTarvexIni) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::settings_test

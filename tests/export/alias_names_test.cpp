@@ -8,7 +8,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::alias_names_test {
 namespace {
 
 struct AliasCase {
@@ -65,4 +65,4 @@ TEST(AliasNames, FileThatCannotBeOpenedLeavesNamesAsTheyAre) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::alias_names_test

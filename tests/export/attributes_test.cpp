@@ -13,7 +13,7 @@
 #include "export/kestrel_values.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::attributes_test {
 namespace {
 
 struct ValueRow {
@@ -115,4 +115,4 @@ TEST(DefineAttributes, DefinitionThatCannotBeCreatedIsSkippedWithItsValue) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::attributes_test

@@ -12,7 +12,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::config_lines_test {
 namespace {
 
 using Entry = std::pair<std::string, std::string>;
@@ -122,4 +122,4 @@ TEST(ConfigLines, OnlyRegularFilesCanBeOpened) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::config_lines_test

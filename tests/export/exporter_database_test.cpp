@@ -8,7 +8,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_database_test {
 namespace {
 
 using nlohmann::json;
@@ -114,4 +114,4 @@ TEST(ExportedDatabase, IsTheSameByteForByteForTheSameCatalog) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_database_test

@@ -8,7 +8,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_filter_test {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -87,4 +87,4 @@ TEST(ExcludeFilter, StopsBlocksThatTheIncludeFilterPasses) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_filter_test

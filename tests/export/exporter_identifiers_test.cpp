@@ -10,7 +10,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_identifiers_test {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -137,4 +137,4 @@ TEST(SharedIdentifier, SkippedOperationTakesNoNameAndReportsNothing) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_identifiers_test

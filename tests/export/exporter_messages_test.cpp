@@ -7,7 +7,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_messages_test {
 namespace {
 
 using nlohmann::json;
@@ -195,4 +195,4 @@ TEST(Alias, IsLookedUpExactlyAndCountsInTheNameAsItStands) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_messages_test

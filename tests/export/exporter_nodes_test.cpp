@@ -7,7 +7,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_nodes_test {
 namespace {
 
 using nlohmann::json;
@@ -191,4 +191,4 @@ TEST(NetworkNodes, NamesThatDifferBehindTheCutAreTwoNodesOfWhichTheFirstIsFound)
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_nodes_test

@@ -9,7 +9,7 @@
 
 #include "export/conversion.h"
 
-namespace tarvex::test {
+namespace tarvex::test::exporter_output_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -226,4 +226,4 @@ TEST_F(ExportedFile, SecondExportReadsNothing) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::exporter_output_test

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::message_names_test {
 namespace {
 
 struct CleanCase {
@@ -184,4 +184,4 @@ TEST(MessageName, DifferentNamesMayCleanToTheSame) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::message_names_test

@@ -11,7 +11,7 @@
 
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::network_nodes_test {
 namespace {
 
 constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
@@ -121,4 +121,4 @@ TEST(NodeAddresses, FileThatCannotBeOpenedGivesNone) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::network_nodes_test

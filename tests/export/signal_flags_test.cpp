@@ -9,7 +9,7 @@
 
 #include "export/signal_layout.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signal_flags_test {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -124,4 +124,4 @@ TEST(Signals, AreTheSameAtEveryExport) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signal_flags_test

@@ -9,7 +9,7 @@
 
 #include "export/signal_namer.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signal_names_test {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -243,4 +243,4 @@ TEST(SignalName, ThatIsTakenAfterTheCutIsNumbered) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signal_names_test

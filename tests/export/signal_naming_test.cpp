@@ -7,7 +7,7 @@
 
 #include "export/signal_layout.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signal_naming_test {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -139,4 +139,4 @@ TEST(SignalNaming, OfASecondMessageGoesOnOnlyWhenUnique) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signal_naming_test

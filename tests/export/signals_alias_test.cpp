@@ -6,7 +6,7 @@
 
 #include "export/signal_layout.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signals_alias_test {
 namespace {
 
 struct AliasedLayout {
@@ -125,4 +125,4 @@ TEST(SignalAlias, OfABitItsTextsAndItsField) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signals_alias_test

@@ -7,7 +7,7 @@
 
 #include "export/signal_layout.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signals_record_test {
 namespace {
 
 TEST(RecordSignals, ArePartsOfTheRecordAndFieldsOnTheirOwn) {
@@ -247,4 +247,4 @@ TEST(Pos, IsANumberLikeOthersElsewhere) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signals_record_test

@@ -12,7 +12,7 @@
 #include "export/signal_layout.h"
 #include "export/stand_in_param.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signals_test {
 namespace {
 
 TEST(Signals, OfNumbersFollowEachOther) {
@@ -272,4 +272,4 @@ TEST(Signals, AreNotThereInAMessageWithoutParameters) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signals_test

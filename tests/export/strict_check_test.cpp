@@ -13,7 +13,7 @@
 #include "export/stand_in_param.h"
 #include "params/record.h"
 
-namespace tarvex::test {
+namespace tarvex::test::strict_check_test {
 namespace {
 
 using Kinds = std::vector<NodeType>;
@@ -148,4 +148,4 @@ TEST(StrictExport, LeavesNothingButTheMessageWhereTheCheckFails) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::strict_check_test

@@ -10,7 +10,7 @@
 #include "import/xml/dom_error_handler.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::element_place_test {
 namespace {
 
 /// All elements of a document with their places, such as "r 1:1, a 2:3".
@@ -95,4 +95,4 @@ TEST(ElementPlace, IsRightBehindVeryLongTexts) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::element_place_test

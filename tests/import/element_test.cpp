@@ -13,7 +13,7 @@
 #include "import/xml/dom_error_handler.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::element_test {
 namespace {
 
 using testing::ElementsAre;
@@ -235,4 +235,4 @@ TEST_F(Elements, ChildAttributeNeedsChildAndAttribute) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::element_test

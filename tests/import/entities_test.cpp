@@ -15,7 +15,7 @@
 #include "import/test_texts.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::entities_test {
 namespace {
 
 using testing::HasSubstr;
@@ -299,4 +299,4 @@ TEST(Encodings, LettersBeyondAsciiAreDroppedFromNames) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::entities_test

@@ -11,7 +11,7 @@
 
 #include "import/test_texts.h"
 
-namespace tarvex::test {
+namespace tarvex::test::files_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -161,4 +161,4 @@ TEST(PathParts, ExtensionStartsAtTheLastDotOfTheLastComponent) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::files_test

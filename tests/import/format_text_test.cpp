@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::format_text_test {
 namespace {
 
 TEST(FormatText, PutsArgumentsIntoTheText) {
@@ -225,4 +225,4 @@ TEST(RenderAsFormat, EveryByteAfterAPercentSignIsHarmless) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::format_text_test

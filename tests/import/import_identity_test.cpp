@@ -10,7 +10,7 @@
 #include "import/test_texts.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::import_identity_test {
 namespace {
 
 using testing::ElementsAre;
@@ -249,4 +249,4 @@ TEST_F(CatalogList, ValidationIsOnUnlessSwitchedOff) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::import_identity_test

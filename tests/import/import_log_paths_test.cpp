@@ -11,7 +11,7 @@
 #include "import/test_texts.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::import_log_paths_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -200,4 +200,4 @@ TEST_F(LogPaths, LogsBesideEachOtherAreBothWritten) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::import_log_paths_test

@@ -9,7 +9,7 @@
 #include "import/test_texts.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::import_report_test {
 namespace {
 
 using testing::ElementsAre;
@@ -248,4 +248,4 @@ TEST_F(ImportReport, LongPathsStandWholeInTheLogAndAreCutInFormattedTexts) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::import_report_test

@@ -13,7 +13,7 @@
 
 #include "import/log/messages.h"
 
-namespace tarvex::test {
+namespace tarvex::test::message_declarations_test {
 namespace {
 
 struct NumberedMessage {
@@ -250,4 +250,4 @@ TEST(MessageDeclarations, AreDocumentedOneByOne) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::message_declarations_test

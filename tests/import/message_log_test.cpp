@@ -10,7 +10,7 @@
 
 #include "import/test_texts.h"
 
-namespace tarvex::test {
+namespace tarvex::test::message_log_test {
 namespace {
 
 class MessageLog : public testing::Test {
@@ -265,4 +265,4 @@ TEST_F(MessageLog, DestructorClosesTheLog) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::message_log_test

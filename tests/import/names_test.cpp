@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::names_test {
 namespace {
 
 using testing::ElementsAre;
@@ -133,4 +133,4 @@ TEST(ParseNumberList, TakesTheNumbersAndSkipsTheRest) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::names_test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::parse_value_test {
 namespace {
 
 constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
@@ -277,4 +277,4 @@ TEST(Trim, DropsBlanksTabsAndLineFeedsAtBothEnds) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::parse_value_test

@@ -16,7 +16,7 @@
 #include "import/xml/dom_error_handler.h"
 #include "import/xml/transcode.h"
 
-namespace tarvex::test {
+namespace tarvex::test::parser_exceptions_test {
 namespace {
 
 using testing::ElementsAre;
@@ -238,4 +238,4 @@ TEST_F(ParserExceptions, MissingFileDoesNotReachTheParser) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::parser_exceptions_test

@@ -9,7 +9,7 @@
 
 #include "import/test_texts.h"
 
-namespace tarvex::test {
+namespace tarvex::test::platform_stop_test {
 namespace {
 
 using testing::ElementsAre;
@@ -77,4 +77,4 @@ TEST(PlatformStop, NothingIsParsedAnyMoreAfterAParseHasThrown) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::platform_stop_test

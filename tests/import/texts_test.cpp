@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::texts_test {
 namespace {
 
 struct ExpectedText {
@@ -121,4 +121,4 @@ TEST(Texts, NumberWithoutTextIsAnEmptyText) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::texts_test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::transcode_test {
 namespace {
 
 struct CodingCase {
@@ -68,4 +68,4 @@ TEST(ToDomText, BytesThatAreNoUtf8AreReplaced) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::transcode_test

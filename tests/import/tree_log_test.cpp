@@ -12,7 +12,7 @@
 #include "import/test_texts.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::tree_log_test {
 namespace {
 
 class TreeLog : public testing::Test {
@@ -81,4 +81,4 @@ TEST_F(TreeLog, LinesBeyondTheRoomAreLeftOut) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::tree_log_test

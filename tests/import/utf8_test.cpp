@@ -8,7 +8,7 @@
 
 #include "import/text/shown_text.h"
 
-namespace tarvex::test {
+namespace tarvex::test::utf8_test {
 namespace {
 
 struct CutCase {
@@ -73,4 +73,4 @@ TEST(Shown, HasNothingThatATerminalObeysAndNothingThatIsNoText) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::utf8_test

@@ -11,7 +11,7 @@
 #include "import/test_texts.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::validation_test {
 namespace {
 
 using testing::ElementsAre;
@@ -268,4 +268,4 @@ TEST(Validation, PartsOfADtdAreFoundRelativeToTheDtd) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::validation_test

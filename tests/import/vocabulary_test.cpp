@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace tarvex::test {
+namespace tarvex::test::vocabulary_test {
 namespace {
 
 using testing::ElementsAre;
@@ -105,4 +105,4 @@ TEST(Vocabulary, CopyGoesItsOwnWay) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::vocabulary_test

@@ -25,7 +25,7 @@
 #include "support/catalog_import.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::whole_document_test {
 namespace {
 
 using xercesc::DOMNode;
@@ -500,4 +500,4 @@ TEST(WholeDocument, SaysOfOperationsWithoutPositionsWhatTheirWordsSay) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::whole_document_test

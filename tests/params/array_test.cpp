@@ -13,7 +13,7 @@
 #include "params/composites.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::array_test {
 namespace {
 
 constexpr unsigned kNoLimit = 0xFFFFFFFF;
@@ -364,4 +364,4 @@ TEST(Array, IsCopiedIntoEveryOperationThatUsesIt) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::array_test

@@ -10,7 +10,7 @@
 #include "catalog/element_import.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::bit_field_test {
 namespace {
 
 /// A bit of that position, and of that name if it has one.
@@ -282,4 +282,4 @@ TEST(Bit, ThatFailsItsCheckIsDeletedAndTheFieldStays) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::bit_field_test

@@ -8,7 +8,7 @@
 
 #include "catalog/element_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::boolean_test {
 namespace {
 
 std::string Bit(int pos) {
@@ -136,4 +136,4 @@ TEST(Boolean, IsNoBitFieldToTheTree) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::boolean_test

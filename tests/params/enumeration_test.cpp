@@ -9,7 +9,7 @@
 
 #include "catalog/element_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::enumeration_test {
 namespace {
 
 /// Imports a parameter "Mode" with this type element.
@@ -292,4 +292,4 @@ Warning #0083 in '/Mode':
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::enumeration_test

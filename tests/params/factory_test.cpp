@@ -13,7 +13,7 @@
 #include "params/type_element.h"
 #include "support/param_kinds.h"
 
-namespace tarvex::test {
+namespace tarvex::test::factory_test {
 namespace {
 
 /// The type code of the parameter made for an element, -1 if none is.
@@ -118,4 +118,4 @@ TEST(FindTypeElement, LooksAtChildrenFirstAndOneLevelDeeperThen) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::factory_test

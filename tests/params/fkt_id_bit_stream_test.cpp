@@ -11,7 +11,7 @@
 #include "catalog/element_import.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::fkt_id_bit_stream_test {
 namespace {
 
 constexpr int kStreamCode = 6;
@@ -289,4 +289,4 @@ TEST(FktIDBitStream, StandsInNoElementOutsideAFunction) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::fkt_id_bit_stream_test

@@ -10,7 +10,7 @@
 #include "catalog/element_import.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::number_test {
 namespace {
 
 constexpr const char* kScale =
@@ -320,4 +320,4 @@ TEST(Number, CarriesItsPathInACatalog) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::number_test

@@ -15,7 +15,7 @@
 #include "params/record.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::pos_and_data_test {
 namespace {
 
 const std::string kList = Array("Item", kByte);
@@ -370,4 +370,4 @@ TEST(Selector, StandsInTheTreeLogByItsName) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::pos_and_data_test

@@ -13,7 +13,7 @@
 #include "params/record.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::record_check_test {
 namespace {
 
 void AddField(ZMTParamRecord& record, unsigned pos, ParamPlan plan) {
@@ -304,4 +304,4 @@ TEST(RecordCopy, RefusesArraysAndNothingAtAll) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::record_check_test

@@ -16,7 +16,7 @@
 #include "params/composites.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::record_test {
 namespace {
 
 /// Imports a record "Rec" from this type element.
@@ -381,4 +381,4 @@ TEST(Record, DumpShowsSelectorAndNumberAndThenTheFieldsInOrder) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::record_test

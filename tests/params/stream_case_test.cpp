@@ -12,7 +12,7 @@
 #include "catalog/test_nodes.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_case_test {
 namespace {
 
 constexpr unsigned kNoUpperBound = 0x7FFFFFFF;
@@ -371,4 +371,4 @@ TEST(StreamCase, ParameterThatFailsItsCheckIsDeletedWithoutAMessageAndTheCaseSta
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_case_test

@@ -12,7 +12,7 @@
 #include "params/members.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_nesting_test {
 namespace {
 
 enum class Level { Array, Record, Stream };
@@ -260,4 +260,4 @@ TEST(StreamNesting, ArraysAndRecordsInACaseHaveNoSelectorOfTheirOwn) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_nesting_test

@@ -12,7 +12,7 @@
 #include "params/record.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_selector_test {
 namespace {
 
 const std::string kList = Array("Item", kByte);
@@ -454,4 +454,4 @@ TEST(StreamSelector, StandsInTheTreeLogByItsName) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_selector_test

@@ -8,7 +8,7 @@
 #include "params/stream_case.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_sequence_test {
 namespace {
 
 /// A case whose parameters have these "ParamIdx" values and are called "P0", "P1", ... in document order.
@@ -213,4 +213,4 @@ TEST(StreamSequence, LongestPositionIs4095) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_sequence_test

@@ -13,7 +13,7 @@
 #include "catalog/test_nodes.h"
 #include "params/streams.h"
 
-namespace tarvex::test {
+namespace tarvex::test::stream_test {
 namespace {
 
 struct FaultCase {
@@ -430,4 +430,4 @@ TEST(Stream, IsCopiedIntoEveryOperationThatUsesIt) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::stream_test

@@ -8,7 +8,7 @@
 
 #include "catalog/element_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::string_test {
 namespace {
 
 /// Imports a parameter "Text" with this type element.
@@ -107,4 +107,4 @@ TEST(String, DumpShowsThatThereIsNoLimit) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::string_test

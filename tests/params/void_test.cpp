@@ -8,7 +8,7 @@
 
 #include "catalog/element_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::void_test {
 namespace {
 
 struct VoidCase {
@@ -71,4 +71,4 @@ TEST(Void, WithoutANameIsDumpedWithItsStandIn) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::void_test
