@@ -9,8 +9,8 @@ root=$PWD
 scripts/setup.sh memcheck
 scripts/build.sh release -DTARVEX_TESTS=ON
 
-# What measures time or tries thousands of inputs says nothing more here, and valgrind keeps some signals for itself.
-filter='-*Random*:*Cost*:*Time*:SignalLimits.*:SignalNamesModel.*:EntityBound.*:MessageLog.MessagesBeyond*:Replacement.*Signal*'
+# What tries thousands of inputs says nothing more here, and valgrind keeps some signals for itself.
+filter='-*Random*:SignalLimits.*:SignalNamesModel.*:EntityBound.*:MessageLog.MessagesBeyond*:Replacement.*Signal*'
 # TARVEX has an allocator of its own, whose functions are replaced too.
 memcheck=(valgrind --quiet --error-exitcode=99 --leak-check=full --show-leak-kinds=definite
           --errors-for-leak-kinds=definite --child-silent-after-fork=yes --soname-synonyms=somalloc=libjemalloc.so.2

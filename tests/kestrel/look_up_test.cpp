@@ -1,6 +1,5 @@
 /// Finding nodes, messages and signals.
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -193,53 +192,6 @@ TEST_F(LookUp, SignalNameIsComparedWhole) {
         EXPECT_EQ(manager_.GetSignal(message, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456"), nullptr);
         AddMany(message);
     }
-}
-
-/// Creates `count` nodes, messages and signals, each found again when it is named and after it; the seconds
-/// that this takes.
-double SecondsToFindAll(int count) {
-    const auto start = std::chrono::steady_clock::now();
-    KestrelWriteManager manager(nullptr);
-    const char* key = nullptr;
-    manager.CreateDatabase("cabin", &key, nullptr);
-    msgblk& owner = *manager.CreateMessage(key, 0);
-    owner.identifier = 0x80000000;
-    int found = 0;
-    for (int number = 0; number < count; ++number) {
-        const std::string name = "Name" + std::to_string(number);
-        symblk& node = *manager.CreateNode(key, 0);
-        sigblk& signal = *manager.CreateSignal(owner, 0);
-        if (manager.GetNode(name.c_str(), key) == nullptr) {
-            SetName(node.name, name);
-        }
-        if (manager.GetSignal(owner, name.c_str()) == nullptr) {
-            SetName(signal.name, name);
-        }
-        if (manager.GetMessage(static_cast<unsigned>(number), nullptr) == nullptr) {
-            manager.CreateMessage(key, 0)->identifier = static_cast<std::uint32_t>(number);
-        }
-    }
-    for (int number = 0; number < count; ++number) {
-        const std::string name = "Name" + std::to_string(number);
-        if (manager.GetNode(name.c_str(), key) != nullptr) {
-            ++found;
-        }
-        if (manager.GetSignal(owner, name.c_str()) != nullptr) {
-            ++found;
-        }
-        if (manager.GetMessage(static_cast<unsigned>(number), key) != nullptr) {
-            ++found;
-        }
-    }
-    EXPECT_EQ(found, 3 * count);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-TEST(LookUpTime, GrowsInProportionToTheNumberOfLookUps) {
-    const double few = SecondsToFindAll(20'000);
-    const double many = SecondsToFindAll(200'000);
-    // Ten times as many take about ten times as long; looking at every record each time, a hundred times.
-    EXPECT_LT(many, 40 * few + 1);
 }
 
 }  // namespace

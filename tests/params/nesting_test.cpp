@@ -1,6 +1,5 @@
 /// Arrays and records inside each other: 64 levels are imported, the one that stands in 64 others is not.
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,11 +14,8 @@
 #include "params/record.h"
 #include "support/catalog_import.h"
 
-namespace tarvex::test {
+namespace tarvex::test::nesting_test {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds kBound{1000};
 
 /// Which of the levels, counted from 1, are records; the others are arrays.
 struct Shape {
@@ -78,10 +74,7 @@ TEST(Nesting, LevelsUpTo64AreImported) {
     for (const Shape& shape : kShapes) {
         SCOPED_TRACE(shape.what);
         for (const unsigned levels : {2U, 63U, 64U}) {
-            const std::string xml = CatalogOfParams(Param("L1", Nested(shape, levels, kByte)));
-            const auto start = Clock::now();
-            const auto imported = ImportText(xml);
-            EXPECT_LT(Clock::now() - start, kBound);
+            const auto imported = ImportText(CatalogOfParams(Param("L1", Nested(shape, levels, kByte))));
             EXPECT_TRUE(imported->ok);
             EXPECT_EQ(imported->messages, "");
             EXPECT_EQ(DepthOf(*imported), levels + 1);
@@ -93,10 +86,7 @@ TEST(Nesting, Level65FailsAndSoDoesAllAroundIt) {
     const std::string good = Param("Good", kByte);
     for (const Shape& shape : kShapes) {
         SCOPED_TRACE(shape.what);
-        const std::string xml = CatalogOfParams(Param("L1", Nested(shape, 65, kByte)) + good);
-        const auto start = Clock::now();
-        const auto imported = ImportText(xml);
-        EXPECT_LT(Clock::now() - start, kBound);
+        const auto imported = ImportText(CatalogOfParams(Param("L1", Nested(shape, 65, kByte)) + good));
         EXPECT_TRUE(imported->ok);
         EXPECT_EQ(imported->messages, FailureChain(shape, 64));
         EXPECT_EQ(DepthOf(*imported), 0U);
@@ -199,4 +189,4 @@ TEST(Nesting, LogAndClonesOf64LevelsAreComplete) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::nesting_test
