@@ -137,15 +137,14 @@ void SignalWriter::WriteEnum(const ZMTParamEnum& enumeration, std::uint32_t& bit
 
 /// Gives each code its value's text, up to the largest code that the signal can hold.
 void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
-    constexpr std::uint64_t kCodesEnd = kMaxValueDescriptions;
-    const std::uint64_t codesEnd = signal.length < 16 ? std::uint64_t{1} << signal.length : kCodesEnd;
+    const std::uint64_t codesEnd = std::uint64_t{1} << std::min<unsigned>(signal.length, 16);
     valdesc** end = &signal.value_descriptions;
     unsigned count = 0;
     for (const ZMTEnumValue& value : enumeration.Items()) {
         const std::string& text = aliases_.Of(value.GetName());
         const std::uint64_t valueEnd = std::min(std::uint64_t{value.CodeMax()} + 1, codesEnd);
         for (std::uint64_t code = value.CodeMin(); code < valueEnd; ++code) {
-            if (count == kMaxValueDescriptions) {
+            if (count == left_.descriptionsPerSignal) {
                 return;
             }
             if (!left_.descriptions.Take(1)) {
@@ -198,7 +197,7 @@ void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit)
         const bool goesOn = WriteParam(element, bit, kAllElements);
         // Where nothing was written, or nothing more can be, the second time is spared: records inside
         // records would double it with every level.
-        if (signalCount_ > countBefore && signalCount_ < kMaxSignals) {
+        if (signalCount_ > countBefore && signalCount_ < left_.signalsPerMessage) {
             std::uint32_t ownBit = start;
             WriteParam(element, ownBit, elementNumber);
         }
@@ -211,7 +210,7 @@ void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit)
 /// A new signal of the message that has a name; null when the message has no room for one more.
 sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
                              MultiplexerValue multiplexer) {
-    if (signalCount_ == kMaxSignals || !left_.signals.Take(1)) {
+    if (signalCount_ == left_.signalsPerMessage || !left_.signals.Take(1)) {
         return nullptr;
     }
     ++signalCount_;

@@ -43,6 +43,8 @@ struct SignalBudget {
     Allowance signals;
     Allowance descriptions;
     std::size_t expectedSignals;
+    unsigned signalsPerMessage = kMaxSignals;
+    unsigned descriptionsPerSignal = kMaxValueDescriptions;
 };
 
 /// Lays the parameters of operations out as the signals of their messages, most significant bit first.

@@ -13,7 +13,7 @@
 
 #include "export/signal_namer.h"
 
-namespace tarvex::test {
+namespace tarvex::test::signal_names_model_test {
 namespace {
 
 class NameModel {
@@ -123,7 +123,7 @@ void ExpectEqualNames(unsigned seed, bool unique, unsigned count, std::size_t si
     }
 }
 
-constexpr unsigned kNames = 10'000;
+constexpr unsigned kNames = 3000;
 
 TEST(SignalNamesModel, GivesTheSameNamesInSmallMessages) {
     for (const unsigned seed : {1U, 2U}) {
@@ -133,8 +133,8 @@ TEST(SignalNamesModel, GivesTheSameNamesInSmallMessages) {
 }
 
 TEST(SignalNamesModel, GivesTheSameNamesInLargeMessages) {
-    ExpectEqualNames(3, true, kNames, 4000);
-    ExpectEqualNames(3, false, kNames, 4000);
+    ExpectEqualNames(3, true, kNames, 2000);
+    ExpectEqualNames(3, false, kNames, 2000);
 }
 
 /// Of two letters and up to three characters: nearly every name meets another one.
@@ -160,4 +160,4 @@ TEST(SignalNamesModel, GivesTheSameNamesOfVeryShortBases) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::signal_names_model_test

@@ -14,7 +14,7 @@
 #include "import/xml/element.h"
 #include "support/temp_dir.h"
 
-namespace tarvex::test {
+namespace tarvex::test::element_builder_test {
 namespace {
 
 using testing::HasSubstr;
@@ -384,8 +384,8 @@ TEST(ElementBuilder, DeeperDocumentsAreGivenUp) {
     }
 }
 
-TEST(ElementBuilder, MillionSiblingsAreKeptInOrder) {
-    constexpr std::size_t kPairs = 500'000;
+TEST(ElementBuilder, VeryManySiblingsAreKeptInOrder) {
+    constexpr std::size_t kPairs = 100'000;
     const Document document("<r>" + Repeated("<a/><x/>", kPairs) + "<b/></r>", "r a b");
     ASSERT_NE(document.Root(), nullptr);
     std::size_t count = 0;
@@ -463,4 +463,4 @@ TEST(ElementBuilder, WhatIsNotKeptMustBeWellFormed) {
 }
 
 }  // namespace
-}  // namespace tarvex::test
+}  // namespace tarvex::test::element_builder_test

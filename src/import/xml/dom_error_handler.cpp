@@ -6,13 +6,6 @@
 #include "import/xml/transcode.h"
 
 namespace tarvex {
-namespace {
-
-/// A file in which everything is invalid gives some hundred bytes of complaint for every few bytes of
-/// catalog. Nobody reads beyond this.
-constexpr std::size_t kMaxMessages = std::size_t{16} << 20;
-
-}  // namespace
 
 void ZDOMErrorHandler::warning(const xercesc::SAXParseException& exception) {
     Collect(Text::ParserWarning, exception);
@@ -29,7 +22,7 @@ void ZDOMErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
 }
 
 void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exception) {
-    if (messages_.size() > kMaxMessages) {
+    if (messages_.size() > maxMessages_) {
         if (leftOut_++ == 0) {
             messages_ += "(more parser messages are left out)\n";
         }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include <xercesc/sax/ErrorHandler.hpp>
@@ -13,6 +14,14 @@ namespace tarvex {
 /// Collects the parser's complaints as text, one after the other, and remembers whether there was an error.
 class ZDOMErrorHandler : public xercesc::ErrorHandler {
   public:
+    /// A file in which everything is invalid gives some hundred bytes of complaint for every few bytes of
+    /// catalog. Nobody reads beyond so many bytes.
+    static constexpr std::size_t kMaxMessages = std::size_t{16} << 20;
+
+    ZDOMErrorHandler() = default;
+    /// Complaints that come when there are more bytes than that are left out.
+    explicit ZDOMErrorHandler(std::size_t maxMessages) : maxMessages_(maxMessages) {}
+
     void warning(const xercesc::SAXParseException& exception) override;
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
@@ -27,6 +36,7 @@ class ZDOMErrorHandler : public xercesc::ErrorHandler {
   private:
     void Collect(Text text, const xercesc::SAXParseException& exception);
 
+    std::size_t maxMessages_ = kMaxMessages;
     bool hasError_ = false;
     std::string messages_;
     std::size_t leftOut_ = 0;
