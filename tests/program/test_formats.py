@@ -12,6 +12,9 @@ from support import CATALOG, GENERATOR, SOURCE, ProgramTest
 
 VORN = os.environ["TARVEX_VORN"]
 
+# The sanitizers take many times the time.
+LARGE = ["0.5", "100"] if os.environ["TARVEX_SANITIZED"] == "ON" else ["4", "200"]
+
 # The interpreter of the distribution: only there the package with canmatrix is found.
 KCD_PYTHON = "/usr/bin/python3"
 
@@ -249,7 +252,7 @@ class LargeCatalogFormats(FormatTest):
         super().setUp()
         self.write_settings()
         with open(self.dir / "cat.xml", "wb") as catalog:
-            subprocess.run([GENERATOR, "--megabytes", "4", "--blocks", "200"], stdout=catalog, check=True)
+            subprocess.run([GENERATOR, "--megabytes", LARGE[0], "--blocks", LARGE[1]], stdout=catalog, check=True)
 
     def test_the_database_comes_back_byte_for_byte(self):
         self.assert_round_trips()

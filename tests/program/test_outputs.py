@@ -15,6 +15,8 @@ WRITTEN = "Parsing XML 'cat.xml'\nConverting to Kestrel...\nOutput file 'out.vor
 CONSOLE_LOST = "TARVEX: can't write to the standard output\n"
 
 NOBODY = 65534
+# The sanitizers take many times the time.
+ROUNDS = 5 if os.environ["TARVEX_SANITIZED"] == "ON" else 20
 
 
 class OutputTest(ProgramTest):
@@ -357,7 +359,7 @@ class AtTheSameTime(OutputTest):
         for output in ["out.vorn", "out.sqlite", "out.kcd"]:
             self.assertEqual(self.run_program("roadster.xml", output).returncode, 0)
             new = (self.dir / output).read_bytes()
-            for _ in range(20):
+            for _ in range(ROUNDS):
                 self.write(output, OLD)
                 pair = [subprocess.Popen([PROGRAM, "roadster.xml", output], cwd=self.dir, stdout=subprocess.DEVNULL)
                         for _ in range(2)]
