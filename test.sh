@@ -1,13 +1,12 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs every test: with clang, debug and sanitizers first, then with g++, optimised, together
-# with the style checks.
+# Sets up, builds and runs every test: all of them with clang, debug and sanitizers; then, built by g++ and optimised, those
+# that start the programs, and the style checks.
 set -euo pipefail
 unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 scripts/setup.sh test
-for preset in debug release; do
-  scripts/build.sh "$preset" -DTARVEX_TESTS=ON
-done
+scripts/build.sh debug -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=ON
+scripts/build.sh release -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=OFF
 ctest --preset debug -j "$(nproc)"
 ctest --preset release -j "$(nproc)"

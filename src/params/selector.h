@@ -32,7 +32,8 @@ class FoundSelector {
   public:
     FoundSelector() = default;
     FoundSelector(const FoundSelector& /*other*/) {}
-    FoundSelector& operator=(const FoundSelector& /*other*/) {  // NOLINT(cert-oop54-cpp)
+    FoundSelector& operator=(
+        const FoundSelector& /*other*/) {  // NOLINT(*-unhandled-self-assignment,cert-oop54-cpp)
         param_ = nullptr;
         return *this;
     }

@@ -30,9 +30,7 @@ class ZMTParamStreamCase
     /// A case does not deepen the indentation.
     unsigned GetIndentLevel() const override;
     bool Dump(ZMostTreeLog& treeLog) const override;
-    std::size_t CopySize() const override {
-        return ZMTParam::CopySize() + CopySizeOfAll() + posXString_.size();
-    }
+    std::size_t CopySize() const override { return ZMTParamKind::CopySize() + posXString_.size(); }
 
     /// The catalog's text for the x coordinate; may name the selector.
     const std::string& PosXString() const { return posXString_; }

@@ -24,52 +24,52 @@ constexpr mode_t kAnyWrite = 0222;
 
 class ExportedFile : public testing::Test {
   protected:
-    std::string File(std::string_view name) const { return conversion.Dir().File(name); }
+    std::string File(std::string_view name) const { return conversion_.Dir().File(name); }
     std::string Write(std::string_view name, std::string_view content) const {
-        return conversion.Dir().Write(name, content);
+        return conversion_.Dir().Write(name, content);
     }
 
     /// An exporter for this output and these files.
     ZVornExporter ExporterWith(const std::string& aliases, const std::string& network) const {
-        return {&conversion.Catalog(), conversion.output, aliases, network, {}, {}, conversion.flags};
+        return {&conversion_.Catalog(), conversion_.output, aliases, network, {}, {}, conversion_.flags};
     }
 
-    Conversion conversion{Block("0x22", "Amp")};
+    Conversion conversion_{Block("0x22", "Amp")};
 };
 
 TEST_F(ExportedFile, IsWrittenOncePerExporter) {
-    const auto exporter = conversion.Exporter();
+    const auto exporter = conversion_.Exporter();
     EXPECT_EQ(exporter->Export(), 0);
     Write("out.vorn", "changed since");
     EXPECT_EQ(exporter->Export(), -1);
-    EXPECT_EQ(ReadFile(conversion.output), "changed since");
-    fs::remove(conversion.output);
+    EXPECT_EQ(ReadFile(conversion_.output), "changed since");
+    fs::remove(conversion_.output);
     EXPECT_EQ(exporter->Export(), -1);
-    EXPECT_FALSE(FileExists(conversion.output));
+    EXPECT_FALSE(FileExists(conversion_.output));
 }
 
 TEST_F(ExportedFile, IsNotWrittenByASecondExportAfterAFailedOne) {
-    conversion.output = File("later/out.vorn");
-    const auto exporter = conversion.Exporter();
+    conversion_.output = File("later/out.vorn");
+    const auto exporter = conversion_.Exporter();
     EXPECT_EQ(exporter->Export(), -1);
     fs::create_directory(File("later"));
     EXPECT_EQ(exporter->Export(), -1);
-    EXPECT_FALSE(FileExists(conversion.output));
-    EXPECT_EQ(conversion.Export(), 0);
+    EXPECT_FALSE(FileExists(conversion_.output));
+    EXPECT_EQ(conversion_.Export(), 0);
 }
 
 TEST_F(ExportedFile, IsNotWrittenWithoutACatalog) {
-    ZVornExporter exporter(nullptr, conversion.output, File("missing.txt"), File("missing.txt"), {}, {},
-                           conversion.flags);
+    ZVornExporter exporter(nullptr, conversion_.output, File("missing.txt"), File("missing.txt"), {}, {},
+                           conversion_.flags);
     exporter.MessageSink = [](const std::string& line) { ADD_FAILURE() << line; };
     EXPECT_EQ(exporter.Export(), -1);
     EXPECT_EQ(exporter.Export(), -1);
-    EXPECT_FALSE(FileExists(conversion.output));
+    EXPECT_FALSE(FileExists(conversion_.output));
 }
 
 TEST_F(ExportedFile, ReplacesAnEarlierOne) {
     Write("out.vorn", std::string(100'000, 'o'));
-    const nlohmann::json database = conversion.Database();
+    const nlohmann::json database = conversion_.Database();
     EXPECT_EQ(NamesIn(database["messages"]), std::vector<std::string>{"Amp_Volume_Get"});
 }
 
@@ -80,11 +80,11 @@ TEST_F(ExportedFile, IsRefusedWhereNoFileCanBe) {
     Write("file", "a file");
     for (const char* output : kImpossibleOutputs) {
         SCOPED_TRACE(output);
-        conversion.output = File(output);
-        EXPECT_EQ(conversion.Export(), -1);
+        conversion_.output = File(output);
+        EXPECT_EQ(conversion_.Export(), -1);
     }
-    conversion.output = "";
-    EXPECT_EQ(conversion.Export(), -1);
+    conversion_.output = "";
+    EXPECT_EQ(conversion_.Export(), -1);
     EXPECT_FALSE(FileExists(File("missing")));
     EXPECT_TRUE(fs::is_empty(File("dir")));
     EXPECT_EQ(ReadFile(File("file")), "a file");
@@ -103,13 +103,13 @@ TEST_F(ExportedFile, IsNeverTheCatalog) {
     fs::create_symlink(File("symbolic.vorn"), File("symbolic2.vorn"));
     fs::create_hard_link(catalog, File("hard.vorn"));
     fs::create_directory_symlink(".", File("here"));
-    conversion.flags.makeReadOnly = true;
-    const WorkingDir workingDir(conversion.Dir().Path());
+    conversion_.flags.makeReadOnly = true;
+    const WorkingDir workingDir(conversion_.Dir().Path());
     for (const char* path : kPathsOfTheCatalog) {
         for (const std::string& output : {std::string(path), File(path)}) {
             SCOPED_TRACE(output);
-            conversion.output = output;
-            EXPECT_EQ(conversion.Export(), -1);
+            conversion_.output = output;
+            EXPECT_EQ(conversion_.Export(), -1);
             EXPECT_EQ(ReadFile(catalog), content);
             EXPECT_EQ(ModeOf(catalog), mode);
         }
@@ -120,47 +120,47 @@ TEST_F(ExportedFile, IsNeverTheCatalog) {
 }
 
 TEST_F(ExportedFile, IsWritableUnlessMadeReadOnly) {
-    EXPECT_EQ(conversion.Export(), 0);
-    EXPECT_TRUE(ModeOf(conversion.output) & S_IWUSR);
-    conversion.flags.makeReadOnly = true;
-    EXPECT_EQ(conversion.Export(), 0);
-    EXPECT_FALSE(ModeOf(conversion.output) & kAnyWrite);
-    EXPECT_TRUE(ModeOf(conversion.output) & S_IRUSR);
+    EXPECT_EQ(conversion_.Export(), 0);
+    EXPECT_TRUE(ModeOf(conversion_.output) & S_IWUSR);
+    conversion_.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion_.Export(), 0);
+    EXPECT_FALSE(ModeOf(conversion_.output) & kAnyWrite);
+    EXPECT_TRUE(ModeOf(conversion_.output) & S_IRUSR);
 }
 
 TEST_F(ExportedFile, ReadOnlyMeansForEverybodyAndKeepsTheOtherPermissions) {
     Write("out.vorn", "old");
-    ASSERT_EQ(::chmod(conversion.output.c_str(), 0666), 0);
-    EXPECT_EQ(conversion.Export(), 0);
-    const mode_t before = ModeOf(conversion.output);
-    conversion.flags.makeReadOnly = true;
-    EXPECT_EQ(conversion.Export(), 0);
-    EXPECT_EQ(ModeOf(conversion.output), before & ~kAnyWrite);
+    ASSERT_EQ(::chmod(conversion_.output.c_str(), 0666), 0);
+    EXPECT_EQ(conversion_.Export(), 0);
+    const mode_t before = ModeOf(conversion_.output);
+    conversion_.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion_.Export(), 0);
+    EXPECT_EQ(ModeOf(conversion_.output), before & ~kAnyWrite);
 }
 
 TEST_F(ExportedFile, IsNotWrittenOverAReadOnlyOneWhoeverAsks) {
     for (const bool makeReadOnly : {false, true}) {
         SCOPED_TRACE(makeReadOnly);
-        fs::remove(conversion.output);
+        fs::remove(conversion_.output);
         Write("out.vorn", "old");
-        ASSERT_EQ(::chmod(conversion.output.c_str(), 0444), 0);
-        conversion.flags.makeReadOnly = makeReadOnly;
-        EXPECT_EQ(conversion.Export(), -1);
-        EXPECT_EQ(ReadFile(conversion.output), "old");
-        EXPECT_EQ(ModeOf(conversion.output), 0444U);
+        ASSERT_EQ(::chmod(conversion_.output.c_str(), 0444), 0);
+        conversion_.flags.makeReadOnly = makeReadOnly;
+        EXPECT_EQ(conversion_.Export(), -1);
+        EXPECT_EQ(ReadFile(conversion_.output), "old");
+        EXPECT_EQ(ModeOf(conversion_.output), 0444U);
     }
 }
 
 TEST_F(ExportedFile, IsReplacedAgainOnceItIsWritable) {
-    conversion.flags.makeReadOnly = true;
-    EXPECT_EQ(conversion.Export(), 0);
-    const std::string first = ReadFile(conversion.output);
-    conversion.aliasNames = "Amp,Booster\n";
-    EXPECT_EQ(conversion.Export(), -1);
-    EXPECT_EQ(ReadFile(conversion.output), first);
-    ASSERT_EQ(::chmod(conversion.output.c_str(), 0644), 0);
-    EXPECT_EQ(NamesIn(conversion.Database()["messages"]), std::vector<std::string>{"Booster_Volume_Get"});
-    EXPECT_FALSE(ModeOf(conversion.output) & kAnyWrite);
+    conversion_.flags.makeReadOnly = true;
+    EXPECT_EQ(conversion_.Export(), 0);
+    const std::string first = ReadFile(conversion_.output);
+    conversion_.aliasNames = "Amp,Booster\n";
+    EXPECT_EQ(conversion_.Export(), -1);
+    EXPECT_EQ(ReadFile(conversion_.output), first);
+    ASSERT_EQ(::chmod(conversion_.output.c_str(), 0644), 0);
+    EXPECT_EQ(NamesIn(conversion_.Database()["messages"]), std::vector<std::string>{"Booster_Volume_Get"});
+    EXPECT_FALSE(ModeOf(conversion_.output) & kAnyWrite);
 }
 
 struct ReportCase {
@@ -182,7 +182,7 @@ constexpr ReportCase kReports[] = {
 };
 
 TEST_F(ExportedFile, IsWrittenAlsoWhenFilesToReadCannotBeOpened) {
-    const std::string dir = conversion.Dir().Path();
+    const std::string dir = conversion_.Dir().Path();
     fs::create_directory(File("dir"));
     Write("empty.txt", "");
     Write("aliases.txt", "Tuner,Radio\n");
@@ -198,7 +198,7 @@ TEST_F(ExportedFile, IsWrittenAlsoWhenFilesToReadCannotBeOpened) {
             report.replace(at, dir.size(), "@DIR@");
         }
         EXPECT_EQ(report, row.report);
-        const auto database = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+        const auto database = nlohmann::json::parse(ReadFile(conversion_.output), nullptr, false);
         EXPECT_EQ(NamesIn(database["messages"]), std::vector<std::string>{"Amp_Volume_Get"});
         EXPECT_EQ(NamesIn(database["nodes"]), std::vector<std::string>{"Amp"});
     }
@@ -208,9 +208,9 @@ TEST_F(ExportedFile, FileThatCannotBeOpenedDoesNotKeepTheOtherFromBeingRead) {
     Write("aliases.txt", "Amp,Booster\n");
     Write("network.txt", "Gateway,1\n");
     EXPECT_EQ(ExporterWith(File("missing.txt"), File("network.txt")).Export(), 0);
-    const auto withNetwork = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+    const auto withNetwork = nlohmann::json::parse(ReadFile(conversion_.output), nullptr, false);
     EXPECT_EQ(ExporterWith(File("aliases.txt"), File("missing.txt")).Export(), 0);
-    const auto withAliases = nlohmann::json::parse(ReadFile(conversion.output), nullptr, false);
+    const auto withAliases = nlohmann::json::parse(ReadFile(conversion_.output), nullptr, false);
     EXPECT_EQ(NamesIn(withNetwork["nodes"]), (std::vector<std::string>{"Gateway", "Amp"}));
     EXPECT_EQ(NamesIn(withAliases["messages"]), std::vector<std::string>{"Booster_Volume_Get"});
 }

@@ -96,8 +96,8 @@ struct Case {
     const char* outline;
 };
 
-template <std::size_t N>
-void CheckOutlines(const Case (&cases)[N], std::string_view documentType = "", bool validate = false) {
+template <std::size_t kCount>
+void CheckOutlines(const Case (&cases)[kCount], std::string_view documentType = "", bool validate = false) {
     for (const auto& [xml, words, outline] : cases) {
         SCOPED_TRACE(std::string(xml) + " for " + words);
         const Document document(std::string(documentType) + xml, words, validate);

@@ -31,8 +31,8 @@ class LogPaths : public testing::Test {
     ManagerRun run_;
     std::string catalog_ = run_.dir.Write("Cat.xml", CleanCatalog());
     std::string output_ = run_.dir.Write("out.vorn", "older output");
-    const SinkText kParsing{"Parsing XML '" + catalog_ + "'", 1};
-    const SinkText kWriting{"Writing internal data structure...", 3};
+    const SinkText parsing_{"Parsing XML '" + catalog_ + "'", 1};
+    const SinkText writing_{"Writing internal data structure...", 3};
 };
 
 struct LinkCase {
@@ -60,7 +60,7 @@ TEST_F(LogPaths, ImportLogOverTheCatalogOrTheOutputIsRefused) {
         run_.manager.Clear();
         run_.console.clear();
         EXPECT_TRUE(run_.Import(catalog_, path)) << "the import goes on without a log";
-        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), kParsing));
+        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), parsing_));
         EXPECT_EQ(ReadFile(catalog_), CleanCatalog());
         EXPECT_EQ(ReadFile(output_), "older output");
     }
@@ -75,7 +75,7 @@ TEST_F(LogPaths, ImportLogOverALinkToThemIsRefused) {
             run_.manager.Clear();
             run_.console.clear();
             EXPECT_TRUE(run_.Import(catalog_, path));
-            EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), kParsing));
+            EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), parsing_));
             EXPECT_EQ(ReadFile(catalog_), CleanCatalog());
             EXPECT_EQ(ReadFile(output_), "older output");
         }
@@ -90,7 +90,7 @@ TEST_F(LogPaths, ImportLogOverAnOutputStillToComeIsRefused) {
         run_.manager.Clear();
         run_.console.clear();
         EXPECT_TRUE(run_.Import(catalog_, path));
-        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), kParsing));
+        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), parsing_));
         EXPECT_FALSE(FileExists(output_));
     }
 }
@@ -104,7 +104,7 @@ TEST_F(LogPaths, ImportLogThatCannotBeCreatedIsReportedAndTheImportGoesOn) {
         run_.manager.Clear();
         run_.console.clear();
         EXPECT_TRUE(run_.Import(catalog_, path));
-        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), kParsing));
+        EXPECT_THAT(run_.console, ElementsAre(NotCreated(path), parsing_));
     }
 }
 
@@ -115,7 +115,7 @@ TEST_F(LogPaths, TreeLogHoldsTheTreesOfAllCatalogsInOrder) {
     run_.console.clear();
     const std::string tree = run_.dir.File("tree");
     run_.manager.WriteTreeLog(tree);
-    EXPECT_THAT(run_.console, ElementsAre(kWriting, kWriting));
+    EXPECT_THAT(run_.console, ElementsAre(writing_, writing_));
     const std::string text = ReadFile(tree);
     EXPECT_TRUE(text.starts_with("CATALOG: Cat\n")) << text;
     const std::size_t start = text.find("\nCATALOG: Second\n");

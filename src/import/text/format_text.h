@@ -45,10 +45,10 @@ std::string FormatText(const char* format, const Args&... args) {
 template <class... Args>
 consteval bool FormatTakes(std::string_view format) {
     constexpr char kKinds[] = {(std::is_floating_point_v<Args>                            ? 'f'
-                               : std::is_integral_v<Args> && sizeof(Args) <= sizeof(int) ? 'd'
-                               : std::is_integral_v<Args>                                ? '?'
-                                                                                         : 's')...,
-                              '\0'};
+                                : std::is_integral_v<Args> && sizeof(Args) <= sizeof(int) ? 'd'
+                                : std::is_integral_v<Args>                                ? '?'
+                                                                                          : 's')...,
+                               '\0'};
     std::size_t argument = 0;
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] != '%') {
