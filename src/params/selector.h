@@ -32,9 +32,10 @@ class FoundSelector {
   public:
     FoundSelector() = default;
     FoundSelector(const FoundSelector& /*other*/) {}
-    FoundSelector& operator=(
-        const FoundSelector& /*other*/) {  // NOLINT(*-unhandled-self-assignment,cert-oop54-cpp)
-        param_ = nullptr;
+    FoundSelector& operator=(const FoundSelector& other) {
+        if (this != &other) {
+            param_ = nullptr;
+        }
         return *this;
     }
     ~FoundSelector() = default;
