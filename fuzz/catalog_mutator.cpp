@@ -29,7 +29,7 @@ constexpr const char* kElements[] = {
     "StreamCase",      "PosDescription", "PosX",       "PosY",          "StreamParam"};
 
 /// Texts and attribute values at the edges of what numbers and ranges may be.
-constexpr const char* kNumbers[] = {
+constexpr const char* kNumberTexts[] = {
     "",       " ",          "0",           "1",          "2",          "3",      "-1",   "7",
     "8",      "15",         "16",          "31",         "32",         "33",     "63",   "64",
     "255",    "256",        "4095",        "4096",       "65535",      "65536",  "0xFF", "0xFFF",
@@ -57,7 +57,7 @@ struct Span {
     std::size_t Size() const { return end - begin; }
 };
 
-struct Element {
+struct ElementSpans {
     Span all;
     Span name;
     std::optional<Span> closingName;
@@ -65,7 +65,7 @@ struct Element {
 
 /// What a catalog is made of, as far as its marks can be understood.
 struct Parts {
-    std::vector<Element> elements;
+    std::vector<ElementSpans> elements;
     std::vector<Span> values;  // texts, and attribute values without their quotes
 };
 
@@ -93,7 +93,7 @@ Parts PartsOf(const std::string& xml) {
         const bool isEnd = xml[at + 1] == '/';
         const Span name{at + (isEnd ? 2 : 1), std::min(xml.find_first_of(" \t\n/>", at + 2), end)};
         if (isEnd && !open.empty()) {
-            Element& element = parts.elements[open.back()];
+            ElementSpans& element = parts.elements[open.back()];
             element.all.end = end + 1;
             element.closingName = name;
             open.pop_back();
@@ -127,7 +127,7 @@ class Mutation {
         if (parts_.elements.empty() || parts_.values.empty()) {
             return std::nullopt;
         }
-        const Element& element = Any(parts_.elements);
+        const ElementSpans& element = Any(parts_.elements);
         const std::string text = xml_.substr(element.all.begin, element.all.Size());
         switch (random_() % 12) {
             case 0:
@@ -155,7 +155,7 @@ class Mutation {
                 break;
             }
             default:
-                Replace(Any(parts_.values), random_() % 3 == 0 ? Any(kNames) : Any(kNumbers));
+                Replace(Any(parts_.values), random_() % 3 == 0 ? Any(kNames) : Any(kNumberTexts));
                 break;
         }
         return xml_;
@@ -192,7 +192,7 @@ class Mutation {
     }
 
     /// Half of the time to a word that the catalog has already.
-    void Rename(const Element& element) {
+    void Rename(const ElementSpans& element) {
         const Span other = Any(parts_.elements).name;
         const std::string word = random_() % 2 == 0 ? xml_.substr(other.begin, other.Size()) : AnyWord();
         if (element.closingName) {

@@ -8,6 +8,8 @@ namespace tarvex {
 
 class ZMTDefType;
 
+inline constexpr std::uint32_t kBitsPerByte = 8;
+
 /// Positions that a catalog may give to a parameter of a record or stream lie in 1 to this.
 inline constexpr std::uint32_t kMaxParamPos = 4095;
 

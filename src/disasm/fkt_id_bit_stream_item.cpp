@@ -8,7 +8,6 @@
 namespace tarvex {
 namespace {
 
-constexpr std::size_t kBitsPerByte = 8;
 /// A run of so many FunctionIDs or more is written as its first and last one.
 constexpr std::size_t kLongRun = 3;
 

@@ -12,12 +12,6 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
 
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    return begin == std::string_view::npos ? std::string_view()
-                                           : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
-
 bool ParseNumber(std::string_view text, int base, std::uint32_t& out) {
     const char* end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, out, base);

@@ -8,17 +8,14 @@
 #include "driver/line_reader.h"
 #include "import/import_manager.h"
 #include "import/text/files.h"
+#include "import/text/utf8.h"
 
 namespace tarvex {
 namespace {
 
-constexpr std::uint16_t kCatalogGroup = 1;
 constexpr std::size_t kOutputBuffer = std::size_t{1} << 16;
 
 constexpr const char* kStandardInput = "-";
-
-/// Some editors begin a file with it.
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 void Complain(std::string text) {
     std::ranges::replace(text, '\n', ' ');
@@ -77,8 +74,8 @@ bool DecodeCapture(LineReader& reader, const std::string& name, const ZMTCatalog
     LinePlace place{name, 0};
     CapturedMessage message;
     for (std::string_view line; !output.HasFailed() && reader.Next(line); output.WriteIfLarge()) {
-        if (++place.number == 1 && line.starts_with(kByteOrderMark)) {
-            line.remove_prefix(kByteOrderMark.size());
+        if (++place.number == 1) {
+            TakeByteOrderMark(line);
         }
         if (IsCommentLine(line)) {
             continue;

@@ -15,8 +15,6 @@
 namespace tarvex {
 namespace {
 
-constexpr std::uint16_t kCatalogGroup = 1;
-
 /// Longest full path of the initialisation file, its terminating zero included.
 constexpr std::size_t kFullPathBuffer = 260;
 

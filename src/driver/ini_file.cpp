@@ -7,18 +7,10 @@
 
 #include "import/text/files.h"
 #include "import/text/names.h"
+#include "import/text/utf8.h"
 
 namespace tarvex {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view TrimBlanks(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 std::string_view Unquote(std::string_view value) {
     const bool isQuoted =
@@ -32,9 +24,7 @@ IniFile::IniFile(const std::string& path) {
     const std::optional<std::string> text = ReadFile(path, kMaxSize);
     isRead_ = text.has_value();
     std::string_view rest = isRead_ ? *text : std::string_view();
-    if (rest.starts_with(kByteOrderMark)) {
-        rest.remove_prefix(kByteOrderMark.size());
-    }
+    TakeByteOrderMark(rest);
     std::string section;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());

@@ -16,8 +16,6 @@
 namespace tarvex {
 namespace {
 
-constexpr std::uint32_t kBitsPerByte = 8;
-
 /// Names of enumerations and single bits are kept short.
 constexpr std::size_t kShortName = 26;
 constexpr std::size_t kLongName = kNameSize;

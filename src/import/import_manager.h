@@ -18,6 +18,9 @@ namespace tarvex {
 /// Written into the header of the importer's messages.
 inline constexpr const char* kImporterVersion = "1.0.11";
 
+/// The group of the catalogs that a program is told to read.
+inline constexpr std::uint16_t kCatalogGroup = 1;
+
 /// What a text for the message sink is about.
 enum class ImportEvent {
     Reading = 1,  ///< Files and the parser, and failures.

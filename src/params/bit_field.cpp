@@ -7,12 +7,6 @@
 #include "import/xml/element.h"
 
 namespace tarvex {
-namespace {
-
-constexpr std::uint32_t kBitsPerByte = 8;
-
-}  // namespace
-
 void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context) {
     const std::uint32_t needed = std::max(Size(), 1U);  // the highest bit has the last slot
     SetLength(declared);

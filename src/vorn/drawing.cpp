@@ -8,8 +8,6 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t kBits = 8;
-
 /// Nobody looks at more drawings of one message.
 constexpr std::size_t kMaxDrawings = 32;
 
@@ -29,8 +27,8 @@ bool IsMultiplexed(const kestrel::Signal& signal) {
 /// One byte of a drawing.
 std::string Row(const std::vector<std::string>& bits, std::size_t byte, std::size_t width) {
     std::string row;
-    for (std::size_t bit = 0; bit < kBits; ++bit) {
-        const std::string& letters = bits[byte * kBits + bit];
+    for (std::size_t bit = 0; bit < kBitsPerByte; ++bit) {
+        const std::string& letters = bits[byte * kBitsPerByte + bit];
         row += std::string(width - letters.size() + 1, ' ') + letters;
     }
     return row;
@@ -43,7 +41,7 @@ std::vector<std::string> BitLetters(const kestrel::Message& message, const std::
     for (const DrawnSignal& drawn : signals) {
         bytes = std::max(bytes, EndByte(*drawn.signal));
     }
-    std::vector<std::string> bits(bytes * kBits, ".");
+    std::vector<std::string> bits(bytes * kBitsPerByte, ".");
     for (const DrawnSignal& drawn : signals) {
         const kestrel::Signal& signal = *drawn.signal;
         if (isMultiplexed && IsMultiplexed(signal) && signal.multiplexer_value != value) {
@@ -61,10 +59,10 @@ std::string Drawing(const std::vector<std::string>& bits, std::size_t length, co
     for (const std::string& letters : bits) {
         width = std::max(width, letters.size());
     }
-    const std::size_t bytes = bits.size() / kBits;
+    const std::size_t bytes = bits.size() / kBitsPerByte;
     const std::size_t labelWidth = std::max<std::size_t>(8, 2 * std::to_string(bytes).size() + 2);
     std::string text = std::string(labelWidth, ' ');
-    for (std::size_t bit = kBits; bit-- > 0;) {
+    for (std::size_t bit = kBitsPerByte; bit-- > 0;) {
         text += std::string(width, ' ') + std::to_string(bit);
     }
     text = style(Colour::Faint, text) + "\n";

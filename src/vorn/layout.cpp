@@ -5,11 +5,9 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t kBits = 8;
-
 /// A bit as it is numbered in signals, where every byte counts from its lowest bit.
 BitPosition FromSignalNumber(std::size_t bit) {
-    return bit / kBits * kBits + (kBits - 1) - bit % kBits;
+    return bit / kBitsPerByte * kBitsPerByte + (kBitsPerByte - 1) - bit % kBitsPerByte;
 }
 
 bool IsBigEndian(const sigblk& signal) {
@@ -39,22 +37,22 @@ std::vector<BitRange> RangesOf(const sigblk& signal) {
     }
     const std::size_t low = signal.start_bit;
     const std::size_t high = low + signal.length - 1U;
-    const std::size_t firstByte = low / kBits * kBits;
-    const std::size_t lastByte = high / kBits * kBits;
+    const std::size_t firstByte = low / kBitsPerByte * kBitsPerByte;
+    const std::size_t lastByte = high / kBitsPerByte * kBitsPerByte;
     if (firstByte == lastByte) {
         return {{FromSignalNumber(high), FromSignalNumber(low) + 1}};
     }
     std::vector<BitRange> ranges{{firstByte, FromSignalNumber(low) + 1}};
-    if (firstByte + kBits < lastByte) {
-        ranges.push_back({firstByte + kBits, lastByte});
+    if (firstByte + kBitsPerByte < lastByte) {
+        ranges.push_back({firstByte + kBitsPerByte, lastByte});
     }
-    ranges.push_back({FromSignalNumber(high), lastByte + kBits});
+    ranges.push_back({FromSignalNumber(high), lastByte + kBitsPerByte});
     return ranges;
 }
 
 std::size_t EndByte(const sigblk& signal) {
     const std::size_t first = IsBigEndian(signal) ? FromSignalNumber(signal.start_bit) : signal.start_bit;
-    return (first + signal.length + kBits - 1) / kBits;
+    return (first + signal.length + kBitsPerByte - 1) / kBitsPerByte;
 }
 
 bool CanMeet(const sigblk& a, const sigblk& b) {

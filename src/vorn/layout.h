@@ -13,6 +13,8 @@ namespace vorn {
 /// is 8.
 using BitPosition = std::size_t;
 
+inline constexpr BitPosition kBitsPerByte = 8;
+
 /// The bits of a signal, from its most significant one on.
 std::vector<BitPosition> BitsOf(const sigblk& signal);
 

@@ -170,12 +170,12 @@ TEST_F(SqliteWriter, NameOf32BytesIsWrittenWhole) {
     EXPECT_EQ(Rows("SELECT name FROM node"), "'123456789 123456789 123456789 ä'\n");
 }
 
-struct NumberCase {
+struct StoredNumberCase {
     double number;
     const char* value;
 };
 
-constexpr NumberCase kNumbers[] = {
+constexpr StoredNumberCase kStoredNumbers[] = {
     {0, "'integer' 0\n"},
     {-5, "'integer' -5\n"},
     {0.25, "'real' 0.25\n"},
@@ -186,7 +186,7 @@ constexpr NumberCase kNumbers[] = {
 
 TEST_F(SqliteWriter, WholeNumbersAreIntegers) {
     DefineInteger(AttrObject::Database, "N", 0, 1, 0);
-    for (const auto& [number, value] : kNumbers) {
+    for (const auto& [number, value] : kStoredNumbers) {
         manager_.SetAttrValue(key_, "N", Number(number));
         EXPECT_EQ(Rows("SELECT typeof(value), value FROM database_attribute"), value) << number;
     }

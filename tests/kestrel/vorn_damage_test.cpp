@@ -11,7 +11,7 @@
 
 namespace {
 
-struct DamageCase {
+struct LineDamageCase {
     const char* what;
     /// A part of the good file, and what takes its place.
     const char* good;
@@ -20,7 +20,7 @@ struct DamageCase {
 };
 
 // clang-format off
-constexpr DamageCase kSections[] = {
+constexpr LineDamageCase kDamagedSections[] = {
     {"another format",        R"("Vorn")",       R"("Worn")",         "line 2: this is no Vorn file"},
     {"format is no text",     R"("Vorn")",       "1",                 "line 2: this is no Vorn file"},
     {"later version",         R"("version": 1)", R"("version": 2)",   "line 3: version 2 of Vorn is not known"},
@@ -56,7 +56,7 @@ constexpr DamageCase kSections[] = {
     {"beyond every number",   "\"length\": 1,",  "\"length\": 1e999,", "line 28: "},
 };
 
-constexpr DamageCase kDefinitions[] = {
+constexpr LineDamageCase kDamagedDefinitions[] = {
     {"unknown object",       R"("object": "node", "name": "Maker")", R"("object": "car", "name": "Maker")",
      "line 10: 'car' is no kind of object"},
     {"object is no text",    R"("object": "node", "name": "Maker")", R"("object": 1, "name": "Maker")",
@@ -101,7 +101,7 @@ constexpr DamageCase kDefinitions[] = {
      "line 15: a text has a zero character"},
 };
 
-constexpr DamageCase kNodesAndAttributes[] = {
+constexpr LineDamageCase kDamagedNodesAndAttributes[] = {
     {"node without a name",       R"({"name": "Bare", )",   "{",                       "line 19: a node has no \"name\""},
     {"name is null",              R"("name": "Bare")",      R"("name": null)",         "line 19: \"name\" of a node is no text"},
     {"node without attributes",   R"("Bare", "attributes": {}})", R"("Bare"})",        "line 19: a node has no \"attributes\""},
@@ -135,7 +135,7 @@ constexpr DamageCase kNodesAndAttributes[] = {
      "line 32: the attribute 'Kind' has no value 'Final'"},
 };
 
-constexpr DamageCase kDatabaseAttributes[] = {
+constexpr LineDamageCase kDamagedDatabaseAttributes[] = {
     {"not defined",           R"("Stage": "Final")",   R"("Stag": "Final")",   "the attribute 'Stag' is not defined"},
     {"defined for nodes only", R"("Stage": "Final")",  R"("Slot": 1)",         "the attribute 'Slot' is not defined"},
     {"no such value",         R"("Stage": "Final")",   R"("Stage": "Ready")",  "the attribute 'Stage' has no value 'Ready'"},
@@ -144,7 +144,7 @@ constexpr DamageCase kDatabaseAttributes[] = {
      "the attribute 'Revision' is neither a number nor a text"},
 };
 
-constexpr DamageCase kMessages[] = {
+constexpr LineDamageCase kDamagedMessages[] = {
     {"no identifier",           R"("identifier": 2236420, )",     "", "line 29: a message has no \"identifier\""},
     {"no extended",             R"("extended": true, )",          "", "line 29: a message has no \"extended\""},
     {"no name",                 R"("name": "Radio_Volume_Status", )", "", "line 29: a message has no \"name\""},
@@ -177,7 +177,7 @@ constexpr DamageCase kMessages[] = {
      "line 29: the name '123456789 123456789 123456789 123' is longer than 32 bytes"},
 };
 
-constexpr DamageCase kSignals[] = {
+constexpr LineDamageCase kDamagedSignals[] = {
     {"no name",               R"({"name": "Level", )",   "{", "line 29: a signal has no \"name\""},
     {"no start bit",          R"("start_bit": 7, )",     "", "line 29: a signal has no \"start_bit\""},
     {"no length",             R"("start_bit": 7, "length": 8, )", R"("start_bit": 7, )", "line 29: a signal has no \"length\""},
@@ -242,8 +242,8 @@ class DamagedVorn : public testing::Test {
 
     /// The rows' errors are whole, but for those of the JSON parser.
     template <std::size_t kCount>
-    void ExpectErrors(const DamageCase (&rows)[kCount]) {
-        for (const DamageCase& row : rows) {
+    void ExpectErrors(const LineDamageCase (&rows)[kCount]) {
+        for (const LineDamageCase& row : rows) {
             std::string error = ErrorWith(row.good, row.bad);
             const std::string expected = row.error;
             if (expected.ends_with("syntax error") || expected.ends_with(": ")) {
@@ -257,27 +257,27 @@ class DamagedVorn : public testing::Test {
 };
 
 TEST_F(DamagedVorn, SectionsAreChecked) {
-    ExpectErrors(kSections);
+    ExpectErrors(kDamagedSections);
 }
 
 TEST_F(DamagedVorn, DefinitionsAreChecked) {
-    ExpectErrors(kDefinitions);
+    ExpectErrors(kDamagedDefinitions);
 }
 
 TEST_F(DamagedVorn, NodesAndAttributesAreChecked) {
-    ExpectErrors(kNodesAndAttributes);
+    ExpectErrors(kDamagedNodesAndAttributes);
 }
 
 TEST_F(DamagedVorn, MessagesAreChecked) {
-    ExpectErrors(kMessages);
+    ExpectErrors(kDamagedMessages);
 }
 
 TEST_F(DamagedVorn, SignalsAreChecked) {
-    ExpectErrors(kSignals);
+    ExpectErrors(kDamagedSignals);
 }
 
 TEST_F(DamagedVorn, AttributesOfTheDatabaseAreCheckedAgainstTheirDefinitions) {
-    for (const auto& [what, good, bad, error] : kDatabaseAttributes) {
+    for (const auto& [what, good, bad, error] : kDamagedDatabaseAttributes) {
         const std::string found = ErrorWith(good, bad);
         EXPECT_TRUE(found.ends_with(error)) << what << ": " << found;
     }

@@ -1,8 +1,8 @@
 """Runs clang-tidy over all sources below some directories: run_tidy.py CLANG_TIDY BUILD JOBS DIRECTORY... [-- OPTION...]
 
-BUILD has the compile commands; without any it is "-". The files of a directory are looked at together, as one that
-includes the others: most of the time goes into the headers that they share. Files that cannot be together, as they
-have names in common, come in turn."""
+BUILD has the compile commands; without any it is "-". Sources are looked at together, as one that includes them all:
+most of the time goes into the headers that they share. Those that cannot be together, as they have names in common,
+come in a later turn."""
 
 import concurrent.futures
 import json
@@ -11,6 +11,7 @@ import re
 import shlex
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 
@@ -30,29 +31,37 @@ def compiler_options(build):
     return list(options)
 
 
-def together(files):
-    return [f"-include{file}" for file in files[1:]] + [files[0]]
+# What every program has one of. Under a name of its own in each source, they can be together.
+ENTRY_POINTS = ("main", "LLVMFuzzerTestOneInput", "LLVMFuzzerCustomMutator")
+LARGEST_SHARE = 60
 
 
-def clashing(files, options):
-    """Those of the files that do not compile with the others."""
-    result = subprocess.run(["clang++", "-fsyntax-only", "-w", "-ferror-limit=0", *options, *together(files)],
+def write_together(files, path):
+    lines = []
+    for number, file in enumerate(files):
+        lines += [f"#define {name} {name}_{number}" for name in ENTRY_POINTS]
+        lines += [f'#include "{file}"']
+        lines += [f"#undef {name}" for name in ENTRY_POINTS]
+    path.write_text("\n".join(lines) + "\n")
+
+
+def clashing(files, path, options):
+    """Those of the files that do not compile with the ones before them."""
+    write_together(files, path)
+    result = subprocess.run(["clang++", "-fsyntax-only", "-w", "-ferror-limit=0", *options, str(path)],
                             capture_output=True, text=True, check=False)
     found = set(re.findall(r"^(.+?):\d+:\d+: (?:fatal )?error:", result.stdout + result.stderr, re.M))
-    if result.returncode == 0:
-        return []
-    return [file for file in files if file in found] or files[1:]
+    return [file for file in files[1:] if file in found or (result.returncode != 0 and not found & set(files))]
 
 
-def batches(files, options):
-    while files:
-        later = []
-        while len(files) > 1 and (bad := clashing(files, options)):
-            bad = bad if len(bad) < len(files) else bad[1:]
-            files = [file for file in files if file not in bad]
-            later = bad + later
-        yield files
-        files = later
+def shares(directory):
+    """Its sources, in equal shares that are not too large for one run."""
+    files = sorted(str(file.resolve()) for file in directory.rglob("*.cpp")
+                   if "samples" not in file.relative_to(directory).parts)
+    if not files:
+        sys.exit(f"{directory} has no sources")
+    each = -(-len(files) // -(-len(files) // LARGEST_SHARE))
+    return [files[first:first + each] for first in range(0, len(files), each)]
 
 
 def main():
@@ -62,31 +71,27 @@ def main():
     checks = [option for option in extra if option.startswith("--checks=")] or ["--checks="]
     options = compiler_options(build) + [option for option in extra if not option.startswith("--checks=")]
 
-    groups = {}
-    for directory in directories:
-        files = sorted(str(file.resolve()) for file in Path(directory).rglob("*.cpp")
-                       if "samples" not in file.relative_to(directory).parts)
-        if not files:
-            sys.exit(f"{directory} has no sources")
-        for file in files:
-            groups.setdefault(str(Path(file).parent), []).append(file)
+    groups = [share for directory in directories for share in shares(Path(directory))]
 
-    def tidy(files):
-        # One source includes another one here only.
-        command = [clang_tidy, "--quiet", "--header-filter=.*", checks[0] + ",-bugprone-suspicious-include",
-                   *(f"--extra-arg=-include{file}" for file in files[1:]), files[0], "--", *options,
+    def tidy(files, path):
+        """What is wrong with the files that compile together, and those that do not."""
+        write_together(files, path)
+        # One source includes others here only.
+        command = [clang_tidy, "--quiet", f"--config-file={Path('.clang-tidy').resolve()}", "--header-filter=.*",
+                   checks[0] + ",-bugprone-suspicious-include", str(path), "--", *options,
                    "-Wno-unknown-warning-option"]
         result = subprocess.run(command, capture_output=True, text=True, check=False)
-        return files, result.returncode, result.stdout
-
-    def tidy_all(files):
-        return [tidy(batch) for batch in batches(files, options)]
+        if "clang-diagnostic-error" in result.stdout and (bad := clashing(files, path, options)):
+            good = [file for file in files if file not in bad]
+            return tidy(good, path) + tidy(bad, path)
+        return [(files, result.returncode, result.stdout)]
 
     failed = False
-    with concurrent.futures.ThreadPoolExecutor(int(jobs)) as pool:
-        for results in pool.map(tidy_all, groups.values()):
+    with tempfile.TemporaryDirectory() as folder, concurrent.futures.ThreadPoolExecutor(int(jobs)) as pool:
+        paths = [Path(folder) / f"group_{number}.cpp" for number in range(len(groups))]
+        for results in pool.map(tidy, groups, paths):
             for files, status, output in results:
-                print(len(files), "files of", Path(files[0]).parent, flush=True)
+                print(len(files), "files from", files[0], flush=True)
                 if status != 0:
                     print(output, flush=True)
                     failed = True

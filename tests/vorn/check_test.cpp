@@ -21,7 +21,7 @@ struct MessageFaultCase {
     Faults faults;  // behind "message Msg: "
 };
 
-const MessageFaultCase kSignals[] = {
+const MessageFaultCase kSignalFaults[] = {
     {"no signals", 0, {}, {}},
     {"side by side", 1, {{"A", 7, 4, kBig}, {"B", 3, 4, kBig}}, {}},
     {"side by side in both byte orders", 2, {{"A", 7, 12, kBig}, {"B", 8, 4}}, {}},
@@ -78,7 +78,7 @@ const MessageFaultCase kSignals[] = {
 };
 
 TEST(Check, SignalsOfAMessage) {
-    for (const auto& [what, length, signals, faults] : kSignals) {
+    for (const auto& [what, length, signals, faults] : kSignalFaults) {
         Faults lines;
         for (const std::string& fault : faults) {
             lines.push_back("message Msg: " + fault);

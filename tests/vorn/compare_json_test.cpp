@@ -9,7 +9,7 @@
 namespace vorn::test {
 namespace {
 
-std::string Difference(const Sample& before, const Sample& after) {
+std::string JsonDifference(const Sample& before, const Sample& after) {
     return ChangesJson(Compare(*Build(before), *Build(after)));
 }
 
@@ -62,7 +62,8 @@ TEST(CompareJson, ListsChanges) {
     for (const auto& [what, change, json] : kCases) {
         Sample after = Cabin();
         change(after);
-        EXPECT_EQ(ordered_json::parse(Difference(Cabin(), after)).dump(1), ordered_json::parse(json).dump(1))
+        EXPECT_EQ(ordered_json::parse(JsonDifference(Cabin(), after)).dump(1),
+                  ordered_json::parse(json).dump(1))
             << what;
     }
 }
@@ -74,7 +75,7 @@ TEST(CompareJson, HasARecordOnEachLine) {
     after.messages[0].node = "Tuner";
     after.messages[0].signals[0].values[1].second = "Loud";
     after.messages[0].signals.pop_back();
-    EXPECT_EQ(Difference(Cabin(), after), R"([
+    EXPECT_EQ(JsonDifference(Cabin(), after), R"([
   {"change": "added", "object": "node", "name": "Phone"},
   {"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status", "fields": [{"field": "length", "before": "2", "after": "3"}, {"field": "node", "before": "Amp", "after": "Tuner"}], "parts": [
     {"change": "changed", "object": "signal", "name": "Volume", "parts": [
@@ -84,7 +85,7 @@ TEST(CompareJson, HasARecordOnEachLine) {
   ]}
 ]
 )");
-    EXPECT_EQ(Difference(Cabin(), Cabin()), "[]\n");
+    EXPECT_EQ(JsonDifference(Cabin(), Cabin()), "[]\n");
 }
 
 }  // namespace

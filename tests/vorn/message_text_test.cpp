@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr std::uint32_t kExtended = kExtendedIdentifier;
+constexpr std::uint32_t kMarked = kExtendedIdentifier;
 
 struct IdentifierCase {
     std::uint32_t identifier;
@@ -23,8 +23,8 @@ constexpr IdentifierCase kIdentifiers[] = {
     {0x7FF, "0x7FF"},
     {0xABCDEF, "0xABCDEF"},
     {0x7FFFFFFF, "0x7FFFFFFF"},
-    {kExtended, "0x0 extended"},
-    {kExtended | 0x22400C, "0x22400C extended"},
+    {kMarked, "0x0 extended"},
+    {kMarked | 0x22400C, "0x22400C extended"},
     {0xFFFFFFFF, "0x7FFFFFFF extended"},
 };
 
@@ -34,13 +34,13 @@ TEST(IdentifierText, IsHexadecimal) {
     }
 }
 
-struct MessageCase {
+struct DrawnMessageCase {
     const char* what;
     Sample sample;  // the text is that of its first message
     const char* text;
 };
 
-const MessageCase kMessages[] = {
+const DrawnMessageCase kDrawnMessages[] = {
     {"nothing but a name", {.messages = {{0x7FF, "Ping", 0}}}, R"(Ping  0x7FF, 0 bytes
 
          7 6 5 4 3 2 1 0
@@ -49,7 +49,7 @@ const MessageCase kMessages[] = {
      {.definitions = {Integer("message", "Period", 0, 1000, 0), String("message", "Function", ""),
                       Enumeration("message", "Kind", {"Get", "Status"}, "Get")},
       .nodes = {{"Amp"}},
-      .messages = {{kExtended | 0x22400C,
+      .messages = {{kMarked | 0x22400C,
                     "Volume_Status",
                     1,
                     {{"Volume", 7, 8, kBig, 0, {{0, "Off"}, {255, "Loudest"}}}},
@@ -121,7 +121,7 @@ A  Le.vel  start bit 0, 1 bit, little-endian
 };
 
 TEST(MessageText, TellsEverythingOfAMessage) {
-    for (const auto& [what, sample, text] : kMessages) {
+    for (const auto& [what, sample, text] : kDrawnMessages) {
         const auto database = Build(sample);
         EXPECT_EQ(MessageText(database->Messages().front(), Style(false)), text) << what;
     }
@@ -195,7 +195,7 @@ constexpr FindCase kFinds[] = {
 
 TEST(FindMessage, ByNameAndByIdentifier) {
     const auto database = Build({.messages = {{0, "Zero"},
-                                              {kExtended | 0x22400C, "Volume_Status"},
+                                              {kMarked | 0x22400C, "Volume_Status"},
                                               {0x99, "16"},
                                               {0x7FFFFFFF, "Last"},
                                               {0x500, "Twin", 1},

@@ -4,13 +4,6 @@
 #include "import/text/format_text.h"
 
 namespace tarvex {
-namespace {
-
-void Write(std::FILE* file, std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), file);
-}
-
-}  // namespace
 
 void ZMostFCatLog::WriteEntry(Text entry, unsigned number, const std::string& text,
                               const std::string& objectName) {
@@ -62,8 +55,8 @@ bool ZMostFCatLog::OpenLog(const std::string& path) {
 
 void ZMostFCatLog::WriteLine(std::string_view text) {
     if (importLog_) {
-        Write(importLog_.get(), text);
-        Write(importLog_.get(), "\n");
+        WriteText(importLog_.get(), text);
+        WriteText(importLog_.get(), "\n");
     }
 }
 

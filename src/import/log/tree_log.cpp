@@ -3,13 +3,6 @@
 #include "import/text/format_text.h"
 
 namespace tarvex {
-namespace {
-
-void Write(std::FILE* file, std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), file);
-}
-
-}  // namespace
 
 bool ZMostTreeLog::OpenTreeLog(const std::string& path) {
     if (file_) {
@@ -21,7 +14,7 @@ bool ZMostTreeLog::OpenTreeLog(const std::string& path) {
 
 bool ZMostTreeLog::CloseTreeLog() {
     if (file_ && room_.IsSpent()) {
-        Write(file_.get(), "The log would become too large, further lines are left out!\n");
+        WriteText(file_.get(), "The log would become too large, further lines are left out!\n");
     }
     return CloseWritten(std::move(file_));
 }
@@ -39,7 +32,7 @@ void ZMostTreeLog::WriteTreeLine(std::string_view text, unsigned depth) {
     }
     line_ += '\n';
     if (room_.Take(line_.size())) {
-        Write(file_.get(), line_);
+        WriteText(file_.get(), line_);
     }
 }
 

@@ -51,6 +51,10 @@ File OpenForWriting(const std::string& path, WriteMode mode) {
     return file;
 }
 
+void WriteText(std::FILE* file, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), file);
+}
+
 bool CloseWritten(File file) {
     if (!file) {
         return true;

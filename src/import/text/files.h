@@ -23,6 +23,9 @@ enum class WriteMode { Truncate, Append };
 /// something else (a directory, a device, a pipe).
 File OpenForWriting(const std::string& path, WriteMode mode);
 
+/// Appends a text. `CloseWritten` tells whether that failed.
+void WriteText(std::FILE* file, std::string_view text);
+
 /// Closes a file that was written, if there is one. False when that or any write before failed.
 bool CloseWritten(File file);
 

@@ -40,6 +40,13 @@ bool NamesEqual(std::string_view a, std::string_view b, bool caseSensitive) {
     return std::ranges::equal(a, b, {}, FoldCase, FoldCase);
 }
 
+std::string_view TrimBlanks(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    return first == std::string_view::npos ? std::string_view{}
+                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
 std::vector<std::string_view> SplitTokens(std::string_view text, std::string_view separators) {
     std::vector<std::string_view> tokens;
     while (true) {

@@ -28,6 +28,9 @@ std::string SanitizeText(std::string_view text);
 /// Compares names of catalog objects: without regard to the case of ASCII letters unless asked otherwise.
 bool NamesEqual(std::string_view a, std::string_view b, bool caseSensitive = false);
 
+/// The text without the blanks, tabs and carriage returns at its ends.
+std::string_view TrimBlanks(std::string_view text);
+
 /// The runs of characters that are no separators, in order; there are no empty tokens.
 std::vector<std::string_view> SplitTokens(std::string_view text, std::string_view separators);
 

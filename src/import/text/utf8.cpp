@@ -33,6 +33,13 @@ constexpr bool IsScalar(char32_t character) {
 
 }  // namespace
 
+void TakeByteOrderMark(std::string_view& text) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (text.starts_with(kMark)) {
+        text.remove_prefix(kMark.size());
+    }
+}
+
 std::optional<char32_t> TakeCharacter(std::string_view& text) {
     const std::string_view before = text;
     text.remove_prefix(1);

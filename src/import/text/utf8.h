@@ -11,6 +11,9 @@ namespace tarvex {
 /// Stands for what is no character.
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 
+/// Takes the byte order mark off the front of a text: some editors begin a file with it.
+void TakeByteOrderMark(std::string_view& text);
+
 /// Takes one character off the front of a text, which is not empty. Of bytes that are no UTF-8 one is taken,
 /// and the result is nothing.
 std::optional<char32_t> TakeCharacter(std::string_view& text);
