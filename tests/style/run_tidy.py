@@ -1,8 +1,8 @@
-"""Runs clang-tidy over all sources below some directories: run_tidy.py CLANG_TIDY BUILD JOBS DIRECTORY... [-- OPTION...]
+"""Runs clang-tidy over all sources below some directories: run_tidy.py CLANG_TIDY BUILD JOBS GROUP... [-- OPTION...]
 
-BUILD has the compile commands; without any it is "-". Sources are looked at together, as one that includes them all:
-most of the time goes into the headers that they share. Those that cannot be together, as they have names in common,
-come in a later turn."""
+BUILD has the compile commands; without any it is "-". A GROUP is one directory or several, with commas between them. Its
+sources are looked at together, as one that includes them all: most of the time goes into the headers that they share.
+Those that cannot be together, as they have names in common, come in a later turn."""
 
 import concurrent.futures
 import json
@@ -54,12 +54,15 @@ def clashing(files, path, options):
     return [file for file in files[1:] if file in found or (result.returncode != 0 and not found & set(files))]
 
 
-def shares(directory):
+def shares(group):
     """Its sources, in equal shares that are not too large for one run."""
-    files = sorted(str(file.resolve()) for file in directory.rglob("*.cpp")
-                   if "samples" not in file.relative_to(directory).parts)
-    if not files:
-        sys.exit(f"{directory} has no sources")
+    files = []
+    for directory in map(Path, group.split(",")):
+        found = sorted(str(file.resolve()) for file in directory.rglob("*.cpp")
+                       if "samples" not in file.relative_to(directory).parts)
+        if not found:
+            sys.exit(f"{directory} has no sources")
+        files += found
     each = -(-len(files) // -(-len(files) // LARGEST_SHARE))
     return [files[first:first + each] for first in range(0, len(files), each)]
 
@@ -67,11 +70,11 @@ def shares(directory):
 def main():
     arguments = sys.argv[1:]
     extra = arguments[arguments.index("--") + 1:] if "--" in arguments else []
-    clang_tidy, build, jobs, *directories = arguments[:len(arguments) - len(extra) - ("--" in arguments)]
+    clang_tidy, build, jobs, *names = arguments[:len(arguments) - len(extra) - ("--" in arguments)]
     checks = [option for option in extra if option.startswith("--checks=")] or ["--checks="]
     options = compiler_options(build) + [option for option in extra if not option.startswith("--checks=")]
 
-    groups = [share for directory in directories for share in shares(Path(directory))]
+    groups = [share for name in names for share in shares(name)]
 
     def tidy(files, path):
         """What is wrong with the files that compile together, and those that do not."""
