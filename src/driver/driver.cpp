@@ -42,8 +42,13 @@ bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, con
     manager.MessageSink = PrintMessage;
     manager.Validate = settings.importValidate;
     manager.ProtectedPaths = std::move(protectedPaths);
-    return manager.Import(catalogName, catalogPath, kCatalogGroup,
-                          settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+    try {
+        return manager.Import(catalogName, catalogPath, kCatalogGroup,
+                              settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+    } catch (const std::bad_alloc&) {
+        TellMemoryEnded();
+        return false;
+    }
 }
 
 int ExportCatalog(const std::string& catalogName, const std::string& outputPath, const Settings& settings) {
@@ -54,11 +59,16 @@ int ExportCatalog(const std::string& catalogName, const std::string& outputPath,
     try {
         return exporter.Export();
     } catch (const std::bad_alloc&) {
+        TellMemoryEnded();
         return kExitFailure;
     }
 }
 
 }  // namespace
+
+void TellMemoryEnded() {
+    std::fprintf(stderr, "TARVEX: not enough memory\n");
+}
 
 int Run(std::span<const char* const> arguments) {
     std::printf("TARVEX V%s (Importer V%s)\n", kProgramVersion, kImporterVersion);
@@ -75,6 +85,11 @@ int Run(std::span<const char* const> arguments) {
     if (!ini.IsRead()) {
         std::printf("Unable to open file '%s'\n", iniPath.c_str());
         return kExitFailure;
+    }
+    if (ini.IsForeign()) {
+        std::fprintf(stderr,
+                     "TARVEX: '%s' is no text in ASCII or UTF-8 with line feeds; no setting is read\n",
+                     iniPath.c_str());
     }
     const Settings settings = ReadSettings(ini);
     manager.ImportLogExclusions = settings.importLogExclusions;

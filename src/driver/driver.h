@@ -10,4 +10,7 @@ namespace tarvex {
 /// argument vector as main gets it; returns the exit code.
 int Run(std::span<const char* const> arguments);
 
+/// Says on standard error that there was no memory left.
+void TellMemoryEnded();
+
 }  // namespace tarvex

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "import/text/files.h"
 #include "import/text/names.h"
@@ -21,11 +22,12 @@ std::string_view Unquote(std::string_view value) {
 }  // namespace
 
 IniFile::IniFile(const std::string& path) {
-    const std::optional<std::string> text = ReadFile(path, kMaxSize);
+    std::optional<std::string> text = ReadFile(path, kMaxSize);
     isRead_ = text.has_value();
-    std::string_view rest = isRead_ ? *text : std::string_view();
+    text_ = std::move(text).value_or("");
+    std::string_view rest = text_;
     TakeByteOrderMark(rest);
-    std::string section;
+    std::string_view section;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         AddLine(TrimBlanks(rest.substr(0, end)), section);
@@ -33,7 +35,12 @@ IniFile::IniFile(const std::string& path) {
     }
 }
 
-void IniFile::AddLine(std::string_view line, std::string& section) {
+bool IniFile::IsForeign() const {
+    return text_.find('\0') != std::string::npos ||
+           (text_.find('\r') != std::string::npos && text_.find('\n') == std::string::npos);
+}
+
+void IniFile::AddLine(std::string_view line, std::string_view& section) {
     if (line.starts_with('[')) {
         section = TrimBlanks(line.substr(1, line.find(']') - 1));
         return;
@@ -42,8 +49,8 @@ void IniFile::AddLine(std::string_view line, std::string& section) {
     if (line.starts_with(';') || equals == std::string_view::npos) {
         return;
     }
-    entries_.push_back({section, std::string(TrimBlanks(line.substr(0, equals))),
-                        std::string(Unquote(TrimBlanks(line.substr(equals + 1))))});
+    entries_.push_back(
+        {section, TrimBlanks(line.substr(0, equals)), Unquote(TrimBlanks(line.substr(equals + 1)))});
 }
 
 const IniFile::Entry* IniFile::Find(std::string_view section, std::string_view key) const {
@@ -65,8 +72,8 @@ unsigned IniFile::GetInteger(std::string_view section, std::string_view key, uns
         return defaultValue;
     }
     unsigned value = 0;
-    const char* text = entry->value.data();
-    if (std::from_chars(text, text + entry->value.size(), value).ec == std::errc::result_out_of_range) {
+    const std::string_view text = entry->value;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range) {
         value = std::numeric_limits<unsigned>::max();
     }
     return value;

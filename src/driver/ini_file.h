@@ -18,9 +18,14 @@ class IniFile {
 
     /// A file that cannot be opened, or not be read to its end, counts as empty.
     explicit IniFile(const std::string& path);
+    IniFile(const IniFile&) = delete;
+    IniFile& operator=(const IniFile&) = delete;
 
     /// The file could be opened and read.
     bool IsRead() const { return isRead_; }
+    /// The bytes of the file are no lines of text: UTF-16 or UTF-32, or lines that end with carriage returns
+    /// alone. No setting is found then.
+    bool IsForeign() const;
 
     /// The value, or the default without the key, cut to what a buffer of `bufferSize` holds with its zero.
     std::string GetString(std::string_view section, std::string_view key, std::string_view defaultValue,
@@ -32,15 +37,16 @@ class IniFile {
 
   private:
     struct Entry {
-        std::string section;
-        std::string key;
-        std::string value;
+        std::string_view section;
+        std::string_view key;
+        std::string_view value;
     };
 
-    void AddLine(std::string_view line, std::string& section);
+    void AddLine(std::string_view line, std::string_view& section);
     const Entry* Find(std::string_view section, std::string_view key) const;
 
-    std::vector<Entry> entries_;
+    std::string text_;
+    std::vector<Entry> entries_;  // parts of the text
     bool isRead_ = false;
 };
 

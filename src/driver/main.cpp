@@ -1,6 +1,8 @@
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <fcntl.h>
+#include <new>
 #include <unistd.h>
 
 #include "driver/driver.h"
@@ -30,7 +32,14 @@ int main(int argc, char** argv) {
     // A pipe that nobody reads and a file that may not grow are failed writes like any other.
     (void)std::signal(SIGPIPE, SIG_IGN);
     (void)std::signal(SIGXFSZ, SIG_IGN);
-    const int status = tarvex::Run({argv, static_cast<std::size_t>(argc)});
+    int status = tarvex::kExitFailure;
+    try {
+        status = tarvex::Run({argv, static_cast<std::size_t>(argc)});
+    } catch (const std::bad_alloc&) {
+        tarvex::TellMemoryEnded();
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "TARVEX: %s\n", exception.what());
+    }
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
         std::fprintf(stderr, "TARVEX: can't write to the standard output\n");
         return tarvex::kExitFailure;

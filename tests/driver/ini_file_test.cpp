@@ -201,6 +201,27 @@ TEST_F(Ini, EndlessLineDoesNoHarm) {
     EXPECT_EQ(Value("[Section]\nKey=" + std::string(2'000'000, 'x')), std::string(259, 'x'));
 }
 
+TEST_F(Ini, BytesThatAreNoLinesAreTold) {
+    struct Case {
+        const char* what;
+        std::string bytes;
+        bool isForeign;
+    };
+    const Case cases[] = {
+        {"text", "[Section]\nKey=value\n", false},
+        {"CR LF", "[Section]\r\nKey=value\r\n", false},
+        {"UTF-8 with a mark", "\xEF\xBB\xBF[Section]\n", false},
+        {"one line without an end", "[Section]", false},
+        {"nothing", "", false},
+        {"CR", "[Section]\rKey=value\r", true},
+        {"UTF-16", {"\xFF\xFE[\0S\0]\0\n\0", 10}, true},
+        {"UTF-32", {"[\0\0\0", 4}, true},
+    };
+    for (const Case& row : cases) {
+        EXPECT_EQ(Read(row.bytes).IsForeign(), row.isForeign) << row.what;
+    }
+}
+
 TEST_F(Ini, FileThatCannotBeReadIsEmpty) {
     ::alarm(60);
     const std::string fifo = dir_.File("fifo");
