@@ -48,6 +48,8 @@ std::string Format(Text number, const Args&... args) {
 struct ZMostFCatManager::ImportRun {
     const std::string& path;
     ZMostFCatLog log;
+    std::string logPath;       // once a log can be written; empty without one
+    std::string firstLines;    // of the log, which begins when all that is read is known
     ZDOMErrorHandler handler;  // outlives the parser, which keeps a pointer to it
 };
 
@@ -110,18 +112,20 @@ bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& c
 
 bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalogPath,
                                   const std::string& importLogPath) {
-    ImportRun run{catalogPath, {}, {}};
+    ImportRun run{catalogPath, {}, {}, {}, {}};
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
         Send(Format(Text::FileDoesNotExist, catalogPath), Reading);
     } else {
         OpenImportLog(run, importLogPath);
-        if (const Element* document = ParseFile(run)) {
-            ImportDocument(run, *document, catalog);
-            ok = run.log.FatalCount() == 0;
-        }
+        const Element* document = ParseFile(run);
         for (const std::string& path : reader_->Files()) {
             sourcePaths_.insert(FilePath(path));
+        }
+        BeginImportLog(run);
+        if (document != nullptr) {
+            ImportDocument(run, *document, catalog);
+            ok = run.log.FatalCount() == 0;
         }
         reader_->Release();
         ReportResult(run);
@@ -135,26 +139,38 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     return ok;
 }
 
-/// Opens the log, if one is wanted, and writes its header.
+/// Finds out whether a log can be written, if one is wanted, and makes its header. What it held stays until
+/// the catalog and its DTD are read: they might be the same file.
 void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLogPath) {
     if (!importLogPath.empty()) {
         if (IsSameFile(importLogPath, run.path) || IsProtected(importLogPath) ||
-            !run.log.OpenLog(importLogPath)) {
+            !OpenForWriting(importLogPath, WriteMode::Append)) {
             Send(Format(Text::LogNotCreated, importLogPath), Reading);
         } else {
-            importLogPaths_.insert(FilePath(importLogPath));
+            run.logPath = importLogPath;
         }
     }
-    run.log.WriteLine(Load(Text::LogCreatedBy));
-    run.log.WriteLine(Load(Text::XmlFile));
-    run.log.WriteLine(run.path);
-    run.log.WriteLine(" ");
+    run.firstLines = Load(Text::LogCreatedBy) + "\n" + Load(Text::XmlFile) + "\n" + run.path + "\n \n";
+}
+
+/// Writes the log from here on.
+void ZMostFCatManager::BeginImportLog(ImportRun& run) {
+    if (run.logPath.empty()) {
+        return;
+    }
+    if (HasRead(run.logPath) || !run.log.OpenLog(run.logPath)) {
+        Send(Format(Text::LogNotCreated, run.logPath), Reading);
+        return;
+    }
+    importLogPaths_.insert(FilePath(run.logPath));
+    run.firstLines.pop_back();  // its line feed
+    run.log.WriteLine(run.firstLines);
 }
 
 /// Parses the file and reports what the parser says; null when that is an error.
 const Element* ZMostFCatManager::ParseFile(ImportRun& run) {
     Send(FormatText("%s'%s'", Load(Text::ParsingXml), run.path), Reading);
-    run.log.WriteLine(Load(Text::ParserMessages));
+    run.firstLines += Load(Text::ParserMessages) + "\n";
     try {
         reader_->StartPlatform();
     } catch (...) {
@@ -164,7 +180,7 @@ const Element* ZMostFCatManager::ParseFile(ImportRun& run) {
     const Element* document = ReadDocument(run);
     std::string messages = run.handler.Messages();
     if (!messages.empty()) {
-        run.log.WriteLine(messages);
+        run.firstLines += messages + "\n";
         if (messages.back() == '\n') {
             messages.back() = ' ';
         }
@@ -192,7 +208,7 @@ const Element* ZMostFCatManager::ReadDocument(ImportRun& run) {
 /// Reports that parsing failed; there is no document then.
 const Element* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) const {
     Send(text, Reading);
-    run.log.WriteLine(text);
+    run.firstLines += text + "\n";
     return nullptr;
 }
 

@@ -87,6 +87,7 @@ class ZMostFCatManager {
                     const std::string& importLogPath);
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
+    void BeginImportLog(ImportRun& run);
     const Element* ParseFile(ImportRun& run);
     const Element* ReadDocument(ImportRun& run);
     const Element* Fail(ImportRun& run, const std::string& text) const;

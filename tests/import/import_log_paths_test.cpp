@@ -66,6 +66,25 @@ TEST_F(LogPaths, ImportLogOverTheCatalogOrTheOutputIsRefused) {
     }
 }
 
+TEST_F(LogPaths, ImportLogOverTheDtdIsRefused) {
+    const std::string text = "<!ENTITY volume 'Volume'>";
+    const std::string dtd = run_.dir.Write("Cat.dtd", text);
+    const std::string link = run_.dir.File("Cat.log");
+    fs::create_symlink(dtd, link);
+    std::string xml = CleanCatalog();
+    xml.insert(xml.find("<FunctionCatalog"), "<!DOCTYPE FunctionCatalog SYSTEM \"Cat.dtd\">");
+    const std::string catalog = run_.dir.Write("Dtd.xml", xml);
+    for (const std::string& path : {dtd, link}) {
+        SCOPED_TRACE(path);
+        run_.manager.Clear();
+        run_.console.clear();
+        EXPECT_TRUE(run_.Import(catalog, path)) << "the import goes on without a log";
+        EXPECT_THAT(run_.console,
+                    ElementsAre(SinkText{"Parsing XML '" + catalog + "'", 1}, NotCreated(path)));
+        EXPECT_EQ(ReadFile(dtd), text);
+    }
+}
+
 TEST_F(LogPaths, ImportLogOverALinkToThemIsRefused) {
     for (const auto& [what, link] : kLinks) {
         for (const std::string& target : {catalog_, output_}) {
