@@ -11,6 +11,7 @@
 #include "catalog/node.h"
 #include "catalog/param_factory.h"
 #include "import/text/allowance.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 
@@ -35,7 +36,7 @@ class FunctionRegistry {
     }
 
   private:
-    std::unordered_map<std::string, ZMTNode*> nodes_;
+    std::unordered_map<std::string, ZMTNode*, NameHash> nodes_;
     std::vector<std::unique_ptr<ZMTNode>> owned_;
 };
 

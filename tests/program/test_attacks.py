@@ -27,6 +27,8 @@ MODEL = "a content model of the DTD has more than 10000 parts"
 MODELS = "the content models and lists of words of the DTD are too large"
 LEVELS = "the elements of the document are more than 1024 levels deep"
 CUT = "the text of the element is cut to 4096 characters"
+CROWD = "more than 64 names of the document are too much alike for the tables of the parser"
+PARTS = "an element of the document has more than 4096 attributes or references"
 UNREADABLE = "unable to open external entity"
 
 
@@ -55,6 +57,11 @@ def default_values(count):
 
 def encoded(encoding, declared=None):
     return f'<?xml version="1.0" encoding="{declared or encoding}"?>\n{BODY}'.encode(encoding)
+
+
+def crowd(count):
+    """Names that have one hash in the parser's tables: 38 * "a" + "z" is 38 * "b" + "T"."""
+    return ["".join("bT" if i >> bit & 1 else "az" for bit in range(17)) for i in range(count)]
 
 
 def nested_functions(depth):
@@ -165,6 +172,24 @@ ATTACKS = [
         block(i, f"B{i}", nested_functions(170)) for i in range(20 // SCALE))), "", "Import result: ", 0),
     ("functions inside functions without end", lambda: catalog(block(1, "B", nested_functions(10_000))), "", LEVELS, 255),
     ("a comment of 50 MB", lambda: document("<!--" + "c " * 25_000_000 + "-->"), "", NO_BLOCK, 255),
+    ("100,000 element names of one hash", lambda: document("".join(f"<{name}/>" for name in crowd(100_000))), "", CROWD,
+     255),
+    ("80,000 entities of one hash", lambda: document("", "".join(f'<!ENTITY {name} "x">' for name in crowd(80_000))), "",
+     CROWD, 255),
+    ("20,000 parameter entities of one hash",
+     lambda: document("", "".join(f'<!ENTITY % {name} "x">' for name in crowd(20_000))), "", CROWD, 255),
+    ("100 notations of one hash",
+     lambda: document("", "".join(f'<!NOTATION {name} SYSTEM "x">' for name in crowd(100))), "", CROWD, 255),
+    ("20,000 attributes of one hash", lambda: document("<a " + " ".join(f"{name}=''" for name in crowd(20_000)) + "/>"),
+     "", PARTS, 255),
+    ("100 attributes of one hash", lambda: document("<a " + " ".join(f"{name}=''" for name in crowd(100)) + "/>"), "",
+     CROWD, 255),
+    ("20,000 declared attributes of one hash", lambda: document("", "<!ATTLIST a " + " ".join(
+        f"{name} CDATA #IMPLIED" for name in crowd(20_000)) + ">"), "", CROWD, 255),
+    ("100 element names of one hash in content models",
+     lambda: document("", f"<!ELEMENT a ({'|'.join(crowd(100))})>"), "", CROWD, 255),
+    ("a DTD that fails inside an entity", lambda: document(dtd="a.dtd"), '<!ENTITY % x SYSTEM "nofile">%x;', UNREADABLE,
+     255),
     ("nothing", lambda: "", "", "invalid document structure", 255),
     ("half a tag", lambda: HEAD + "<FunctionCatalog><FBlock", "", "unexpected end of input", 255),
 ]
@@ -301,7 +326,29 @@ class GreedyCatalogs(AttackTest):
                 self.assertIn(message, console)
 
 
+IDENTIFIED = "<!ELEMENT FunctionCatalog ANY><!ELEMENT a EMPTY><!ATTLIST a i ID #IMPLIED r IDREFS #IMPLIED>"
+# What costs validation only.
+VALID = [
+    ("100 identifiers of one hash", lambda: document("".join(f"<a i='{name}'/>" for name in crowd(100)), IDENTIFIED),
+     CROWD),
+    ("50,000 references of one hash in an attribute", lambda: document(f"<a r='{' '.join(crowd(50_000))}'/>", IDENTIFIED),
+     PARTS),
+    ("100 references of one hash in an attribute", lambda: document(f"<a r='{' '.join(crowd(100))}'/>", IDENTIFIED),
+     CROWD),
+    ("400,000 times the last name of a long content model", lambda: document(
+        "<n4899/>" * 400_000, "<!ELEMENT FunctionCatalog (#PCDATA|"
+        + "|".join(f"n{i}" for i in range(4_900)) + ")*><!ELEMENT n4899 EMPTY>"), CONTENT),
+]
+
+
 class ValidatedAttacks(AttackTest):
+    def test_what_validation_costs_is_bounded(self):
+        for name, xml, message in VALID:
+            with self.subTest(name):
+                status, console = self.attack(1, name, xml, "")
+                self.assertEqual(status, 255)
+                self.assertIn(message, console)
+
     def test_validation_changes_nothing(self):
         rows = {row[0]: row for row in ATTACKS}
         for name in VALIDATED:

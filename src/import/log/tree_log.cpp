@@ -20,7 +20,7 @@ bool ZMostTreeLog::CloseTreeLog() {
 }
 
 void ZMostTreeLog::WriteTreeLine(std::string_view text, unsigned depth) {
-    if (!file_ || room_.IsSpent()) {
+    if (!file_ || IsFull()) {
         return;
     }
     line_.assign(depth, '\t');

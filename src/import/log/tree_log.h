@@ -21,6 +21,8 @@ class ZMostTreeLog {
     bool OpenTreeLog(const std::string& path);
     /// False when anything of an open tree log could not be written.
     bool CloseTreeLog();
+    /// There is no room for lines any more, so they need not be made.
+    bool IsFull() const { return room_.IsSpent(); }
     /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format.
     void WriteTreeLine(std::string_view text, unsigned depth);
 

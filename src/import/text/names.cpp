@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "import/text/keyed_hash.h"
 #include "import/text/parse_value.h"
 
 namespace tarvex {
@@ -73,11 +74,11 @@ std::set<std::uint32_t> ParseNumberList(std::string_view text) {
 }
 
 std::size_t NameHash::operator()(std::string_view name) const {
-    std::uint64_t hash = 14695981039346656037U;  // FNV-1a
+    KeyedHash hash;
     for (const char c : name) {
-        hash = (hash ^ static_cast<unsigned char>(FoldCase(c))) * 1099511628211U;
+        hash.Add(static_cast<unsigned char>(FoldCase(c)));
     }
-    return hash;
+    return hash.Value();
 }
 
 }  // namespace tarvex

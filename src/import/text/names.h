@@ -37,7 +37,7 @@ std::vector<std::string_view> SplitTokens(std::string_view text, std::string_vie
 /// The numbers among the entries of a list; other entries are skipped.
 std::set<std::uint32_t> ParseNumberList(std::string_view text);
 
-/// For hash maps whose keys are names: equal names hash alike.
+/// For hash maps whose keys are names: equal names hash alike, others in a way that nobody can foresee.
 struct NameHash {
     std::size_t operator()(std::string_view name) const;
 };

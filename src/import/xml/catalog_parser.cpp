@@ -196,7 +196,12 @@ void CatalogParser::startElement(const xercesc::XMLElementDecl& declaration, uns
                                  const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                  XMLSize_t attributeCount, bool isEmpty, bool /*isRoot*/) {
     budget_.EndDtd();
-    XMLSize_t content = XMLString::stringLen(declaration.getFullName()) + dtd_.CostOf(declaration);
+    const DtdWatch::Cost cost = dtd_.CostOf(declaration);
+    XMLSize_t content = XMLString::stringLen(declaration.getFullName()) + cost.own;
+    if (isValidating_ && !childCosts_.empty()) {
+        content += childCosts_.back();
+    }
+    dtd_.AddAttributes(attributes, attributeCount, isValidating_);
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
         content += 1 + XMLString::stringLen(attributes.elementAt(i)->getValue());
     }
@@ -210,12 +215,15 @@ void CatalogParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     }
     if (isEmpty) {
         builder_.EndElement();
+    } else {
+        childCosts_.push_back(cost.child);
     }
     MarkPlace();
 }
 
 void CatalogParser::endElement(const xercesc::XMLElementDecl& /*declaration*/, unsigned int /*uri*/,
                                bool /*isRoot*/, const XMLCh* /*prefix*/) {
+    childCosts_.pop_back();
     builder_.EndElement();
     MarkPlace();
 }

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
@@ -78,6 +79,7 @@ class CatalogParser : private ParserBudgetHolder,
     DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
     ElementBuilder builder_;
+    std::vector<std::size_t> childCosts_;  // of the open elements
     /// Where the scanner stood after the last event. Every character is part of one, so the next tag begins
     /// here.
     FilePlace place_{1, 1};

@@ -1,24 +1,19 @@
 #include "import/xml/parser_budget.h"
 
 #include <algorithm>
+#include <exception>
 #include <memory>
 
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLRefInfo.hpp>
 #include <xercesc/internal/XMLReader.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/validators/common/ContentSpecNode.hpp>
 
+#include "import/xml/name_buckets.h"
+
 namespace tarvex {
 namespace {
-
-/// In front of each block, for its return.
-struct alignas(std::max_align_t) Header {
-    std::size_t size;
-};
-
-/// With the header. The pools of the library align blocks only as far as their size does.
-constexpr std::size_t BlockSize(std::size_t size) {
-    return sizeof(Header) + (size + alignof(Header) - 1) / alignof(Header) * alignof(Header);
-}
 
 /// What the parser asks for to make one of these: in front of each object it keeps where the memory is from.
 template <class T>
@@ -29,6 +24,17 @@ bool IsSizeOf(std::size_t size) {
 }
 
 }  // namespace
+
+/// With the header. The pools of the library align blocks only as far as their size does.
+std::size_t ParserBudget::BlockSize(std::size_t size) {
+    return sizeof(Header) + (size + alignof(Header) - 1) / alignof(Header) * alignof(Header);
+}
+
+ParserBudget::~ParserBudget() {
+    while (kept_ != nullptr) {
+        Free(std::exchange(kept_, kept_->nextKept));
+    }
+}
 
 void ParserBudget::AddContent(std::size_t characters) {
     content_ += characters;
@@ -55,6 +61,13 @@ void ParserBudget::AddReference(std::size_t length) {
     AddContent(length);
 }
 
+void ParserBudget::AddName(bool hasRoom) {
+    if (!hasRoom) {
+        Stop("more than " + std::to_string(NameBuckets::kMostNames) +
+             " names of the document are too much alike for the tables of the parser");
+    }
+}
+
 void ParserBudget::StartDtd() {
     isInDtd_ = true;
     modelParts_ = 0;
@@ -79,7 +92,7 @@ void* ParserBudget::allocate(XMLSize_t size) {
              " times the memory of its files");
     }
     auto* header = static_cast<Header*>(memory_.allocate(BlockSize(size)));
-    std::construct_at(header, Header{size});
+    std::construct_at(header, Header{size, nullptr});
     allocated_ += size;
     return header + 1;
 }
@@ -96,6 +109,11 @@ void ParserBudget::CountParts(std::size_t size) {
     if (IsSizeOf<xercesc::XMLReader>(size)) {
         CountEntity();
     }
+    if (!isInDtd_ && (IsSizeOf<xercesc::XMLAttr>(size) || IsSizeOf<xercesc::XMLRefInfo>(size)) &&
+        ++tagParts_ > kMaxTagParts) {
+        Stop("an element of the document has more than " + std::to_string(kMaxTagParts) +
+             " attributes or references");
+    }
     if (isInDtd_ && IsSizeOf<xercesc::ContentSpecNode>(size) && ++modelParts_ > kMaxModelParts) {
         Stop("a content model of the DTD has more than " + std::to_string(kMaxModelParts) + " parts");
     }
@@ -106,7 +124,15 @@ void ParserBudget::deallocate(void* memory) {
         return;
     }
     Header* header = static_cast<Header*>(memory) - 1;
-    allocated_ -= header->size;
+    if (std::uncaught_exceptions() > 0) {
+        header->nextKept = std::exchange(kept_, header);
+    } else {
+        allocated_ -= header->size;
+        Free(header);
+    }
+}
+
+void ParserBudget::Free(Header* header) {
     memory_.deallocate(header, BlockSize(header->size));
 }
 

@@ -32,6 +32,11 @@ struct ParserStop {
 /// that nothing is refused any more, so that the parser can tidy up.
 class ParserBudget : public xercesc::MemoryManager {
   public:
+    ParserBudget() = default;
+    ParserBudget(const ParserBudget&) = delete;
+    ParserBudget& operator=(const ParserBudget&) = delete;
+    ~ParserBudget() override;
+
     /// The parser's memory in bytes.
     static constexpr Bound kMemory{std::size_t{64} << 20, 16};
     /// Content in characters.
@@ -44,6 +49,9 @@ class ParserBudget : public xercesc::MemoryManager {
     /// Levels of elements: more would take long, since the import looks for some elements at any depth below
     /// others. Arrays and records 64 deep in each other, the most that is imported, take 256 levels.
     static constexpr std::size_t kMaxDepth = 1024;
+    /// Attributes of an element and the words in them that refer to others. The parser compares them with
+    /// each other before it tells of the element.
+    static constexpr std::size_t kMaxTagParts = 4096;
     /// Parts of one content model. The parser's functions call themselves for each, and take time that grows
     /// with their square ...
     static constexpr std::size_t kMaxModelParts = 10'000;
@@ -62,7 +70,10 @@ class ParserBudget : public xercesc::MemoryManager {
     /// What is read again counts as content. Throws ParserStop.
     void AddRepeatedInput(std::size_t bytes) { AddContent(bytes); }
     /// An element, a piece of text, a comment or the like, and its characters. Throws ParserStop.
-    void AddEvent(std::size_t characters) { AddContent(kEventContent + characters); }
+    void AddEvent(std::size_t characters) {
+        tagParts_ = 0;
+        AddContent(kEventContent + characters);
+    }
     /// An element, at a depth from 1. Throws ParserStop.
     void AddElement(std::size_t depth, std::size_t characters);
     /// An entity is declared, with a value of so many characters.
@@ -71,6 +82,9 @@ class ParserBudget : public xercesc::MemoryManager {
     /// tells of no other references. Entities in attributes and declarations are only seen to be opened, so
     /// each that is opened counts as the longest that was declared, and here that is put right.
     void AddReference(std::size_t length);
+
+    /// A name came into a table of the parser; `hasRoom` as NameBuckets::Add says. Throws ParserStop.
+    void AddName(bool hasRoom);
 
     /// Content models are counted from the start of the DTD to its end. EndDeclaration throws ParserStop.
     void StartDtd();
@@ -85,10 +99,20 @@ class ParserBudget : public xercesc::MemoryManager {
 
     /// Throws ParserStop.
     void* allocate(XMLSize_t size) override;
+    /// What is freed while an exception passes through the parser stays as it is until the parse is over: the
+    /// text of the exception is made afterwards, from entities that the parser takes for open still.
     void deallocate(void* memory) override;
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
   private:
+    /// In front of each block, for its return.
+    struct alignas(std::max_align_t) Header {
+        std::size_t size;
+        Header* nextKept;
+    };
+
+    static std::size_t BlockSize(std::size_t size);
+    void Free(Header* header);
     void AddContent(std::size_t characters);
     void AddSquare(std::size_t parts);
     void CountEntity();
@@ -96,6 +120,7 @@ class ParserBudget : public xercesc::MemoryManager {
     void Stop(std::string reason);
 
     std::pmr::unsynchronized_pool_resource memory_;  // gives all of it back in the end, whatever happened
+    Header* kept_ = nullptr;                         // blocks that stay until the parse is over
     const xercesc::Locator* locator_ = nullptr;
     std::set<std::pair<std::uint64_t, std::uint64_t>> files_;
     std::size_t input_ = 0;
@@ -107,6 +132,7 @@ class ParserBudget : public xercesc::MemoryManager {
     std::size_t longestParameterEntity_ = 0;
     std::size_t modelParts_ = 0;  // of the declaration that is being read
     std::size_t squares_ = 0;
+    std::size_t tagParts_ = 0;  // at most so many since the last event
     bool isInDtd_ = false;
     std::optional<ParserStop> excess_;
 };
