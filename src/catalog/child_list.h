@@ -11,6 +11,7 @@
 #include "catalog/item_range.h"
 #include "catalog/node.h"
 #include "catalog/slot_index.h"
+#include "import/log/tree_log.h"
 #include "import/text/names.h"
 
 namespace tarvex {
@@ -188,7 +189,7 @@ class ZMTChildList {
 
     virtual void DumpAll(ZMostTreeLog& treeLog) const {
         for (const auto& element : slots_) {
-            if (element) {
+            if (element && !treeLog.IsFull()) {
                 element->Dump(treeLog);
             }
         }

@@ -83,7 +83,10 @@ void ZMTNode::DumpLine(ZMostTreeLog& treeLog, std::string_view line) const {
 }
 
 void ZMTNode::DumpBaseLines(ZMostTreeLog& treeLog) const {
-    DumpLine(treeLog, parent_ == nullptr ? ".Parent: -" : FormatText(".Parent: %s", parent_->GetPath()));
+    if (treeLog.IsFull()) {
+        return;  // the path may be long
+    }
+    DumpLine(treeLog, ".Parent: " + (parent_ == nullptr ? "-" : parent_->GetPath()));
     DumpLine(treeLog, FormatText(".BytesInMsg: %d", bytesInMsg_));
 }
 

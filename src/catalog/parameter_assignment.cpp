@@ -1,7 +1,8 @@
 #include "catalog/parameter_assignment.h"
 
+#include <algorithm>
 #include <array>
-#include <cstring>
+#include <string_view>
 
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
@@ -32,8 +33,29 @@ struct OperationElements {
     std::array<Match, std::size(kOpTypes)> method;
 };
 
-bool Selects(const Element& element, const char* operationElement) {
-    return HasTagName(element, operationElement) && std::strcmp(operationElement, kNotYet) != 0;
+/// An operation element, and where it counts.
+struct Selection {
+    std::string_view name;
+    unsigned opType = 0;
+    ClassKind kind = ClassKind::Unknown;
+};
+
+/// Every element that selects an operation, by name.
+constexpr auto kSelections = [] {
+    std::array<Selection, 2 * std::size(kOpTypes)> rows{};
+    for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
+        const OpTypeRow& row = kOpTypes[opType];
+        rows[2 * opType] = {row.propertyElement, opType, ClassKind::Property};
+        rows[2 * opType + 1] = {row.methodElement, opType, ClassKind::Method};
+    }
+    std::ranges::sort(rows, {}, &Selection::name);
+    return rows;
+}();
+
+/// The operation that the element of this name selects; null for any other.
+const Selection* FindSelection(std::string_view name) {
+    const auto* found = std::ranges::lower_bound(kSelections, name, {}, &Selection::name);
+    return found != kSelections.end() && found->name == name && name != kNotYet ? found : nullptr;
 }
 
 /// Operation elements stand below the OPType element at any depth: most catalogs wrap them into a command and
@@ -42,12 +64,9 @@ OperationElements FindOperationElements(const Element& opTypeElement) {
     OperationElements found;
     for (const Element* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
          element = NextDescendant(opTypeElement, *element)) {
-        for (std::size_t opType = 0; opType < std::size(kOpTypes); ++opType) {
-            if (Selects(*element, kOpTypes[opType].propertyElement)) {
-                found.property[opType].Add(*element);
-            } else if (Selects(*element, kOpTypes[opType].methodElement)) {
-                found.method[opType].Add(*element);
-            }
+        if (const Selection* selection = FindSelection(element->name)) {
+            (selection->kind == ClassKind::Property ? found.property : found.method)[selection->opType].Add(
+                *element);
         }
     }
     return found;

@@ -101,9 +101,11 @@ void ZVornExporter::CreateMessages() {
         if (!IsSelected(block)) {
             continue;
         }
+        BlockPart blockPart{block, NamePart(aliases_.Of(block.GetName()))};
         for (const ZMTFunction& function : block.Items()) {
+            const FunctionPart functionPart{function, NamePart(aliases_.Of(function.GetName()))};
             for (const ZMTOperation& operation : function.Items()) {
-                CreateMessage(block, function, operation);
+                CreateMessage(blockPart, functionPart, operation);
             }
         }
     }
@@ -119,9 +121,10 @@ bool ZVornExporter::IsSelected(const ZMTFBlock& block) const {
     return !exclude_.contains(name) || !exclude_.contains(alias);
 }
 
-void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& function,
+void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function,
                                   const ZMTOperation& operation) {
-    std::uint32_t identifier = MessageIdentifier(block.FBlockID(), function.FunctionID(), operation.OpType());
+    std::uint32_t identifier =
+        MessageIdentifier(block.block.FBlockID(), function.function.FunctionID(), operation.OpType());
     if (flags_.makeExtended) {
         identifier |= kExtendedIdentifier;
     }
@@ -129,15 +132,15 @@ void ZVornExporter::CreateMessage(const ZMTFBlock& block, const ZMTFunction& fun
         return;  // the first operation with an identifier wins
     }
     msgblk& message = *writer_.CreateMessage(database_, 0);
-    CopyName(message.name, MakeMessageName(aliases_.Of(block.GetName()), aliases_.Of(function.GetName()),
-                                           aliases_.Of(operation.GetName()), messageNames_));
+    CopyName(message.name, MakeMessageName(block.name, function.name,
+                                           NamePart(aliases_.Of(operation.GetName())), messageNames_));
     message.identifier = identifier;
     message.length = kDefaultMessageLength;
     if (flags_.createNetworkNodes) {
         AssignNode(message, block);
     }
     if (database_ != nullptr) {  // without a database no attribute is defined
-        SetAttributes(message, block, function, operation);
+        SetAttributes(message, block.block, function.function, operation);
     }
     if (flags_.writeSignals && (!flags_.strictExport || PassesStrictCheck(&operation))) {
         WriteSignals(message, operation);
@@ -159,9 +162,11 @@ void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const
                          NumberValue(function.Class() == ClassKind::Method ? 1 : 0));
 }
 
-void ZVornExporter::AssignNode(msgblk& message, const ZMTFBlock& block) {
-    symblk* node = NodeNamed(CleanName(block.GetName()));
-    message.node = flags_.assignMessagesToNodes ? node : nullptr;
+void ZVornExporter::AssignNode(msgblk& message, BlockPart& part) {
+    if (part.node == nullptr) {
+        part.node = NodeNamed(CleanName(part.block.GetName()));
+    }
+    message.node = flags_.assignMessagesToNodes ? part.node : nullptr;
 }
 
 void ZVornExporter::WriteSignals(msgblk& message, const ZMTOperation& operation) {

@@ -9,6 +9,7 @@
 
 #include "catalog/catalog.h"
 #include "export/alias_names.h"
+#include "export/message_names.h"
 #include "export/network_nodes.h"
 #include "export/signals.h"
 #include "import/text/allowance.h"
@@ -65,10 +66,21 @@ class ZVornExporter {
 
     bool IsInput(const std::string& path) const;
     bool IsSelected(const ZMTFBlock& block) const;
-    void CreateMessage(const ZMTFBlock& block, const ZMTFunction& function, const ZMTOperation& operation);
+    /// What the messages of a block share.
+    struct BlockPart {
+        const ZMTFBlock& block;
+        NamePart name;
+        symblk* node = nullptr;  // once a message needs it
+    };
+    /// And those of a function.
+    struct FunctionPart {
+        const ZMTFunction& function;
+        NamePart name;
+    };
+    void CreateMessage(BlockPart& block, const FunctionPart& function, const ZMTOperation& operation);
     void SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                        const ZMTOperation& operation);
-    void AssignNode(msgblk& message, const ZMTFBlock& block);
+    void AssignNode(msgblk& message, BlockPart& part);
     void WriteSignals(msgblk& message, const ZMTOperation& operation);
     symblk* NodeNamed(const std::string& cleanName);
     void Tell(const std::string& line) const;

@@ -48,16 +48,29 @@ std::size_t ShortenName(std::string& name) {
     return count;
 }
 
-std::string MakeMessageName(std::string block, std::string function, std::string operation,
+NamePart::NamePart(std::string_view name) : length(name.size()), clean(CleanName(name)) {
+    std::string rest(name);
+    vowels = ShortenName(rest);
+    shortened = CleanName(rest);
+    // One character more than fits shows that there are more.
+    clean.resize(std::min(clean.size(), kNameSize + 1));
+    shortened.resize(std::min(shortened.size(), kNameSize + 1));
+}
+
+std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
                             std::unordered_set<std::string>& usedNames) {
     // Lengths count before cleaning, so a name may be cut although it would have fitted.
-    std::size_t total = block.size() + function.size() + operation.size() + 2;
-    for (std::string* part : {&operation, &function, &block}) {
-        if (total > kNameSize) {
-            total -= ShortenName(*part);
+    std::size_t total = block.length + function.length + operation.length + 2;
+    const auto take = [&](const NamePart& part) -> const std::string& {
+        if (total <= kNameSize) {
+            return part.clean;
         }
-    }
-    std::string name = CleanName(block) + "_" + CleanName(function) + "_" + CleanName(operation);
+        total -= part.vowels;
+        return part.shortened;
+    };
+    const std::string& end = take(operation);
+    const std::string& middle = take(function);
+    std::string name = take(block) + "_" + middle + "_" + end;
     if (total > kNameSize && name.size() > kNameSize) {
         name.resize(kNameSize);
     }

@@ -19,10 +19,20 @@ std::string CleanName(std::string_view name);
 /// Drops the small vowels from the fourth character on; returns how many were dropped.
 std::size_t ShortenName(std::string& name);
 
+/// The name of a block, function or operation as a part of message names, which many messages share.
+struct NamePart {
+    explicit NamePart(std::string_view name);
+
+    std::size_t length;     ///< Of the name as it is.
+    std::size_t vowels;     ///< How many ShortenName drops.
+    std::string clean;      ///< What CleanName leaves, as far as a message's name can show it.
+    std::string shortened;  ///< The same of the name without the vowels.
+};
+
 /// The message's name made of the names of block, function and operation, shortened to fit the record, and
 /// made unique by two hexadecimal digits among the used names, which it joins. After 100 tries a name may
 /// repeat.
-std::string MakeMessageName(std::string block, std::string function, std::string operation,
+std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
                             std::unordered_set<std::string>& usedNames);
 
 }  // namespace tarvex

@@ -11,6 +11,11 @@
 namespace tarvex::test::message_names_test {
 namespace {
 
+std::string MessageName(std::string_view block, std::string_view function, std::string_view operation,
+                        std::unordered_set<std::string>& usedNames) {
+    return MakeMessageName(NamePart(block), NamePart(function), NamePart(operation), usedNames);
+}
+
 struct CleanCase {
     const char* name;
     const char* clean;
@@ -109,7 +114,7 @@ TEST(MessageName, IsBlockFunctionAndOperationShortenedToFit) {
     for (const NameCase& row : kMessageNames) {
         SCOPED_TRACE(row.message);
         std::unordered_set<std::string> used;
-        EXPECT_EQ(MakeMessageName(row.block, row.function, row.operation, used), row.message);
+        EXPECT_EQ(MessageName(row.block, row.function, row.operation, used), row.message);
         EXPECT_EQ(used, std::unordered_set<std::string>{row.message});
     }
 }
@@ -128,7 +133,7 @@ TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
     std::unordered_set<std::string> used;
     std::vector<std::string> names;
     for (int call = 0; call <= 102; ++call) {
-        names.push_back(MakeMessageName("Amp", "Volume", "Get", used));
+        names.push_back(MessageName("Amp", "Volume", "Get", used));
     }
     for (const RepeatCase& row : kRepeats) {
         SCOPED_TRACE(row.call);
@@ -170,7 +175,7 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
     for (const TakenCase& row : kTakenNames) {
         SCOPED_TRACE(row.what);
         std::unordered_set<std::string> used = row.used;
-        EXPECT_EQ(MakeMessageName("Navigation", "CurrentRouting", row.operation, used), row.message);
+        EXPECT_EQ(MessageName("Navigation", "CurrentRouting", row.operation, used), row.message);
         EXPECT_EQ(used.size(), row.used.size() + 1);
         EXPECT_TRUE(used.contains(row.message));
     }
@@ -178,9 +183,9 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
 
 TEST(MessageName, DifferentNamesMayCleanToTheSame) {
     std::unordered_set<std::string> used;
-    EXPECT_EQ(MakeMessageName("Audio_Amp", "Volume", "Get", used), "AudioAmp_Volume_Get");
-    EXPECT_EQ(MakeMessageName("AudioAmp", "Volume", "Get", used), "AudioAmp_Volume_Get00");
-    EXPECT_EQ(MakeMessageName("Audio-Amp", "Volume", "Get", used), "AudioAmp_Volume_Get01");
+    EXPECT_EQ(MessageName("Audio_Amp", "Volume", "Get", used), "AudioAmp_Volume_Get");
+    EXPECT_EQ(MessageName("AudioAmp", "Volume", "Get", used), "AudioAmp_Volume_Get00");
+    EXPECT_EQ(MessageName("Audio-Amp", "Volume", "Get", used), "AudioAmp_Volume_Get01");
 }
 
 }  // namespace
