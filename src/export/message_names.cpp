@@ -19,7 +19,7 @@ bool IsSmallVowel(char c) {
 }
 
 /// The first of the suffixed names that is free, else the last one tried.
-std::string FreeName(const std::string& stem, const std::unordered_set<std::string>& usedNames) {
+std::string FreeName(const std::string& stem, const kestrel::KeyedSet<std::string>& usedNames) {
     std::string candidate;
     for (unsigned suffix = 0; suffix < kMaxSuffixes; ++suffix) {
         candidate = stem + FormatText("%02X", suffix);
@@ -49,7 +49,7 @@ std::size_t ShortenName(std::string& name) {
 }
 
 std::string MakeMessageName(std::string block, std::string function, std::string operation,
-                            std::unordered_set<std::string>& usedNames) {
+                            kestrel::KeyedSet<std::string>& usedNames) {
     // Lengths count before cleaning, so a name may be cut although it would have fitted.
     std::size_t total = block.size() + function.size() + operation.size() + 2;
     for (std::string* part : {&operation, &function, &block}) {

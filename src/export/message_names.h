@@ -4,7 +4,8 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
+
+#include "kestrel/keyed_hash.h"
 
 namespace tarvex {
 
@@ -23,6 +24,6 @@ std::size_t ShortenName(std::string& name);
 /// made unique by two hexadecimal digits among the used names, which it joins. After 100 tries a name may
 /// repeat.
 std::string MakeMessageName(std::string block, std::string function, std::string operation,
-                            std::unordered_set<std::string>& usedNames);
+                            kestrel::KeyedSet<std::string>& usedNames);
 
 }  // namespace tarvex

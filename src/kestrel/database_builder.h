@@ -9,7 +9,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -85,13 +84,13 @@ class DatabaseBuilder {
     std::unique_ptr<Database> database_;
     /// The values of an enumeration: how many, and the index of each name's first one.
     struct Choices {
-        std::unordered_map<std::string, std::size_t> indexes;
+        KeyedMap<std::string, std::size_t> indexes;
         std::size_t count = 0;
     };
     /// By the positions of the definitions.
     std::vector<Choices> choices_;
     /// The first node of each name.
-    std::unordered_map<std::string, Node*> nodes_;
+    KeyedMap<std::string, Node*> nodes_;
     valdesc* lastValue_ = nullptr;
     const Signal* lastSignal_ = nullptr;
 };

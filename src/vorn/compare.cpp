@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <unordered_map>
 #include <utility>
 
 #include "kestrel/json_text.h"
+#include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
 
@@ -72,7 +72,7 @@ struct Kind {
 template <class Record>
 std::vector<std::pair<std::string, const Record*>> Keyed(const std::vector<const Record*>& records,
                                                          const Kind<Record>& kind) {
-    std::unordered_map<std::string, std::size_t> counts;
+    kestrel::KeyedMap<std::string, std::size_t> counts;
     std::vector<std::pair<std::string, const Record*>> keyed;
     keyed.reserve(records.size());
     for (const Record* record : records) {
@@ -88,7 +88,7 @@ std::vector<Change> CompareLists(const std::vector<const Record*>& before,
                                  const std::vector<const Record*>& after, const Kind<Record>& kind) {
     const auto keyedBefore = Keyed(before, kind);
     const auto keyedAfter = Keyed(after, kind);
-    std::unordered_map<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
+    kestrel::KeyedMap<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
     std::vector<Change> changes;
     for (const auto& [key, record] : keyedAfter) {
         const auto found = left.find(key);

@@ -3,7 +3,6 @@
 #include "export/message_names.h"
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -108,9 +107,9 @@ constexpr NameCase kMessageNames[] = {
 TEST(MessageName, IsBlockFunctionAndOperationShortenedToFit) {
     for (const NameCase& row : kMessageNames) {
         SCOPED_TRACE(row.message);
-        std::unordered_set<std::string> used;
+        kestrel::KeyedSet<std::string> used;
         EXPECT_EQ(MakeMessageName(row.block, row.function, row.operation, used), row.message);
-        EXPECT_EQ(used, std::unordered_set<std::string>{row.message});
+        EXPECT_EQ(used, kestrel::KeyedSet<std::string>{row.message});
     }
 }
 
@@ -125,7 +124,7 @@ constexpr RepeatCase kRepeats[] = {
 };
 
 TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     std::vector<std::string> names;
     for (int call = 0; call <= 102; ++call) {
         names.push_back(MakeMessageName("Amp", "Volume", "Get", used));
@@ -140,7 +139,7 @@ TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
 struct TakenCase {
     const char* what;
     const char* operation;
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     const char* message;
 };
 
@@ -169,7 +168,7 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
     };
     for (const TakenCase& row : kTakenNames) {
         SCOPED_TRACE(row.what);
-        std::unordered_set<std::string> used = row.used;
+        kestrel::KeyedSet<std::string> used = row.used;
         EXPECT_EQ(MakeMessageName("Navigation", "CurrentRouting", row.operation, used), row.message);
         EXPECT_EQ(used.size(), row.used.size() + 1);
         EXPECT_TRUE(used.contains(row.message));
@@ -177,7 +176,7 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
 }
 
 TEST(MessageName, DifferentNamesMayCleanToTheSame) {
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     EXPECT_EQ(MakeMessageName("Audio_Amp", "Volume", "Get", used), "AudioAmp_Volume_Get");
     EXPECT_EQ(MakeMessageName("AudioAmp", "Volume", "Get", used), "AudioAmp_Volume_Get00");
     EXPECT_EQ(MakeMessageName("Audio-Amp", "Volume", "Get", used), "AudioAmp_Volume_Get01");
