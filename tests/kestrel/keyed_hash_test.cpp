@@ -24,6 +24,24 @@ TEST(KeyedHash, EqualKeysHaveOneHash) {
     EXPECT_EQ(KeyedHash()(4711U), KeyedHash()(4711U));
 }
 
+/// A long text is hashed in another way than a short one, and so is one without a whole word at its end.
+TEST(KeyedHash, TextsOfEveryLengthHaveHashesOfTheirOwn) {
+    std::set<std::size_t> hashes;
+    for (std::size_t length = 0; length < 200; ++length) {
+        hashes.insert(KeyedHash()(std::string(length, '\0')));
+        std::string text(length, 'x');
+        hashes.insert(KeyedHash()(text));
+        for (char& letter : text) {
+            letter = 'y';
+            hashes.insert(KeyedHash()(text));
+            letter = 'x';
+        }
+    }
+    // One of zeros and one of "x" for each length, which are the same for none; and one for each place of the
+    // "y".
+    EXPECT_EQ(hashes.size(), 399U + 199U * 200U / 2);
+}
+
 /// 3,000 hashes of 64 bits: two are equal once in 4 * 10^12 runs.
 TEST(KeyedHash, DifferentKeysHaveDifferentHashes) {
     std::set<std::size_t> hashes;
