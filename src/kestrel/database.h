@@ -170,6 +170,8 @@ class Database {
     /// the attribute is not defined.
     void SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
                       kestrel_attr_value_t value);
+    /// Sets a value of a definition of this database.
+    void SetAttribute(AttrValues& values, AttrDef& definition, kestrel_attr_value_t value);
 
     const std::string& Name() const { return name_; }
     void SetName(std::string name) { name_ = std::move(name); }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -79,7 +80,7 @@ class DatabaseBuilder {
     std::unique_ptr<Database> Take() { return std::move(database_); }
 
   private:
-    const AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
+    AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
 
     std::unique_ptr<Database> database_;
     /// The values of an enumeration: how many, and the index of each name's first one.
@@ -89,6 +90,8 @@ class DatabaseBuilder {
     };
     /// By the positions of the definitions.
     std::vector<Choices> choices_;
+    /// The definitions for each kind of object, by name.
+    std::map<AttrObject, KeyedMap<std::string, AttrDef*>> definitions_;
     /// The first node of each name.
     KeyedMap<std::string, Node*> nodes_;
     valdesc* lastValue_ = nullptr;
