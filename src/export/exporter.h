@@ -5,7 +5,6 @@
 #include <functional>
 #include <set>
 #include <string>
-#include <unordered_set>
 
 #include "catalog/catalog.h"
 #include "export/alias_names.h"
@@ -93,8 +92,8 @@ class ZVornExporter {
     KestrelWriteManager writer_;
     AliasNames aliases_;
     SignalWriter signals_;
-    std::unordered_set<std::string> messageNames_;
-    std::unordered_set<std::string> nodeNames_;
+    kestrel::KeyedSet<std::string> messageNames_;
+    kestrel::KeyedSet<std::string> nodeNames_;
     NameSet include_;
     NameSet exclude_;
     NodeAddresses nodeAddresses_;

@@ -19,7 +19,7 @@ bool IsSmallVowel(char c) {
 }
 
 /// The first of the suffixed names that is free, else the last one tried.
-std::string FreeName(const std::string& stem, const std::unordered_set<std::string>& usedNames) {
+std::string FreeName(const std::string& stem, const kestrel::KeyedSet<std::string>& usedNames) {
     std::string candidate;
     for (unsigned suffix = 0; suffix < kMaxSuffixes; ++suffix) {
         candidate = stem + FormatText("%02X", suffix);
@@ -58,7 +58,7 @@ NamePart::NamePart(std::string_view name) : length(name.size()), clean(CleanName
 }
 
 std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
-                            std::unordered_set<std::string>& usedNames) {
+                            kestrel::KeyedSet<std::string>& usedNames) {
     // Lengths count before cleaning, so a name may be cut although it would have fitted.
     std::size_t total = block.length + function.length + operation.length + 2;
     const auto take = [&](const NamePart& part) -> const std::string& {

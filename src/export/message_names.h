@@ -4,7 +4,8 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
+
+#include "kestrel/keyed_hash.h"
 
 namespace tarvex {
 
@@ -33,6 +34,6 @@ struct NamePart {
 /// made unique by two hexadecimal digits among the used names, which it joins. After 100 tries a name may
 /// repeat.
 std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
-                            std::unordered_set<std::string>& usedNames);
+                            kestrel::KeyedSet<std::string>& usedNames);
 
 }  // namespace tarvex

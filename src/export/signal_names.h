@@ -4,10 +4,9 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "kestrel/kestrel.h"
+#include "kestrel/keyed_hash.h"
 
 namespace tarvex {
 
@@ -39,10 +38,10 @@ class SignalNames {
 
     KestrelWriteManager& writer_;
     bool areUnique_;
-    std::unordered_set<std::string> usedNames_;  // if they have to be unique
-    bool haveBeenCut_ = false;                   // some of them, in their records
+    kestrel::KeyedSet<std::string> usedNames_;  // if they have to be unique
+    bool haveBeenCut_ = false;                  // some of them, in their records
     /// By base and suffix: all lower numbers but 0 are taken for good. Only names that were asked for twice.
-    std::unordered_map<std::string, unsigned> firstTries_;
+    kestrel::KeyedMap<std::string, unsigned> firstTries_;
 };
 
 }  // namespace tarvex

@@ -111,6 +111,10 @@ bool AtomicFile::Open(std::string_view path) {
         return false;
     }
     temporary_ = std::move(temporary);
+    // Whatever the umask takes away: another library may have to open the file once more.
+    if (fchmod(descriptor_, S_IRUSR | S_IWUSR) != 0) {
+        return false;
+    }
     buffer_.reserve(kBlockSize);
     return true;
 }

@@ -98,17 +98,20 @@ void Database::SetAttribute(AttrValues& values, AttrObject object, std::string_v
     const auto definition = std::find_if(attrDefs_.begin(), attrDefs_.end(), [&](const AttrDef& each) {
         return each.object_kind == object && NameIn(each.name) == wanted;
     });
-    if (definition == attrDefs_.end()) {
-        return;
+    if (definition != attrDefs_.end()) {
+        SetAttribute(values, *definition, value);
     }
-    if (!definition->used) {
-        definition->used = true;
-        definition->holdsTexts = definition->value_type == AttrType::String;
+}
+
+void Database::SetAttribute(AttrValues& values, AttrDef& definition, kestrel_attr_value_t value) {
+    if (!definition.used) {
+        definition.used = true;
+        definition.holdsTexts = definition.value_type == AttrType::String;
     }
-    if (definition->holdsTexts) {
+    if (definition.holdsTexts) {
         value.text = Keep(value.text);
     }
-    values.Set(*definition, value);
+    values.Set(definition, value);
 }
 
 char* Database::Keep(char* text) {

@@ -10,10 +10,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "kestrel/keyed_hash.h"
 #include "kestrel/records.h"
 
 namespace kestrel {
@@ -73,7 +73,7 @@ class RecordIndex {
         if (name.empty()) {
             return unnamed_.empty() ? nullptr : unnamed_.front().record;
         }
-        const auto found = named_.find(std::string(name));
+        const auto found = named_.find(name);
         return found == named_.end() ? nullptr : found->second.record;
     }
 
@@ -103,7 +103,7 @@ class RecordIndex {
     std::size_t added_ = 0;
     /// Records whose name was empty at the last look-up, in the order of adding.
     std::vector<Entry> unnamed_;
-    std::unordered_map<std::string, Entry> named_;
+    KeyedMap<std::string, Entry> named_;
 };
 
 /// A node with its attribute values.
@@ -170,6 +170,8 @@ class Database {
     /// the attribute is not defined.
     void SetAttribute(AttrValues& values, AttrObject object, std::string_view attribute,
                       kestrel_attr_value_t value);
+    /// Sets a value of a definition of this database.
+    void SetAttribute(AttrValues& values, AttrDef& definition, kestrel_attr_value_t value);
 
     const std::string& Name() const { return name_; }
     void SetName(std::string name) { name_ = std::move(name); }
@@ -189,7 +191,7 @@ class Database {
 
     std::string name_;
     /// The texts of attribute values, each once: most messages share theirs with many others.
-    std::unordered_map<std::string_view, std::unique_ptr<char, FreeText>> texts_;
+    KeyedMap<std::string_view, std::unique_ptr<char, FreeText>> texts_;
     /// Declared before everything that has attribute values, which need the definitions until they are gone.
     std::deque<AttrDef> attrDefs_;
     AttrValues attributes_;
@@ -198,7 +200,7 @@ class Database {
     std::deque<Signal> signals_;
     std::deque<Message> messages_;
     /// The first `messages_indexed_` messages by identifier; a look-up adds the rest.
-    std::unordered_map<std::uint32_t, Message*> messageIndex_;
+    KeyedMap<std::uint32_t, Message*> messageIndex_;
     std::size_t messagesIndexed_ = 0;
 };
 

@@ -4,18 +4,19 @@
 #include <array>
 #include <cstring>
 
+#include "kestrel/excerpt.h"
 #include "kestrel/model_text.h"
 
 namespace kestrel {
 
 namespace {
 
-/// Databases have about ten; each look-up goes through all of them.
+/// Databases have about ten; setting a value goes through all that the object has.
 constexpr std::size_t kMaxDefinitions = 1000;
 
 void CopyName(char (&name)[kNameSize], const std::string& text) {
     if (text.size() > kNameSize) {
-        throw BadRecord("the name '" + text + "' is longer than 32 bytes");
+        throw BadRecord("the name '" + Excerpt(text) + "' is longer than 32 bytes");
     }
     if (text.find('\0') != std::string::npos) {
         throw BadRecord("a name has a zero character");
@@ -55,7 +56,7 @@ Kind KindNamed(const std::array<Kind, kCount>& kinds, std::string_view (*nameOf)
                const std::string& name, const char* what) {
     const auto found = std::ranges::find(kinds, name, nameOf);
     if (found == kinds.end()) {
-        throw BadRecord("'" + name + "' is no " + what);
+        throw BadRecord("'" + Excerpt(name) + "' is no " + what);
     }
     return *found;
 }
@@ -77,12 +78,12 @@ void DatabaseBuilder::AddDefinition(const DefinitionRecord& record) {
     if (database_->AttrDefs().size() == kMaxDefinitions) {
         throw BadRecord("there are too many definitions");
     }
-    for (const AttrDef& other : database_->AttrDefs()) {
-        if (other.object_kind == object && NameIn(other.name) == record.name) {
-            throw BadRecord("the attribute '" + record.name + "' is defined twice");
-        }
+    const auto [place, isNew] = definitions_[object].try_emplace(record.name);
+    if (!isNew) {
+        throw BadRecord("the attribute '" + Excerpt(record.name) + "' is defined twice");
     }
     AttrDef& definition = database_->CreateAttrDef();
+    place->second = &definition;
     definition.object_kind = object;
     CopyName(definition.name, record.name);
     Choices& choices = choices_.emplace_back();
@@ -118,7 +119,7 @@ Node& DatabaseBuilder::AddNode(const std::string& name) {
 Node& DatabaseBuilder::FindNode(const std::string& name) {
     const auto found = nodes_.find(name);
     if (found == nodes_.end()) {
-        throw BadRecord("there is no node '" + name + "'");
+        throw BadRecord("there is no node '" + Excerpt(name) + "'");
     }
     return *found->second;
 }
@@ -143,7 +144,7 @@ Signal& DatabaseBuilder::AddSignal(Message& message, const SignalRecord& record)
     if (record.byteOrder == "big_endian") {
         signal.flags |= kSignalBigEndian;
     } else if (record.byteOrder != "little_endian") {
-        throw BadRecord("'" + record.byteOrder + "' is no byte order");
+        throw BadRecord("'" + Excerpt(record.byteOrder) + "' is no byte order");
     }
     if (record.isSigned) {
         signal.flags |= kSignalSigned;
@@ -177,10 +178,10 @@ void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::s
 
 void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
                                    const AttributeText& value) {
-    const AttrDef& definition = FindDefinition(object, name);
+    AttrDef& definition = FindDefinition(object, name);
     const bool isNumber = std::holds_alternative<double>(value);
     if (isNumber != (definition.value_type == AttrType::Integer)) {
-        throw BadRecord("the attribute '" + name + "' is " + (isNumber ? "no number" : "a number"));
+        throw BadRecord("the attribute '" + Excerpt(name) + "' is " + (isNumber ? "no number" : "a number"));
     }
     kestrel_attr_value_t stored{};
     if (isNumber) {
@@ -191,22 +192,22 @@ void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const 
         const auto& [indexes, count] = choices_[definition.position];
         const auto found = indexes.find(std::get<std::string>(value));
         if (found == indexes.end() && std::get<std::string>(value) != Text(definition.default_text)) {
-            throw BadRecord("the attribute '" + name + "' has no value '" + std::get<std::string>(value) +
-                            "'");
+            throw BadRecord("the attribute '" + Excerpt(name) + "' has no value '" +
+                            Excerpt(std::get<std::string>(value)) + "'");
         }
         // The default need not be one of the values; an index behind them stands for it.
         stored.number = static_cast<double>(found == indexes.end() ? count : found->second);
     }
-    database_->SetAttribute(values, object, name, stored);
+    database_->SetAttribute(values, definition, stored);
 }
 
-const AttrDef& DatabaseBuilder::FindDefinition(AttrObject object, const std::string& name) const {
-    for (const AttrDef& definition : database_->AttrDefs()) {
-        if (definition.object_kind == object && NameIn(definition.name) == name) {
-            return definition;
+AttrDef& DatabaseBuilder::FindDefinition(AttrObject object, const std::string& name) const {
+    if (const auto kind = definitions_.find(object); kind != definitions_.end()) {
+        if (const auto found = kind->second.find(name); found != kind->second.end()) {
+            return *found->second;
         }
     }
-    throw BadRecord("the attribute '" + name + "' is not defined");
+    throw BadRecord("the attribute '" + Excerpt(name) + "' is not defined");
 }
 
 }  // namespace kestrel

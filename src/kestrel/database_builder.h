@@ -4,12 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -80,18 +80,20 @@ class DatabaseBuilder {
     std::unique_ptr<Database> Take() { return std::move(database_); }
 
   private:
-    const AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
+    AttrDef& FindDefinition(AttrObject object, const std::string& name) const;
 
     std::unique_ptr<Database> database_;
     /// The values of an enumeration: how many, and the index of each name's first one.
     struct Choices {
-        std::unordered_map<std::string, std::size_t> indexes;
+        KeyedMap<std::string, std::size_t> indexes;
         std::size_t count = 0;
     };
     /// By the positions of the definitions.
     std::vector<Choices> choices_;
+    /// The definitions for each kind of object, by name.
+    std::map<AttrObject, KeyedMap<std::string, AttrDef*>> definitions_;
     /// The first node of each name.
-    std::unordered_map<std::string, Node*> nodes_;
+    KeyedMap<std::string, Node*> nodes_;
     valdesc* lastValue_ = nullptr;
     const Signal* lastSignal_ = nullptr;
 };

@@ -101,4 +101,12 @@ std::string ValueText(const AttrDef& definition, const std::vector<std::string>&
     return number;
 }
 
+std::string ValueTexts::Of(const AttrValues::Value& entry) {
+    const auto [place, isNew] = choices_.try_emplace(entry.definition);
+    if (isNew) {
+        place->second = ChoiceNames(*entry.definition);
+    }
+    return ValueText(*entry.definition, place->second, entry.value);
+}
+
 }  // namespace kestrel

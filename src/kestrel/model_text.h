@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "kestrel/database.h"
@@ -34,5 +35,15 @@ double Finite(double number);
 /// definition has no name for is written as the default. `choices` are the definition's.
 std::string ValueText(const AttrDef& definition, const std::vector<std::string>& choices,
                       kestrel_attr_value_t value);
+
+/// Values in words, as above. The names of an enumeration's values are made once, however many values there
+/// are.
+class ValueTexts {
+  public:
+    std::string Of(const AttrValues::Value& entry);
+
+  private:
+    std::unordered_map<const AttrDef*, std::vector<std::string>> choices_;
+};
 
 }  // namespace kestrel

@@ -4,11 +4,32 @@
 
 namespace kestrel {
 
+namespace {
+
+/// A path with the options that only an address can have.
+std::string Uri(const std::string& path, SqliteMode mode) {
+    // A host could stand between two slashes; there is none.
+    std::string uri = path.starts_with('/') ? "file://" : "file:";
+    for (const char c : path) {
+        // What has a meaning in an address.
+        if (c == '%' || c == '?' || c == '#') {
+            constexpr std::string_view kDigits = "0123456789ABCDEF";
+            const auto byte = static_cast<unsigned char>(c);
+            uri.append({'%', kDigits[byte / 16], kDigits[byte % 16]});
+        } else {
+            uri += c;
+        }
+    }
+    return uri + (mode == SqliteMode::ReadUnchanging ? "?immutable=1" : "");
+}
+
+}  // namespace
+
 SqliteConnection::SqliteConnection(const std::string& path, SqliteMode mode) {
     sqlite3* connection = nullptr;
-    const int flags = (mode == SqliteMode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
-                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
-    const int result = sqlite3_open_v2(path.c_str(), &connection, flags, nullptr);
+    const int flags = (mode == SqliteMode::Write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) |
+                      SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_URI;
+    const int result = sqlite3_open_v2(Uri(path, mode).c_str(), &connection, flags, nullptr);
     connection_.reset(connection);
     if (result != SQLITE_OK) {
         throw SqliteError(sqlite3_errstr(result));

@@ -20,7 +20,8 @@ class SqliteError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-enum class SqliteMode { Read, Write };
+/// A file that is unchanging is read without locks and without a look at the files of transactions beside it.
+enum class SqliteMode { Read, ReadUnchanging, Write };
 
 /// An open database file.
 class SqliteConnection {

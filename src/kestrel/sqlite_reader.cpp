@@ -1,7 +1,10 @@
 #include "kestrel/sqlite_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <limits>
 #include <map>
@@ -12,6 +15,7 @@
 
 #include "kestrel/database_builder.h"
 #include "kestrel/errors.h"
+#include "kestrel/excerpt.h"
 #include "kestrel/input_file.h"
 #include "kestrel/model_text.h"
 #include "kestrel/sqlite.h"
@@ -21,14 +25,34 @@ namespace kestrel {
 
 namespace {
 
+/// How much text the rows may have all together. Each text stands in the file, but for one that the table's
+/// definition gives to all rows that have none.
+class TextLimit {
+  public:
+    /// The file may have its texts in UTF-16, which takes up to two thirds of the same in UTF-8.
+    static constexpr std::size_t kTextPerByte = 2;
+
+    explicit TextLimit(std::int64_t fileSize) : left_(kTextPerByte * static_cast<std::size_t>(fileSize)) {}
+
+    /// False when so much is not left.
+    bool Take(std::size_t bytes) {
+        const bool isLeft = bytes <= left_;
+        left_ -= isLeft ? bytes : 0;
+        return isLeft;
+    }
+
+  private:
+    std::size_t left_;
+};
+
 /// Goes through the rows of one table.
 class Rows {
   public:
     /// `columns` are the names of the columns, in the order in which they are asked for; `order` those to
     /// sort by.
     Rows(const SqliteConnection& connection, const char* table, std::vector<const char*> columns,
-         const char* order)
-        : table_(table), columns_(std::move(columns)), statement_(connection, Query(order)) {}
+         const char* order, TextLimit& limit)
+        : table_(table), columns_(std::move(columns)), statement_(connection, Query(order)), limit_(limit) {}
 
     bool Next() {
         ++row_;
@@ -40,12 +64,13 @@ class Rows {
         if (!text) {
             Fail(column, "text");
         }
+        Count(*text);
         return *std::move(text);
     }
     double Number(int column) const {
         const auto number = statement_.Real(column);
-        if (!number) {
-            Fail(column, "number");
+        if (!number || !std::isfinite(*number)) {
+            Fail(column, number ? "finite number" : "number");
         }
         return *number;
     }
@@ -74,6 +99,7 @@ class Rows {
     bool IsNull(int column) const { return statement_.IsNull(column); }
     AttributeText Value(int column) const {
         if (auto text = statement_.Text(column)) {
+            Count(*text);
             return *std::move(text);
         }
         return Number(column);
@@ -94,6 +120,12 @@ class Rows {
     }
 
   private:
+    void Count(std::string_view text) const {
+        if (!limit_.Take(text.size())) {
+            Fail("the texts of the file take more than " + std::to_string(TextLimit::kTextPerByte) +
+                 " times its size");
+        }
+    }
     std::string Query(const char* order) const {
         std::string query = "SELECT ";
         for (const char* column : columns_) {
@@ -111,6 +143,7 @@ class Rows {
     const char* table_;
     std::vector<const char*> columns_;
     SqliteStatement statement_;
+    TextLimit& limit_;
     std::size_t row_ = 0;
 };
 
@@ -126,7 +159,8 @@ class WorkLimit {
 
     /// Why a statement failed.
     std::string Reason(const SqliteError& error) const {
-        return left_ < 0 ? "reading this takes more work than a file of its size needs" : error.what();
+        return left_ < 0 ? "reading this takes more work than a file of its size needs"
+                         : Excerpt(error.what());
     }
 
   private:
@@ -173,8 +207,8 @@ bool HasWord(std::string_view sql, std::string_view upperCaseWord) {
 
 class SqliteReader {
   public:
-    SqliteReader(SqliteConnection& connection, const WorkLimit& limit)
-        : connection_(connection), limit_(limit) {}
+    SqliteReader(SqliteConnection& connection, const WorkLimit& limit, std::int64_t fileSize)
+        : connection_(connection), limit_(limit), textLimit_(fileSize) {}
 
     std::unique_ptr<Database> Read() {
         CheckMarks();
@@ -204,7 +238,7 @@ class SqliteReader {
     template <class Add>
     void ReadTable(const char* table, std::vector<const char*> columns, const char* order, Add add) {
         try {
-            Rows rows(connection_, table, std::move(columns), order);
+            Rows rows(connection_, table, std::move(columns), order, textLimit_);
             while (rows.Next()) {
                 try {
                     add(rows);
@@ -235,7 +269,7 @@ class SqliteReader {
             if (IsIndexViewOrTrigger(sql)) {
                 continue;
             }
-            const std::string table = "table " + objects.Text(0).value_or("");
+            const std::string table = "table " + Excerpt(objects.Text(0).value_or(""));
             if (!sql.starts_with("CREATE TABLE ")) {
                 throw ReadError(table + " is no stored table");
             }
@@ -247,7 +281,7 @@ class SqliteReader {
                                  "SELECT t.name FROM sqlite_master AS t, pragma_table_xinfo(t.name) AS c "
                                  "WHERE t.type = 'table' AND c.hidden <> 0");
         if (computed.Next()) {
-            throw ReadError("table " + computed.Text(0).value_or("") + " has a generated column");
+            throw ReadError("table " + Excerpt(computed.Text(0).value_or("")) + " has a generated column");
         }
     }
 
@@ -260,7 +294,7 @@ class SqliteReader {
     void CheckPages() {
         SqliteStatement check(connection_, "PRAGMA quick_check(1)");
         if (!check.Next() || check.Text(0) != "ok") {
-            throw ReadError("the file is damaged: " + check.Text(0).value_or("no check possible"));
+            throw ReadError("the file is damaged: " + Excerpt(check.Text(0).value_or("no check possible")));
         }
     }
 
@@ -387,6 +421,7 @@ class SqliteReader {
 
     SqliteConnection& connection_;
     const WorkLimit& limit_;
+    TextLimit textLimit_;
     DatabaseBuilder builder_;
     /// By id: the kind of object and the name of an attribute.
     std::map<std::int64_t, std::pair<std::string, std::string>> definitionNames_;
@@ -397,21 +432,51 @@ class SqliteReader {
 
 }  // namespace
 
-std::unique_ptr<Database> ReadSqlite(const std::string& path) {
-    std::int64_t size = InputSize(path);
-    // SQLite opens these too if they are there.
-    for (const char* suffix : {"-wal", "-journal"}) {
-        std::error_code ignored;
-        if (std::filesystem::exists(path + suffix, ignored)) {
-            size += InputSize(path + suffix);
-        }
+namespace {
+
+/// The file itself, not a link to it: SQLite looks for the files of a transaction beside that one.
+std::string WithoutLinks(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path resolved = std::filesystem::canonical(path, error);
+    if (!error) {
+        return resolved.string();
     }
+    return path.starts_with('/') ? path : "./" + path;
+}
+
+/// The size of the journal of a transaction, which SQLite reads if it is there.
+std::int64_t JournalSize(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored) ? InputSize(path) : 0;
+}
+
+/// Whether the file says that changes go to a log beside it. SQLite would leave such a log and another file
+/// there, and where it may not, it would not read.
+bool HasWriteAheadLog(const std::string& path) {
+    constexpr std::size_t kReadVersion = 19;
+    constexpr char kWithLog = 2;
+    std::array<char, kReadVersion + 1> head{};
+    return std::fread(head.data(), 1, head.size(), OpenInput(path).get()) == head.size() &&
+           head[kReadVersion] == kWithLog;
+}
+
+}  // namespace
+
+std::unique_ptr<Database> ReadSqlite(const std::string& path) {
+    const std::int64_t fileSize = InputSize(path);
+    const std::string file = WithoutLinks(path);
+    if (JournalSize(file + "-wal") > 0) {
+        throw ReadError("another program has changes for it in " + file +
+                        "-wal; they have to be brought into the file first");
+    }
+    const std::int64_t size = fileSize + JournalSize(file + "-journal");
     WorkLimit limit(size);
     try {
-        SqliteConnection connection(path.starts_with('/') ? path : "./" + path, SqliteMode::Read);
+        SqliteConnection connection(file,
+                                    HasWriteAheadLog(file) ? SqliteMode::ReadUnchanging : SqliteMode::Read);
         limit.Bind(connection);
         Restrict(connection, size);
-        return SqliteReader(connection, limit).Read();
+        return SqliteReader(connection, limit, size).Read();
     } catch (const SqliteError& error) {
         throw ReadError(limit.Reason(error));
     }

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <csignal>
+#include <cstdint>
 
 namespace kestrel {
 
@@ -22,7 +22,8 @@ class TerminationSignals {
     bool HaveCome() const;
 
   private:
-    sigset_t held_{};
+    /// A bit for each signal, as the kernel counts them: 1 is the lowest.
+    std::uint64_t held_ = 0;
 };
 
 }  // namespace kestrel

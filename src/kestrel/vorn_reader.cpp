@@ -9,7 +9,9 @@
 
 #include "kestrel/database_builder.h"
 #include "kestrel/errors.h"
+#include "kestrel/excerpt.h"
 #include "kestrel/json_members.h"
+#include "kestrel/keyed_hash.h"
 #include "kestrel/vorn_source.h"
 
 namespace kestrel {
@@ -20,6 +22,40 @@ namespace {
 constexpr std::size_t kMaxKeys = 1000;
 /// Nothing is nested deeper than the value descriptions of a signal of a message.
 constexpr std::size_t kMaxDepth = 7;
+
+/// An object or list that has begun. The time for a key does not grow with the number of keys.
+struct Collected {
+    explicit Collected(Json empty) : value(std::move(empty)) {}
+
+    /// The key of the next value of an object; false when it stands there already.
+    bool TakeKey(std::string& name) {
+        constexpr std::size_t kFew = 16;  // as nearly all objects have
+        if (value.size() < kFew) {
+            nextKey = std::move(name);
+            return !value.contains(nextKey);
+        }
+        if (keys.empty()) {
+            for (const auto& [key, ignored] : value.items()) {
+                keys.insert(key);
+            }
+        }
+        nextKey = std::move(name);
+        return keys.insert(nextKey).second;
+    }
+    void Add(Json inner) {
+        if (value.is_array()) {
+            value.push_back(std::move(inner));
+        } else {
+            // By its index an object would look for the key once more.
+            value.get_ref<Json::object_t&>().emplace_back(std::move(nextKey), std::move(inner));
+        }
+    }
+
+    Json value;
+    std::string nextKey;
+    /// All keys of an object that has many.
+    KeyedSet<std::string> keys;
+};
 
 /// Takes the parser's events, collects one record at a time and adds it to a database.
 class VornHandler : public nlohmann::json_sax<Json> {
@@ -42,18 +78,17 @@ class VornHandler : public nlohmann::json_sax<Json> {
     bool key(string_t& name) override {
         if (collected_.empty()) {
             if (nextSection_ == kSections.size() || name != kSections[nextSection_]) {
-                Fail("the key \"" + name + "\" is not expected here");
+                Fail("the key \"" + Excerpt(name) + "\" is not expected here");
             }
             ++nextSection_;
         } else {
-            const Json& object = collected_.back();
-            if (object.size() == kMaxKeys) {
+            Collected& object = collected_.back();
+            if (object.value.size() == kMaxKeys) {
                 Fail("an object has too many keys");
             }
-            if (object.contains(name)) {
-                Fail("the key \"" + name + "\" stands twice");
+            if (!object.TakeKey(name)) {
+                Fail("the key \"" + Excerpt(object.nextKey) + "\" stands twice");
             }
-            keys_.back() = name;
         }
         return true;
     }
@@ -108,8 +143,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
                 Fail("\"" + std::string(Section()) + "\" is no list");
             }
         } else {
-            collected_.push_back(std::move(empty));
-            keys_.emplace_back();
+            collected_.emplace_back(std::move(empty));
         }
         return true;
     }
@@ -119,21 +153,15 @@ class VornHandler : public nlohmann::json_sax<Json> {
         if (collected_.empty()) {
             return true;
         }
-        Json done = std::move(collected_.back());
+        Json done = std::move(collected_.back().value);
         collected_.pop_back();
-        keys_.pop_back();
         return Value(std::move(done));
     }
 
     /// A value, or a finished object or list.
     bool Value(Json value) {
         if (!collected_.empty()) {
-            Json& outer = collected_.back();
-            if (outer.is_array()) {
-                outer.push_back(std::move(value));
-            } else {
-                outer[keys_.back()] = std::move(value);
-            }
+            collected_.back().Add(std::move(value));
             return true;
         }
         if (depth_ == 0) {
@@ -155,7 +183,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
             }
         } else if (section == "version") {
             if (value != 1) {
-                throw BadRecord("version " + value.dump() + " of Vorn is not known");
+                throw BadRecord("version " + Excerpt(value.dump()) + " of Vorn is not known");
             }
         } else if (section == "database") {
             if (!value.is_string()) {
@@ -275,7 +303,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
             } else if (value.is_string()) {
                 builder_.SetAttribute(values, object, name, value.get<std::string>());
             } else {
-                throw BadRecord("the attribute '" + name + "' is neither a number nor a text");
+                throw BadRecord("the attribute '" + Excerpt(name) + "' is neither a number nor a text");
             }
         }
     }
@@ -285,9 +313,8 @@ class VornHandler : public nlohmann::json_sax<Json> {
     /// How many of the sections have begun.
     std::size_t nextSection_ = 0;
     std::size_t depth_ = 0;
-    /// The objects and lists that have begun and not ended, and in each object the key of the next value.
-    std::vector<Json> collected_;
-    std::vector<std::string> keys_;
+    /// The objects and lists that have begun and not ended.
+    std::vector<Collected> collected_;
     Json databaseAttributes_ = Json::object();
     std::size_t databaseAttributesLine_ = 0;
 };

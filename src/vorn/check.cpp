@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <set>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "import/text/shown_text.h"
+#include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
 #include "vorn/layout.h"
@@ -43,7 +42,7 @@ class Checker {
 
   private:
     void CheckNodes() {
-        std::unordered_set<std::string> names;
+        kestrel::KeyedSet<std::string> names;
         for (const kestrel::Node& node : database_.Nodes()) {
             const std::string name = kestrel::NameText(node.name);
             if (!names.insert(name).second) {
@@ -53,8 +52,8 @@ class Checker {
     }
 
     void CheckMessages() {
-        std::unordered_set<std::string> names;
-        std::unordered_map<std::uint32_t, const Message*> identifiers;
+        kestrel::KeyedSet<std::string> names;
+        kestrel::KeyedMap<std::uint32_t, const Message*> identifiers;
         for (const Message& message : database_.Messages()) {
             if (!names.insert(kestrel::NameText(message.name)).second) {
                 Add(message, "the name occurs twice");
@@ -69,7 +68,7 @@ class Checker {
     }
 
     void CheckSignals(const Message& message) {
-        std::unordered_set<std::string> names;
+        kestrel::KeyedSet<std::string> names;
         for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
             if (!names.insert(kestrel::NameText(signal->name)).second) {
                 Add(message, "the name of signal " + NameOf(*signal) + " occurs twice");

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <unordered_map>
+#include <string_view>
 #include <utility>
 
 #include "kestrel/json_text.h"
+#include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
 
@@ -28,29 +29,53 @@ std::string NumberText(double number) {
     return text;
 }
 
-void AddAttributes(const kestrel::AttrValues& attributes, Fields& fields) {
+void AddAttributes(const kestrel::AttrValues& attributes, kestrel::ValueTexts& values, Fields& fields) {
     for (const auto& entry : attributes.Values()) {
-        fields.emplace_back(
-            "attribute " + NameText(entry.definition->name),
-            kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition), entry.value));
+        fields.emplace_back("attribute " + NameText(entry.definition->name), values.Of(entry));
     }
 }
+
+/// Finds the fields of a record by their names. Most records have a handful, which are looked at one by one.
+class FieldFinder {
+  public:
+    explicit FieldFinder(const Fields& fields) : fields_(fields) {
+        if (fields.size() > kFew) {
+            for (const auto& [name, value] : fields) {
+                byName_.try_emplace(name, &value);
+            }
+        }
+    }
+
+    /// The value of the field, or null.
+    const std::string* Find(const std::string& name) const {
+        if (fields_.size() > kFew) {
+            const auto found = byName_.find(name);
+            return found == byName_.end() ? nullptr : found->second;
+        }
+        const auto found = std::ranges::find(fields_, name, &Fields::value_type::first);
+        return found == fields_.end() ? nullptr : &found->second;
+    }
+
+  private:
+    static constexpr std::size_t kFew = 16;
+
+    const Fields& fields_;
+    kestrel::KeyedMap<std::string_view, const std::string*> byName_;
+};
 
 /// The fields of which one record has another value than the other, or none.
 std::vector<FieldChange> CompareFields(const Fields& before, const Fields& after) {
     std::vector<FieldChange> changes;
-    const auto find = [](const Fields& fields, const std::string& name) -> const std::string* {
-        const auto found = std::ranges::find(fields, name, &Fields::value_type::first);
-        return found == fields.end() ? nullptr : &found->second;
-    };
+    const FieldFinder beforeFinder(before);
+    const FieldFinder afterFinder(after);
     for (const auto& [name, value] : after) {
-        const std::string* oldValue = find(before, name);
+        const std::string* oldValue = beforeFinder.Find(name);
         if (oldValue == nullptr || *oldValue != value) {
             changes.push_back({name, oldValue == nullptr ? std::string() : *oldValue, value});
         }
     }
     for (const auto& [name, value] : before) {
-        if (find(after, name) == nullptr) {
+        if (afterFinder.Find(name) == nullptr) {
             changes.push_back({name, value, ""});
         }
     }
@@ -72,7 +97,7 @@ struct Kind {
 template <class Record>
 std::vector<std::pair<std::string, const Record*>> Keyed(const std::vector<const Record*>& records,
                                                          const Kind<Record>& kind) {
-    std::unordered_map<std::string, std::size_t> counts;
+    kestrel::KeyedMap<std::string, std::size_t> counts;
     std::vector<std::pair<std::string, const Record*>> keyed;
     keyed.reserve(records.size());
     for (const Record* record : records) {
@@ -88,7 +113,7 @@ std::vector<Change> CompareLists(const std::vector<const Record*>& before,
                                  const std::vector<const Record*>& after, const Kind<Record>& kind) {
     const auto keyedBefore = Keyed(before, kind);
     const auto keyedAfter = Keyed(after, kind);
-    std::unordered_map<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
+    kestrel::KeyedMap<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
     std::vector<Change> changes;
     for (const auto& [key, record] : keyedAfter) {
         const auto found = left.find(key);
@@ -158,17 +183,16 @@ const Kind<kestrel::AttrDef>& DefinitionKind() {
     return kind;
 }
 
-const Kind<kestrel::Node>& NodeKind() {
-    static const Kind<kestrel::Node> kind{"node",
-                                          [](const kestrel::Node& node) { return NameText(node.name); },
-                                          [](const kestrel::Node& node) { return NameText(node.name); },
-                                          [](const kestrel::Node& node) {
-                                              Fields fields;
-                                              AddAttributes(node.attributes, fields);
-                                              return fields;
-                                          },
-                                          nullptr};
-    return kind;
+/// `values` outlives the result.
+Kind<kestrel::Node> NodeKind(kestrel::ValueTexts& values) {
+    return {"node", [](const kestrel::Node& node) { return NameText(node.name); },
+            [](const kestrel::Node& node) { return NameText(node.name); },
+            [&values](const kestrel::Node& node) {
+                Fields fields;
+                AddAttributes(node.attributes, values, fields);
+                return fields;
+            },
+            nullptr};
 }
 
 const Kind<valdesc>& ValueKind() {
@@ -217,23 +241,22 @@ std::vector<const kestrel::Signal*> SignalsOf(const kestrel::Message& message) {
     return signals;
 }
 
-const Kind<kestrel::Message>& MessageKind() {
-    static const Kind<kestrel::Message> kind{
-        "message", [](const kestrel::Message& message) { return std::to_string(message.identifier); },
-        [](const kestrel::Message& message) {
-            return IdentifierText(message.identifier) + " " + NameText(message.name);
-        },
-        [](const kestrel::Message& message) {
-            Fields fields{{"name", NameText(message.name)},
-                          {"length", std::to_string(message.length)},
-                          {"node", message.node == nullptr ? "" : NameText(message.node->name)}};
-            AddAttributes(message.attributes, fields);
-            return fields;
-        },
-        [](const kestrel::Message& before, const kestrel::Message& after) {
-            return CompareLists(SignalsOf(before), SignalsOf(after), SignalKind());
-        }};
-    return kind;
+/// `values` outlives the result.
+Kind<kestrel::Message> MessageKind(kestrel::ValueTexts& values) {
+    return {"message", [](const kestrel::Message& message) { return std::to_string(message.identifier); },
+            [](const kestrel::Message& message) {
+                return IdentifierText(message.identifier) + " " + NameText(message.name);
+            },
+            [&values](const kestrel::Message& message) {
+                Fields fields{{"name", NameText(message.name)},
+                              {"length", std::to_string(message.length)},
+                              {"node", message.node == nullptr ? "" : NameText(message.node->name)}};
+                AddAttributes(message.attributes, values, fields);
+                return fields;
+            },
+            [](const kestrel::Message& before, const kestrel::Message& after) {
+                return CompareLists(SignalsOf(before), SignalsOf(after), SignalKind());
+            }};
 }
 
 void Append(std::vector<Change>& changes, std::vector<Change> more) {
@@ -243,10 +266,12 @@ void Append(std::vector<Change>& changes, std::vector<Change> more) {
 }  // namespace
 
 std::vector<Change> Compare(const kestrel::Database& before, const kestrel::Database& after) {
+    kestrel::ValueTexts values;
     std::vector<Change> changes =
         CompareLists(PointersTo(before.AttrDefs()), PointersTo(after.AttrDefs()), DefinitionKind());
-    Append(changes, CompareLists(PointersTo(before.Nodes()), PointersTo(after.Nodes()), NodeKind()));
-    Append(changes, CompareLists(PointersTo(before.Messages()), PointersTo(after.Messages()), MessageKind()));
+    Append(changes, CompareLists(PointersTo(before.Nodes()), PointersTo(after.Nodes()), NodeKind(values)));
+    Append(changes,
+           CompareLists(PointersTo(before.Messages()), PointersTo(after.Messages()), MessageKind(values)));
     return changes;
 }
 

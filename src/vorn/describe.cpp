@@ -41,15 +41,12 @@ std::string Count(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-std::string AttributeLines(const kestrel::AttrValues& attributes) {
-    std::string lines;
+void AppendAttributes(const kestrel::AttrValues& attributes, std::string_view indent,
+                      kestrel::ValueTexts& values, std::string& text) {
     for (const auto& entry : attributes.Values()) {
-        lines += "  " + Shown(kestrel::NameText(entry.definition->name)) + " = " +
-                 Shown(kestrel::ValueText(*entry.definition, kestrel::ChoiceNames(*entry.definition),
-                                          entry.value)) +
-                 "\n";
+        text.append(indent).append(Shown(kestrel::NameText(entry.definition->name))).append(" = ");
+        text.append(Shown(values.Of(entry))).append("\n");
     }
-    return lines;
 }
 
 std::string MessageLine(const Message& message) {
@@ -118,15 +115,12 @@ std::string MessageList(const kestrel::Database& database, const std::string& no
 
 std::string DatabaseText(const kestrel::Database& database, const Style& style) {
     std::string text = style(Colour::Heading, Shown(kestrel::Text(database.Name()))) + "\n";
-    text += AttributeLines(database.Attributes());
+    kestrel::ValueTexts values;
+    AppendAttributes(database.Attributes(), "  ", values, text);
     text += "\n" + style(Colour::Heading, Count(database.Nodes().size(), "node")) + "\n";
     for (const kestrel::Node& node : database.Nodes()) {
         text += "  " + NameOf(node) + "\n";
-        for (std::string lines = AttributeLines(node.attributes); !lines.empty();) {
-            const std::size_t end = lines.find('\n') + 1;
-            text += "  " + lines.substr(0, end);
-            lines.erase(0, end);
-        }
+        AppendAttributes(node.attributes, "    ", values, text);
     }
     text += "\n" + style(Colour::Heading, Count(database.Messages().size(), "message")) + "\n";
     for (const Message& message : database.Messages()) {
@@ -163,7 +157,9 @@ std::string MessageText(const Message& message, const Style& style) {
     if (message.node != nullptr) {
         text += ", from " + NodeNameOf(message);
     }
-    text += "\n" + AttributeLines(message.attributes);
+    text += "\n";
+    kestrel::ValueTexts values;
+    AppendAttributes(message.attributes, "  ", values, text);
     const std::vector<DrawnSignal> signals = LetterSignals(message);
     text += Drawings(message, signals, style);
     for (const DrawnSignal& drawn : signals) {

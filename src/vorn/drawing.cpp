@@ -1,7 +1,10 @@
 #include "vorn/drawing.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
+#include <span>
+#include <string_view>
 
 #include "vorn/layout.h"
 
@@ -24,42 +27,66 @@ bool IsMultiplexed(const kestrel::Signal& signal) {
     return (signal.flags & kSignalMultiplexed) != 0;
 }
 
-/// One byte of a drawing.
-std::string Row(const std::vector<std::string>& bits, std::size_t byte, std::size_t width) {
-    std::string row;
-    for (std::size_t bit = 0; bit < kBitsPerByte; ++bit) {
-        const std::string& letters = bits[byte * kBitsPerByte + bit];
-        row += std::string(width - letters.size() + 1, ' ') + letters;
-    }
-    return row;
-}
+/// What stands at a bit: no signal, several, or one, by its place among the signals.
+enum Cell : std::int32_t { kFree = -2, kShared = -1 };
 
-/// The bits of a message, each with the letters of its signal, for one value of the multiplexor.
-std::vector<std::string> BitLetters(const kestrel::Message& message, const std::vector<DrawnSignal>& signals,
-                                    bool isMultiplexed, std::uint32_t value) {
+/// The bits of a message for one value of the multiplexor.
+std::vector<std::int32_t> Cells(const kestrel::Message& message, const std::vector<DrawnSignal>& signals,
+                                bool isMultiplexed, std::uint32_t value) {
     std::size_t bytes = message.length;
     for (const DrawnSignal& drawn : signals) {
         bytes = std::max(bytes, EndByte(*drawn.signal));
     }
-    std::vector<std::string> bits(bytes * kBitsPerByte, ".");
-    for (const DrawnSignal& drawn : signals) {
-        const kestrel::Signal& signal = *drawn.signal;
+    // How much the number of signals, and the sum of their places, changes from each bit to the next. Where
+    // there is one signal, the sum is its place. Time does not grow with the length of signals.
+    struct Step {
+        std::int64_t count = 0;
+        std::int64_t sum = 0;
+    };
+    std::vector<Step> steps(bytes * kBitsPerByte + 1);
+    for (std::size_t place = 0; place < signals.size(); ++place) {
+        const kestrel::Signal& signal = *signals[place].signal;
         if (isMultiplexed && IsMultiplexed(signal) && signal.multiplexer_value != value) {
             continue;
         }
-        for (const BitPosition bit : BitsOf(signal)) {
-            bits[bit] = bits[bit] == "." ? drawn.letters : "#";
+        for (const BitRange& range : RangesOf(signal)) {
+            ++steps[range.begin].count;
+            steps[range.begin].sum += static_cast<std::int64_t>(place);
+            --steps[range.end].count;
+            steps[range.end].sum -= static_cast<std::int64_t>(place);
         }
     }
-    return bits;
+    std::vector<std::int32_t> cells(bytes * kBitsPerByte, kFree);
+    Step here;
+    for (BitPosition bit = 0; bit < cells.size(); ++bit) {
+        here.count += steps[bit].count;
+        here.sum += steps[bit].sum;
+        if (here.count > 0) {
+            cells[bit] = here.count == 1 ? static_cast<std::int32_t>(here.sum) : kShared;
+        }
+    }
+    return cells;
 }
 
-std::string Drawing(const std::vector<std::string>& bits, std::size_t length, const Style& style) {
-    std::size_t width = 1;
-    for (const std::string& letters : bits) {
-        width = std::max(width, letters.size());
+std::string_view TextOf(std::int32_t cell, const std::vector<DrawnSignal>& signals) {
+    if (cell == kFree) {
+        return ".";
     }
-    const std::size_t bytes = bits.size() / kBitsPerByte;
+    return cell == kShared ? "#" : std::string_view(signals[static_cast<std::size_t>(cell)].letters);
+}
+
+/// The bits of one byte.
+std::span<const std::int32_t> Row(const std::vector<std::int32_t>& cells, std::size_t byte) {
+    return std::span(cells).subspan(byte * kBitsPerByte, kBitsPerByte);
+}
+
+std::string Drawing(const std::vector<std::int32_t>& cells, const std::vector<DrawnSignal>& signals,
+                    std::size_t length, const Style& style) {
+    std::size_t width = 1;
+    for (const std::int32_t cell : cells) {
+        width = std::max(width, TextOf(cell, signals).size());
+    }
+    const std::size_t bytes = cells.size() / kBitsPerByte;
     const std::size_t labelWidth = std::max<std::size_t>(8, 2 * std::to_string(bytes).size() + 2);
     std::string text = std::string(labelWidth, ' ');
     for (std::size_t bit = kBitsPerByte; bit-- > 0;) {
@@ -67,9 +94,9 @@ std::string Drawing(const std::vector<std::string>& bits, std::size_t length, co
     }
     text = style(Colour::Faint, text) + "\n";
     for (std::size_t byte = 0; byte < bytes;) {
-        const std::string row = Row(bits, byte, width);
         std::size_t last = byte;
-        while (last + 1 < bytes && last + 1 != length && Row(bits, last + 1, width) == row) {
+        while (last + 1 < bytes && last + 1 != length &&
+               std::ranges::equal(Row(cells, last + 1), Row(cells, byte))) {
             ++last;
         }
         std::string label = std::to_string(byte);
@@ -77,7 +104,12 @@ std::string Drawing(const std::vector<std::string>& bits, std::size_t length, co
             label += "-" + std::to_string(last);
         }
         label.append(labelWidth - label.size(), ' ');
-        text += style(Colour::Faint, label) + row + (byte >= length ? "   beyond the message" : "") + "\n";
+        text += style(Colour::Faint, label);
+        for (const std::int32_t cell : Row(cells, byte)) {
+            const std::string_view letters = TextOf(cell, signals);
+            text.append(width - letters.size() + 1, ' ').append(letters);
+        }
+        text += byte >= length ? "   beyond the message\n" : "\n";
         byte = last + 1;
     }
     return text;
@@ -102,7 +134,7 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
         }
     }
     if (values.empty()) {
-        return "\n" + Drawing(BitLetters(message, signals, false, 0), message.length, style);
+        return "\n" + Drawing(Cells(message, signals, false, 0), signals, message.length, style);
     }
     std::string text;
     std::size_t count = 0;
@@ -114,7 +146,7 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
             break;
         }
         text += "\n" + style(Colour::Faint, "multiplexor " + std::to_string(value)) + "\n" +
-                Drawing(BitLetters(message, signals, true, value), message.length, style);
+                Drawing(Cells(message, signals, true, value), signals, message.length, style);
     }
     return text;
 }

@@ -16,17 +16,6 @@ bool IsBigEndian(const sigblk& signal) {
 
 }  // namespace
 
-std::vector<BitPosition> BitsOf(const sigblk& signal) {
-    std::vector<BitPosition> bits;
-    bits.reserve(signal.length);
-    const BitPosition first = FromSignalNumber(signal.start_bit);
-    for (std::size_t i = 0; i < signal.length; ++i) {
-        bits.push_back(IsBigEndian(signal) ? first + i
-                                           : FromSignalNumber(signal.start_bit + signal.length - 1U - i));
-    }
-    return bits;
-}
-
 std::vector<BitRange> RangesOf(const sigblk& signal) {
     if (signal.length == 0) {
         return {};

@@ -15,16 +15,13 @@ using BitPosition = std::size_t;
 
 inline constexpr BitPosition kBitsPerByte = 8;
 
-/// The bits of a signal, from its most significant one on.
-std::vector<BitPosition> BitsOf(const sigblk& signal);
-
 /// A run of bits, the end excluded.
 struct BitRange {
     BitPosition begin;
     BitPosition end;
 };
 
-/// The bits of a signal as at most three runs.
+/// The bits of a signal as at most three runs, from the beginning of the message on.
 std::vector<BitRange> RangesOf(const sigblk& signal);
 
 /// The first byte behind the signal.

@@ -7,6 +7,7 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -187,6 +188,10 @@ Status Run(int argc, char** argv) {
 int main(int argc, char** argv) try {
     (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
     return Run(argc, argv);
+} catch (const std::bad_alloc&) {
+    // In words that need no memory.
+    (void)std::fputs("vorn: there is not enough memory for this\n", stderr);
+    return kTrouble;
 } catch (const std::exception& exception) {
     std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
     return kTrouble;

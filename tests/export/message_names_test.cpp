@@ -3,7 +3,6 @@
 #include "export/message_names.h"
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -12,7 +11,7 @@ namespace tarvex::test::message_names_test {
 namespace {
 
 std::string MessageName(std::string_view block, std::string_view function, std::string_view operation,
-                        std::unordered_set<std::string>& usedNames) {
+                        kestrel::KeyedSet<std::string>& usedNames) {
     return MakeMessageName(NamePart(block), NamePart(function), NamePart(operation), usedNames);
 }
 
@@ -113,9 +112,9 @@ constexpr NameCase kMessageNames[] = {
 TEST(MessageName, IsBlockFunctionAndOperationShortenedToFit) {
     for (const NameCase& row : kMessageNames) {
         SCOPED_TRACE(row.message);
-        std::unordered_set<std::string> used;
+        kestrel::KeyedSet<std::string> used;
         EXPECT_EQ(MessageName(row.block, row.function, row.operation, used), row.message);
-        EXPECT_EQ(used, std::unordered_set<std::string>{row.message});
+        EXPECT_EQ(used, kestrel::KeyedSet<std::string>{row.message});
     }
 }
 
@@ -130,7 +129,7 @@ constexpr RepeatCase kRepeats[] = {
 };
 
 TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     std::vector<std::string> names;
     for (int call = 0; call <= 102; ++call) {
         names.push_back(MessageName("Amp", "Volume", "Get", used));
@@ -145,7 +144,7 @@ TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
 struct TakenCase {
     const char* what;
     const char* operation;
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     const char* message;
 };
 
@@ -174,7 +173,7 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
     };
     for (const TakenCase& row : kTakenNames) {
         SCOPED_TRACE(row.what);
-        std::unordered_set<std::string> used = row.used;
+        kestrel::KeyedSet<std::string> used = row.used;
         EXPECT_EQ(MessageName("Navigation", "CurrentRouting", row.operation, used), row.message);
         EXPECT_EQ(used.size(), row.used.size() + 1);
         EXPECT_TRUE(used.contains(row.message));
@@ -182,7 +181,7 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
 }
 
 TEST(MessageName, DifferentNamesMayCleanToTheSame) {
-    std::unordered_set<std::string> used;
+    kestrel::KeyedSet<std::string> used;
     EXPECT_EQ(MessageName("Audio_Amp", "Volume", "Get", used), "AudioAmp_Volume_Get");
     EXPECT_EQ(MessageName("AudioAmp", "Volume", "Get", used), "AudioAmp_Volume_Get00");
     EXPECT_EQ(MessageName("Audio-Amp", "Volume", "Get", used), "AudioAmp_Volume_Get01");

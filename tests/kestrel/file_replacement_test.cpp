@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "kestrel/atomic_file.h"
 #include "support.h"
 
 namespace {
@@ -204,6 +205,15 @@ TEST_F(FileReplacement, ModeOfANewFileFollowsTheUmask) {
         EXPECT_EQ(WriteTo(directory_ / "out.vorn"), kKestrelOk);
         EXPECT_EQ(Mode(directory_ / "out.vorn"), 0666U & ~mask);
     }
+}
+
+/// Who writes it may have to open it again by its name.
+TEST_F(FileReplacement, TemporaryFileIsTheOwnersWhateverTheUmaskTakesAway) {
+    const UmaskInForce umaskInForce(0777);
+    kestrel::AtomicFile file;
+    ASSERT_TRUE(file.Open(directory_ / "out.sqlite"));
+    EXPECT_EQ(std::filesystem::status(file.TemporaryPath()).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
 
 TEST_F(FileReplacement, OwnerOfTheOldFileIsKeptForRoot) {

