@@ -1,5 +1,5 @@
-/// A catalog: its import, with and without validation, the logs, conversions, and messages of its operations. Pieces of
-/// the input can stand for many: see expansion.h.
+/// A catalog: its import, with and without validation, the logs, conversions, and messages of its operations.
+/// Pieces of the input can stand for many: see expansion.h.
 
 #include <algorithm>
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <random>
 
 namespace tarvex::fuzz {
 namespace {
@@ -78,16 +79,31 @@ std::string Expanded(std::string_view text, std::size_t most) {
     return Expansion(text, most).Run();
 }
 
-void MutateTimes(std::string& text, unsigned seed) {
-    constexpr std::string_view kCounts[] = {"0", "1", "2", "8", "20", "60", "100", "400", "1000", "4000", "20000"};
-    const std::size_t start = text.empty() ? 0 : seed / std::size(kCounts) % text.size();
-    std::size_t at = text.find(kTimes, start);
-    at = at == std::string::npos ? text.find(kTimes) : at;
-    if (at != std::string::npos) {
+std::string MutateTimes(std::string_view text, unsigned seed) {
+    constexpr std::string_view kCounts[] = {"0",   "1",   "2",    "8",    "20",   "60",
+                                            "100", "400", "1000", "4000", "20000"};
+    std::minstd_rand random(seed + 1);
+    const std::string_view count = kCounts[random() % std::size(kCounts)];
+    const std::size_t start = text.empty() ? 0 : random() % text.size();
+    std::string changed(text);
+    const std::size_t at = text.find(kTimes, start);
+    if (at != std::string_view::npos && random() % 4 != 0) {
         const std::size_t number = at + kTimes.size();
         const std::size_t end = std::min(text.find_first_not_of("0123456789", number), text.size());
-        text.replace(number, end - number, kCounts[seed % std::size(kCounts)]);
+        return changed.replace(number, end - number, count);
     }
+    // From one tag or text to a later one; whether that is an element is left to chance.
+    const std::size_t begin = text.find_first_of("<>", start);
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    std::size_t end = begin;
+    for (unsigned tags = random() % 6; tags > 0 && end != std::string_view::npos; --tags) {
+        end = text.find('>', end + 1);
+    }
+    changed.insert(end == std::string_view::npos ? text.size() : end + 1, kEnd);
+    const std::size_t inside = text[begin] == '<' ? begin : begin + 1;
+    return changed.insert(inside, std::string(kTimes) + std::string(count) + std::string(kEndOfTimes));
 }
 
 }  // namespace tarvex::fuzz

@@ -11,7 +11,8 @@ namespace tarvex::fuzz {
 /// `@`. Pieces may have others inside. What is longer than `most` is cut.
 std::string Expanded(std::string_view text, std::size_t most);
 
-/// Changes the number of one such piece; leaves a text without any.
-void MutateTimes(std::string& text, unsigned seed);
+/// The text with another number for one such piece, or with one element put into such a piece; empty for a
+/// text without elements.
+std::string MutateTimes(std::string_view text, unsigned seed);
 
 }  // namespace tarvex::fuzz

@@ -6,16 +6,20 @@ namespace tarvex::fuzz {
 
 /// What something costs, the same on any machine.
 struct Work {
-    std::uint64_t steps = 0;      ///< Calls of functions, none of which is inlined where they are counted.
+    std::uint64_t steps = 0;      ///< Calls of functions.
     std::uint64_t allocated = 0;  ///< Bytes, freed ones too.
-    std::uint64_t written = 0;    ///< Bytes of files.
+    std::int64_t held = 0;        ///< Bytes that are not freed yet.
+    std::uint64_t written = 0;    ///< Bytes of files; nobody counts them here.
 };
 
-/// The steps and bytes of memory since the start of the process.
+/// The steps and the memory since counting began, with the first call of one of these functions.
 Work WorkSoFar();
 
-/// From now on the process ends, so that libFuzzer keeps the input as a finding, when there are so many more
-/// steps or bytes of memory.
-void StopAt(const Work& more);
+/// The most bytes that were not freed at a time since the last call of StopBeyond.
+std::int64_t MostHeld();
+
+/// Ends the process as soon as there are so many more steps or bytes of memory, so that libFuzzer keeps the
+/// input as a finding. The next call takes the place of this one.
+void StopBeyond(const Work& more);
 
 }  // namespace tarvex::fuzz
