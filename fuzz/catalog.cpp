@@ -1,9 +1,12 @@
 /// A catalog: its import, with and without validation, the logs, conversions, and messages of its operations.
+/// Pieces of the input can stand for many: see expansion.h.
 
 #include <algorithm>
 
+#include "catalog_files.h"
 #include "catalog_mutator.h"
 #include "catalogs.h"
+#include "expansion.h"
 #include "import/text/format_text.h"
 
 using namespace tarvex;
@@ -13,6 +16,7 @@ namespace {
 
 constexpr std::size_t kMaxMessages = 8;
 constexpr std::size_t kMaxBytes = 24;
+constexpr std::size_t kMaxCatalog = std::size_t{64} << 10;
 
 /// Half of the messages have small values, which more often mean something as a selector.
 std::vector<std::uint8_t> DrawBytes(Draw& draw) {
@@ -28,7 +32,6 @@ std::vector<std::uint8_t> DrawBytes(Draw& draw) {
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
     RequireKnownWords();
-    WriteFile(ScratchFile("fcat.dtd"), ReadFile(TARVEX_EXAMPLES "/fcat.dtd"));
     return 0;
 }
 
@@ -39,9 +42,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Draw draw(TextOf(data, size));
-    const std::string path = ScratchFile("catalog.xml");
+    const std::string path = WriteCatalog(Expanded(TextOf(data, size), kMaxCatalog));
     const std::string logPath = ScratchFile("catalog.log");
-    WriteFile(path, TextOf(data, size));
     const auto manager = MakeManager();
     manager->Validate = draw.Flag();
     std::string console;

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory_resource>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,6 +13,7 @@
 #include <xercesc/sax/Locator.hpp>
 
 #include "import/text/allowance.h"
+#include "import/xml/parser_memory.h"
 
 namespace tarvex {
 
@@ -119,8 +119,8 @@ class ParserBudget : public xercesc::MemoryManager {
     void CountParts(std::size_t size);
     void Stop(std::string reason);
 
-    std::pmr::unsynchronized_pool_resource memory_;  // gives all of it back in the end, whatever happened
-    Header* kept_ = nullptr;                         // blocks that stay until the parse is over
+    ParserMemory memory_;
+    Header* kept_ = nullptr;  // blocks that stay until the parse is over
     const xercesc::Locator* locator_ = nullptr;
     std::set<std::pair<std::uint64_t, std::uint64_t>> files_;
     std::size_t input_ = 0;
