@@ -164,7 +164,7 @@ ATTACKS = [
     ("an attribute name of 1 MB", lambda: document("<FBlock " + "n" * 1_000_000 + '="x"/>'), "", NO_BLOCK, 255),
     ("a name text of 50 MB", lambda: document(named("n" * 50_000_000)), "", CUT, 255),
     ("1,000,000 attributes", lambda: document("<FBlock " + " ".join(f'a{i}=""' for i in range(1_000_000)) + "/>"), "",
-     MEMORY, 255),
+     PARTS, 255),
     ("1,000,000 element names", lambda: document("".join(f"<n{i}/>" for i in range(1_000_000))), "", MEMORY, 255),
     ("1,000,000 levels", lambda: document("<x>" * 1_000_000 + "</x>" * 1_000_000), "", LEVELS, 255),
     ("100,000 levels of blocks", lambda: document("<FBlock>" * 100_000 + "</FBlock>" * 100_000), "", LEVELS, 255),
