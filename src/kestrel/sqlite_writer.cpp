@@ -195,9 +195,11 @@ void WriteSqlite(const Database& database, AtomicFile& file) {
         SqliteConnection connection(file.TemporaryPath(), SqliteMode::Write);
         constexpr int kStepsBetween = 10'000;  // of the library's machine; about a millisecond
         sqlite3_progress_handler(connection.Get(), kStepsBetween, &IsInterrupted, &file);
+        // What indexes are sorted with stays in memory, not in a file elsewhere.
         // The file is new and takes its place only when it is complete: a journal would protect nothing.
         connection.Execute(
-            "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;");
+            "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;"
+            "PRAGMA temp_store = MEMORY;");
         connection.Execute("PRAGMA application_id = " + std::to_string(kSqliteApplicationId) +
                            "; PRAGMA user_version = " + std::to_string(kSqliteUserVersion) + ";");
         connection.Execute("BEGIN");

@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <functional>
@@ -183,14 +184,35 @@ Status Run(int argc, char** argv) {
     return kTrouble;
 }
 
+/// In words that need no memory.
+void TellOutOfMemory() {
+    (void)std::fputs("vorn: there is not enough memory for this\n", stderr);
+}
+
+/// To take a large list apart the JSON library needs memory too, and cannot say when there is none. Nothing
+/// has been written where files are read, so nothing is left behind.
+[[noreturn]] void Terminate() {
+    try {
+        if (const std::exception_ptr exception = std::current_exception()) {
+            std::rethrow_exception(exception);
+        }
+    } catch (const std::bad_alloc&) {
+        TellOutOfMemory();
+        std::_Exit(kTrouble);
+    } catch (...) {
+        std::abort();
+    }
+    std::abort();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) try {
+    std::set_terminate(Terminate);
     (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
     return Run(argc, argv);
 } catch (const std::bad_alloc&) {
-    // In words that need no memory.
-    (void)std::fputs("vorn: there is not enough memory for this\n", stderr);
+    TellOutOfMemory();
     return kTrouble;
 } catch (const std::exception& exception) {
     std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
