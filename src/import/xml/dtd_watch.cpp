@@ -55,7 +55,10 @@ void DtdWatch::attDef(const xercesc::DTDElementDecl& element, const xercesc::DTD
     }
     Known& known = KnownOf(element);
     known.attributeCost += 1 + length;  // a word of some characters takes as long as some declarations
-    budget_.AddName(known.attributes.Add(attribute.getFullName()));
+    if (!known.attributes) {
+        known.attributes = std::make_unique<NameBuckets>(kAttributeBuckets);
+    }
+    budget_.AddName(known.attributes->Add(attribute.getFullName()));
 }
 
 void DtdWatch::entityDecl(const xercesc::DTDEntityDecl& entity, bool isParameterEntity, bool /*isIgnored*/) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -70,7 +71,7 @@ class DtdWatch : public xercesc::DocTypeHandler {
     struct Known {
         std::size_t attributeCost = 0;
         std::size_t modelParts = 0;
-        NameBuckets attributes{kAttributeBuckets};
+        std::unique_ptr<NameBuckets> attributes;  // once there are any
     };
 
     Known& KnownOf(const xercesc::XMLElementDecl& element);
