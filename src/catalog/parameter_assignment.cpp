@@ -45,8 +45,8 @@ constexpr auto kSelections = [] {
     std::array<Selection, 2 * std::size(kOpTypes)> rows{};
     for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
         const OpTypeRow& row = kOpTypes[opType];
-        rows[2 * opType] = {row.propertyElement, opType, ClassKind::Property};
-        rows[2 * opType + 1] = {row.methodElement, opType, ClassKind::Method};
+        rows[opType] = {row.propertyElement, opType, ClassKind::Property};
+        rows[std::size(kOpTypes) + opType] = {row.methodElement, opType, ClassKind::Method};
     }
     std::ranges::sort(rows, {}, &Selection::name);
     return rows;

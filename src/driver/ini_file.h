@@ -20,6 +20,7 @@ class IniFile {
     explicit IniFile(const std::string& path);
     IniFile(const IniFile&) = delete;
     IniFile& operator=(const IniFile&) = delete;
+    ~IniFile() = default;
 
     /// The file could be opened and read.
     bool IsRead() const { return isRead_; }
