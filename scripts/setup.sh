@@ -7,13 +7,8 @@
 #   scripts/setup.sh bench   what a conversion needs, and what bench/run.sh measures with
 set -euo pipefail
 
-<<<<<<< HEAD
 packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
-if [ "${1:-build}" = test ] || [ "${1:-build}" = memcheck ]; then
-=======
-packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [[ ${1:-build} =~ ^(test|memcheck|parser)$ ]]; then
->>>>>>> fuzz-parser
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev lld llvm libgtest-dev libgmock-dev python3
              python3-canmatrix python3-lxml python3-jsonschema mandoc strace)
 fi
