@@ -22,7 +22,7 @@ using namespace tarvex::fuzz;
 
 namespace {
 
-constexpr std::size_t kMaxCatalog = std::size_t{1} << 20;
+constexpr std::size_t kMaxExpanded = std::size_t{1} << 20;
 
 // The bounds, chosen by what --show tells with the parser counted too (./fuzz.sh --parser). In any case a
 // catalog may cost what one enumeration of all 65,536 codes does in the nine operations of a property: 39
@@ -137,7 +137,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr std::size_t kMaxShown = std::size_t{64} << 20;
-    const std::string input = Expanded(TextOf(data, size), isShown ? kMaxShown : kMaxCatalog);
+    const std::string input = Expanded(TextOf(data, size), isShown ? kMaxShown : kMaxExpanded);
     const std::string path = WriteCatalog(input);
     if (input.find("<!DOCTYPE") != std::string::npos) {
         const Import validated(path, input.size(), true);

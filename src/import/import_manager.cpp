@@ -33,6 +33,12 @@ struct ImportGuard {
     ~ImportGuard() { isImporting = false; }
 };
 
+/// A file can be opened to add to it, and closed.
+bool CanBeWritten(const std::string& path) {
+    File file = OpenForWriting(path, WriteMode::Append);
+    return file != nullptr && CloseWritten(std::move(file));
+}
+
 std::string Load(Text number) {
     return LoadText(number);
 }
@@ -144,7 +150,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
 void ZMostFCatManager::OpenImportLog(ImportRun& run, const std::string& importLogPath) {
     if (!importLogPath.empty()) {
         if (IsSameFile(importLogPath, run.path) || IsProtected(importLogPath) ||
-            !OpenForWriting(importLogPath, WriteMode::Append)) {
+            !CanBeWritten(importLogPath)) {
             Send(Format(Text::LogNotCreated, importLogPath), Reading);
         } else {
             run.logPath = importLogPath;

@@ -51,8 +51,8 @@ def chain(kind, first, each, length=40):
     return "\n".join(lines) + "\n"
 
 
-def default_values(count):
-    return "<!ATTLIST x " + "".join(f"a{i} CDATA 'd' " for i in range(count)) + ">"
+def default_values(count, value="d"):
+    return "<!ATTLIST x " + "".join(f"a{i} CDATA '{value}' " for i in range(count)) + ">"
 
 
 def encoded(encoding, declared=None):
@@ -88,7 +88,7 @@ ATTACKS = [
     ("a long default value", lambda: document("<FBlock/>" * 100_000, f'<!ATTLIST FBlock x CDATA "{"a" * 100_000}">'), "",
      CONTENT, 255),
     ("many default values", lambda: document("<x/>" * 20_000,
-                                           default_values(3000)),
+                                           default_values(3000, "d" * (50 if SANITIZED else 1))),
      "", CONTENT, 255),
     ("entities 30,000 deep", lambda: document("<FBlock>&e29999;</FBlock>", chain("", "v", "&e@;", 30_000)), "", MEMORY,
      255),
@@ -202,7 +202,7 @@ VALIDATED = ["a file that is an entity many times", "comments many times", "an a
 
 if SANITIZED:
     # Each goes the way of another one.
-    TWINS = ["billion laughs of elements", "parameter entities that double declarations"]
+    TWINS = ["billion laughs of elements", "parameter entities that double declarations", "1,000,000 element names"]
     ATTACKS = [row for row in ATTACKS if row[0] not in TWINS]
     VALIDATED = [name for name in VALIDATED if name not in [
         "one entity of elements many times", "parameter entities that double and say nothing", "1,000,000 element names"]]

@@ -32,7 +32,7 @@ def compiler_options(build):
 
 
 # What every program has one of. Under a name of its own in each source, they can be together.
-ENTRY_POINTS = ("main", "LLVMFuzzerTestOneInput", "LLVMFuzzerCustomMutator")
+ENTRY_POINTS = ("main", "LLVMFuzzerInitialize", "LLVMFuzzerTestOneInput", "LLVMFuzzerCustomMutator")
 LARGEST_SHARE = 60
 
 
