@@ -4,6 +4,7 @@
 
 #include "catalog/definitions.h"
 #include "catalog/fblock.h"
+#include "import/text/run_allowance.h"
 
 namespace tarvex {
 
@@ -23,14 +24,21 @@ class ZMTCatalog : public ZMTListNode<ZMTNode, ZMTFBlock> {
     /// The absolute path of the catalog file as it is shown: tidied up without regard to links, so it need
     /// not lead to the file. The import manager sets what follows, too.
     const std::string& AbsPath() const { return absPath_; }
-    /// The path that leads to the catalog file, links resolved, and how many bytes it has.
+    /// The path that leads to the catalog file, links resolved.
     const std::string& FilePath() const { return filePath_; }
-    std::size_t FileSize() const { return fileSize_; }
-    void SetFile(std::string absPath, std::string filePath, std::size_t fileSize) {
+    void SetFile(std::string absPath, std::string filePath) {
         absPath_ = std::move(absPath);
         filePath_ = std::move(filePath);
-        fileSize_ = fileSize;
     }
+    /// How many bytes the catalog was read from, its DTD and other entities included.
+    std::size_t InputBytes() const { return inputBytes_; }
+    void SetInputBytes(std::size_t bytes) {
+        inputBytes_ = bytes;
+        run_ = RunAllowance(bytes);
+    }
+    /// What the import and the logs have left for the rest of the conversion.
+    const RunAllowance& Run() const { return run_; }
+    RunAllowance& Run() { return run_; }
 
   private:
     bool ImportDefinitions(const Element& element, ImportContext& context);
@@ -40,7 +48,8 @@ class ZMTCatalog : public ZMTListNode<ZMTNode, ZMTFBlock> {
     std::unique_ptr<ZMTDefinition> definitions_;
     std::string absPath_;
     std::string filePath_;
-    std::size_t fileSize_ = 0;
+    std::size_t inputBytes_ = 0;
+    RunAllowance run_;
 };
 
 }  // namespace tarvex

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -12,6 +13,7 @@
 #include "catalog/param_factory.h"
 #include "import/text/allowance.h"
 #include "import/text/names.h"
+#include "import/text/run_allowance.h"
 
 namespace tarvex {
 
@@ -47,25 +49,40 @@ class CopyBudget {
     /// How large copies may be, in bytes, for a catalog file of so many.
     static constexpr Bound kBytes{std::size_t{256} << 20, 16};
 
-    explicit CopyBudget(std::size_t catalogBytes = 0) : left_(kBytes, catalogBytes) {}
-    explicit CopyBudget(const Allowance& left) : left_(left) {}
+    /// Some of the memory of a run stays for its database.
+    CopyBudget(std::size_t catalogBytes, RunAllowance& run)
+        : CopyBudget(Allowance(std::min(kBytes.For(catalogBytes), run.Left().memory / 4 * 3)), run) {}
+    /// The run outlives the budget.
+    CopyBudget(const Allowance& left, RunAllowance& run) : left_(left), run_(&run) {}
 
-    /// False when there is no room for a copy of the node, and from then on: a size takes as long to find out
-    /// as a copy does.
-    bool TakeFor(const ZMTNode& original) { return !left_.IsSpent() && left_.Take(original.CopySize()); }
+    /// False when there is no room for a copy of the node and so many bytes more, and from then on: a size
+    /// takes as long to find out as a copy does.
+    bool TakeFor(const ZMTNode& original, std::size_t more = 0) {
+        if (left_.IsSpent()) {
+            return false;
+        }
+        constexpr std::size_t kCopiedPerStep = 8;
+        const std::size_t size = original.CopySize() + more;
+        if (!left_.Take(size) || !run_->Take({size / kCopiedPerStep, size, 0})) {
+            left_.End();
+        }
+        return !left_.IsSpent();
+    }
 
   private:
     Allowance left_;
+    RunAllowance* run_;
 };
 
 /// What the import of one catalog hands from node to node. Lives as long as that import.
 struct ImportContext {
     ZMostFCatLog& log;
     const ParamFactory& paramFactory;
-    ZMTCatalog* catalog = nullptr;               ///< The catalog being imported; not owned.
+    RunAllowance& run;              ///< What is left of the run; throws AllowanceSpent out of the import.
+    ZMTCatalog* catalog = nullptr;  ///< The catalog being imported; not owned.
     const ZMTDefinition* definitions = nullptr;  ///< Its definitions once they are imported; owned by it.
     FunctionRegistry functions = {};
-    CopyBudget copies = CopyBudget();  ///< Copies that it does not allow count as failed.
+    CopyBudget copies = CopyBudget(0, run);  ///< Copies that it does not allow count as failed.
 };
 
 }  // namespace tarvex

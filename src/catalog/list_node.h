@@ -14,7 +14,7 @@ class ZMTListNode : public Base, public List {
     using Base::CopyFrom;
     using List::CopyFrom;
 
-    ZMTNode* FindChild(const std::string& name) const override { return List::FindByName(name); }
+    ZMTNode* FindChild(const SoughtName& name) const override { return List::FindByName(name); }
     ZMTNode* GetChild(unsigned pos) const override { return List::GetAt(pos); }
     std::size_t CopySize() const override { return Base::CopySize() + List::CopySizeOfAll(); }
 

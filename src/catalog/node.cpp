@@ -39,7 +39,7 @@ bool ZMTNode::Resolve(ImportContext& /*context*/) {
     return true;
 }
 
-ZMTNode* ZMTNode::FindChild(const std::string& /*name*/) const {
+ZMTNode* ZMTNode::FindChild(const SoughtName& /*name*/) const {
     return nullptr;
 }
 
@@ -47,7 +47,7 @@ ZMTNode* ZMTNode::GetChild(unsigned /*pos*/) const {
     return nullptr;
 }
 
-ZMTNode* ZMTNode::FindVisible(const std::string& name, unsigned beforePos) const {
+ZMTNode* ZMTNode::FindVisible(const SoughtName& name, unsigned beforePos) const {
     const ZMTNode* scope = this;
     while (scope != nullptr) {
         // Nothing stands before position 0, so there is no need to look.

@@ -13,6 +13,7 @@
 #include "import/log/message.h"
 #include "import/log/message_log.h"
 #include "import/text/format_text.h"
+#include "import/text/names.h"
 
 namespace tarvex {
 
@@ -57,14 +58,14 @@ class ZMTNode {
     virtual bool Resolve(ImportContext& context);
 
     /// The child of that name, without regard to case; null if there is none.
-    virtual ZMTNode* FindChild(const std::string& name) const;
+    virtual ZMTNode* FindChild(const SoughtName& name) const;
     /// The child in a slot of the node's list; null for an empty slot.
     virtual ZMTNode* GetChild(unsigned pos) const;
     /// The node's own position in its parent's list, where the position carries meaning; else 0.
     virtual unsigned GetPosition() const { return 0; }
     /// Scoped look-up: the child of that name if it stands before `beforePos`, else the parent is asked for
     /// one that stands before this node.
-    virtual ZMTNode* FindVisible(const std::string& name, unsigned beforePos) const;
+    virtual ZMTNode* FindVisible(const SoughtName& name, unsigned beforePos) const;
 
     /// Takes over the fields of a node of exactly the same class; false for any other.
     virtual bool CopyFrom(const ZMTNode* other);

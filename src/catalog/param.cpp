@@ -32,6 +32,11 @@ bool ZMTParam::Resolve(ImportContext& context) {
     if (!ZMTNode::Resolve(context)) {
         return false;
     }
+    constexpr std::size_t kShortName = 64;
+    constexpr std::size_t kLettersPerStep = 16;
+    if (GetName().size() > kShortName) {  // which may be compared with another one on every level
+        context.run.TakeSteps(GetLevel() * GetName().size() / kLettersPerStep);
+    }
     if (!GetName().empty() && HasDuplicateName()) {
         Raise<kParamNameReused>(context.log, GetName());
     }

@@ -60,15 +60,20 @@ const Selection* FindSelection(std::string_view name) {
 
 /// Operation elements stand below the OPType element at any depth: most catalogs wrap them into a command and
 /// a report element.
-OperationElements FindOperationElements(const Element& opTypeElement) {
+/// The way goes over all of them, and functions may stand in the operations of each other: it takes steps.
+OperationElements FindOperationElements(const Element& opTypeElement, RunAllowance& run) {
     OperationElements found;
+    std::size_t count = 0;
     for (const Element* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
          element = NextDescendant(opTypeElement, *element)) {
+        ++count;
         if (const Selection* selection = FindSelection(element->name)) {
             (selection->kind == ClassKind::Property ? found.property : found.method)[selection->opType].Add(
                 *element);
         }
     }
+    constexpr std::size_t kStepsPerElement = 2;  // they lie all over the memory
+    run.TakeSteps(count * kStepsPerElement);
     return found;
 }
 
@@ -124,7 +129,7 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
     if (opTypeElement == nullptr) {
         return function_.Raise<kParamWithoutOpType>(context_.log);
     }
-    const OperationElements elements = FindOperationElements(*opTypeElement);
+    const OperationElements elements = FindOperationElements(*opTypeElement, context_.run);
     bool anyMatch = false;
     bool anyPlaced = false;
     for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
@@ -164,11 +169,15 @@ bool ParameterAssignment::PlaceAsTold(unsigned opType, const Element& operationE
 
 /// Stores a clone of the parameter in an operation, unless the position is taken.
 bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& param) {
+    constexpr std::size_t kSteps = 4;
+    context_.run.TakeSteps(kSteps);
     const ZMTOperation* existing = function_.GetAt(opType);
     if (existing != nullptr && existing->GetAt(pos) != nullptr) {
         return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
     }
-    std::unique_ptr<ZMTNode> copy = context_.copies.TakeFor(param) ? param.Clone() : nullptr;
+    const std::size_t slots = existing == nullptr ? 0 : existing->Size();
+    const std::size_t slotBytes = pos < slots ? 0 : (pos - slots + 1) * sizeof(void*);
+    std::unique_ptr<ZMTNode> copy = context_.copies.TakeFor(param, slotBytes) ? param.Clone() : nullptr;
     if (!copy) {
         return function_.Raise<kParamNotCloned>(context_.log);
     }

@@ -24,13 +24,14 @@ class SlotIndex {
 
     /// The element in the lowest slot that has the name; null if there is none.
     template <class T, class NameOf>
-    T* Find(const std::vector<std::unique_ptr<T>>& slots, const std::string& name, const NameOf& nameOf) {
+    T* Find(const std::vector<std::unique_ptr<T>>& slots, const SoughtName& name, const NameOf& nameOf) {
         const auto found = firstSlots_.find(name);
         if (found == firstSlots_.end()) {
             return nullptr;
         }
         for (unsigned& slot = found->second; slot < slots.size(); ++slot) {
-            if (T* element = slots[slot].get(); element != nullptr && NamesEqual(nameOf(*element), name)) {
+            if (T* element = slots[slot].get();
+                element != nullptr && NamesEqual(nameOf(*element), name.Text())) {
                 return element;
             }
         }
@@ -39,7 +40,19 @@ class SlotIndex {
     }
 
   private:
-    std::unordered_map<std::string, unsigned, NameHash, NameEqual> firstSlots_;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(const std::string& name) const { return NameHash()(name); }
+        std::size_t operator()(const SoughtName& name) const { return name.Hash(); }
+    };
+    struct Equal {
+        using is_transparent = void;
+        bool operator()(const std::string& a, const std::string& b) const { return NamesEqual(a, b); }
+        bool operator()(const SoughtName& a, const std::string& b) const { return NamesEqual(a.Text(), b); }
+        bool operator()(const std::string& a, const SoughtName& b) const { return NamesEqual(a, b.Text()); }
+    };
+
+    std::unordered_map<std::string, unsigned, Hash, Equal> firstSlots_;
 };
 
 }  // namespace tarvex

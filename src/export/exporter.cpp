@@ -1,5 +1,6 @@
 #include "export/exporter.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
@@ -12,6 +13,9 @@
 namespace tarvex {
 namespace {
 
+/// Of texts that are copied and written.
+constexpr std::size_t kBytesPerStep = 16;
+
 constexpr int kSuccess = 0;
 constexpr int kFailure = -1;
 
@@ -23,6 +27,10 @@ constexpr std::uint32_t MessageIdentifier(std::uint32_t fBlockID, std::uint32_t 
     return ((((fBlockID & 0xFFU) << 12) | (fktID & 0xFFFU)) << 4) | (opType & 0xFU);
 }
 static_assert(MessageIdentifier(0x123, 0x1234, 0x1F) == ((0x23U << 16) | (0x234U << 4) | 0xFU));
+
+std::size_t InputBytes(const ZMTCatalog* catalog) {
+    return catalog == nullptr ? 0 : catalog->InputBytes();
+}
 
 /// Takes all write permissions from a file.
 bool MakeReadOnly(const std::string& path) {
@@ -41,13 +49,14 @@ ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, 
       outputPath_(std::move(outputPath)),
       aliasNamesPath_(std::move(aliasNamesPath)),
       networkConfigurationPath_(std::move(networkConfigurationPath)),
+      run_(catalog == nullptr ? RunAllowance() : catalog->Run()),
       writer_(nullptr),  // there is no handle of the own process on this platform
       signals_(writer_, aliases_, flags.uniqueSignalNames,
-               SignalBudget(catalog == nullptr ? 0 : catalog->FileSize())),
+               SignalBudget(InputBytes(catalog), run_.TakeMost())),
       include_(std::move(include)),
       exclude_(std::move(exclude)),
       flags_(flags),
-      attributeBytes_(kAttributeBytes, catalog == nullptr ? 0 : catalog->FileSize()) {}
+      attributeBytes_(std::min(kAttributeBytes.For(InputBytes(catalog)), run_.Left().memory / 4)) {}
 
 int ZVornExporter::Export() {
     if (!std::exchange(isReady_, false) || catalog_ == nullptr) {
@@ -58,6 +67,9 @@ int ZVornExporter::Export() {
     CreateDatabase();
     CreateNetworkNodes();
     CreateMessages();
+    if (areMessagesCut_) {
+        Tell("The catalog asks for too many messages, some are left out!");
+    }
     if (signals_.IsCut()) {
         Tell("The catalog asks for too many signals or value descriptions, some are left out!");
     }
@@ -131,9 +143,13 @@ void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function
     if (writer_.GetMessage(identifier, nullptr) != nullptr) {
         return;  // the first operation with an identifier wins
     }
+    if (!run_.Take(kMessage)) {
+        areMessagesCut_ = true;
+        return;
+    }
     msgblk& message = *writer_.CreateMessage(database_, 0);
-    CopyName(message.name, MakeMessageName(block.name, function.name,
-                                           NamePart(aliases_.Of(operation.GetName())), messageNames_));
+    CopyName(message.name,
+             messageNames_.Make(block.name, function.name, NamePart(aliases_.Of(operation.GetName()))));
     message.identifier = identifier;
     message.length = kDefaultMessageLength;
     if (flags_.createNetworkNodes) {
@@ -151,7 +167,9 @@ void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function
 void ZVornExporter::SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                                   const ZMTOperation& operation) {
     // A long name would stand at each of its messages.
-    if (!attributeBytes_.Take(block.GetName().size() + function.GetName().size())) {
+    const std::size_t size = block.GetName().size() + function.GetName().size();
+    if (!attributeBytes_.Take(size) || !run_.Take({size / kBytesPerStep, size, size})) {
+        attributeBytes_.End();
         return;
     }
     writer_.SetAttrValue(message, kFBlockAttribute, TextValue(block.GetName()));

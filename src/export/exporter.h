@@ -38,6 +38,8 @@ class ZVornExporter {
     /// The names in the attributes of all messages take up so many bytes; the attributes of further messages
     /// are left out, and the sink is told.
     static constexpr Bound kAttributeBytes{std::size_t{256} << 20, 16};
+    /// A message with its node and its attributes, but for the names in them.
+    static constexpr Cost kMessage{300, 600, 600};
     /// Receives what the user should know, a line each.
     using Sink = std::function<void(const std::string& line)>;
 
@@ -89,16 +91,18 @@ class ZVornExporter {
     std::string aliasNamesPath_;
     std::string networkConfigurationPath_;
     const char* database_ = nullptr;  // the key, kept by the writer
+    RunAllowance run_;                // what the import has left
     KestrelWriteManager writer_;
     AliasNames aliases_;
     SignalWriter signals_;
-    kestrel::KeyedSet<std::string> messageNames_;
+    MessageNames messageNames_;
     kestrel::KeyedSet<std::string> nodeNames_;
     NameSet include_;
     NameSet exclude_;
     NodeAddresses nodeAddresses_;
     ExportFlags flags_;
     Allowance attributeBytes_;
+    bool areMessagesCut_ = false;
     bool isReady_ = true;
 };
 

@@ -15,19 +15,7 @@ constexpr unsigned kMaxSuffixes = 100;
 constexpr std::size_t kSuffixLength = 2;
 
 bool IsSmallVowel(char c) {
-    return std::string_view("aeiou").find(c) != std::string_view::npos;
-}
-
-/// The first of the suffixed names that is free, else the last one tried.
-std::string FreeName(const std::string& stem, const kestrel::KeyedSet<std::string>& usedNames) {
-    std::string candidate;
-    for (unsigned suffix = 0; suffix < kMaxSuffixes; ++suffix) {
-        candidate = stem + FormatText("%02X", suffix);
-        if (!usedNames.contains(candidate)) {
-            break;
-        }
-    }
-    return candidate;
+    return c == 'a' || c == 'e' || c == 'i' || c == 'o' || c == 'u';
 }
 
 }  // namespace
@@ -57,8 +45,7 @@ NamePart::NamePart(std::string_view name) : length(name.size()), clean(CleanName
     shortened.resize(std::min(shortened.size(), kNameSize + 1));
 }
 
-std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
-                            kestrel::KeyedSet<std::string>& usedNames) {
+std::string MessageNames::Make(const NamePart& block, const NamePart& function, const NamePart& operation) {
     // Lengths count before cleaning, so a name may be cut although it would have fitted.
     std::size_t total = block.length + function.length + operation.length + 2;
     const auto take = [&](const NamePart& part) -> const std::string& {
@@ -74,11 +61,22 @@ std::string MakeMessageName(const NamePart& block, const NamePart& function, con
     if (total > kNameSize && name.size() > kNameSize) {
         name.resize(kNameSize);
     }
-    if (!usedNames.insert(name).second) {
-        name = FreeName(name.substr(0, kNameSize - kSuffixLength), usedNames);
-        usedNames.insert(name);
+    if (!used_.insert(name).second) {
+        name = NumberedName(name.substr(0, kNameSize - kSuffixLength));
     }
     return name;
+}
+
+/// The first numbered name that is free, else the last one tried.
+std::string MessageNames::NumberedName(const std::string& stem) {
+    unsigned& number = firstTries_[stem];
+    for (; number < kMaxSuffixes; ++number) {
+        std::string name = stem + FormatText("%02X", number);
+        if (used_.insert(name).second) {
+            return name;
+        }
+    }
+    return stem + FormatText("%02X", kMaxSuffixes - 1);
 }
 
 }  // namespace tarvex

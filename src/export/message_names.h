@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "kestrel/keyed_hash.h"
 
@@ -30,10 +31,25 @@ struct NamePart {
     std::string shortened;  ///< The same of the name without the vowels.
 };
 
-/// The message's name made of the names of block, function and operation, shortened to fit the record, and
-/// made unique by two hexadecimal digits among the used names, which it joins. After 100 tries a name may
-/// repeat.
-std::string MakeMessageName(const NamePart& block, const NamePart& function, const NamePart& operation,
-                            kestrel::KeyedSet<std::string>& usedNames);
+/// Gives the messages of one database their names.
+class MessageNames {
+  public:
+    /// `used`: names that are taken already.
+    explicit MessageNames(kestrel::KeyedSet<std::string> used = {}) : used_(std::move(used)) {}
+
+    /// The name made of those of block, function and operation, shortened to fit the record, and made unique
+    /// by two hexadecimal digits. After 100 tries a name may repeat. Time for a name does not grow with the
+    /// number of equal ones.
+    std::string Make(const NamePart& block, const NamePart& function, const NamePart& operation);
+
+    /// The names that are taken.
+    const kestrel::KeyedSet<std::string>& Used() const { return used_; }
+
+  private:
+    std::string NumberedName(const std::string& stem);
+
+    kestrel::KeyedSet<std::string> used_;
+    kestrel::KeyedMap<std::string, unsigned> firstTries_;  // by stem: all lower numbers are taken
+};
 
 }  // namespace tarvex

@@ -142,10 +142,7 @@ void SignalWriter::Describe(sigblk& signal, const ZMTParamEnum& enumeration) {
         const std::string& text = aliases_.Of(value.GetName());
         const std::uint64_t valueEnd = std::min(std::uint64_t{value.CodeMax()} + 1, codesEnd);
         for (std::uint64_t code = value.CodeMin(); code < valueEnd; ++code) {
-            if (count == left_.descriptionsPerSignal) {
-                return;
-            }
-            if (!left_.descriptions.Take(1)) {
+            if (count == left_.descriptionsPerSignal || !TakeDescription()) {
                 return;
             }
             end = AppendDescription(end, static_cast<std::uint32_t>(code), text);
@@ -205,10 +202,28 @@ void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit)
     }
 }
 
+/// A long name is cleaned and shortened letter by letter.
+bool SignalWriter::TakeSignal(std::size_t nameLength) {
+    constexpr std::size_t kLettersPerStep = 4;
+    Cost cost = SignalBudget::kSignal;
+    cost.steps += nameLength / kLettersPerStep;
+    if (!left_.signals.Take(1) || !left_.run.Take(cost)) {
+        left_.signals.End();
+    }
+    return !left_.signals.IsSpent();
+}
+
+bool SignalWriter::TakeDescription() {
+    if (!left_.descriptions.Take(1) || !left_.run.Take(SignalBudget::kDescription)) {
+        left_.descriptions.End();
+    }
+    return !left_.descriptions.IsSpent();
+}
+
 /// A new signal of the message that has a name; null when the message has no room for one more.
 sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
                              MultiplexerValue multiplexer) {
-    if (signalCount_ == left_.signalsPerMessage || !left_.signals.Take(1)) {
+    if (signalCount_ == left_.signalsPerMessage || !TakeSignal(baseName.size())) {
         return nullptr;
     }
     ++signalCount_;

@@ -11,6 +11,7 @@
 #include "export/alias_names.h"
 #include "export/signal_names.h"
 #include "import/text/allowance.h"
+#include "import/text/run_allowance.h"
 #include "kestrel/kestrel.h"
 
 namespace tarvex {
@@ -35,11 +36,18 @@ struct SignalBudget {
     /// What catalogs usually have.
     static constexpr Bound kExpectedSignals{0, 1, 128};
 
-    explicit SignalBudget(std::size_t catalogBytes = 0)
-        : signals(kSignals, catalogBytes),
+    /// `part`: of the run's allowance, what signals may take of it.
+    explicit SignalBudget(std::size_t catalogBytes = 0, const RunAllowance& part = RunAllowance())
+        : run(part),
+          signals(kSignals, catalogBytes),
           descriptions(kDescriptions, catalogBytes),
           expectedSignals(kExpectedSignals.For(catalogBytes)) {}
 
+    /// A signal, with its name, and a value description, in the format where they take most.
+    static constexpr Cost kSignal{160, 256, 160};
+    static constexpr Cost kDescription{50, 72, 64};
+
+    RunAllowance run;
     Allowance signals;
     Allowance descriptions;
     std::size_t expectedSignals;
@@ -63,7 +71,7 @@ class SignalWriter {
     /// of a kind that has no signals. Returns the bytes that the parameters with signals take.
     std::uint16_t Write(msgblk& message, const ZMTOperation& operation);
 
-    /// The budget was too small; signals or value descriptions are missing.
+    /// The budget or the run was too small; signals or value descriptions are missing.
     bool IsCut() const { return left_.signals.IsSpent() || left_.descriptions.IsSpent(); }
 
   private:
@@ -79,6 +87,8 @@ class SignalWriter {
     void WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit);
 
     void Describe(sigblk& signal, const ZMTParamEnum& enumeration);
+    bool TakeSignal(std::size_t nameLength);
+    bool TakeDescription();
     sigblk* Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
                    MultiplexerValue multiplexer);
 

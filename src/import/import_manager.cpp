@@ -33,6 +33,16 @@ struct ImportGuard {
     ~ImportGuard() { isImporting = false; }
 };
 
+/// A log leaves half of what a run may write to what comes after it.
+Allowance LogRoom(const ZMTCatalog& catalog) {
+    return Allowance(std::min(kLogBytes.For(catalog.InputBytes()), catalog.Run().Left().written / 2));
+}
+
+/// What a log has used of its room.
+void TakeWritten(ZMTCatalog& catalog, const Allowance& room, const Allowance& left) {
+    catalog.Run().Take({0, 0, room.Left() - left.Left()});
+}
+
 /// A file can be opened to add to it, and closed.
 bool CanBeWritten(const std::string& path) {
     File file = OpenForWriting(path, WriteMode::Append);
@@ -104,7 +114,7 @@ bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& c
     }
     auto catalog = std::make_unique<ZMTCatalog>();
     catalog->SetName(catalogName);
-    catalog->SetFile(AbsolutePath(catalogPath), file.path, FileSize(catalogPath));
+    catalog->SetFile(AbsolutePath(catalogPath), file.path);
     if (!ImportFile(*catalog, catalogPath, importLogPath)) {
         failedFiles_.push_back(file);
         Send(Load(Text::XmlDatabaseNotAvailable), Reading);
@@ -125,12 +135,15 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     } else {
         OpenImportLog(run, importLogPath);
         const Element* document = ParseFile(run);
-        for (const std::string& path : reader_->Files()) {
-            sourcePaths_.insert(FilePath(path));
-        }
+        catalog.SetInputBytes(NoteFiles(catalogPath));
         BeginImportLog(run);
         if (document != nullptr) {
+            // The document, and the tree that is made of it.
+            const std::size_t memory = reader_->Memory();
+            catalog.Run().TakeUsed(memory);
+            const std::size_t taken = catalog.Run().TakeUsed(memory);
             ImportDocument(run, *document, catalog);
+            catalog.Run().GiveBack(taken);
             ok = run.log.FatalCount() == 0;
         }
         reader_->Release();
@@ -143,6 +156,16 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
         Send(Format(Text::LogNotCreated, importLogPath), Reading);
     }
     return ok;
+}
+
+/// Remembers what was read. Returns how many bytes the files have.
+std::size_t ZMostFCatManager::NoteFiles(const std::string& catalogPath) {
+    std::size_t bytes = FileSize(catalogPath);
+    for (const std::string& path : reader_->Files()) {
+        sourcePaths_.insert(FilePath(path));
+        bytes += IsSameFile(path, catalogPath) ? 0 : FileSize(path);
+    }
+    return bytes;
 }
 
 /// Finds out whether a log can be written, if one is wanted, and makes its header. What it held stays until
@@ -222,13 +245,20 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");
     run.log.SetExclusions(ImportLogExclusions);
-    run.log.SetRoom(Allowance(kLogBytes, catalog.FileSize()));
+    const Allowance room = LogRoom(catalog);
+    run.log.SetRoom(room);
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
         const CatalogParamFactory factory;
-        ImportContext context{run.log, factory};
-        context.copies = CopyBudget(catalog.FileSize());
-        catalog.Import(*root, context);
+        ImportContext context{run.log, factory, catalog.Run()};
+        context.copies = CopyBudget(catalog.InputBytes(), context.run);
+        try {
+            catalog.Import(*root, context);
+        } catch (const AllowanceSpent& spent) {
+            run.log.Fatal(spent.what(), catalog.GetPath());
+            Send(spent.what(), Reading);
+        }
+        TakeWritten(catalog, room, run.log.Room());
     } else {
         run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "");
     }
@@ -296,13 +326,15 @@ void ZMostFCatManager::WriteTreeLog(const std::string& treeLogPath) {
         }
     }
     for (const auto& catalog : catalogs_) {
-        ZMostTreeLog log(Allowance(kLogBytes, catalog->FileSize()));
+        const Allowance room = LogRoom(*catalog);
+        ZMostTreeLog log(room);
         if (isRefused || !log.OpenTreeLog(treeLogPath)) {
             Send(Format(Text::LogNotCreated, treeLogPath), Reading);
             continue;
         }
         Send(Load(Text::WritingDataStructure), TreeLog);
         catalog->Dump(log);
+        TakeWritten(*catalog, room, log.Room());
         if (!log.CloseTreeLog()) {
             Send(Format(Text::LogNotCreated, treeLogPath), Reading);
         }

@@ -86,6 +86,7 @@ class ZMostFCatManager {
     bool ImportOnce(std::string& catalogName, const std::string& catalogPath, std::uint16_t group,
                     const std::string& importLogPath);
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
+    std::size_t NoteFiles(const std::string& catalogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
     void BeginImportLog(ImportRun& run);
     const Element* ParseFile(ImportRun& run);

@@ -6,6 +6,7 @@
 
 #include "catalog/element_import.h"
 #include "params/enumeration.h"
+#include "params/void.h"
 
 namespace tarvex::test::copy_budget_test {
 namespace {
@@ -44,10 +45,54 @@ TEST(Allowance, GivesNothingAfterARefusal) {
 
 TEST(CopyBudget, AllowsCopiesByTheirSize) {
     ZMTParamEnum enumeration;
-    CopyBudget budget(Allowance(2 * enumeration.CopySize()));
-    EXPECT_TRUE(budget.TakeFor(enumeration));
+    RunAllowance run;
+    CopyBudget budget(Allowance(2 * enumeration.CopySize() + 10), run);
+    EXPECT_TRUE(budget.TakeFor(enumeration, 10));
     EXPECT_TRUE(budget.TakeFor(enumeration));
     EXPECT_FALSE(budget.TakeFor(enumeration));
+}
+
+TEST(CopyBudget, TakesCopiesFromTheRun) {
+    ZMTParamEnum enumeration;
+    const std::size_t size = enumeration.CopySize();
+    RunAllowance run(Cost{1000, size + size / 2, 0});
+    CopyBudget budget(Allowance(10 * size), run);
+    EXPECT_TRUE(budget.TakeFor(enumeration));
+    EXPECT_EQ(run.Left().memory, size / 2);
+    EXPECT_EQ(run.Left().steps, 1000 - size / 8);
+    EXPECT_FALSE(budget.TakeFor(enumeration));
+    run.GiveBack(size);
+    EXPECT_FALSE(budget.TakeFor(enumeration));  // and from then on
+}
+
+TEST(CopyBudget, LeavesAQuarterOfTheMemoryToTheDatabase) {
+    ZMTParamEnum enumeration;
+    const std::size_t size = enumeration.CopySize();
+    RunAllowance run(Cost{1000, 4 * size, 0});
+    CopyBudget budget(0, run);
+    for (int copy = 1; copy <= 3; ++copy) {
+        EXPECT_TRUE(budget.TakeFor(enumeration));
+    }
+    EXPECT_FALSE(budget.TakeFor(enumeration));
+}
+
+TEST(CopyBudget, CountsTheSlotsUpToAPosition) {
+    // As many slots as the pointer of a parameter has bytes, eight times over: position 7 and those before.
+    ElementImport import;
+    const std::string xml =
+        "<PUParam><ParamName>P</ParamName><PUParamOPType><PCmdGet><ParamPos>7</ParamPos>"
+        "</PCmdGet></PUParamOPType><PUParamType><TVoid TypeRef=\"type_void\"/>"
+        "</PUParamType></PUParam>";
+    ZMTParamVoid param;
+    param.SetName("P");
+    const std::size_t size = param.CopySize() + 8 * sizeof(void*);
+    for (const bool fits : {true, false}) {
+        ZMTFunction function;
+        import.Context().copies = CopyBudget(Allowance(size - (fits ? 0 : 1)), import.Context().run);
+        const ParsedElement element(xml);
+        EXPECT_TRUE(function.ImportErrorFunction(*element, import.Context()) == fits);
+        EXPECT_EQ(function.Count(), fits ? 1U : 0U);
+    }
 }
 
 TEST(CopyBudget, SizeOfACopyCountsWhatIsBelow) {
@@ -63,7 +108,7 @@ TEST(CopyBudget, SizeOfACopyCountsWhatIsBelow) {
 
 /// A context of which nothing may be copied.
 void Exhaust(ImportContext& context) {
-    context.copies = CopyBudget(Allowance(0));
+    context.copies = CopyBudget(Allowance(0), context.run);
 }
 
 TEST(CopyBudget, ParametersBeyondItCountAsNotCloned) {

@@ -40,7 +40,7 @@ ParsedElement::~ParsedElement() {
 ElementImport::ElementImport() : ElementImport(catalogFactory_) {}
 
 ElementImport::ElementImport(const ParamFactory& factory)
-    : context_(std::make_unique<ImportContext>(ImportContext{log_, factory})) {
+    : context_(std::make_unique<ImportContext>(ImportContext{log_, factory, run_})) {
     EXPECT_TRUE(log_.OpenLog(dir_.File("element.log")));
     const ParsedElement definition(kDefinitions);
     EXPECT_TRUE(definitions_.Import(*definition, *context_));

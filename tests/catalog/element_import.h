@@ -48,6 +48,7 @@ class ElementImport {
     ZMostFCatLog log_;
     CatalogParamFactory catalogFactory_;
     ZMTDefinition definitions_;
+    RunAllowance run_;
     std::unique_ptr<ImportContext> context_;
 };
 

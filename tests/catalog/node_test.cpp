@@ -141,7 +141,7 @@ class Scope : public PlainNode, public ZMTChildList<Scope> {
     Scope(const std::string& name, unsigned position) : PlainNode(name), position_(position) {}
 
     unsigned GetPosition() const override { return position_; }
-    ZMTNode* FindChild(const std::string& name) const override { return FindByName(name); }
+    ZMTNode* FindChild(const SoughtName& name) const override { return FindByName(name); }
 
     Scope& Add(const std::string& name, unsigned position) {
         auto child = std::make_unique<Scope>(name, position);

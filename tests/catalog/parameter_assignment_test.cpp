@@ -337,5 +337,43 @@ TEST(Assignment, MethodClassInsideAPropertyCountsAsAProperty) {
     EXPECT_EQ(function->Count(), 1U);
 }
 
+/// Each place takes 4 steps, and each element below an OPType element 2.
+TEST(ParameterAssignment, TakesStepsFromTheRun) {
+    struct Row {
+        const char* what;
+        const char* operations;
+        std::size_t steps;
+    };
+    const Row rows[] = {
+        {"none", "", 0},
+        {"two operations", "<PCmdSet/><PCmdGet/>", 12},
+        {"one with a position", "<PCmdSet><ParamPos>1</ParamPos></PCmdSet>", 8},
+        {"others", "<Step><Unit/></Step><Unit/>", 6},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const std::string xml = std::string("<PUParam><ParamName>P</ParamName><PUParamOPType>") +
+                                row.operations + "</PUParamOPType><PUParamType>" + kVoid +
+                                "</PUParamType></PUParam>";
+        ElementImport import;
+        const ParsedElement element(xml);
+        // Copies take steps as well.
+        import.Context().copies = CopyBudget(Allowance(0), import.Context().run);
+        for (const bool isEnough : {true, false}) {
+            if (!isEnough && row.steps == 0) {
+                continue;
+            }
+            import.Context().run = RunAllowance(Cost{row.steps - (isEnough ? 0 : 1), 0, 0});
+            ZMTFunction function;
+            if (isEnough) {
+                function.ImportErrorFunction(*element, import.Context());
+                EXPECT_EQ(import.Context().run.Left().steps, 0U);
+            } else {
+                EXPECT_THROW(function.ImportErrorFunction(*element, import.Context()), AllowanceSpent);
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace tarvex::test::parameter_assignment_test

@@ -369,7 +369,7 @@ TEST(TreeLog, TakesAParentsNameAsAFormatToo) {
 TEST(TreeLog, CannotBeHarmedByTheNameOfACatalog) {
     ZMTCatalog catalog;
     catalog.SetName("%n%s");
-    catalog.SetFile("/%n%s.xml", "/x.xml", 0);
+    catalog.SetFile("/%n%s.xml", "/x.xml");
     EXPECT_EQ(DumpOf(catalog), "CATALOG: \n.AbsPath: /.xml\n.Parent: -\n.BytesInMsg: 0\n");
 }
 

@@ -380,5 +380,26 @@ TEST(ImportCost, IsTheSameWhereverLongNamesDiffer) {
     }
 }
 
+/// Records in each other, each with four fields of long names besides.
+std::string LongNamesOnLevels(unsigned levels) {
+    std::string inside = kText;
+    for (unsigned level = 0; level < levels; ++level) {
+        const std::string fields = Each(4, [&](unsigned number) {
+            return Field(static_cast<int>(number + 1), DifferingAtTheEnd(100 * level + number), kText);
+        });
+        inside = Record(5, fields + Field(5, DifferingAtTheEnd(100 * level + 4), inside));
+    }
+    return CatalogOfParams(Param("Rec", inside));
+}
+
+/// A name that is looked for on every level is hashed once, and compared with no other one letter by letter.
+TEST(ImportCost, OfLongNamesGrowsInProportionToTheLevels) {
+    const auto workFor = [&](unsigned levels) {
+        const std::string xml = LongNamesOnLevels(levels);
+        return WorkOf([&] { EXPECT_TRUE(FactoryImport(CatalogParamFactory{}, xml).ok); });
+    };
+    EXPECT_TRUE(GrowsInProportion(workFor(25), workFor(50)));
+}
+
 }  // namespace
 }  // namespace tarvex::test::import_cost_test

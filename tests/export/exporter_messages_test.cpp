@@ -96,6 +96,40 @@ TEST(ExportedMessage, OfAPropertyIsNamedAndClassifiedByItsOpType) {
     ExpectOpTypes(conversion.Database()["messages"], kProperties, "Property");
 }
 
+/// Three of them take 3 * 300 steps, 3 * 600 bytes of memory and of files; signals may have three quarters of
+/// all. The 203 bytes of the names in the attributes of each come on top; they may have a quarter of the
+/// rest.
+TEST(ExportedMessage, IsLeftOutWhenTheRunHasNoRoomForIt) {
+    struct Row {
+        const char* what;
+        Cost left;
+        std::size_t messages;
+        std::vector<std::string> told;
+    };
+    const char* const kMessages = "The catalog asks for too many messages, some are left out!";
+    const char* const kTexts = "The catalog asks for too many texts of attributes, some are left out!";
+    const Row rows[] = {
+        {"enough", {4000, 12'000, 12'000}, 3, {}},
+        {"steps for two", {2800, 12'000, 12'000}, 2, {kMessages}},
+        {"memory for one", {4000, 4400, 12'000}, 1, {kMessages}},
+        {"files for one", {4000, 12'000, 4400}, 1, {kMessages}},
+        {"nothing", {0, 0, 0}, 0, {kMessages}},
+        {"no room for the third texts", {4000, 9600, 12'000}, 3, {kTexts}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const Conversion conversion(Block(
+            "0x22", "Amp", Property("0x100", std::string(200, 'F'), "<PCmdSet/><PCmdGet/><PReportStatus/>")));
+        conversion.Catalog().Run() = RunAllowance(row.left);
+        std::vector<std::string> told;
+        const auto exporter = conversion.Exporter();
+        exporter->MessageSink = [&](const std::string& line) { told.push_back(line); };
+        ASSERT_EQ(exporter->Export(), 0);
+        EXPECT_EQ(json::parse(ReadFile(conversion.Dir().File("out.vorn")))["messages"].size(), row.messages);
+        EXPECT_EQ(told, row.told);
+    }
+}
+
 TEST(ExportedMessage, OfAMethodIsNamedAndClassifiedByItsOpType) {
     const Conversion conversion(Block("0x22", "Amp", Method("0x100", "Fkt", AllElements(kMethods))));
     ExpectOpTypes(conversion.Database()["messages"], kMethods, "Method");

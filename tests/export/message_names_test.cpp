@@ -11,8 +11,8 @@ namespace tarvex::test::message_names_test {
 namespace {
 
 std::string MessageName(std::string_view block, std::string_view function, std::string_view operation,
-                        kestrel::KeyedSet<std::string>& usedNames) {
-    return MakeMessageName(NamePart(block), NamePart(function), NamePart(operation), usedNames);
+                        MessageNames& names) {
+    return names.Make(NamePart(block), NamePart(function), NamePart(operation));
 }
 
 struct CleanCase {
@@ -112,9 +112,9 @@ constexpr NameCase kMessageNames[] = {
 TEST(MessageName, IsBlockFunctionAndOperationShortenedToFit) {
     for (const NameCase& row : kMessageNames) {
         SCOPED_TRACE(row.message);
-        kestrel::KeyedSet<std::string> used;
+        MessageNames used;
         EXPECT_EQ(MessageName(row.block, row.function, row.operation, used), row.message);
-        EXPECT_EQ(used, kestrel::KeyedSet<std::string>{row.message});
+        EXPECT_EQ(used.Used(), kestrel::KeyedSet<std::string>{row.message});
     }
 }
 
@@ -129,7 +129,7 @@ constexpr RepeatCase kRepeats[] = {
 };
 
 TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
-    kestrel::KeyedSet<std::string> used;
+    MessageNames used;
     std::vector<std::string> names;
     for (int call = 0; call <= 102; ++call) {
         names.push_back(MessageName("Amp", "Volume", "Get", used));
@@ -138,7 +138,7 @@ TEST(MessageName, RepeatsAreNumberedInHexadecimalUntilTheLastNumberRepeats) {
         SCOPED_TRACE(row.call);
         EXPECT_EQ(names.at(static_cast<std::size_t>(row.call)), row.message);
     }
-    EXPECT_EQ(used.size(), 101U);
+    EXPECT_EQ(used.Used().size(), 101U);
 }
 
 struct TakenCase {
@@ -173,15 +173,15 @@ TEST(MessageName, TakenNameIsCutToThirtyBytesInFrontOfItsNumber) {
     };
     for (const TakenCase& row : kTakenNames) {
         SCOPED_TRACE(row.what);
-        kestrel::KeyedSet<std::string> used = row.used;
+        MessageNames used(row.used);
         EXPECT_EQ(MessageName("Navigation", "CurrentRouting", row.operation, used), row.message);
-        EXPECT_EQ(used.size(), row.used.size() + 1);
-        EXPECT_TRUE(used.contains(row.message));
+        EXPECT_EQ(used.Used().size(), row.used.size() + 1);
+        EXPECT_TRUE(used.Used().contains(row.message));
     }
 }
 
 TEST(MessageName, DifferentNamesMayCleanToTheSame) {
-    kestrel::KeyedSet<std::string> used;
+    MessageNames used;
     EXPECT_EQ(MessageName("Audio_Amp", "Volume", "Get", used), "AudioAmp_Volume_Get");
     EXPECT_EQ(MessageName("AudioAmp", "Volume", "Get", used), "AudioAmp_Volume_Get00");
     EXPECT_EQ(MessageName("Audio-Amp", "Volume", "Get", used), "AudioAmp_Volume_Get01");

@@ -114,6 +114,64 @@ TEST(SignalLimits, AllMessagesShareABudgetOfSignals) {
     EXPECT_EQ(manager.GetSignal(*second, "BB"), nullptr);
 }
 
+struct RunCase {
+    const char* what;
+    Cost part;
+    std::size_t signals;
+    std::size_t descriptions;
+};
+
+/// Three signals with a description each. A signal takes 160 steps, 256 bytes of memory and 160 of files; a
+/// description 50, 72 and 64.
+TEST(SignalLimits, SignalsAndDescriptionsTakeFromTheRun) {
+    const RunCase rows[] = {
+        {"enough", {630, 984, 672}, 3, 3},
+        {"a step less", {629, 984, 672}, 3, 2},
+        {"a byte of memory less", {630, 983, 672}, 3, 2},
+        {"a byte of files less", {630, 984, 671}, 3, 2},
+        {"two signals", {420, 656, 448}, 2, 2},
+        {"one", {160, 256, 160}, 1, 0},
+        {"nothing", {0, 0, 0}, 0, 0},
+    };
+    const std::string codes = Enumeration(255, {{"1", "Code"}});
+    const Conversion conversion(
+        BlockOf(PropertyOf("0x400", "Volume", {{"A", codes}, {"B", codes}, {"C", codes}})));
+    const ZMTOperation* operation = conversion.Catalog().GetAt(0x22)->GetAt(0x400)->GetAt(12);
+    for (const RunCase& row : rows) {
+        SCOPED_TRACE(row.what);
+        KestrelWriteManager manager(nullptr);
+        const AliasNames aliases;
+        msgblk* message = manager.CreateMessage(nullptr, 0);
+        SignalWriter signals(manager, aliases, true, SignalBudget(0, RunAllowance(row.part)));
+        EXPECT_EQ(signals.Write(*message, *operation), 3);
+        std::size_t signalCount = 0;
+        std::size_t descriptionCount = 0;
+        for (const char* name : {"A", "B", "C"}) {
+            if (const sigblk* signal = manager.GetSignal(*message, name)) {
+                ++signalCount;
+                descriptionCount += ValuesOf(signal).size();
+            }
+        }
+        EXPECT_EQ(signalCount, row.signals);
+        EXPECT_EQ(descriptionCount, row.descriptions);
+        EXPECT_EQ(signals.IsCut(), descriptionCount < 3);
+    }
+}
+
+TEST(SignalLimits, ALongNameTakesMoreSteps) {
+    // 160 steps and one for every four letters: 200.
+    const std::string name(160, 'n');
+    const Conversion conversion(BlockOf(PropertyOf("0x400", "Volume", {{name, UByte()}})));
+    const ZMTOperation* operation = conversion.Catalog().GetAt(0x22)->GetAt(0x400)->GetAt(12);
+    for (const std::size_t steps : {200U, 199U}) {
+        KestrelWriteManager manager(nullptr);
+        const AliasNames aliases;
+        SignalWriter signals(manager, aliases, true, SignalBudget(0, RunAllowance(Cost{steps, 1000, 1000})));
+        signals.Write(*manager.CreateMessage(nullptr, 0), *operation);
+        EXPECT_EQ(signals.IsCut(), steps < 200);
+    }
+}
+
 TEST(SignalLimits, BudgetsGrowWithTheCatalog) {
     EXPECT_EQ(SignalBudget::kSignals.For(0), 1'048'576U);
     EXPECT_EQ(SignalBudget::kDescriptions.For(0), 4'194'304U);

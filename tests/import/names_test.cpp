@@ -81,7 +81,6 @@ TEST(NamesEqual, ComparesWithoutCaseUnlessAskedOtherwise) {
         EXPECT_EQ(NamesEqual(a, b), withoutCase);
         EXPECT_EQ(NamesEqual(a, b, false), withoutCase);
         EXPECT_EQ(NamesEqual(a, b, true), withCase);
-        EXPECT_EQ(NameEqual()(a, b), withoutCase);
     }
 }
 
@@ -93,6 +92,13 @@ TEST(NameHash, EqualNamesHashAlike) {
     EXPECT_EQ(NameHash()("AudioAmplifier"), NameHash()("AUDIOamplifier"));
     EXPECT_NE(NameHash()("AudioAmplifier"), NameHash()("AudioAmplifie"));
     EXPECT_NE(NameHash()("ab"), NameHash()("ba"));
+}
+
+TEST(SoughtName, HashesAsTheNameDoes) {
+    const std::string name = "AudioAmplifier";
+    EXPECT_EQ(SoughtName(name).Hash(), NameHash()(name));
+    EXPECT_EQ(SoughtName("AUDIOamplifier").Hash(), NameHash()(name));
+    EXPECT_EQ(SoughtName(name).Text(), name);
 }
 
 TEST(SplitTokens, YieldsTheRunsBetweenSeparators) {

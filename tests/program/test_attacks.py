@@ -253,24 +253,76 @@ def records(depth):
     return inside
 
 
-# name, how to make the catalog, a text that the console must show; each is converted
+def inside_each_other(depth, inside, name):
+    """Records of one field each."""
+    for _ in range(depth):
+        inside = ("<TRecord TypeRef='type_byte' NElements='1'><TRecordField FieldIdx='1'>"
+                  f"<TRecordFieldName>{name}</TRecordFieldName>{inside}</TRecordField></TRecord>")
+    return inside
+
+
+def wide(name, count):
+    """A record with so many fields."""
+    fields = "".join(f"<TRecordField FieldIdx='{i}'><TRecordFieldName>{name}{i}</TRecordFieldName>{NUMBER}</TRecordField>"
+                     for i in range(1, count + 1))
+    return f"<TRecord TypeRef='type_byte' NElements='{count}'>{fields}</TRecord>"
+
+
+def functions_in_operations(depth, inside):
+    for i in range(depth):
+        inside = function(i, [VOID], commands=[]).replace("<PUParamOPType>", "<PUParamOPType>" + inside)
+    return inside
+
+
+VOID = "<TVoid TypeRef='type_void'/>"
+ALL_CODES = enumeration("<TEnumValue Code='0..65535'>All</TEnumValue>")
+SIGNALS = "too many signals or value descriptions"
+WORK = "The catalog asks for too much work"
+
+# name, how to make the catalog, a text that the console must show, exit status
 GREEDY = [
     ("an enumeration of 5,000 values in every block", lambda: catalog(
         block(0, "First", function(1, [enumeration("".join(f"<TEnumValue Code='{i}'>v{i}</TEnumValue>"
                                                            for i in range(5_000)))], "FktDefId='f'"))
         + "".join(block(i, f"B{i}", "<Function FktDefRef='f'/>" + function(2, ["<TVoid TypeRef='type_void'/>"]))
-                  for i in range(1, 256))), "Import result: errors: "),
+                  for i in range(1, 256))), "Import result: errors: ", 0),
     ("64 enumerations of all codes", lambda: catalog(block(1, "B", "".join(
         function(i, [enumeration("<TEnumValue Code='0..65535'>All</TEnumValue>")]) for i in range(64)))),
-     "too many signals or value descriptions"),
+     SIGNALS, 0),
     ("records 12 deep in 500 functions", lambda: catalog(block(1, "B", "".join(
-        function(i, [records(12)]) for i in range(500)))), "too many signals or value descriptions"),
+        function(i, [records(12)]) for i in range(500)))), SIGNALS, 0),
     ("a block name of 1 MB over 4,000 functions", lambda: catalog(block(1, "n" * 1_000_000, "".join(
-        function(i, ["<TVoid TypeRef='type_void'/>"]) for i in range(4_000)))), CUT),
+        function(i, ["<TVoid TypeRef='type_void'/>"]) for i in range(4_000)))), CUT, 0),
     ("block names of 4,000 characters over 90,000 messages", lambda: catalog(
         block(0, "First", "".join(function(i, ["<TVoid TypeRef='type_void'/>"], f"FktDefId='f{i}'") for i in range(40)))
         + "".join(block(i, f"B{i}" + "n" * 3_990, "".join(f"<Function FktDefRef='f{j}'/>" for j in range(40)))
-                  for i in range(1, 255))), "too many texts of attributes"),
+                  for i in range(1, 255))), "too many texts of attributes", 0),
+    ("a tree log of records 55 deep with long names", lambda: catalog(block(1, "B", function(
+        1, [inside_each_other(55, wide("f", 1_500), "n" * 4_000)]))), READ, 0),
+    ("records 60 deep with long names, and 40 fields, in 100 functions", lambda: catalog(block(1, "B" * 4_000, "".join(
+        function(i, [inside_each_other(60, wide("f", 40), "n" * 600)]) for i in range(100)))), SIGNALS, 0),
+    ("2,000 functions of 9 operations, copied into 39 blocks with long names", lambda: catalog(
+        block(0, "First", "".join(function(i, [VOID], f"FktDefId='f{i}'") for i in range(2_000)))
+        + "".join(block(i, f"B{i}" + "n" * 3_990, "".join(f"<Function FktDefRef='f{j}'/>" for j in range(2_000)))
+                  for i in range(1, 40))), "too many texts of attributes", 0),
+    ("functions 168 deep in the operations of each other, over 550,000 elements", lambda: catalog(block(
+        1, "B", functions_in_operations(168, "<TVoid/>" * 550_000))), WORK, 255),
+    ("records 60 deep of 18 fields with long names", lambda: catalog(block(1, "B", function(
+        1, [inside_each_other(60, wide("m" * 4_085, 18), "q" * 4_085)]))), READ, 0),
+    ("names that are one on every level", lambda: catalog(block(1, "B", "".join(
+        function(i, [inside_each_other(60, NUMBER, "q" * 4_090)]) for i in range(20)))), READ, 0),
+    ("5 enumerations of all codes and 20 nested records", lambda: catalog(block(1, "B", "".join(
+        function(i, [ALL_CODES]) for i in range(5)) + "".join(function(10 + i, [records(12)]) for i in range(20)))),
+     SIGNALS, 0),
+    ("6 enumerations of all codes, 20 nested records, 11,000 functions at the last position", lambda: catalog(
+        "".join(block(b, f"B{b}", "".join(function(i, [VOID]).replace("<ParamPos>1<", "<ParamPos>255<")
+                                          for i in range(550))) for b in range(10))
+        + block(20, "E", "".join(function(i, [ALL_CODES]) for i in range(6))
+                + "".join(function(10 + i, [records(12)]) for i in range(20)))), SIGNALS, 0),
+    ("an error function, used 190,000 times", lambda: catalog(block(1, "B", function(1, [VOID]).replace(
+        "</PUnclassified>", f"<ERParam ParamDefId='e'><ParamName>E</ParamName><PUParamType>{VOID}</PUParamType>"
+        "<PUParamOPType><PReportError/></PUParamOPType></ERParam>" + "<ERParam ParamDefRef='e'/>" * 190_000
+        + "</PUnclassified>"))), "Import result: errors: ", 0),
 ]
 
 
@@ -295,11 +347,13 @@ class AttackTest(ProgramTest):
             self.assertLess(megabytes, MAX_MEGABYTES)
         return process.returncode, console.read_text(errors="replace")
 
-    def attack(self, validate, name, xml, dtd):
-        self.write_settings(FCatImportValidate=validate)
+    def attack(self, validate, name, xml, dtd, **settings):
+        self.write_settings(FCatImportValidate=validate, **settings)
         self.write("in.xml", xml())
         self.write("a.dtd", dtd)
         self.write("out.vorn", "the old file")
+        for log in ["in.log", "in.tree"]:
+            (self.dir / log).unlink(missing_ok=True)
         status, console = self.run_measured(name)
         if status != 0:
             self.assertEqual((self.dir / "out.vorn").read_text(), "the old file")
@@ -319,11 +373,15 @@ class Attacks(AttackTest):
 @unittest.skipIf(SANITIZED, "takes minutes")
 class GreedyCatalogs(AttackTest):
     def test_greedy_catalogs_get_what_there_is(self):
-        for name, xml, message in GREEDY:
+        for name, xml, message, expected in GREEDY:
             with self.subTest(name):
-                status, console = self.attack(0, name, xml, "")
-                self.assertEqual(status, 0, console)
+                status, console = self.attack(0, name, xml, "", FCatImportLog=1, FCatTreeLog="in.tree")
+                self.assertEqual(status, expected, console)
                 self.assertIn(message, console)
+                written = sum(path.stat().st_size for path in self.dir.iterdir() if path.name != "in.xml")
+                size = (self.dir / "in.xml").stat().st_size
+                print(f"    {size / 1e6:.2f} MB, {written / 1e6:.0f} MB written")
+                self.assertLess(written, 2 ** 27 + 64 * size)
 
 
 IDENTIFIED = "<!ELEMENT FunctionCatalog ANY><!ELEMENT a EMPTY><!ATTLIST a i ID #IMPLIED r IDREFS #IMPLIED>"

@@ -49,6 +49,7 @@ class ZMostFCatLog {
     /// How much room there is for errors and warnings. Those beyond it are counted and not written, and a
     /// line says so.
     void SetRoom(const Allowance& room) { room_ = room; }
+    const Allowance& Room() const { return room_; }
 
     /// Creates or truncates the import log. False when one is open already, or when the path cannot be
     /// created or is something other than a regular file.

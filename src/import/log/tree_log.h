@@ -23,6 +23,7 @@ class ZMostTreeLog {
     bool CloseTreeLog();
     /// There is no room for lines any more, so they need not be made.
     bool IsFull() const { return room_.IsSpent(); }
+    const Allowance& Room() const { return room_; }
     /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format.
     void WriteTreeLine(std::string_view text, unsigned depth);
 

@@ -29,8 +29,11 @@ class Allowance {
         left_ -= isSpent_ ? 0 : amount;
         return !isSpent_;
     }
+    /// Gives nothing from here on.
+    void End() { isSpent_ = true; }
     /// More was asked for than was left.
     bool IsSpent() const { return isSpent_; }
+    std::size_t Left() const { return left_; }
 
   private:
     std::size_t left_;

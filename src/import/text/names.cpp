@@ -1,6 +1,7 @@
 #include "import/text/names.h"
 
 #include <algorithm>
+#include <array>
 
 #include "import/text/keyed_hash.h"
 #include "import/text/parse_value.h"
@@ -8,8 +9,15 @@
 namespace tarvex {
 namespace {
 
-constexpr std::string_view kNameCharacters =
-    "[]()_-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+/// Whether a name keeps it, for every byte.
+constexpr auto kIsKept = [] {
+    std::array<bool, 256> isKept{};
+    for (const char c :
+         std::string_view("[]()_-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789")) {
+        isKept[static_cast<unsigned char>(c)] = true;
+    }
+    return isKept;
+}();
 
 std::string Sanitize(std::string_view text, char blank) {
     std::string result;
@@ -17,7 +25,7 @@ std::string Sanitize(std::string_view text, char blank) {
     for (const char c : text) {
         if (c == ' ') {
             result += blank;
-        } else if (kNameCharacters.find(c) != std::string_view::npos) {
+        } else if (kIsKept[static_cast<unsigned char>(c)]) {
             result += c;
         }
     }
@@ -35,10 +43,10 @@ std::string SanitizeText(std::string_view text) {
 }
 
 bool NamesEqual(std::string_view a, std::string_view b, bool caseSensitive) {
-    if (caseSensitive) {
-        return a == b;
+    if (a == b) {
+        return true;
     }
-    return std::ranges::equal(a, b, {}, FoldCase, FoldCase);
+    return !caseSensitive && std::ranges::equal(a, b, {}, FoldCase, FoldCase);
 }
 
 std::string_view TrimBlanks(std::string_view text) {
@@ -79,6 +87,13 @@ std::size_t NameHash::operator()(std::string_view name) const {
         hash.Add(static_cast<unsigned char>(FoldCase(c)));
     }
     return hash.Value();
+}
+
+std::size_t SoughtName::Hash() const {
+    if (!hash_) {
+        hash_ = NameHash()(name_);
+    }
+    return *hash_;
 }
 
 }  // namespace tarvex

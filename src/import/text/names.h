@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -37,12 +38,26 @@ std::vector<std::string_view> SplitTokens(std::string_view text, std::string_vie
 /// The numbers among the entries of a list; other entries are skipped.
 std::set<std::uint32_t> ParseNumberList(std::string_view text);
 
+/// A name that is looked for in one list after another. Its hash is made once, when the first of them asks.
+class SoughtName {
+  public:
+    // Made of a name wherever one is looked for. The name outlives this object.
+    SoughtName(std::string_view name) : name_(name) {}
+    SoughtName(const std::string& name) : name_(name) {}
+    SoughtName(const char* name) : name_(name) {}
+
+    std::string_view Text() const { return name_; }
+    /// As NameHash makes it.
+    std::size_t Hash() const;
+
+  private:
+    std::string_view name_;
+    mutable std::optional<std::size_t> hash_;
+};
+
 /// For hash maps whose keys are names: equal names hash alike, others in a way that nobody can foresee.
 struct NameHash {
     std::size_t operator()(std::string_view name) const;
-};
-struct NameEqual {
-    bool operator()(std::string_view a, std::string_view b) const { return NamesEqual(a, b); }
 };
 
 }  // namespace tarvex

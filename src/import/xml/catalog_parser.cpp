@@ -78,7 +78,7 @@ CatalogParser::CatalogParser(const std::string& path, bool validate, Vocabulary 
       path_(path),
       isValidating_(validate),
       dtd_(budget_),
-      builder_(std::move(vocabulary)) {
+      builder_(std::move(vocabulary), &documentMemory_) {
     useScanner(xercesc::XMLUni::fgDGXMLScanner);  // catalogs have DTDs, never schemas
     setValidationScheme(validate ? Val_Auto : Val_Never);
     setDoNamespaces(false);

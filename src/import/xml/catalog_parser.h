@@ -22,6 +22,7 @@ namespace tarvex {
 class ParserBudgetHolder {
   protected:
     ParserBudget budget_;
+    DocumentMemory documentMemory_{budget_};
 };
 
 /// Makes a document of what the scanner of the library finds; the library's own document stays empty.
@@ -40,6 +41,9 @@ class CatalogParser : private ParserBudgetHolder,
 
     /// The document of the last parse, as long as the parser lives.
     const Element& Document() const { return builder_.Document(); }
+
+    /// Bytes of memory that the parser and the document take.
+    std::size_t Memory() const { return budget_.Memory(); }
 
     /// The paths of the files that the document was read from.
     std::vector<std::string> Files() const;

@@ -32,6 +32,8 @@ class DocumentReader {
     virtual const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) = 0;
     /// The files that the document was read from, with those of its external entities, until Release.
     virtual std::vector<std::string> Files() const { return {}; }
+    /// Bytes of memory that the parser holds for the document, until Release.
+    virtual std::size_t Memory() const { return 0; }
     /// Drops the document and the parser.
     virtual void Release() = 0;
 };

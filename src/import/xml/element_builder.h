@@ -29,7 +29,10 @@ struct FilePlace {
 /// vocabulary says that somebody reads it, attributes likewise. The document lives as long as the builder.
 class ElementBuilder {
   public:
-    explicit ElementBuilder(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
+    /// `memory` is where the document comes from; it outlives the builder.
+    explicit ElementBuilder(Vocabulary vocabulary,
+                            std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : vocabulary_(std::move(vocabulary)), memory_(memory) {}
 
     const Element& Document() const { return document_; }
 

@@ -86,15 +86,23 @@ void ParserBudget::AddSquare(std::size_t parts) {
 
 void* ParserBudget::allocate(XMLSize_t size) {
     CountParts(size);
-    const std::size_t allocated = allocated_ + size;
-    if (allocated > kMemory.For(input_)) {
-        Stop("the document needs more than " + std::to_string(kMemory.amount) +
-             " times the memory of its files");
-    }
+    CheckMemory(size);
     auto* header = static_cast<Header*>(memory_.allocate(BlockSize(size)));
     std::construct_at(header, Header{size, nullptr});
     allocated_ += size;
     return header + 1;
+}
+
+void ParserBudget::CheckMemory(std::size_t more) {
+    if (allocated_ + more > kMemory.For(input_)) {
+        Stop("the document needs more than " + std::to_string(kMemory.amount) +
+             " times the memory of its files");
+    }
+}
+
+void ParserBudget::AddMemory(std::size_t bytes) {
+    CheckMemory(bytes);
+    allocated_ += bytes;
 }
 
 void ParserBudget::CountEntity() {

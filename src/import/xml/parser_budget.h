@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <optional>
 #include <set>
 #include <string>
@@ -97,6 +98,11 @@ class ParserBudget : public xercesc::MemoryManager {
     /// What was thrown; null when nothing was.
     const ParserStop* Excess() const { return excess_ ? &*excess_ : nullptr; }
 
+    /// Memory from elsewhere that the document takes. Throws ParserStop.
+    void AddMemory(std::size_t bytes);
+    /// Bytes of memory in use.
+    std::size_t Memory() const { return allocated_; }
+
     /// Throws ParserStop.
     void* allocate(XMLSize_t size) override;
     /// What is freed while an exception passes through the parser stays as it is until the parse is over: the
@@ -117,6 +123,7 @@ class ParserBudget : public xercesc::MemoryManager {
     void AddSquare(std::size_t parts);
     void CountEntity();
     void CountParts(std::size_t size);
+    void CheckMemory(std::size_t more);
     void Stop(std::string reason);
 
     ParserMemory memory_;
@@ -135,6 +142,25 @@ class ParserBudget : public xercesc::MemoryManager {
     std::size_t tagParts_ = 0;  // at most so many since the last event
     bool isInDtd_ = false;
     std::optional<ParserStop> excess_;
+};
+
+/// Memory for the document that a parser builds; it counts as the parser's. Throws ParserStop.
+class DocumentMemory : public std::pmr::memory_resource {
+  public:
+    /// The budget outlives this object.
+    explicit DocumentMemory(ParserBudget& budget) : budget_(budget) {}
+
+  private:
+    void* do_allocate(std::size_t size, std::size_t alignment) override {
+        budget_.AddMemory(size);
+        return std::pmr::new_delete_resource()->allocate(size, alignment);
+    }
+    void do_deallocate(void* block, std::size_t size, std::size_t alignment) override {
+        std::pmr::new_delete_resource()->deallocate(block, size, alignment);
+    }
+    bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
+
+    ParserBudget& budget_;
 };
 
 }  // namespace tarvex

@@ -48,6 +48,8 @@ class XercesReader : public DocumentReader {
         return parser_ ? parser_->Files() : std::vector<std::string>();
     }
 
+    std::size_t Memory() const override { return parser_ ? parser_->Memory() : 0; }
+
     void Release() override { parser_.reset(); }
 
   private:
