@@ -391,5 +391,30 @@ TEST(TreeLog, IsNotWrittenWhileItIsClosed) {
     EXPECT_EQ(ReadFile(dir.File("late.tree")), "");
 }
 
+/// Tells how often its path was made.
+class CountedParent : public PlainNode {
+  public:
+    std::string GetPath() const override {
+        ++paths;
+        return "/parent";
+    }
+    mutable int paths = 0;
+};
+
+TEST(TreeLog, AFullOneNeedsNoPaths) {
+    const TempDir dir;
+    const CountedParent parent;
+    const PlainNode child("child", const_cast<CountedParent*>(&parent));
+    // The line with the path takes 18 bytes with its tab and its line feed, the other one 16.
+    for (const auto& [room, paths] : {std::pair(std::size_t{34}, 2), std::pair(std::size_t{33}, 1)}) {
+        ZMostTreeLog log{Allowance(room)};
+        ASSERT_TRUE(log.OpenTreeLog(dir.File("tree.log")));
+        parent.paths = 0;
+        child.Dump(log);
+        child.Dump(log);
+        EXPECT_EQ(parent.paths, paths);
+    }
+}
+
 }  // namespace
 }  // namespace tarvex::test::tree_log_test

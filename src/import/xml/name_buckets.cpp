@@ -9,7 +9,7 @@
 
 namespace tarvex {
 
-std::size_t NameBuckets::KeyedHash::operator()(const DomText& name) const {
+std::size_t NameBuckets::TextHash::operator()(const DomText& name) const {
     tarvex::KeyedHash hash;
     for (const XMLCh c : name) {
         hash.Add(c);

@@ -32,14 +32,14 @@ class NameBuckets {
 
   private:
     /// The names themselves are found by a hash that nobody can foresee.
-    struct KeyedHash {
+    struct TextHash {
         std::size_t operator()(const DomText& name) const;
     };
 
     void Count(std::size_t hash);
     void Grow();
 
-    std::unordered_set<DomText, KeyedHash> names_;
+    std::unordered_set<DomText, TextHash> names_;
     std::vector<std::size_t> hashes_;  // the parser's, of all names
     std::vector<unsigned> counts_;     // by bucket
     std::size_t load_;
