@@ -94,7 +94,8 @@ int Run(std::span<const char* const> arguments) {
     const Settings settings = ReadSettings(ini);
     manager.ImportLogExclusions = settings.importLogExclusions;
 
-    if (settings.warnOnOverwrite && !MayOverwrite(outputPath)) {
+    WritePermission permission;  // for the old file, until the end
+    if (settings.warnOnOverwrite && !MayOverwrite(outputPath, permission)) {
         return kExitFailure;
     }
     std::string catalogName;
