@@ -8,6 +8,7 @@
 #include "driver/line_reader.h"
 #include "import/import_manager.h"
 #include "import/text/files.h"
+#include "import/text/shown_text.h"
 #include "import/text/utf8.h"
 
 namespace tarvex {
@@ -31,7 +32,11 @@ const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& pa
         (event == ImportEvent::Result ? result : events).append(" ").append(text);
     };
     std::string name;
-    if (!manager.Import(name, path, kCatalogGroup, "")) {
+    const bool isImported = manager.Import(name, path, kCatalogGroup, "");
+    for (const std::string& file : manager.OutsideFiles()) {
+        Complain("the catalog reads '" + Shown(file) + "', which is outside its folder");
+    }
+    if (!isImported) {
         Complain("can't import the catalog:" + events + result);
         return nullptr;
     }

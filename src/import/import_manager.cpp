@@ -39,6 +39,10 @@ bool CanBeWritten(const std::string& path) {
     return file != nullptr && CloseWritten(std::move(file));
 }
 
+std::string AsFolder(std::string path) {
+    return path.ends_with('/') ? path : path + '/';
+}
+
 std::string Load(Text number) {
     return LoadText(number);
 }
@@ -125,9 +129,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     } else {
         OpenImportLog(run, importLogPath);
         const Element* document = ParseFile(run);
-        for (const std::string& path : reader_->Files()) {
-            sourcePaths_.insert(FilePath(path));
-        }
+        NoteFiles(catalogPath);
         BeginImportLog(run);
         if (document != nullptr) {
             ImportDocument(run, *document, catalog);
@@ -143,6 +145,22 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
         Send(Format(Text::LogNotCreated, importLogPath), Reading);
     }
     return ok;
+}
+
+/// Remembers what has been read for a catalog, as long as the reader knows it.
+void ZMostFCatManager::NoteFiles(const std::string& catalogPath) {
+    for (const std::string& path : reader_->Files()) {
+        sourcePaths_.insert(FilePath(path));
+    }
+    // A catalog that is a link has two folders.
+    const std::string linkFolder = AsFolder(FilePath(FolderPart(catalogPath) + "."));
+    const std::string folder = FolderPart(FilePath(catalogPath));
+    for (const std::string& path : reader_->OpenedFiles()) {
+        const std::string file = FilePath(path);
+        if (!file.starts_with(folder) && !file.starts_with(linkFolder)) {
+            outsideFiles_.insert(file);
+        }
+    }
 }
 
 /// Finds out whether a log can be written, if one is wanted, and makes its header. What it held stays until
@@ -206,6 +224,7 @@ const Element* ZMostFCatManager::ReadDocument(ImportRun& run) {
             text += Load(Text::ExceptionMessageIs) + ":\n" + *message + "\n";
         }
     }
+    NoteFiles(run.path);
     // Exceptions hold memory of the platform, so it ends only now that they are gone.
     reader_->StopPlatform();
     return Fail(run, text);

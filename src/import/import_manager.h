@@ -67,6 +67,10 @@ class ZMostFCatManager {
     /// The file is one that an import has read: a catalog, or the DTD or another entity of one.
     bool HasRead(const std::string& path) const;
 
+    /// The files outside the folder of their catalog that imports have opened, whether they succeeded or not.
+    /// Links are resolved.
+    const std::set<std::string>& OutsideFiles() const { return outsideFiles_; }
+
     /// Deletes all catalogs and forgets the files that failed.
     void Clear();
 
@@ -86,6 +90,7 @@ class ZMostFCatManager {
     bool ImportOnce(std::string& catalogName, const std::string& catalogPath, std::uint16_t group,
                     const std::string& importLogPath);
     bool ImportFile(ZMTCatalog& catalog, const std::string& catalogPath, const std::string& importLogPath);
+    void NoteFiles(const std::string& catalogPath);
     void OpenImportLog(ImportRun& run, const std::string& importLogPath);
     void BeginImportLog(ImportRun& run);
     const Element* ParseFile(ImportRun& run);
@@ -105,6 +110,7 @@ class ZMostFCatManager {
     std::vector<FileRecord> failedFiles_;
     std::set<std::string> importLogPaths_;  // of the imports so far
     std::set<std::string> sourcePaths_;     // likewise
+    std::set<std::string> outsideFiles_;
     bool isChanged_ = false;
 };
 

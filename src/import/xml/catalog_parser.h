@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,8 +42,10 @@ class CatalogParser : private ParserBudgetHolder,
     /// The document of the last parse, as long as the parser lives.
     const Element& Document() const { return builder_.Document(); }
 
-    /// The paths of the files that the document was read from.
+    /// The paths of the files that the document names, its own among them.
     std::vector<std::string> Files() const;
+    /// Those of them that could be opened.
+    const std::set<std::string>& OpenedFiles() const { return openedFiles_; }
 
     /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
     /// between elements that are declared outside, and attributes that are left to defaults declared outside.
@@ -78,6 +81,7 @@ class CatalogParser : private ParserBudgetHolder,
     bool isValidating_;
     DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
+    std::set<std::string> openedFiles_;
     ElementBuilder builder_;
     std::vector<std::size_t> childCosts_;  // of the open elements
     /// Where the scanner stood after the last event. Every character is part of one, so the next tag begins

@@ -51,6 +51,10 @@ class XercesReader : public DocumentReader {
         return parser_ ? parser_->Files() : std::vector<std::string>();
     }
 
+    std::set<std::string> OpenedFiles() const override {
+        return parser_ ? parser_->OpenedFiles() : std::set<std::string>();
+    }
+
     void Release() override { parser_.reset(); }
 
   private:
