@@ -126,3 +126,59 @@ class OtherFolders(ForeignTest):
         (self.work / "link.txt").symlink_to(self.outside / name)
         self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "link.txt">]', self.work),
                          self.told(self.outside / "a.[31m.b.txt"))
+
+
+# A command of a terminal, and marks that turn the rest of a line around. Behind each stands what is shown of it.
+CONTROLS = [("\u009b31m", ".31m"), ("\u202e", "."), ("\u2066", "."), ("\u200f", "."), ("\u061c", "."), ("\x7f", ".")]
+LETTERS = "\u00e4\u20ac\u0416\u05d0\U0001f3b5"
+
+
+class Controls(ForeignTest):
+    """Nothing that a terminal obeys gets out of a catalog into what people read."""
+
+    def logs(self):
+        return [(self.dir / name).read_text(encoding="utf-8") for name in ["cat.log", "cat.tree"]
+                if (self.dir / name).exists()]
+
+    def assert_harmless(self, text):
+        for controls, _ in CONTROLS:
+            self.assertNotIn(controls[0], text)
+        self.assertNotIn("\x1b", text)
+
+    def test_they_are_shown_as_dots_in_messages_of_the_parser(self):
+        for controls, shown in CONTROLS:
+            with self.subTest(repr(controls)):
+                self.write(f"{LETTERS}{controls}.txt", "<a b=1/>")
+                self.write_catalog(f'[<!ENTITY x SYSTEM "{LETTERS}{controls}.txt">]', "&x;")
+                conversion, decoded = self.runs()
+                self.assertEqual((conversion[0], decoded[0]), (255, 2))
+                for text in [conversion[1], decoded[2], *self.logs()]:
+                    self.assertIn(f"Fatal error at file '{LETTERS}{shown}.txt': Line: 1", text)
+                    self.assert_harmless(text)
+
+    def test_they_are_shown_as_dots_in_warnings_of_a_missing_document_type(self):
+        self.write_catalog(f'SYSTEM "{LETTERS}\u009b31m\u202e.dtd"')
+        conversion, _ = self.runs()
+        self.assertEqual(conversion[0], 0)
+        for text in [conversion[1], self.logs()[0]]:
+            self.assertIn(f"cannot open the DTD '{LETTERS}.31m..dtd'; it counts as empty", text)
+
+    def test_they_are_shown_as_dots_in_both_logs(self):
+        for reference, shown in [("&#27;[31m", ".[31m"), ("&#x9b;31m", ".31m"), ("&#x202e;", "."), ("&#8;", "."),
+                                 ("&#13;", ".")]:
+            with self.subTest(reference):
+                text = CATALOG.replace('version="1.0"', 'version="1.1"')
+                text = text.replace('"type_void"', f'"type_void {LETTERS}{reference}"')
+                text = text.replace("<FBlock><FBlockID>0x22</FBlockID>",
+                                    f"<FBlock><FBlockID>{LETTERS}\t{reference}</FBlockID><FBlockName>A</FBlockName></FBlock>"
+                                    "<FBlock><FBlockID>0x22</FBlockID>")
+                self.write("cat.xml", text)
+                conversion, _ = self.runs()
+                self.assertEqual(conversion[0], 0, conversion[1])
+                log, tree = self.logs()
+                self.assertIn(f"'{LETTERS}\t{shown}'", log)
+                self.assertIn(f".IDName: type_void {LETTERS}{shown}\n", tree)
+                for shown_text in [conversion[1], log, tree]:
+                    self.assert_harmless(shown_text)
+                    self.assertNotIn("\b", shown_text)
+                    self.assertNotIn("\r", shown_text)

@@ -5,6 +5,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include "import/text/shown_text.h"
 #include "import/xml/catalog_parser.h"
 #include "import/xml/document_reader.h"
 #include "import/xml/dom_error_handler.h"
@@ -62,6 +63,12 @@ class XercesReader : public DocumentReader {
     std::unique_ptr<CatalogParser> parser_;
 };
 
+std::string ShownMessage(const XMLCh* message) {
+    std::string text = Transcode(message);
+    HideControls(text);
+    return text;
+}
+
 }  // namespace
 
 std::unique_ptr<DocumentReader> MakeXercesReader(Vocabulary vocabulary) {
@@ -72,9 +79,9 @@ std::optional<std::string> ParserExceptionText() {
     try {
         throw;
     } catch (const xercesc::XMLException& exception) {
-        return Transcode(exception.getMessage());
+        return ShownMessage(exception.getMessage());
     } catch (const xercesc::DOMException& exception) {
-        return Transcode(exception.getMessage());
+        return ShownMessage(exception.getMessage());
     } catch (...) {
         return std::nullopt;
     }
