@@ -13,8 +13,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json ItemsJson(const ZMostParameterListBaseInfo& items, unsigned firstNumber);
-
 /// What only items of some kinds have.
 void AddValue(const ZMostParameter& item, Json& json) {
     switch (item.Kind()) {
@@ -54,6 +52,12 @@ void AddValue(const ZMostParameter& item, Json& json) {
     }
 }
 
+/// Captures and paths need not be UTF-8; JSON has to be.
+void Append(const Json& json, std::string& out) {
+    out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// What an item says, less its members.
 Json ItemJson(const ZMostParameter& item, unsigned entryNumber) {
     Json json;
     json["name"] = ShownName(item.GetName());
@@ -67,20 +71,30 @@ Json ItemJson(const ZMostParameter& item, unsigned entryNumber) {
     }
     json["text"] = item.GetText();
     AddValue(item, json);
-    if (item.Members() != nullptr) {
-        json["items"] = ItemsJson(*item.Members(), FirstEntryNumber(item));
-    }
     return json;
 }
 
-Json ItemsJson(const ZMostParameterListBaseInfo& items, unsigned firstNumber) {
-    Json json = Json::array();
+/// Adds "items" to the object at the end of the text. The items of a message become text one by one: all of
+/// them together might take hundreds of megabytes.
+void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, std::size_t end,
+                 std::string& out) {
+    out.pop_back();
+    out += ",\"items\":[";
     unsigned entryNumber = firstNumber;
+    const char* separator = "";
     for (const auto& item : items.Items()) {
-        json.push_back(ItemJson(*item, entryNumber));
+        if (out.size() > end) {
+            return;
+        }
+        out += separator;
+        Append(ItemJson(*item, entryNumber), out);
+        if (item->Members() != nullptr) {
+            AppendItems(*item->Members(), FirstEntryNumber(*item), end, out);
+        }
         entryNumber += entryNumber > 0 ? 1 : 0;
+        separator = ",";
     }
-    return json;
+    out += "]}";
 }
 
 Json PlaceJson(const LinePlace& place) {
@@ -95,12 +109,6 @@ Json PlaceJson(const LinePlace& place) {
 template <class Node>
 Json NameJson(const Node* node) {
     return node == nullptr ? Json() : Json(node->GetName());
-}
-
-/// Captures and paths need not be UTF-8; JSON has to be.
-void AppendLine(const Json& json, std::string& out) {
-    out += json.dump(-1, ' ', false, Json::error_handler_t::replace);
-    out += '\n';
 }
 
 }  // namespace
@@ -136,17 +144,20 @@ const char* KindName(ParamKind kind) {
     return "parameter";
 }
 
-void JsonReport::Message(const LinePlace& place, const CapturedMessage& message,
-                         const DecodedMessage& decoded, std::string& out) const {
+void JsonReport::AppendMessage(const LinePlace& place, const CapturedMessage& message,
+                               const DecodedMessage& decoded, std::size_t end, std::string& out) const {
     Json json = PlaceJson(place);
     json["message"] = AddressText(message);
     json["data"] = HexText(message.data, "");
     json["function_block"] = NameJson(decoded.block);
     json["function"] = NameJson(decoded.function);
     json["operation"] = NameJson(decoded.operation);
-    json["items"] = ItemsJson(decoded.items, 0);
-    json["errors"] = decoded.faults;
-    AppendLine(json, out);
+    Append(json, out);
+    AppendItems(decoded.items, 0, end, out);
+    out.pop_back();
+    out += ",\"errors\":";
+    Append(Json(decoded.faults), out);
+    out += "}\n";
 }
 
 void JsonReport::BadLine(const LinePlace& place, std::string_view line, std::string_view fault,
@@ -154,7 +165,8 @@ void JsonReport::BadLine(const LinePlace& place, std::string_view line, std::str
     Json json = PlaceJson(place);
     json["text"] = ShownText(line);
     json["errors"] = Json::array({std::string(fault)});
-    AppendLine(json, out);
+    Append(json, out);
+    out += '\n';
 }
 
 }  // namespace tarvex

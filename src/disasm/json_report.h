@@ -12,10 +12,12 @@ const char* KindName(ParamKind kind);
 /// One JSON object per line of the capture, with the items nested as the parameters are.
 class JsonReport : public Report {
   public:
-    void Message(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
-                 std::string& out) const override;
     void BadLine(const LinePlace& place, std::string_view line, std::string_view fault,
                  std::string& out) const override;
+
+  private:
+    void AppendMessage(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
+                       std::size_t end, std::string& out) const override;
 };
 
 }  // namespace tarvex

@@ -22,9 +22,12 @@ std::string Label(const ZMostParameter& item, unsigned entryNumber) {
 }
 
 void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, std::size_t level,
-                 std::string& out) {
+                 std::size_t end, std::string& out) {
     unsigned entryNumber = firstNumber;
     for (const auto& item : items.Items()) {
+        if (out.size() > end) {
+            return;
+        }
         out.append(2 * level, ' ').append(Label(*item, entryNumber));
         const std::string text = item->GetText();
         if (!text.empty()) {
@@ -38,7 +41,7 @@ void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, 
         }
         out += '\n';
         if (item->Members() != nullptr) {
-            AppendItems(*item->Members(), FirstEntryNumber(*item), level + 1, out);
+            AppendItems(*item->Members(), FirstEntryNumber(*item), level + 1, end, out);
         }
         entryNumber += entryNumber > 0 ? 1 : 0;
     }
@@ -46,8 +49,8 @@ void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, 
 
 }  // namespace
 
-void TextReport::Message(const LinePlace& /*place*/, const CapturedMessage& message,
-                         const DecodedMessage& decoded, std::string& out) const {
+void TextReport::AppendMessage(const LinePlace& /*place*/, const CapturedMessage& message,
+                               const DecodedMessage& decoded, std::size_t end, std::string& out) const {
     out.append(AddressText(message)).append(" (").append(HexText(message.data, " ")).append(")");
     if (decoded.block != nullptr) {
         out.append(" ").append(decoded.block->GetName());
@@ -59,7 +62,7 @@ void TextReport::Message(const LinePlace& /*place*/, const CapturedMessage& mess
         out.append(".").append(decoded.operation->GetName());
     }
     out += '\n';
-    AppendItems(decoded.items, 0, 1, out);
+    AppendItems(decoded.items, 0, 1, end, out);
     for (const std::string& fault : decoded.faults) {
         AppendFault(fault, out);
     }

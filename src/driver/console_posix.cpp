@@ -1,24 +1,14 @@
 #include "driver/console_posix.h"
 
 #include <cerrno>
+#include <cstdint>
+#include <fcntl.h>
 #include <iterator>
 #include <poll.h>
-#include <sys/signalfd.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace tarvex {
-namespace {
-
-constexpr int kHeldSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
-
-/// Neither ignored, as under nohup, nor held back by whoever started the program.
-bool EndsTheProcess(int signal, const sigset_t& heldBefore) {
-    struct sigaction action = {};
-    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL &&
-           ::sigismember(&heldBefore, signal) == 0;
-}
-
-}  // namespace
 
 KeyReader::KeyReader() {
     isTerminal_ = ::tcgetattr(STDIN_FILENO, &saved_) == 0;
@@ -39,22 +29,17 @@ KeyReader::~KeyReader() {
     }
     if (signals_ >= 0) {
         ::close(signals_);
-        ::pthread_sigmask(SIG_UNBLOCK, &held_, nullptr);
     }
 }
 
 void KeyReader::HoldSignals() {
-    sigset_t heldBefore = {};
-    ::pthread_sigmask(SIG_BLOCK, nullptr, &heldBefore);
-    ::sigemptyset(&held_);
-    for (const int signal : kHeldSignals) {
-        if (EndsTheProcess(signal, heldBefore)) {
-            ::sigaddset(&held_, signal);
-        }
-    }
-    signals_ = ::signalfd(-1, &held_, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (signals_ >= 0) {
-        ::pthread_sigmask(SIG_BLOCK, &held_, nullptr);
+    held_.emplace();
+    // The kernel is asked, as the C library would leave out the signals that it keeps for itself.
+    const std::uint64_t signals = held_->Held();
+    signals_ =
+        static_cast<int>(::syscall(SYS_signalfd4, -1, &signals, sizeof(signals), O_CLOEXEC | O_NONBLOCK));
+    if (signals_ < 0) {
+        held_.reset();
     }
 }
 

@@ -2,9 +2,10 @@
 
 #pragma once
 
-#include <csignal>
 #include <optional>
 #include <termios.h>
+
+#include "kestrel/termination_signals.h"
 
 namespace tarvex {
 
@@ -35,7 +36,7 @@ class KeyReader {
     termios saved_ = {};
     /// The signals that wait until the terminal is restored, and the descriptor that tells of them; -1 where
     /// none waits.
-    sigset_t held_ = {};
+    std::optional<kestrel::TerminationSignals> held_;
     int signals_ = -1;
 };
 

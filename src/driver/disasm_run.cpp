@@ -8,6 +8,7 @@
 #include "driver/line_reader.h"
 #include "import/import_manager.h"
 #include "import/text/files.h"
+#include "import/text/shown_text.h"
 #include "import/text/utf8.h"
 
 namespace tarvex {
@@ -31,7 +32,11 @@ const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& pa
         (event == ImportEvent::Result ? result : events).append(" ").append(text);
     };
     std::string name;
-    if (!manager.Import(name, path, kCatalogGroup, "")) {
+    const bool isImported = manager.Import(name, path, kCatalogGroup, "");
+    for (const std::string& file : manager.OutsideFiles()) {
+        Complain("the catalog reads '" + Shown(file) + "', which is outside its folder");
+    }
+    if (!isImported) {
         Complain("can't import the catalog:" + events + result);
         return nullptr;
     }
@@ -45,6 +50,15 @@ const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& pa
 class Output {
   public:
     std::string& Text() { return text_; }
+    /// So many bytes of captures were read.
+    void AddInput(std::size_t bytes) { input_ += bytes; }
+    /// How long the report of a message may become.
+    std::size_t Room() const {
+        const std::size_t bound = kReportBytes.For(input_);
+        return bound - std::min(bound, used_ + text_.size());
+    }
+    /// A report that was made in vain takes what it has found, or the next lines would take as long.
+    void UseUp() { used_ += Room(); }
     void WriteIfLarge() {
         if (text_.size() >= kOutputBuffer) {
             Write();
@@ -56,6 +70,7 @@ class Output {
         if ((!isWritten || std::fflush(stdout) != 0) && error_ == 0) {
             error_ = errno;
         }
+        used_ += text_.size();
         text_.clear();
         return error_ == 0;
     }
@@ -64,8 +79,25 @@ class Output {
 
   private:
     std::string text_;
+    std::size_t input_ = 0;
+    std::size_t used_ = 0;  // of what the input allows
     int error_ = 0;
 };
+
+/// Decodes a message. True when it fits the catalog, and its report the output.
+bool TellMessage(const LinePlace& place, const CapturedMessage& message, const ZMTCatalog& catalog,
+                 const Report& report, Output& output) {
+    DecodedMessage decoded;
+    DecodeMessage(catalog, message, decoded);
+    if (report.Message(place, message, decoded, output.Text(), output.Room())) {
+        return decoded.faults.empty();
+    }
+    output.UseUp();
+    DecodedMessage nothing;
+    nothing.faults.emplace_back("the report would become too large");
+    report.Message(place, message, nothing, output.Text());
+    return false;
+}
 
 /// Decodes one capture. True when every line was a message that fits.
 bool DecodeCapture(LineReader& reader, const std::string& name, const ZMTCatalog& catalog,
@@ -74,6 +106,7 @@ bool DecodeCapture(LineReader& reader, const std::string& name, const ZMTCatalog
     LinePlace place{name, 0};
     CapturedMessage message;
     for (std::string_view line; !output.HasFailed() && reader.Next(line); output.WriteIfLarge()) {
+        output.AddInput(line.size() + 1);  // with its line feed
         if (++place.number == 1) {
             TakeByteOrderMark(line);
         }
@@ -86,10 +119,7 @@ bool DecodeCapture(LineReader& reader, const std::string& name, const ZMTCatalog
             isClean = false;
             continue;
         }
-        DecodedMessage decoded;
-        DecodeMessage(catalog, message, decoded);
-        report.Message(place, message, decoded, output.Text());
-        isClean &= decoded.faults.empty();
+        isClean &= TellMessage(place, message, catalog, report, output);
     }
     return isClean;
 }

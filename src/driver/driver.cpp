@@ -10,6 +10,7 @@
 #include "import/import_manager.h"
 #include "import/text/files.h"
 #include "import/text/format_text.h"
+#include "import/text/shown_text.h"
 #include "versions.h"
 
 namespace tarvex {
@@ -37,14 +38,25 @@ void PrintMessage(const std::string& text, ImportEvent /*event*/) {
     std::fwrite(line.data(), 1, line.size(), stdout);
 }
 
+/// A foreign catalog may bring in what its author wants to see in the database.
+void TellOutsideFiles() {
+    for (const std::string& path : manager.OutsideFiles()) {
+        std::fprintf(stderr, "TARVEX: the catalog reads '%s', which is outside its folder\n",
+                     Shown(path).c_str());
+    }
+}
+
 bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, const Settings& settings,
                    std::vector<std::string> protectedPaths) {
     manager.MessageSink = PrintMessage;
     manager.Validate = settings.importValidate;
     manager.ProtectedPaths = std::move(protectedPaths);
     try {
-        return manager.Import(catalogName, catalogPath, kCatalogGroup,
-                              settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+        const bool isImported =
+            manager.Import(catalogName, catalogPath, kCatalogGroup,
+                           settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+        TellOutsideFiles();
+        return isImported;
     } catch (const std::bad_alloc&) {
         TellMemoryEnded();
         return false;
@@ -94,7 +106,8 @@ int Run(std::span<const char* const> arguments) {
     const Settings settings = ReadSettings(ini);
     manager.ImportLogExclusions = settings.importLogExclusions;
 
-    if (settings.warnOnOverwrite && !MayOverwrite(outputPath)) {
+    WritePermission permission;  // for the old file, until the end
+    if (settings.warnOnOverwrite && !MayOverwrite(outputPath, permission)) {
         return kExitFailure;
     }
     std::string catalogName;

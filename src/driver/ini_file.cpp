@@ -36,8 +36,11 @@ IniFile::IniFile(const std::string& path) {
 }
 
 bool IniFile::IsForeign() const {
-    return text_.find('\0') != std::string::npos ||
-           (text_.find('\r') != std::string::npos && text_.find('\n') == std::string::npos);
+    // A zero further behind does no harm to the lines around it.
+    const std::string_view start = std::string_view(text_).substr(0, 4);
+    const bool isWide = start.find('\0') != std::string_view::npos || start.starts_with("\xFF\xFE") ||
+                        start.starts_with("\xFE\xFF");
+    return isWide || (text_.find('\r') != std::string::npos && text_.find('\n') == std::string::npos);
 }
 
 void IniFile::AddLine(std::string_view line, std::string_view& section) {

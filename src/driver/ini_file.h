@@ -24,8 +24,8 @@ class IniFile {
 
     /// The file could be opened and read.
     bool IsRead() const { return isRead_; }
-    /// The bytes of the file are no lines of text: UTF-16 or UTF-32, or lines that end with carriage returns
-    /// alone. No setting is found then.
+    /// The bytes of the file are no lines of text: UTF-16 or UTF-32, by its mark or a zero among the first
+    /// four bytes, or lines that end with carriage returns alone. No setting is found then.
     bool IsForeign() const;
 
     /// The value, or the default without the key, cut to what a buffer of `bufferSize` holds with its zero.

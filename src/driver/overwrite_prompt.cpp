@@ -22,18 +22,9 @@ bool CanBeOpened(const std::string& path) {
     return isFile;
 }
 
-bool MakeWritable(const std::string& path) {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0) {
-        return false;
-    }
-    // Only the owner may change the mode, so it is left alone when there is nothing to change.
-    return (status.st_mode & S_IWUSR) != 0 || ::chmod(path.c_str(), (status.st_mode & 07777U) | S_IWUSR) == 0;
-}
-
 }  // namespace
 
-bool MayOverwrite(const std::string& path) {
+bool MayOverwrite(const std::string& path, WritePermission& permission) {
     if (!CanBeOpened(path)) {
         return true;
     }
@@ -48,7 +39,7 @@ bool MayOverwrite(const std::string& path) {
         return false;
     }
     std::printf("%c\n", *key);
-    return MakeWritable(path);
+    return permission.Give(path);
 }
 
 }  // namespace tarvex

@@ -1,18 +1,15 @@
 #include "export/alias_names.h"
 
-#include "export/config_lines.h"
-
 namespace tarvex {
 
-bool AliasNames::Read(const std::string& path) {
-    auto lines = ReadConfigLines(path);
-    if (!lines) {
-        return false;
+ConfigFile AliasNames::Read(const std::string& path) {
+    std::map<std::string, std::string> aliases;
+    const ConfigFile file = ReadConfigLines(
+        path, [&](std::string_view name, std::string_view alias) { aliases[std::string(name)] = alias; });
+    if (file != ConfigFile::Missing) {
+        aliases_ = std::move(aliases);
     }
-    for (ConfigLine& line : *lines) {
-        aliases_[line.name] = std::move(line.value);
-    }
-    return true;
+    return file;
 }
 
 }  // namespace tarvex

@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 
+#include "export/config_lines.h"
+
 namespace tarvex {
 
 /// The names that function blocks, functions, operations and parameters have in the database instead of their
@@ -12,8 +14,8 @@ namespace tarvex {
 class AliasNames {
   public:
     /// Reads an alias-names file: per line a name, a comma and an alias, both as they stand. A later line for
-    /// the same name replaces the earlier one. False when the file cannot be opened.
-    bool Read(const std::string& path);
+    /// the same name replaces the earlier one. Of a file that is missing nothing is taken.
+    ConfigFile Read(const std::string& path);
 
     const std::string& Of(const std::string& name) const {
         const auto found = aliases_.find(name);

@@ -5,41 +5,59 @@
 namespace tarvex {
 namespace {
 
-void AddLine(std::vector<ConfigLine>& lines, std::string_view line) {
-    if (const std::size_t comma = line.find(','); comma != std::string_view::npos) {
-        lines.push_back({std::string(line.substr(0, comma)), std::string(line.substr(comma + 1))});
+/// Hands over lines as long as they count.
+class LineCounter {
+  public:
+    explicit LineCounter(const ConfigLineTaker& take) : take_(take) {}
+
+    /// False for the first line that does not count any more.
+    bool Add(std::string_view line) {
+        const std::size_t comma = line.find(',');
+        if (comma == std::string_view::npos) {
+            return true;
+        }
+        if (lines_ == kMaxConfigLines) {
+            return false;
+        }
+        ++lines_;
+        take_(line.substr(0, comma), line.substr(comma + 1));
+        return true;
     }
-}
+
+  private:
+    const ConfigLineTaker& take_;
+    std::size_t lines_ = 0;
+};
 
 }  // namespace
 
-std::optional<std::vector<ConfigLine>> ReadConfigLines(const std::string& path) {
+ConfigFile ReadConfigLines(const std::string& path, const ConfigLineTaker& take) {
     const File file = OpenForReading(path);
     if (!file) {
-        return std::nullopt;
+        return ConfigFile::Missing;
     }
-    std::vector<ConfigLine> lines;
+    LineCounter lines(take);
     std::string line;
-    for (int c = 0; (c = std::getc(file.get())) != EOF;) {
+    bool doesCount = true;
+    for (int c = 0; doesCount && (c = std::getc(file.get())) != EOF;) {
         if (c == '\n') {
             if (line.ends_with('\r')) {
                 line.pop_back();
             }
-            AddLine(lines, line);
+            doesCount = lines.Add(line);
             line.clear();
             continue;
         }
         if (line.size() == kMaxConfigLine) {
-            AddLine(lines, line);
+            doesCount = lines.Add(line);
             line.clear();
         }
         line += static_cast<char>(c);
     }
     if (std::ferror(file.get()) != 0) {
-        return std::nullopt;
+        return ConfigFile::Missing;
     }
-    AddLine(lines, line);
-    return lines;
+    return doesCount && lines.Add(line) ? ConfigFile::Whole : ConfigFile::Cut;
 }
 
 }  // namespace tarvex

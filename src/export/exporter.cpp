@@ -80,19 +80,23 @@ int ZVornExporter::Export() {
 }
 
 void ZVornExporter::ReadAliasNames() {
-    if (!aliasNamesPath_.empty() && !aliases_.Read(aliasNamesPath_)) {
-        Tell("Can not open file " + aliasNamesPath_ + "!");
+    if (!aliasNamesPath_.empty()) {
+        TellOf(aliasNamesPath_, aliases_.Read(aliasNamesPath_));
     }
 }
 
 void ZVornExporter::ReadNetworkConfiguration() {
-    if (networkConfigurationPath_.empty()) {
-        return;
+    if (!networkConfigurationPath_.empty()) {
+        TellOf(networkConfigurationPath_, ReadNodeAddresses(networkConfigurationPath_, nodeAddresses_));
     }
-    if (auto addresses = ReadNodeAddresses(networkConfigurationPath_)) {
-        nodeAddresses_ = std::move(*addresses);
-    } else {
-        Tell("Can not open file " + networkConfigurationPath_ + "!");
+}
+
+/// What is amiss with an alias or network file.
+void ZVornExporter::TellOf(const std::string& path, ConfigFile file) const {
+    if (file == ConfigFile::Missing) {
+        Tell("Can not open file " + path + "!");
+    } else if (file == ConfigFile::Cut) {
+        Tell("The file " + path + " has too many lines, some are left out!");
     }
 }
 

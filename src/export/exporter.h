@@ -52,7 +52,7 @@ class ZVornExporter {
 
     /// Builds the database and writes it. Returns 0, or -1 without a catalog, at a second call, when the file
     /// cannot be written or made read-only, or when it is a file that the conversion reads. An alias or
-    /// network file that cannot be opened is told and left out.
+    /// network file that cannot be opened is told and left out, of one that is too long the last lines.
     int Export();
 
     Sink MessageSink;  ///< May be empty. Set before Export.
@@ -85,6 +85,7 @@ class ZVornExporter {
     void WriteSignals(msgblk& message, const ZMTOperation& operation);
     symblk* NodeNamed(const std::string& cleanName);
     void Tell(const std::string& line) const;
+    void TellOf(const std::string& path, ConfigFile file) const;
 
     const ZMTCatalog* catalog_;
     std::string outputPath_;

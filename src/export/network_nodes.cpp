@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
-
-#include "export/config_lines.h"
+#include <optional>
 
 namespace tarvex {
 namespace {
@@ -36,18 +35,21 @@ std::optional<std::int32_t> ReadAddress(const std::string& text) {
 
 }  // namespace
 
-std::optional<NodeAddresses> ReadNodeAddresses(const std::string& path) {
-    auto lines = ReadConfigLines(path);
-    if (!lines) {
-        return std::nullopt;
-    }
-    NodeAddresses nodes;
-    for (ConfigLine& line : *lines) {
-        if (const std::optional<std::int32_t> address = ReadAddress(line.value)) {
-            nodes[*address] = std::move(line.name);
+ConfigFile ReadNodeAddresses(const std::string& path, NodeAddresses& nodes) {
+    NodeAddresses read;
+    bool isCut = false;
+    const ConfigFile file = ReadConfigLines(path, [&](std::string_view name, std::string_view value) {
+        const std::optional<std::int32_t> address = ReadAddress(std::string(value));
+        if (address && (read.size() < kMaxNetworkNodes || read.contains(*address))) {
+            read[*address] = name;
+        } else {
+            isCut = isCut || address.has_value();
         }
+    });
+    if (file != ConfigFile::Missing) {
+        nodes = std::move(read);
     }
-    return nodes;
+    return file == ConfigFile::Whole && isCut ? ConfigFile::Cut : file;
 }
 
 }  // namespace tarvex

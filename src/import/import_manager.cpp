@@ -49,6 +49,10 @@ bool CanBeWritten(const std::string& path) {
     return file != nullptr && CloseWritten(std::move(file));
 }
 
+std::string AsFolder(std::string path) {
+    return path.ends_with('/') ? path : path + '/';
+}
+
 std::string Load(Text number) {
     return LoadText(number);
 }
@@ -158,12 +162,21 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     return ok;
 }
 
-/// Remembers what was read. Returns how many bytes the files have.
+/// Remembers what has been read for a catalog, as long as the reader knows it. Returns how many bytes that are.
 std::size_t ZMostFCatManager::NoteFiles(const std::string& catalogPath) {
-    std::size_t bytes = FileSize(catalogPath);
     for (const std::string& path : reader_->Files()) {
         sourcePaths_.insert(FilePath(path));
+    }
+    // A catalog that is a link has two folders.
+    const std::string linkFolder = AsFolder(FilePath(FolderPart(catalogPath) + "."));
+    const std::string folder = FolderPart(FilePath(catalogPath));
+    std::size_t bytes = FileSize(catalogPath);
+    for (const std::string& path : reader_->OpenedFiles()) {
+        const std::string file = FilePath(path);
         bytes += IsSameFile(path, catalogPath) ? 0 : FileSize(path);
+        if (!file.starts_with(folder) && !file.starts_with(linkFolder)) {
+            outsideFiles_.insert(file);
+        }
     }
     return bytes;
 }
@@ -229,6 +242,7 @@ const Element* ZMostFCatManager::ReadDocument(ImportRun& run) {
             text += Load(Text::ExceptionMessageIs) + ":\n" + *message + "\n";
         }
     }
+    NoteFiles(run.path);
     // Exceptions hold memory of the platform, so it ends only now that they are gone.
     reader_->StopPlatform();
     return Fail(run, text);

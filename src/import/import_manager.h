@@ -67,6 +67,10 @@ class ZMostFCatManager {
     /// The file is one that an import has read: a catalog, or the DTD or another entity of one.
     bool HasRead(const std::string& path) const;
 
+    /// The files outside the folder of their catalog that imports have opened, whether they succeeded or not.
+    /// Links are resolved.
+    const std::set<std::string>& OutsideFiles() const { return outsideFiles_; }
+
     /// Deletes all catalogs and forgets the files that failed.
     void Clear();
 
@@ -106,6 +110,7 @@ class ZMostFCatManager {
     std::vector<FileRecord> failedFiles_;
     std::set<std::string> importLogPaths_;  // of the imports so far
     std::set<std::string> sourcePaths_;     // likewise
+    std::set<std::string> outsideFiles_;
     bool isChanged_ = false;
 };
 

@@ -21,8 +21,10 @@ class TerminationSignals {
     /// One of the signals waits, so the process is about to end.
     bool HaveCome() const;
 
+    /// The signals that wait, a bit for each, as the kernel counts them: 1 is the lowest.
+    std::uint64_t Held() const { return held_; }
+
   private:
-    /// A bit for each signal, as the kernel counts them: 1 is the lowest.
     std::uint64_t held_ = 0;
 };
 

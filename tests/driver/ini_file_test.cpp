@@ -215,7 +215,17 @@ TEST_F(Ini, BytesThatAreNoLinesAreTold) {
         {"nothing", "", false},
         {"CR", "[Section]\rKey=value\r", true},
         {"UTF-16", {"\xFF\xFE[\0S\0]\0\n\0", 10}, true},
+        {"UTF-16, large end first", {"\xFE\xFF\0[\0S\0]\0\n", 10}, true},
+        {"UTF-16 of no ASCII letter", "\xFF\xFE\x16\x04\x17\x04", true},
+        {"UTF-16 without a mark", {"[\0S\0", 4}, true},
+        {"UTF-16 without a mark, large end first", {"\0[\0S", 4}, true},
         {"UTF-32", {"[\0\0\0", 4}, true},
+        {"UTF-32 with a mark", {"\xFF\xFE\0\0[\0\0\0", 8}, true},
+        {"UTF-32 with a mark, large end first", {"\0\0\xFE\xFF\0\0\0[", 8}, true},
+        {"zero in the fourth byte", {"[Se\0\n", 5}, true},
+        {"zero behind it", {"[Sec\0tion]\nKey=value\n", 21}, false},
+        {"zero in a value", {"[Section]\nKey=a\0b\n", 18}, false},
+        {"zeros at the end", {"[Section]\nKey=value\n\0\0", 22}, false},
     };
     for (const Case& row : cases) {
         EXPECT_EQ(Read(row.bytes).IsForeign(), row.isForeign) << row.what;

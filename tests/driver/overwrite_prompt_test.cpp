@@ -3,6 +3,7 @@
 #include "driver/overwrite_prompt.h"
 
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -84,7 +85,7 @@ class OverwritePrompt : public testing::Test {
     bool Ask(const std::string& path, std::string_view input) {
         const StandardInput standardInput(input);
         StandardOutput standardOutput(dir_.File("stdout"));
-        const bool mayOverwrite = MayOverwrite(path);
+        const bool mayOverwrite = MayOverwrite(path, permission_.emplace());
         text_ = standardOutput.Text();
         unread_ = StandardInput::Rest();
         return mayOverwrite;
@@ -97,6 +98,7 @@ class OverwritePrompt : public testing::Test {
     }
 
     TempDir dir_;
+    std::optional<WritePermission> permission_;  // of the last question
     std::string text_;
     std::string unread_;
 };
@@ -144,6 +146,39 @@ TEST_F(OverwritePrompt, AgreedFileIsMadeWritable) {
         EXPECT_TRUE(Ask(path, "y"));
         EXPECT_EQ(ModeOf(path), afterYes);
     }
+}
+
+TEST_F(OverwritePrompt, PermissionEndsWithTheConversion) {
+    const std::string path = dir_.Write("out.vorn", "older output");
+    for (const mode_t mode : {0444U, 0400U, 0555U, 0644U, 0666U}) {
+        SCOPED_TRACE(mode);
+        ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+        EXPECT_TRUE(Ask(path, "y"));
+        permission_.reset();
+        EXPECT_EQ(ModeOf(path), mode);
+    }
+}
+
+TEST_F(OverwritePrompt, NewFileInTheOldOnesPlaceKeepsItsMode) {
+    const std::string path = dir_.Write("out.vorn", "older output");
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    ASSERT_EQ(::link(path.c_str(), dir_.File("other-name").c_str()), 0);
+    EXPECT_TRUE(Ask(path, "y"));
+    const std::string newFile = dir_.Write("new", "output");
+    ASSERT_EQ(::chmod(newFile.c_str(), 0644), 0);
+    ASSERT_EQ(std::rename(newFile.c_str(), path.c_str()), 0);
+    permission_.reset();
+    EXPECT_EQ(ModeOf(path), 0644U);
+    EXPECT_EQ(ModeOf(dir_.File("other-name")), 0444U) << "the old file is still there";
+}
+
+TEST_F(OverwritePrompt, ModeThatWasChangedMeanwhileStays) {
+    const std::string path = dir_.Write("out.vorn", "older output");
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    EXPECT_TRUE(Ask(path, "y"));
+    ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
+    permission_.reset();
+    EXPECT_EQ(ModeOf(path), 0600U);
 }
 
 TEST_F(OverwritePrompt, MissingFileAsksNothing) {

@@ -42,7 +42,7 @@ TEST(AliasNames, NameInTheFileHasItsAliasAndAnyOtherStandsForItself) {
         SCOPED_TRACE(row.what);
         const TempDir dir;
         AliasNames aliases;
-        EXPECT_TRUE(aliases.Read(dir.Write("aliases.txt", row.file)));
+        EXPECT_EQ(aliases.Read(dir.Write("aliases.txt", row.file)), ConfigFile::Whole);
         EXPECT_EQ(aliases.Of(row.name), row.alias);
     }
 }
@@ -51,7 +51,7 @@ TEST(AliasNames, EachPieceOfALongLineIsALine) {
     const std::string alias(97, 'x');
     const TempDir dir;
     AliasNames aliases;
-    ASSERT_TRUE(aliases.Read(dir.Write("aliases.txt", "A," + alias + "B,Booster\n")));
+    ASSERT_EQ(aliases.Read(dir.Write("aliases.txt", "A," + alias + "B,Booster\n")), ConfigFile::Whole);
     EXPECT_EQ(aliases.Of("A"), alias);
     EXPECT_EQ(aliases.Of("B"), "Booster");
 }
@@ -59,8 +59,8 @@ TEST(AliasNames, EachPieceOfALongLineIsALine) {
 TEST(AliasNames, FileThatCannotBeOpenedLeavesNamesAsTheyAre) {
     const TempDir dir;
     AliasNames aliases;
-    EXPECT_FALSE(aliases.Read(dir.File("missing.txt")));
-    EXPECT_FALSE(aliases.Read(dir.Path()));
+    EXPECT_EQ(aliases.Read(dir.File("missing.txt")), ConfigFile::Missing);
+    EXPECT_EQ(aliases.Read(dir.Path()), ConfigFile::Missing);
     EXPECT_EQ(aliases.Of("Amp"), "Amp");
 }
 

@@ -19,15 +19,10 @@ using Entry = std::pair<std::string, std::string>;
 using Entries = std::vector<Entry>;
 
 std::optional<Entries> ReadEntries(const std::string& path) {
-    const auto lines = ReadConfigLines(path);
-    if (!lines) {
-        return std::nullopt;
-    }
     Entries entries;
-    for (const ConfigLine& line : *lines) {
-        entries.emplace_back(line.name, line.value);
-    }
-    return entries;
+    const ConfigFile file = ReadConfigLines(
+        path, [&](std::string_view name, std::string_view value) { entries.emplace_back(name, value); });
+    return file == ConfigFile::Whole ? std::optional(entries) : std::nullopt;
 }
 
 struct FileCase {
@@ -109,6 +104,35 @@ TEST(ConfigLines, FileLargerThanAnyBufferIsReadWhole) {
     }
     const TempDir dir;
     EXPECT_EQ(ReadEntries(dir.Write("lines.txt", content)), expected);
+}
+
+struct CountCase {
+    const char* what;
+    std::string content;
+    ConfigFile file;
+    std::size_t lines;
+};
+
+TEST(ConfigLines, OnlySoManyLinesWithACommaCount) {
+    std::string commas;
+    for (std::size_t line = 0; line < kMaxConfigLines; ++line) {
+        commas += ",\n";
+    }
+    const CountCase cases[] = {
+        {"as many as there may be", commas, ConfigFile::Whole, kMaxConfigLines},
+        {"lines without a comma behind them", commas + "\nend\nend", ConfigFile::Whole, kMaxConfigLines},
+        {"one more at the end", commas + ",", ConfigFile::Cut, kMaxConfigLines},
+        {"two more lines", commas + "a,b\nc,d\n", ConfigFile::Cut, kMaxConfigLines},
+        {"lines without a comma", std::string(kMaxConfigLines, '\n') + ",\n", ConfigFile::Whole, 1},
+    };
+    for (const CountCase& row : cases) {
+        SCOPED_TRACE(row.what);
+        const TempDir dir;
+        std::size_t lines = 0;
+        EXPECT_EQ(ReadConfigLines(dir.Write("lines.txt", row.content), [&](auto, auto) { ++lines; }),
+                  row.file);
+        EXPECT_EQ(lines, row.lines);
+    }
 }
 
 TEST(ConfigLines, OnlyRegularFilesCanBeOpened) {

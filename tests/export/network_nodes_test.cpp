@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -17,9 +16,11 @@ namespace {
 constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
 
-std::optional<NodeAddresses> AddressesIn(const std::string& content) {
+NodeAddresses AddressesIn(const std::string& content) {
     const TempDir dir;
-    return ReadNodeAddresses(dir.Write("network.txt", content));
+    NodeAddresses nodes;
+    EXPECT_EQ(ReadNodeAddresses(dir.Write("network.txt", content), nodes), ConfigFile::Whole);
+    return nodes;
 }
 
 struct AddressCase {
@@ -114,10 +115,29 @@ TEST(NodeAddresses, EachAddressHasTheNameOfItsLastLine) {
     }
 }
 
+TEST(NodeAddresses, OnlySoManyNodesCount) {
+    std::string content;
+    for (std::size_t address = 0; address < kMaxNetworkNodes; ++address) {
+        content += "A," + std::to_string(address) + "\n";
+    }
+    const TempDir dir;
+    NodeAddresses nodes;
+    EXPECT_EQ(ReadNodeAddresses(dir.Write("network.txt", content), nodes), ConfigFile::Whole);
+    EXPECT_EQ(nodes.size(), kMaxNetworkNodes);
+
+    content += "New,-1\nRenamed,7\nNothing,x\n";
+    EXPECT_EQ(ReadNodeAddresses(dir.Write("network.txt", content), nodes), ConfigFile::Cut);
+    EXPECT_EQ(nodes.size(), kMaxNetworkNodes);
+    EXPECT_FALSE(nodes.contains(-1));
+    EXPECT_EQ(nodes[7], "Renamed") << "a known address needs no room";
+}
+
 TEST(NodeAddresses, FileThatCannotBeOpenedGivesNone) {
     const TempDir dir;
-    EXPECT_EQ(ReadNodeAddresses(dir.File("missing.txt")), std::nullopt);
-    EXPECT_EQ(ReadNodeAddresses(dir.Path()), std::nullopt);
+    NodeAddresses nodes{{1, "Amp"}};
+    EXPECT_EQ(ReadNodeAddresses(dir.File("missing.txt"), nodes), ConfigFile::Missing);
+    EXPECT_EQ(ReadNodeAddresses(dir.Path(), nodes), ConfigFile::Missing);
+    EXPECT_EQ(nodes, (NodeAddresses{{1, "Amp"}}));
 }
 
 }  // namespace

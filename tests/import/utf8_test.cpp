@@ -49,7 +49,8 @@ constexpr ShownCase kShown[] = {
     {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xB5", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xB5"},
     {"a\x1B[31m\tb\x7F", "a.[31m.b."},
     {"\x01\n\r\x1F ~\x7F", ".... ~."},
-    {"\xC2\x80\xC2\x9F\xC2\xA0", "..\xC2\xA0"},  // U+0080, U+009F and what comes behind them
+    {"\xC2\x80\xC2\x9F\xC2\xA0", "..\xC2\xA0"},         // U+0080, U+009F and what comes behind them
+    {"\xD8\x9B\xD8\x9C\xD8\x9D", "\xD8\x9B.\xD8\x9D"},  // U+061B to U+061D
     {"\xE2\x80\x8D\xE2\x80\x8E\xE2\x80\x8F\xE2\x80\x90", "\xE2\x80\x8D..\xE2\x80\x90"},  // U+200D to U+2010
     {"\xE2\x80\xA9\xE2\x80\xAA\xE2\x80\xAE\xE2\x80\xAF", "\xE2\x80\xA9..\xE2\x80\xAF"},  // U+2029 to U+202F
     {"\xE2\x81\xA5\xE2\x81\xA6\xE2\x81\xA9\xE2\x81\xAA", "\xE2\x81\xA5..\xE2\x81\xAA"},  // U+2065 to U+206A
@@ -70,6 +71,25 @@ TEST(Shown, HasNothingThatATerminalObeysAndNothingThatIsNoText) {
         EXPECT_EQ(Shown(text), shown);
     }
     EXPECT_EQ(Shown(std::string_view("a\0b", 3)), "a.b");
+}
+
+constexpr ShownCase kHidden[] = {
+    {"", ""},
+    {"Amp 1\n\t100%~\n", "Amp 1\n\t100%~\n"},
+    {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xB5\t\xD0\x96\n", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xB5\t\xD0\x96\n"},
+    {"a\x1B[31m\tb\x7F\n", "a.[31m\tb.\n"},
+    {"a\rb\x08", "a.b."},
+    {"\xC3\xA4\xC2\x9B\n\xE2\x80\xAE", "\xC3\xA4.\n."},  // U+009B and U+202E behind a letter
+    {"\xD8\x9C", "."},
+    {"\xE4\x9B\xFF", "\xE4\x9B\xFF"},  // no UTF-8
+};
+
+TEST(HideControls, LeavesLinesOfTextAsTheyAre) {
+    for (const auto& [text, shown] : kHidden) {
+        std::string line = text;
+        HideControls(line);
+        EXPECT_EQ(line, shown);
+    }
 }
 
 }  // namespace

@@ -384,6 +384,32 @@ class GreedyCatalogs(AttackTest):
                 self.assertLess(written, 2 ** 27 + 64 * size)
 
 
+# what 5 MB of an alias or network file consist of, and whether each has too many lines
+LISTS = [
+    ("only commas", ("," * 5_000_000,), False, False),
+    ("lines of a comma", (",\n" * 2_500_000,), True, True),
+    ("one name and one address", ("A,1\n" * 1_250_000,), True, True),
+    ("one name and many addresses", (f"A,{i}\n" for i in range(570_000)), False, True),
+    ("many names and addresses", (f"{i:x},{i}\n" for i in range(390_000)), False, True),
+    ("many long names", (f"{'n' * 80}{i},{i}\n" for i in range(54_000)), False, False),
+]
+
+
+@unittest.skipIf(SANITIZED, "takes minutes")
+class GreedyLists(AttackTest):
+    def test_alias_and_network_files_are_read_as_far_as_they_count(self):
+        self.write("in.xml", CATALOG)
+        for name, lines, *are_too_many in LISTS:
+            self.write("list.txt", "".join(lines))
+            for setting, is_too_long in zip(["AliasNames", "NetworkConfiguration"], are_too_many):
+                with self.subTest(name, setting=setting):
+                    self.write_settings(**{setting: "list.txt"})
+                    status, console = self.run_measured(f"{setting}, {name}")
+                    self.assertEqual(status, 0, console)
+                    self.assertEqual("The file list.txt has too many lines, some are left out!\n" in console,
+                                     is_too_long, console)
+
+
 IDENTIFIED = "<!ELEMENT FunctionCatalog ANY><!ELEMENT a EMPTY><!ATTLIST a i ID #IMPLIED r IDREFS #IMPLIED>"
 # What costs validation only.
 VALID = [

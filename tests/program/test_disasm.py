@@ -280,6 +280,64 @@ class Example(DisasmTest):
                 self.assert_expected("roadster.capture.txt")
 
 
+# A message of no byte that says some megabytes: fields of a record without a byte of their own.
+FIELDS = 4_000
+RECORD = f'<TRecord TypeRef="type_void" NElements="{FIELDS}">' + "".join(
+    f'<TRecordField FieldIdx="{i}"><TRecordFieldName>{"N" * 200}</TRecordFieldName><TVoid TypeRef="type_void"/>'
+    "</TRecordField>" for i in range(1, FIELDS + 1)) + "</TRecord>"
+WIDE = (CATALOG[:CATALOG.index("<PNumber>")]
+        + "<PUnclassified><PUParam><ParamName>Wide</ParamName><PUParamOPType><PCmdGet><ParamPos>1</ParamPos></PCmdGet>"
+        + f"</PUParamOPType><PUParamType>{RECORD}</PUParamType></PUParam></PUnclassified>"
+        + CATALOG[CATALOG.index("</PNumber>") + len("</PNumber>"):])
+TOO_LARGE = "the report would become too large"
+
+
+class Allowance(DisasmTest):
+    """What a run says is bounded by the bytes of its captures: 64 MiB, and 512 bytes for each."""
+
+    def setUp(self):
+        super().setUp()
+        block = CATALOG[CATALOG.index("<FBlock>"):CATALOG.index("</FBlock>") + 9].replace("0x22", "0x23")
+        block = block.replace("Audio", "Video")
+        self.write("cat.xml", WIDE.replace("<Definition>", block + "<Definition>", 1))
+
+    def told(self, form):
+        """How much one message says, and what 100 of them, a short one, a note and two more messages come to."""
+        whole = len(self.disasm("cat.xml", "--format", form, stdin=GET).stdout)
+        self.assertGreater(whole, 800_000)
+        capture = f"{GET}\n" * 100 + GET.replace("22", "23", 1) + "\n"
+        # As many as the bound has room for, which grows by 512 times the 12 bytes of each line.
+        count = next(n for n in range(100) if (n + 1) * whole > (64 << 20) + 512 * 12 * (n + 1))
+        self.assertLess(count, 98)
+        note = f"#{'x' * 9_998}\n"  # room for some more
+        result = self.disasm("cat.xml", "--format", form, stdin=capture + note + f"{GET}\n" * 2)
+        self.assertEqual(result.returncode, 1)
+        self.assertLess(len(result.stdout), (64 << 20) + 512 * (len(capture) + 10_024))
+        return count, result.stdout.decode().splitlines()
+
+    def test_text_that_is_too_much_is_a_fault_and_the_rest_is_told(self):
+        count, lines = self.told("text")
+        message = f"{GET} () Audio_Amp.Volume.Get"
+        whole = FIELDS + 2
+        self.assertEqual([lines[n] for n in range(0, count * whole, whole)], [message] * count)
+        rest = lines[count * whole:]
+        faults = [f"{GET} ()", f"  error: {TOO_LARGE}"] * (100 - count)
+        self.assertEqual(rest[:len(faults)], faults)
+        rest = rest[len(faults):]
+        self.assertEqual(rest[:3], ["23.01.400.1 () Video_Amp.Volume.Get", "  {Void}", message])
+        self.assertEqual(len(rest), 2 + 2 * whole)
+
+    @unittest.skipIf(os.environ.get("TARVEX_SANITIZED") == "ON", "takes a minute")
+    def test_json_that_is_too_much_is_a_fault_and_the_rest_is_told(self):
+        count, lines = self.told("json")
+        objects = [json.loads(line) for line in lines if len(line) < 1000]
+        self.assertEqual([len(line) > 1000 for line in lines], [True] * count + [False] * (101 - count) + [True] * 2)
+        for number, entry in enumerate(objects[:-1], count + 1):
+            self.assertEqual(entry, {"line": number, "message": GET, "data": "", "function_block": None,
+                                     "function": None, "operation": None, "items": [], "errors": [TOO_LARGE]})
+        self.assertEqual((objects[-1]["line"], objects[-1]["function"], objects[-1]["errors"]), (101, "Volume", []))
+
+
 class Memory(DisasmTest):
     def peak(self, count, form):
         """Peak memory in bytes of a run that has decoded so many messages."""

@@ -64,6 +64,18 @@ class FromAPipe(OverwritingTest):
         self.assertEqual(self.output.read_text(), OLD)
         self.assert_run(self.run_program("cat.xml", "out.vorn", stdin=b"yes"), QUESTION + "y\n" + CONVERSION, 0)
 
+    def test_a_conversion_that_fails_leaves_the_old_file_write_protected(self):
+        for name, catalog, settings in [("import", "<FunctionCatalog>", {}),
+                                        ("export", CATALOG, {"AliasNames": "out.vorn"})]:
+            with self.subTest(name):
+                self.write("cat.xml", catalog)
+                self.write_settings(WarnOnOverwrite=1, **settings)
+                for mode in [0o444, 0o640]:
+                    self.output.chmod(mode)
+                    self.assertEqual(self.run_program("cat.xml", "out.vorn", stdin=b"y").returncode, 255)
+                    self.assertEqual(self.mode(), mode)
+                    self.assertEqual(self.output.read_text(), OLD)
+
     def test_only_one_byte_is_taken_from_the_input(self):
         self.write_settings(WarnOnOverwrite=1)
         reader, writer = os.pipe()

@@ -18,7 +18,7 @@ ROOMS = {
     "export": {"params", "catalog", "import/text", "kestrel"},
     "disasm": {"params", "catalog", "import/text"},
     "vorn": {"kestrel", "import/text"},
-    "driver": {"export", "disasm", "import", "catalog", "import/log", "import/text"},
+    "driver": {"export", "disasm", "import", "catalog", "import/log", "import/text", "kestrel"},
 }
 GENERATED = {"versions.h"}  # by the build
 

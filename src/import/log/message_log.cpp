@@ -2,20 +2,31 @@
 
 #include "import/log/texts.h"
 #include "import/text/format_text.h"
+#include "import/text/shown_text.h"
 
 namespace tarvex {
+namespace {
+
+std::string Plain(std::string text) {
+    HideControls(text);
+    return text;
+}
+
+}  // namespace
 
 void ZMostFCatLog::WriteEntry(Text entry, unsigned number, const std::string& text,
                               const std::string& objectName) {
     if (room_.Take(text.size() + objectName.size())) {
-        std::fprintf(importLog_.get(), LoadText(entry), number, objectName.c_str(), text.c_str());
+        std::fprintf(importLog_.get(), LoadText(entry), number, Plain(objectName).c_str(),
+                     Plain(text).c_str());
     }
 }
 
 void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName) {
     ++fatalCount_;
     if (importLog_) {
-        std::fprintf(importLog_.get(), LoadText(Text::FatalEntry), objectName.c_str(), text.c_str());
+        std::fprintf(importLog_.get(), LoadText(Text::FatalEntry), Plain(objectName).c_str(),
+                     Plain(text).c_str());
     }
 }
 

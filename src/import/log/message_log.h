@@ -21,7 +21,8 @@ enum class Text : unsigned;
 inline constexpr Bound kLogBytes{std::size_t{64} << 20, 64};
 
 /// Counts the messages of one import and writes them to the import log, if one is open. Lives for one import;
-/// its counts are never reset. A write that fails shows when the file is closed.
+/// its counts are never reset. A write that fails shows when the file is closed. Control characters of the
+/// catalog become ".".
 class ZMostFCatLog {
   public:
     ZMostFCatLog() = default;

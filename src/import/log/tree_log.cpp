@@ -1,6 +1,7 @@
 #include "import/log/tree_log.h"
 
 #include "import/text/format_text.h"
+#include "import/text/shown_text.h"
 
 namespace tarvex {
 
@@ -30,6 +31,7 @@ void ZMostTreeLog::WriteTreeLine(std::string_view text, unsigned depth) {
     } else {
         line_ += RenderAsFormat(text);
     }
+    HideControls(line_);
     line_ += '\n';
     if (room_.Take(line_.size())) {
         WriteText(file_.get(), line_);

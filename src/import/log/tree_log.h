@@ -24,7 +24,8 @@ class ZMostTreeLog {
     /// There is no room for lines any more, so they need not be made.
     bool IsFull() const { return room_.IsSpent(); }
     const Allowance& Room() const { return room_; }
-    /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format.
+    /// Writes `depth` tabs, the text and a line feed to an open tree log. The text is used as a format, and
+    /// control characters of the catalog become ".".
     void WriteTreeLine(std::string_view text, unsigned depth);
 
   private:

@@ -115,6 +115,10 @@ std::string AbsolutePath(const std::string& path) {
     return error ? path : joined.lexically_normal().string();
 }
 
+std::string FolderPart(const std::string& path) {
+    return path.substr(0, FileNameStart(path));
+}
+
 std::string BaseName(const std::string& path) {
     const std::size_t start = FileNameStart(path);
     return path.substr(start, ExtensionStart(path) - start);

@@ -48,6 +48,9 @@ std::string FilePath(const std::string& path);
 /// one the result may lead elsewhere: it is for showing.
 std::string AbsolutePath(const std::string& path);
 
+/// What stands before the last component of a path, with its "/".
+std::string FolderPart(const std::string& path);
+
 /// The last component of a path without its extension; the extension starts at the component's last ".".
 std::string BaseName(const std::string& path);
 

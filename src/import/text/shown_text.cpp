@@ -1,5 +1,7 @@
 #include "import/text/shown_text.h"
 
+#include <algorithm>
+
 #include "import/text/utf8.h"
 
 namespace tarvex {
@@ -10,11 +12,11 @@ struct Range {
     char32_t last;
 };
 constexpr Range kHidden[] = {
-    {0x00, 0x1F},      // control characters ...
-    {0x7F, 0x9F},      // ... and those that some terminals obey as well
-    {0x200E, 0x200F},  // marks of direction ...
-    {0x202A, 0x202E},  // ... their embeddings ...
-    {0x2066, 0x2069},  // ... and their isolates
+    {0x00, 0x1F},                        // control characters ...
+    {0x7F, 0x9F},                        // ... and those that some terminals obey as well
+    {0x061C, 0x061C},                    // marks of direction ...
+    {0x200E, 0x200F}, {0x202A, 0x202E},  // ... their embeddings ...
+    {0x2066, 0x2069},                    // ... and their isolates
 };
 
 bool IsHidden(char32_t character) {
@@ -26,21 +28,38 @@ bool IsHidden(char32_t character) {
     return false;
 }
 
-}  // namespace
-
-std::string Shown(std::string_view text) {
+/// The text with "." in place of what is hidden; `isHidden` gets nothing for a byte that is no UTF-8.
+template <class Predicate>
+std::string WithDots(std::string_view text, const Predicate& isHidden) {
     std::string shown;
     shown.reserve(text.size());
     while (!text.empty()) {
         const std::string_view before = text;
-        const auto character = TakeCharacter(text);
-        if (!character || IsHidden(*character)) {
+        if (isHidden(TakeCharacter(text))) {
             shown += '.';
         } else {
             shown += before.substr(0, before.size() - text.size());
         }
     }
     return shown;
+}
+
+bool IsLayout(char32_t character) {
+    return character == '\t' || character == '\n';
+}
+
+}  // namespace
+
+std::string Shown(std::string_view text) {
+    return WithDots(text, [](auto character) { return !character || IsHidden(*character); });
+}
+
+void HideControls(std::string& text) {
+    const auto isPlain = [](char c) { return (c >= ' ' && c <= '~') || c == '\t' || c == '\n'; };
+    if (!std::ranges::all_of(text, isPlain)) {
+        text = WithDots(
+            text, [](auto character) { return character && !IsLayout(*character) && IsHidden(*character); });
+    }
 }
 
 }  // namespace tarvex

@@ -11,4 +11,8 @@ namespace tarvex {
 /// bytes that are no UTF-8 become ".".
 std::string Shown(std::string_view text);
 
+/// The same for texts of several lines, in place: tabs and line feeds stay, and so do bytes that are no
+/// UTF-8.
+void HideControls(std::string& text);
+
 }  // namespace tarvex

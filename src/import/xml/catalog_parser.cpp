@@ -91,7 +91,7 @@ CatalogParser::CatalogParser(const std::string& path, bool validate, Vocabulary 
 
 void CatalogParser::Parse() {
     try {
-        parse(FileSource(path_, ToDomText(path_).c_str(), budget_));
+        parse(FileSource(path_, ToDomText(path_).c_str(), budget_, openedFiles_));
     } catch (const ParserStop&) {  // told below, even if the parser has caught it on its way
     }
     if (const ParserStop* stop = budget_.Excess()) {
@@ -131,7 +131,7 @@ xercesc::InputSource* CatalogParser::resolveEntity(xercesc::XMLResourceIdentifie
         Warn("cannot open the DTD '" + shown + "'; it counts as empty");
         return EmptySource(shownId.c_str()).release();
     }
-    return std::make_unique<FileSource>(path, shownId.c_str(), budget_).release();
+    return std::make_unique<FileSource>(path, shownId.c_str(), budget_, openedFiles_).release();
 }
 
 std::string CatalogParser::PathOf(const XMLCh* systemId) const {

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,8 +46,10 @@ class CatalogParser : private ParserBudgetHolder,
     /// Bytes of memory that the parser and the document take.
     std::size_t Memory() const { return budget_.Memory(); }
 
-    /// The paths of the files that the document was read from.
+    /// The paths of the files that the document names, its own among them.
     std::vector<std::string> Files() const;
+    /// Those of them that could be opened.
+    const std::set<std::string>& OpenedFiles() const { return openedFiles_; }
 
     /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
     /// between elements that are declared outside, and attributes that are left to defaults declared outside.
@@ -82,6 +85,7 @@ class CatalogParser : private ParserBudgetHolder,
     bool isValidating_;
     DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
+    std::set<std::string> openedFiles_;
     ElementBuilder builder_;
     std::vector<std::size_t> childCosts_;  // of the open elements
     /// Where the scanner stood after the last event. Every character is part of one, so the next tag begins

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,8 @@ class DocumentReader {
     virtual const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) = 0;
     /// The files that the document was read from, with those of its external entities, until Release.
     virtual std::vector<std::string> Files() const { return {}; }
+    /// Those of them that could be opened.
+    virtual std::set<std::string> OpenedFiles() const { return {}; }
     /// Bytes of memory that the parser holds for the document, until Release.
     virtual std::size_t Memory() const { return 0; }
     /// Drops the document and the parser.

@@ -3,6 +3,7 @@
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include "import/text/format_text.h"
+#include "import/text/shown_text.h"
 #include "import/xml/transcode.h"
 
 namespace tarvex {
@@ -28,10 +29,11 @@ void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exce
         }
         return;
     }
-    messages_ += FormatText(LoadText(text), Transcode(exception.getSystemId()),
-                            static_cast<int>(exception.getLineNumber()),
-                            static_cast<int>(exception.getColumnNumber()), Transcode(exception.getMessage()));
-    messages_ += '\n';
+    std::string message = FormatText(
+        LoadText(text), Transcode(exception.getSystemId()), static_cast<int>(exception.getLineNumber()),
+        static_cast<int>(exception.getColumnNumber()), Transcode(exception.getMessage()));
+    HideControls(message);
+    messages_ += message + '\n';
 }
 
 }  // namespace tarvex

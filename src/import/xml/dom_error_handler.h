@@ -30,7 +30,8 @@ class ZDOMErrorHandler : public xercesc::ErrorHandler {
 
     /// An error or a fatal error was reported.
     bool HasError() const { return hasError_; }
-    /// The complaints so far, each ended by a line feed.
+    /// The complaints so far, each ended by a line feed, without control characters that a document has put
+    /// into them.
     const std::string& Messages() const { return messages_; }
 
   private:

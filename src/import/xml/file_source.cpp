@@ -50,7 +50,11 @@ class FileStream : public xercesc::BinInputStream {
 
 xercesc::BinInputStream* FileSource::makeStream() const {
     File file = path_ ? OpenForReading(*path_) : nullptr;
-    return file ? std::make_unique<FileStream>(std::move(file), budget_).release() : nullptr;
+    if (!file) {
+        return nullptr;
+    }
+    opened_.insert(*path_);
+    return std::make_unique<FileStream>(std::move(file), budget_).release();
 }
 
 }  // namespace tarvex

@@ -1,9 +1,11 @@
+#include <cstdlib>
 #include <stdexcept>
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include "import/text/shown_text.h"
 #include "import/xml/catalog_parser.h"
 #include "import/xml/document_reader.h"
 #include "import/xml/dom_error_handler.h"
@@ -20,6 +22,8 @@ class XercesReader : public DocumentReader {
     explicit XercesReader(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
 
     void StartPlatform() override {
+        // The parser would refuse every document type. How they are read is decided here.
+        ::unsetenv("XERCES_DISABLE_DTD");
         if (platform == Platform::NotStarted) {
             xercesc::XMLPlatformUtils::Initialize();
             platform = Platform::Started;
@@ -48,6 +52,9 @@ class XercesReader : public DocumentReader {
         return parser_ ? parser_->Files() : std::vector<std::string>();
     }
 
+    std::set<std::string> OpenedFiles() const override {
+        return parser_ ? parser_->OpenedFiles() : std::set<std::string>();
+    }
     std::size_t Memory() const override { return parser_ ? parser_->Memory() : 0; }
 
     void Release() override { parser_.reset(); }
@@ -56,6 +63,12 @@ class XercesReader : public DocumentReader {
     Vocabulary vocabulary_;
     std::unique_ptr<CatalogParser> parser_;
 };
+
+std::string ShownMessage(const XMLCh* message) {
+    std::string text = Transcode(message);
+    HideControls(text);
+    return text;
+}
 
 }  // namespace
 
@@ -67,9 +80,9 @@ std::optional<std::string> ParserExceptionText() {
     try {
         throw;
     } catch (const xercesc::XMLException& exception) {
-        return Transcode(exception.getMessage());
+        return ShownMessage(exception.getMessage());
     } catch (const xercesc::DOMException& exception) {
-        return Transcode(exception.getMessage());
+        return ShownMessage(exception.getMessage());
     } catch (...) {
         return std::nullopt;
     }
