@@ -20,7 +20,10 @@ namespace {
 constexpr std::size_t kFullPathBuffer = 260;
 
 /// The one import manager; it lives as long as the process and keeps the catalogs for it.
-ZMostFCatManager manager;
+ZMostFCatManager& Manager() {
+    static ZMostFCatManager manager;
+    return manager;
+}
 
 /// The full path of the initialisation file in the working directory; the bare name when there is none.
 std::string ResolveIniPath() {
@@ -40,7 +43,7 @@ void PrintMessage(const std::string& text, ImportEvent /*event*/) {
 
 /// A foreign catalog may bring in what its author wants to see in the database.
 void TellOutsideFiles() {
-    for (const std::string& path : manager.OutsideFiles()) {
+    for (const std::string& path : Manager().OutsideFiles()) {
         std::fprintf(stderr, "TARVEX: the catalog reads '%s', which is outside its folder\n",
                      Shown(path).c_str());
     }
@@ -48,13 +51,13 @@ void TellOutsideFiles() {
 
 bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, const Settings& settings,
                    std::vector<std::string> protectedPaths) {
-    manager.MessageSink = PrintMessage;
-    manager.Validate = settings.importValidate;
-    manager.ProtectedPaths = std::move(protectedPaths);
+    Manager().MessageSink = PrintMessage;
+    Manager().Validate = settings.importValidate;
+    Manager().ProtectedPaths = std::move(protectedPaths);
     try {
         const bool isImported =
-            manager.Import(catalogName, catalogPath, kCatalogGroup,
-                           settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
+            Manager().Import(catalogName, catalogPath, kCatalogGroup,
+                             settings.importLog ? ReplaceExtension(catalogPath, ".log") : std::string());
         TellOutsideFiles();
         return isImported;
     } catch (const std::bad_alloc&) {
@@ -64,7 +67,7 @@ bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, con
 }
 
 int ExportCatalog(const std::string& catalogName, const std::string& outputPath, const Settings& settings) {
-    ZVornExporter exporter(manager.FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
+    ZVornExporter exporter(Manager().FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
                            settings.networkConfigurationPath, settings.include, settings.exclude,
                            settings.exportFlags);
     exporter.MessageSink = [](const std::string& line) { std::printf("%s\n", line.c_str()); };
@@ -104,7 +107,7 @@ int Run(std::span<const char* const> arguments) {
                      iniPath.c_str());
     }
     const Settings settings = ReadSettings(ini);
-    manager.ImportLogExclusions = settings.importLogExclusions;
+    Manager().ImportLogExclusions = settings.importLogExclusions;
 
     WritePermission permission;  // for the old file, until the end
     if (settings.warnOnOverwrite && !MayOverwrite(outputPath, permission)) {
@@ -117,11 +120,11 @@ int Run(std::span<const char* const> arguments) {
         std::printf("Failed to import function catalog!\n");
         return kExitFailure;
     }
-    manager.WriteTreeLog(settings.treeLogPath);
+    Manager().WriteTreeLog(settings.treeLogPath);
 
     std::printf("Converting to Kestrel...\n");
     // The exporter does not know the settings file and the DTD, which are no place for the output either.
-    if (IsSameFile(outputPath, iniPath) || manager.HasRead(outputPath) ||
+    if (IsSameFile(outputPath, iniPath) || Manager().HasRead(outputPath) ||
         ExportCatalog(catalogName, outputPath, settings) != 0) {
         std::printf("Failed to export to vorn!\n");
         return kExitFailure;

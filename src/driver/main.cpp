@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <fcntl.h>
 #include <new>
@@ -23,10 +24,33 @@ bool FillClosedStreams() {
     return descriptor >= 0;
 }
 
+/// Where there is not even room for an exception. Other ends without a handler stay what they are.
+[[noreturn]] void EndAtOnce() {
+    if (std::current_exception() != nullptr) {
+        std::abort();
+    }
+    tarvex::TellMemoryEnded();
+    std::_Exit(tarvex::kExitFailure);
+}
+
+/// The allocator itself needs some memory for its first block. Where that fails, it does not survive `new`.
+bool CanAllocate() {
+    constexpr std::size_t kBlock = std::size_t{1} << 16;
+    void* const block = std::malloc(kBlock);
+    const volatile bool isThere = block != nullptr;  // not left out with the block
+    std::free(block);
+    return isThere;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     if (!FillClosedStreams()) {
+        return tarvex::kExitFailure;
+    }
+    std::set_terminate(EndAtOnce);
+    if (!CanAllocate()) {
+        tarvex::TellMemoryEnded();
         return tarvex::kExitFailure;
     }
     // A pipe that nobody reads and a file that may not grow are failed writes like any other.

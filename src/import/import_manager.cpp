@@ -162,7 +162,8 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     return ok;
 }
 
-/// Remembers what has been read for a catalog, as long as the reader knows it. Returns how many bytes that are.
+/// Remembers what has been read for a catalog, as long as the reader knows it. Returns how many bytes that
+/// are.
 std::size_t ZMostFCatManager::NoteFiles(const std::string& catalogPath) {
     for (const std::string& path : reader_->Files()) {
         sourcePaths_.insert(FilePath(path));
