@@ -19,7 +19,7 @@ class ReportRoom : public testing::Test {
 
     TextReport text_;
     JsonReport json_;
-    const std::string kBefore = "the line before\n";
+    const std::string before_ = "the line before\n";
 };
 
 constexpr std::string_view kFormats[] = {"text", "json"};
@@ -33,14 +33,14 @@ TEST_F(ReportRoom, MessageThatFitsIsToldAndALongerOneIsNot) {
         SCOPED_TRACE(format);
         std::string whole;
         EXPECT_TRUE(Of(format).Message({}, message, *decoded, whole));
-        std::string out = kBefore;
+        std::string out = before_;
         EXPECT_TRUE(Of(format).Message({}, message, *decoded, out, whole.size()));
-        EXPECT_EQ(out, kBefore + whole);
+        EXPECT_EQ(out, before_ + whole);
         // Wherever the room ends.
         for (std::size_t room = 0; room < whole.size(); ++room) {
-            out = kBefore;
+            out = before_;
             EXPECT_FALSE(Of(format).Message({}, message, *decoded, out, room)) << room;
-            EXPECT_EQ(out, kBefore) << room;
+            EXPECT_EQ(out, before_) << room;
         }
     }
 }

@@ -1,7 +1,5 @@
 #include "import/text/shown_text.h"
 
-#include <algorithm>
-
 #include "import/text/utf8.h"
 
 namespace tarvex {
@@ -55,8 +53,12 @@ std::string Shown(std::string_view text) {
 }
 
 void HideControls(std::string& text) {
-    const auto isPlain = [](char c) { return (c >= ' ' && c <= '~') || c == '\t' || c == '\n'; };
-    if (!std::ranges::all_of(text, isPlain)) {
+    // Nearly every text is plain, and there are millions: so without a branch for each letter.
+    bool isPlain = true;
+    for (const char c : text) {
+        isPlain &= (c >= ' ' && c <= '~') || c == '\t' || c == '\n';
+    }
+    if (!isPlain) {
         text = WithDots(
             text, [](auto character) { return character && !IsLayout(*character) && IsHidden(*character); });
     }
