@@ -29,7 +29,11 @@ constexpr std::size_t kMaxExpanded = std::size_t{1} << 20;
 // 14 for a step. Ordinary catalogs (the examples, the corpus of the target `catalog`, all
 // shapes of generate-catalog) take up to 15 calls, 40 bytes allocated, 16 held and 4 written for each byte.
 // What is held is the document as the parser has it, then the tree, then the database.
+#ifdef __OPTIMIZE__
 constexpr Bound kSteps{700'000'000, 150};
+#else  // every character that is looked at is a call
+constexpr Bound kSteps{7'000'000'000, 1500};
+#endif
 constexpr Bound kAllocated{700'000'000, 300};
 constexpr Bound kHeld{150'000'000, 64};
 constexpr Bound kWritten = RunAllowance::kWritten;

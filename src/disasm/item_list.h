@@ -65,6 +65,9 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     void Append(std::unique_ptr<ZMostParameter> item) { items_.push_back(std::move(item)); }
     const std::vector<std::unique_ptr<ZMostParameter>>& Items() const { return items_; }
 
+    /// How many items the whole message has room made for.
+    std::size_t CountOfAll() const { return root_->itemCount_; }
+
     /// The last item of this list that was decoded from a parameter; null if there is none yet.
     const ZMostParameter* Find(const ZMTNode& parameter) const;
 

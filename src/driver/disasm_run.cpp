@@ -57,8 +57,12 @@ class Output {
         const std::size_t bound = kReportBytes.For(input_);
         return bound - std::min(bound, used_ + text_.size());
     }
-    /// A report that was made in vain takes what it has found, or the next lines would take as long.
-    void UseUp() { used_ += Room(); }
+    /// A report that was made in vain takes what it has found, and something for each of the items that were
+    /// decoded for it, which the next lines have to earn.
+    void UseUp(std::size_t items) {
+        constexpr std::size_t kBytesPerItem = 256;
+        used_ += Room() + items * kBytesPerItem;
+    }
     void WriteIfLarge() {
         if (text_.size() >= kOutputBuffer) {
             Write();
@@ -87,12 +91,14 @@ class Output {
 /// Decodes a message. True when it fits the catalog, and its report the output.
 bool TellMessage(const LinePlace& place, const CapturedMessage& message, const ZMTCatalog& catalog,
                  const Report& report, Output& output) {
-    DecodedMessage decoded;
-    DecodeMessage(catalog, message, decoded);
-    if (report.Message(place, message, decoded, output.Text(), output.Room())) {
-        return decoded.faults.empty();
+    if (output.Room() > 0) {
+        DecodedMessage decoded;
+        DecodeMessage(catalog, message, decoded);
+        if (report.Message(place, message, decoded, output.Text(), output.Room())) {
+            return decoded.faults.empty();
+        }
+        output.UseUp(decoded.items.CountOfAll());
     }
-    output.UseUp();
     DecodedMessage nothing;
     nothing.faults.emplace_back("the report would become too large");
     report.Message(place, message, nothing, output.Text());

@@ -23,7 +23,7 @@ enum DisasmStatus : int {
 /// How much a run says of messages, by the bytes of the captures. Some thousand parameters without a byte of
 /// their own would make megabytes of every line otherwise. The messages of the example take a thirtieth of
 /// it.
-inline constexpr Bound kReportBytes{std::size_t{64} << 20, 512};
+inline constexpr Bound kReportBytes{std::size_t{64} << 20, 256};
 
 /// Decodes the messages of capture files ("-" and none at all mean standard input) with a catalog, and writes
 /// the report to standard output as it goes. Problems of the catalog are told on standard error in one line.
