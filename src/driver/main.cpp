@@ -34,6 +34,7 @@ bool FillClosedStreams() {
 }
 
 /// The allocator itself needs some memory for its first block. Where that fails, it does not survive `new`.
+// NOLINTBEGIN(*-no-malloc, *-owning-memory): that is what is tried
 bool CanAllocate() {
     constexpr std::size_t kBlock = std::size_t{1} << 16;
     void* const block = std::malloc(kBlock);
@@ -41,6 +42,7 @@ bool CanAllocate() {
     std::free(block);
     return isThere;
 }
+// NOLINTEND(*-no-malloc, *-owning-memory)
 
 }  // namespace
 

@@ -17,7 +17,6 @@ namespace kestrel {
 /// grow.
 class KeyedHash {
   public:
-    // NOLINTNEXTLINE(readability-identifier-naming): the library's name for "texts of any type are looked up"
     using is_transparent = void;
 
     std::size_t operator()(std::string_view text) const;
