@@ -137,7 +137,7 @@ ATTACKS = [
         declarations=f'<!ELEMENT x {"(" * 100_000}a{")" * 100_000}>'), "", NO_BLOCK, 255),
     ("300,000 declarations", lambda: document(declarations="".join(f"<!ELEMENT n{i} (a,b,c)>" for i in range(300_000))), "",
      MEMORY, 255),
-    ("500,000 entities", lambda: document(declarations="".join(f'<!ENTITY e{i} "v">' for i in range(500_000))), "",
+    ("500,000 entities", lambda: document(declarations="".join(f'<!ENTITY e{i} "v">' for i in range(500_000 // SCALE))), "",
      NO_BLOCK, 255),
     ("sections inside sections", lambda: document(dtd="a.dtd"), "<![INCLUDE[" * 100_000 + "]]>" * 100_000,
      "Fatal error at file", 255),
@@ -205,7 +205,8 @@ if SANITIZED:
     TWINS = ["billion laughs of elements", "parameter entities that double declarations", "1,000,000 element names"]
     ATTACKS = [row for row in ATTACKS if row[0] not in TWINS]
     VALIDATED = [name for name in VALIDATED if name not in [
-        "one entity of elements many times", "parameter entities that double and say nothing", "1,000,000 element names"]]
+        "one entity of elements many times", "parameter entities that double and say nothing", "1,000,000 element names",
+        "billion laughs", "a file that is an entity many times"]]
 
 
 TYPES = """<Definition>

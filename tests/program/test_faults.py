@@ -90,6 +90,14 @@ class Faults(TracedTest):
     def test_a_sqlite_output(self):
         self.run_round("out.sqlite", 0)
 
+    def test_the_file_is_flushed_before_it_takes_its_place(self):
+        for output in ["out.vorn", "out.sqlite"]:
+            with self.subTest(output=output):
+                calls, _ = self.calls_of_a_run(output, 0)
+                order = [(call.name, ".kestrel-" in call.line) for call in calls if call.name in ("fsync", "rename")]
+                # The temporary file, its new name, the folder.
+                self.assertEqual(order, [("fsync", True), ("rename", True), ("fsync", False)])
+
     def test_settings_aliases_and_network_that_cannot_be_read(self):
         directory = self.dir / "run"
         cases = [("TARVEX.ini", "Unable to open file '{}'\n", 255), ("aliases.txt", "Can not open file aliases.txt!\n", 0),

@@ -55,7 +55,7 @@ class VornAttacks(ProgramTest):
         return process.returncode, errors
 
     def test_values_of_a_large_enumeration(self):
-        self.write("e.vorn", enumeration(100_000, 100_000 // SCALE))
+        self.write("e.vorn", enumeration(100_000 // SCALE, 100_000 // SCALE))
         for command in [("show", "e.vorn"), ("diff", "e.vorn", "e.vorn"), ("check", "e.vorn")]:
             with self.subTest(command=command):
                 self.assertEqual(self.vorn(*command), (0, ""))
@@ -84,7 +84,7 @@ class VornAttacks(ProgramTest):
                 self.assertEqual(status, 2)
 
     def test_a_long_key_is_cut_in_the_message(self):
-        self.write("k.vorn", '{"' + "k" * 5_000_000 + '": 1}')
+        self.write("k.vorn", '{"' + "k" * (5_000_000 // SCALE) + '": 1}')
         self.assertEqual(self.vorn("show", "k.vorn"),
                          (2, f'vorn: k.vorn: line 1: the key "{"k" * 200}..." is not expected here\n'))
 
