@@ -13,7 +13,7 @@ from support import CATALOG, GENERATOR, SOURCE, ProgramTest
 VORN = os.environ["TARVEX_VORN"]
 
 # The sanitizers take many times the time.
-LARGE = ["0.5", "100"] if os.environ["TARVEX_SANITIZED"] == "ON" else ["4", "200"]
+LARGE = ["0.1", "20"] if os.environ["TARVEX_SANITIZED"] == "ON" else ["4", "200"]
 
 # The interpreter of the distribution: only there the package with canmatrix is found.
 KCD_PYTHON = "/usr/bin/python3"
