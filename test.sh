@@ -6,7 +6,8 @@ unset CDPATH
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 scripts/setup.sh test
-scripts/build.sh debug -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=ON
+# Lines are enough for the sanitizers. For a debugger: cmake --preset debug -DCMAKE_CXX_FLAGS_DEBUG=-g
+scripts/build.sh debug -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=ON -DCMAKE_CXX_FLAGS_DEBUG=-gline-tables-only
 scripts/build.sh release -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=OFF
 ctest --preset debug -j "$(nproc)"
 ctest --preset release -j "$(nproc)"
