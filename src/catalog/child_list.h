@@ -86,7 +86,7 @@ class ZMTChildList {
     /// The element of that name in the lowest slot, without regard to case; null if there is none. When the
     /// name of an element changes after a look-up, NameChanged has to be called.
     virtual T* FindByName(const SoughtName& name) const {
-        if (Size() > kFewSlots || name.Text().size() > kShortName) {
+        if (Size() > kFewSlots || !name.IsShort()) {
             return Names().Find(slots_, name, NameOf);
         }
         const auto found = std::ranges::find_if(slots_, [&](const auto& element) {
@@ -228,8 +228,6 @@ class ZMTChildList {
   private:
     /// So many slots are looked through faster than an index is made.
     static constexpr unsigned kFewSlots = 16;
-    /// Of so many letters; longer names are compared too slowly, when they differ at their ends.
-    static constexpr std::size_t kShortName = 64;
 
     static const std::string& NameOf(const T& element) { return element.GetName(); }
 

@@ -32,9 +32,8 @@ bool ZMTParam::Resolve(ImportContext& context) {
     if (!ZMTNode::Resolve(context)) {
         return false;
     }
-    constexpr std::size_t kShortName = 64;
     constexpr std::size_t kLettersPerStep = 16;
-    if (GetName().size() > kShortName) {  // which may be compared with another one on every level
+    if (!SoughtName(GetName()).IsShort()) {  // which may be compared with another one on every level
         context.run.TakeSteps(GetLevel() * GetName().size() / kLettersPerStep);
     }
     if (!GetName().empty() && HasDuplicateName()) {

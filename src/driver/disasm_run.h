@@ -21,8 +21,8 @@ enum DisasmStatus : int {
 };
 
 /// How much a run says of messages, by the bytes of the captures. Some thousand parameters without a byte of
-/// their own would make megabytes of every line otherwise. The messages of the example take a thirtieth of
-/// it.
+/// their own would make megabytes of every line otherwise. The messages of the example take a sixteenth
+/// of it.
 inline constexpr Bound kReportBytes{std::size_t{64} << 20, 256};
 
 /// Decodes the messages of capture files ("-" and none at all mean standard input) with a catalog, and writes

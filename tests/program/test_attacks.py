@@ -309,7 +309,7 @@ GREEDY = [
                   for i in range(1, 40))), "too many texts of attributes", 0),
     ("functions 168 deep in the operations of each other, over 550,000 elements", lambda: catalog(block(
         1, "B", functions_in_operations(168, "<TVoid/>" * 550_000))), WORK, 255),
-    ("records 60 deep of 18 fields with long names", lambda: catalog(block(1, "B", function(
+    ("a record of 18 fields in 60 others, with long names", lambda: catalog(block(1, "B", function(
         1, [inside_each_other(60, wide("m" * 4_085, 18), "q" * 4_085)]))), READ, 0),
     ("names that are one on every level", lambda: catalog(block(1, "B", "".join(
         function(i, [inside_each_other(60, NUMBER, "q" * 4_090)]) for i in range(20)))), READ, 0),

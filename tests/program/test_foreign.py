@@ -46,15 +46,15 @@ class OtherFolders(ForeignTest):
     def setUp(self):
         super().setUp()
         self.outside = self.dir / "else where"
-        self.work = self.dir / "work"
+        self.inside = self.dir / "inside"
         self.write("else where/name.txt", "Amp")
         self.write("else where/amp.dtd", '<!ENTITY amplifier "Amp">')
-        self.write("work/deeper/name.txt", "Amp")
+        self.write("inside/deeper/name.txt", "Amp")
 
     def convert(self, doctype, folder, path="cat.xml", name="Audio &amplifier;"):
         """The errors of a conversion and of a disassembly, each less the program's name, which have to be the same."""
         self.write_catalog(doctype, name)
-        (self.dir / "cat.xml").rename(self.work / "cat.xml")
+        (self.dir / "cat.xml").rename(self.inside / "cat.xml")
         self.write_settings(FCatImportValidate=0)
         (self.dir / "TARVEX.ini").replace(folder / "TARVEX.ini")
         conversion = subprocess.run([PROGRAM, path, self.dir / "out.vorn"], cwd=folder, stdin=subprocess.DEVNULL,
@@ -70,48 +70,48 @@ class OtherFolders(ForeignTest):
         return "".join(f"the catalog reads '{file}', which is outside its folder\n" for file in files)
 
     def test_a_file_outside_is_named_however_it_is_reached(self):
-        (self.work / "link.txt").symlink_to(self.outside / "name.txt")
-        (self.work / "elsewhere").symlink_to(self.outside)
+        (self.inside / "link.txt").symlink_to(self.outside / "name.txt")
+        (self.inside / "elsewhere").symlink_to(self.outside)
         for path in ["../else where/name.txt", f"{self.outside}/name.txt", f"file://{self.outside}/name.txt",
                      "../else%20where/name.txt", "deeper/../../else where/name.txt", "link.txt", "elsewhere/name.txt"]:
             with self.subTest(path):
-                errors = self.convert(f'[<!ENTITY amplifier SYSTEM "{path}">]', self.work)
+                errors = self.convert(f'[<!ENTITY amplifier SYSTEM "{path}">]', self.inside)
                 self.assertEqual(errors, self.told(self.outside / "name.txt"))
 
     def test_a_document_type_outside_is_named(self):
-        self.assertEqual(self.convert('SYSTEM "../else where/amp.dtd"', self.work),
+        self.assertEqual(self.convert('SYSTEM "../else where/amp.dtd"', self.inside),
                          self.told(self.outside / "amp.dtd"))
 
     def test_a_file_that_an_outside_file_brings_in_is_named_and_each_once(self):
         self.write("else where/amp.dtd", '<!ENTITY amplifier SYSTEM "name.txt"><!ENTITY x SYSTEM "./name.txt">')
         self.write("else where/name.txt", "")
-        errors = self.convert('SYSTEM "../else where/amp.dtd"', self.work, name="Audio &amplifier;&x;Amp&amplifier;")
+        errors = self.convert('SYSTEM "../else where/amp.dtd"', self.inside, name="Audio &amplifier;&x;Amp&amplifier;")
         self.assertEqual(errors, self.told(self.outside / "amp.dtd", self.outside / "name.txt"))
 
     def test_a_file_in_the_folder_or_below_is_not_named(self):
-        self.write("work/name.txt", "Amp")
-        for path in ["name.txt", "./name.txt", "deeper/name.txt", "../work/deeper/name.txt", f"{self.work}/name.txt"]:
+        self.write("inside/name.txt", "Amp")
+        for path in ["name.txt", "./name.txt", "deeper/name.txt", "../inside/deeper/name.txt", f"{self.inside}/name.txt"]:
             with self.subTest(path):
-                self.assertEqual(self.convert(f'[<!ENTITY amplifier SYSTEM "{path}">]', self.work), "")
+                self.assertEqual(self.convert(f'[<!ENTITY amplifier SYSTEM "{path}">]', self.inside), "")
 
     def test_the_folder_is_that_of_the_catalog_wherever_it_is_converted(self):
-        self.write("work/name.txt", "Amp")
-        (self.dir / "link.xml").symlink_to("work/cat.xml")
+        self.write("inside/name.txt", "Amp")
+        (self.dir / "link.xml").symlink_to("inside/cat.xml")
         self.write("name.txt", "Amp")
-        for folder, path in [(self.dir, "work/cat.xml"), (self.outside, "../work/cat.xml"), (self.dir, "link.xml"),
-                             (self.outside, f"{self.work}/cat.xml"), (self.work / "deeper", "../cat.xml")]:
+        for folder, path in [(self.dir, "inside/cat.xml"), (self.outside, "../inside/cat.xml"), (self.dir, "link.xml"),
+                             (self.outside, f"{self.inside}/cat.xml"), (self.inside / "deeper", "../cat.xml")]:
             with self.subTest(path):
                 self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "name.txt">]', folder, path), "")
 
     def test_a_folder_whose_name_only_begins_alike_is_another_one(self):
-        self.write("workshop/name.txt", "Amp")
-        self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "../workshop/name.txt">]', self.work),
-                         self.told(self.dir / "workshop/name.txt"))
+        self.write("insides/name.txt", "Amp")
+        self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "../insides/name.txt">]', self.inside),
+                         self.told(self.dir / "insides/name.txt"))
 
     def test_a_file_that_is_declared_and_not_read_is_not_named(self):
         self.assertEqual(self.convert('[<!ENTITY amplifier "Amp"><!ENTITY x SYSTEM "../else where/name.txt">]',
-                                      self.work), "")
-        self.assertEqual(self.convert('SYSTEM "../missing.dtd" [<!ENTITY amplifier "Amp">]', self.work), "")
+                                      self.inside), "")
+        self.assertEqual(self.convert('SYSTEM "../missing.dtd" [<!ENTITY amplifier "Amp">]', self.inside), "")
 
     def test_a_file_of_a_catalog_that_fails_is_named(self):
         self.write_catalog(f'[<!ENTITY x SYSTEM "file://{SECRET}">]', "&x;</FBlockName></x>")
@@ -123,8 +123,8 @@ class OtherFolders(ForeignTest):
     def test_the_name_of_a_file_is_no_command_for_the_terminal(self):
         name = "a\x1b[31m\u202eb.txt"
         self.write("else where/" + name, "Amp")
-        (self.work / "link.txt").symlink_to(self.outside / name)
-        self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "link.txt">]', self.work),
+        (self.inside / "link.txt").symlink_to(self.outside / name)
+        self.assertEqual(self.convert('[<!ENTITY amplifier SYSTEM "link.txt">]', self.inside),
                          self.told(self.outside / "a.[31m.b.txt"))
 
 

@@ -47,6 +47,8 @@ class SoughtName {
     SoughtName(const char* name) : name_(name) {}
 
     std::string_view Text() const { return name_; }
+    /// Comparing it with others letter by letter is no slower than hashing it.
+    bool IsShort() const { return name_.size() <= 64; }
     /// As NameHash makes it.
     std::size_t Hash() const;
 

@@ -32,7 +32,7 @@ class RunAllowance {
     static constexpr Bound kMemory{std::size_t{288} << 20, 32};
     static constexpr Bound kWritten{std::size_t{128} << 20, 64};
 
-    /// `inputBytes`: of the catalog file.
+    /// `inputBytes`: of the catalog with its DTD and other entities.
     explicit RunAllowance(std::size_t inputBytes = 0)
         : left_{kSteps.For(inputBytes), kMemory.For(inputBytes), kWritten.For(inputBytes)} {}
     explicit RunAllowance(const Cost& left) : left_(left) {}
