@@ -49,10 +49,11 @@ void ZMTCatalog::ImportErrorFunctions(const Element& element, ImportContext& con
         if (GetAttribute(*param, "ParamDefId", paramDefId)) {
             auto function = std::make_unique<ZMTFunction>(paramDefId, index);
             function->SetParent(this);
+            const std::string name = function->GetName();
             if (function->ImportErrorFunction(*param, context)) {
-                const std::string name = function->GetName();
                 context.functions.RegisterOwned(name, std::move(function));
             } else {
+                context.functions.RegisterLost(name, std::move(function));
                 Raise<kErrorFunctionFailed>(context.log, "ERParam");
             }
         }
@@ -69,6 +70,7 @@ bool ZMTCatalog::ImportFBlocks(const Element& element, ImportContext& context) {
             const std::uint32_t id = block->FBlockID();
             SetAt(std::move(block), id);
         } else {
+            lostBlocks_.Note(*child, "FBlockID", kFBlockIDEnd, context.log.LastError());
             Raise<kFBlockFailed>(context.log, "FBlock");
         }
         if (context.log.FatalCount() > 0) {

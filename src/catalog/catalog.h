@@ -21,6 +21,9 @@ class ZMTCatalog : public ZMTListNode<ZMTNode, ZMTFBlock> {
     /// Null until the import has created them.
     const ZMTDefinition* Definitions() const { return definitions_.get(); }
 
+    /// The function blocks that are in the catalog and not in the tree.
+    const LostIDs& LostBlocks() const { return lostBlocks_; }
+
     /// The absolute path of the catalog file as it is shown: tidied up without regard to links, so it need
     /// not lead to the file. The import manager sets what follows, too.
     const std::string& AbsPath() const { return absPath_; }
@@ -46,6 +49,7 @@ class ZMTCatalog : public ZMTListNode<ZMTNode, ZMTFBlock> {
     bool ImportFBlocks(const Element& element, ImportContext& context);
 
     std::unique_ptr<ZMTDefinition> definitions_;
+    LostIDs lostBlocks_;
     std::string absPath_;
     std::string filePath_;
     std::size_t inputBytes_ = 0;

@@ -22,6 +22,7 @@ bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
             const std::uint32_t id = function->FunctionID();
             SetAt(std::move(function), id);
         } else {
+            lostFunctions_.Note(*child, "FunctionID", kFunctionIDEnd, context.log.LastError());
             Raise<kFunctionFailed>(context.log, "Function");
         }
         if (context.log.FatalCount() > 0) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "catalog/function.h"
+#include "catalog/lost_ids.h"
 
 namespace tarvex {
 
@@ -20,11 +21,14 @@ class ZMTFBlock : public ZMTListNode<ZMTNode, ZMTFunction> {
     bool Dump(ZMostTreeLog& treeLog) const override;
 
     std::uint32_t FBlockID() const { return fBlockID_; }
+    /// The functions that it has in the catalog and not in the tree.
+    const LostIDs& LostFunctions() const { return lostFunctions_; }
 
   private:
     bool ImportHead(const Element& element, ImportContext& context);
 
     std::uint32_t fBlockID_ = 0;
+    LostIDs lostFunctions_;
 };
 
 }  // namespace tarvex

@@ -46,7 +46,7 @@ bool ZMTFunction::Import(const Element& element, ImportContext& context) {
 }
 
 bool ZMTFunction::ImportErrorFunction(const Element& element, ImportContext& context) {
-    return ParameterAssignment(*this, context).Assign(element);
+    return ParameterAssignment(*this, context).ImportErrorFunction(element);
 }
 
 bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& context) {
@@ -134,6 +134,7 @@ bool ZMTFunction::Resolve(ImportContext& context) {
         ZMTOperation* operation = GetAt(opType);
         if (operation != nullptr && !operation->Resolve(context)) {
             Raise<kOperationFailed>(context.log, operation->GetName());
+            NoteLoss(opType, {HoleCause::Lost, std::nullopt, kOperationFailed.number}, context);
             DeleteRange(opType, opType);
         }
     }
@@ -160,6 +161,12 @@ ZMTOperation& ZMTFunction::OperationAt(unsigned opType) {
     ZMTOperation& result = *operation;
     SetAt(std::move(operation), opType);
     return result;
+}
+
+void ZMTFunction::NoteLoss(unsigned opType, const Hole& hole, ImportContext& context) {
+    if (losses_.Note(opType, hole) && !context.run.Take({0, Losses::kNodeOverhead + sizeof(Hole), 0})) {
+        throw AllowanceSpent();
+    }
 }
 
 void ZMTFunction::WithdrawParameters() {

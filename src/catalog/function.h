@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "catalog/hole.h"
 #include "catalog/op_types.h"
 #include "catalog/operation.h"
 
@@ -36,6 +37,14 @@ class ZMTFunction : public ZMTNodeKind<ZMTFunction, ZMTListNode<ZMTNode, ZMTOper
     /// Removes all parameters from all operations; the operations stay.
     void WithdrawParameters();
 
+    /// The parameters that its operations have lost, also those of operations that lost all of them and are
+    /// not there.
+    const Losses& LostParams() const { return losses_; }
+    /// Takes memory of the run; ends the import with AllowanceSpent when there is none left.
+    void NoteLoss(unsigned opType, const Hole& hole, ImportContext& context);
+
+    std::size_t CopySize() const override { return ZMTNodeKind::CopySize() + losses_.MemorySize(); }
+
   private:
     bool ImportCopy(const std::string& fktDefRef, ImportContext& context);
     bool ImportHead(const Element& element, ImportContext& context);
@@ -43,6 +52,7 @@ class ZMTFunction : public ZMTNodeKind<ZMTFunction, ZMTListNode<ZMTNode, ZMTOper
 
     std::uint32_t functionID_ = 0;
     ClassKind classKind_ = ClassKind::Unknown;
+    Losses losses_;
 };
 
 }  // namespace tarvex

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "catalog/newer_forms.h"
 #include "catalog/node.h"
 #include "catalog/param_factory.h"
 #include "import/text/allowance.h"
@@ -31,6 +32,15 @@ class FunctionRegistry {
         nodes_[key] = node.get();
         owned_.push_back(std::move(node));
     }
+    /// Takes over what is left of an error function that could not be imported: what it has lost.
+    void RegisterLost(const std::string& key, std::unique_ptr<ZMTNode> node) {
+        lost_[key] = node.get();
+        owned_.push_back(std::move(node));
+    }
+    const ZMTNode* FindLost(const std::string& key) const {
+        const auto found = lost_.find(key);
+        return found == lost_.end() ? nullptr : found->second;
+    }
     /// Null for an unknown key.
     ZMTNode* Find(const std::string& key) const {
         const auto found = nodes_.find(key);
@@ -39,6 +49,7 @@ class FunctionRegistry {
 
   private:
     std::unordered_map<std::string, ZMTNode*, NameHash> nodes_;
+    std::unordered_map<std::string, const ZMTNode*, NameHash> lost_;
     std::vector<std::unique_ptr<ZMTNode>> owned_;
 };
 
@@ -83,6 +94,7 @@ struct ImportContext {
     const ZMTDefinition* definitions = nullptr;  ///< Its definitions once they are imported; owned by it.
     FunctionRegistry functions = {};
     CopyBudget copies = CopyBudget(0, run);  ///< Copies that it does not allow count as failed.
+    NewerForms newer = NewerForms();
 };
 
 }  // namespace tarvex

@@ -25,6 +25,9 @@ enum NodeType : int {
     kParamBitField = 17,
     kParamVoid = 18,
     kParamFktIDBitStream = 20,
+    kParamShortStream = 21,
+    kParamClassifiedStream = 22,
+    kParamStreamSignal = 23,
     kDefinition = 100,
     kDef = 101,
     kDefType = 102,
@@ -49,6 +52,9 @@ enum class ParamKind : int {
     BitField = kParamBitField,
     Void = kParamVoid,
     FktIDBitStream = kParamFktIDBitStream,
+    ShortStream = kParamShortStream,
+    ClassifiedStream = kParamClassifiedStream,
+    StreamSignal = kParamStreamSignal,
 };
 
 }  // namespace tarvex

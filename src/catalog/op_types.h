@@ -28,6 +28,13 @@ inline constexpr FunctionClassRow kFunctionClasses[] = {
 };
 static_assert(std::size(kFunctionClasses) == 9);
 
+/// Those of newer catalogs.
+inline constexpr FunctionClassRow kNewerFunctionClasses[] = {
+    {"PContainer", "PCParam"},
+    {"PSequence", "PQParam"},
+    {"MSequence", "MQParam"},
+};
+
 /// The elements that say which operations use a parameter: one per function class, and that of error
 /// functions.
 inline constexpr const char* kOpTypeElements[] = {
@@ -35,6 +42,10 @@ inline constexpr const char* kOpTypeElements[] = {
     "PEParamOPType", "PTParamOPType", "MUParamOPType", "MTParamOPType", "ERParamOPType",
 };
 static_assert(std::size(kOpTypeElements) == 10);
+
+/// Those of newer catalogs.
+inline constexpr const char* kNewerOpTypeElements[] = {"PCParamOPType", "PQParamOPType", "MQParamOPType"};
+static_assert(std::size(kNewerOpTypeElements) == std::size(kNewerFunctionClasses));
 
 /// Stands for an operation element that is not defined yet. It never matches, not even itself.
 inline constexpr const char* kNotYet = "XXXnotyetXXX";

@@ -1,5 +1,8 @@
 #include "catalog/operation.h"
 
+#include <algorithm>
+
+#include "catalog/function.h"
 #include "catalog/import_context.h"
 #include "import/log/messages.h"
 
@@ -18,9 +21,11 @@ bool ZMTOperation::Resolve(ImportContext& context) {
     }
     // A missing first position alone is no gap: positions may count from 0 or from 1.
     unsigned pos = 0;
-    if (FindGap(pos, GetAt(0) == nullptr ? 1 : 0) && !BelongsToErrorFunction()) {
+    const bool hasGap = FindGap(pos, GetAt(0) == nullptr ? 1 : 0);
+    if (hasGap && !BelongsToErrorFunction()) {
         Raise<kGapInOperation>(context.log, GetAt(pos)->GetName());
     }
+    FindHole(hasGap ? std::optional(pos) : std::nullopt);
     Compact();
     for (unsigned slot = 0; slot < Size(); ++slot) {
         GetAt(slot)->SetParamPos(slot);
@@ -29,6 +34,32 @@ bool ZMTOperation::Resolve(ImportContext& context) {
         Raise<kOperationEmpty>(context.log);
     }
     return true;
+}
+
+/// `behindGap`: the slot of the parameter behind the first gap.
+void ZMTOperation::FindHole(std::optional<unsigned> behindGap) {
+    const bool isInFunction = GetParent() != nullptr && GetParent()->IsType(kFunction);
+    const Hole* lost =
+        isInFunction ? static_cast<const ZMTFunction*>(GetParent())->LostParams().FirstOf(opType_) : nullptr;
+    hole_.reset();
+    soundCount_ = 0;
+    if (behindGap) {
+        unsigned gap = *behindGap - 1;
+        while (gap > 0 && GetAt(gap - 1) == nullptr) {
+            --gap;
+        }
+        hole_ = Hole{HoleCause::Gap, std::max(gap, 1U), kGapInOperation.number};
+    }
+    if (lost != nullptr && (!hole_ || lost->position.value_or(0) <= *hole_->position)) {
+        hole_ = *lost;
+    }
+    if (!hole_) {
+        return;
+    }
+    const unsigned end = std::min(hole_->position.value_or(0), Size());
+    for (unsigned slot = 0; slot < end; ++slot) {
+        soundCount_ += GetAt(slot) != nullptr ? 1 : 0;
+    }
 }
 
 bool ZMTOperation::Dump(ZMostTreeLog& treeLog) const {

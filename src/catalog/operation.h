@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <optional>
+
+#include "catalog/hole.h"
 #include "catalog/list_node.h"
 #include "catalog/node_kind.h"
 #include "catalog/op_types.h"
@@ -20,17 +23,25 @@ class ZMTOperation : public ZMTNodeKind<ZMTOperation, ZMTListNode<ZMTNode, ZMTPa
     unsigned GetPosition() const override { return opType_; }
     /// Always false: operations have no element of their own.
     bool Import(const Element& element, ImportContext& context) override;
-    /// Resolves the parameters, closes the gaps between them and renumbers them. Raises 102 and 103; false
-    /// only when a parameter fails.
+    /// Resolves the parameters, finds the first hole among them, closes the gaps and renumbers them. Raises
+    /// 102 and 103; false only when a parameter fails.
     bool Resolve(ImportContext& context) override;
     bool Dump(ZMostTreeLog& treeLog) const override;
 
     unsigned OpType() const { return opType_; }
 
+    /// The first place at which a parameter is missing. What stands inside the parameters is not looked at.
+    const std::optional<Hole>& MissingAt() const { return hole_; }
+    /// How many parameters stand in front of that place; all of them when nothing is missing.
+    unsigned SoundCount() const { return hole_ ? soundCount_ : Count(); }
+
   private:
     bool BelongsToErrorFunction() const;
+    void FindHole(std::optional<unsigned> behindGap);
 
     unsigned opType_ = 0;
+    unsigned soundCount_ = 0;
+    std::optional<Hole> hole_;
 };
 
 }  // namespace tarvex

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "catalog/newer_forms.h"
 #include "catalog/param.h"
 
 namespace tarvex {
@@ -18,7 +19,7 @@ class ParamFactory {
     virtual ~ParamFactory() = default;
 
     /// A new, empty parameter of the kind that the element's type element names; null for an unknown type.
-    virtual std::unique_ptr<ZMTParam> Create(const Element& element) const = 0;
+    virtual std::unique_ptr<ZMTParam> Create(const Element& element, NewerForms& newer) const = 0;
 };
 
 }  // namespace tarvex

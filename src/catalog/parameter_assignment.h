@@ -9,8 +9,8 @@ namespace tarvex {
 
 /// Puts the parameters of a function class into the function's operations. A parameter is written once in the
 /// catalog and names, in its OPType element, the operations that use it and its position there; every
-/// operation gets a copy of its own and is created with the first one. All messages are raised by the
-/// function.
+/// operation gets a copy of its own and is created with the first one. What an operation does not get is
+/// noted in the function. All messages are raised by the function.
 class ParameterAssignment {
   public:
     ParameterAssignment(ZMTFunction& function, ImportContext& context)
@@ -21,10 +21,19 @@ class ParameterAssignment {
     /// and 150.
     bool ImportFunctionClass(const Element& functionClass);
 
+    /// Assigns the parameter of an error function. Raises 128 to 135; false when nothing came of it.
+    bool ImportErrorFunction(const Element& errorParam);
+
     /// Assigns one parameter element. Raises 128 to 135; false when nothing came of the element.
     bool Assign(const Element& paramElement);
 
   private:
+    void ImportClassElement(const Element& classElement, const char* parameterElement);
+    void LoseClassElement(const Element& classElement, const char* parameterElement);
+    void Lose(const Element& paramElement, Hole hole);
+    void LoseAt(unsigned opType, const Element& operationElement, Hole hole);
+    void LoseEverywhere();
+    void MergeLosses(const ZMTFunction& errorFunction);
     void AssignErrorFunction(const Element& errorParam);
     bool Merge(const ZMTFunction& errorFunction);
     bool PlaceAsTold(unsigned opType, const Element& operationElement, const ZMTParam& param);
@@ -32,6 +41,7 @@ class ParameterAssignment {
 
     ZMTFunction& function_;
     ImportContext& context_;
+    std::optional<Hole> lostEverywhere_;
 };
 
 }  // namespace tarvex

@@ -30,6 +30,9 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamArray& array, Bytes messag
     if (!Reserve(array)) {
         return false;
     }
+    if (const auto missing = MissingMember(array)) {
+        return FaultAtHole(array, *missing);
+    }
     const auto [x, y] = CoordinatesOf(array, array.Selector(), *this);
     auto item = std::make_unique<ZMostParameterArray>(array, *this, x == 0 ? 1 : x);
     bool isGood = true;
@@ -40,10 +43,6 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamArray& array, Bytes messag
         isGood = ReadEntries(*element, x == 0 ? array.NMax() : 1, x != 0, item->Members(), message);
     }
     return ContainerItem::Finish(std::move(item), isGood, *this, message);
-}
-
-unsigned FirstEntryNumber(const ZMostParameter& item) {
-    return item.IsType(kParamArray) ? static_cast<const ZMostParameterArray&>(item).FirstNumber() : 0;
 }
 
 }  // namespace tarvex

@@ -14,13 +14,12 @@ class ZMostParameterArray : public ContainerItem {
     ZMostParameterArray(const ZMTParamArray& array, ZMostParameterListBaseInfo& info, unsigned firstNumber)
         : ContainerItem(array, info), firstNumber_(firstNumber) {}
 
-    unsigned FirstNumber() const { return firstNumber_; }
+    unsigned EntryNumber(std::size_t member) const override {
+        return firstNumber_ + static_cast<unsigned>(member);
+    }
 
   private:
     unsigned firstNumber_;
 };
-
-/// The number of the first member of an item if its members are numbered entries; else 0.
-unsigned FirstEntryNumber(const ZMostParameter& item);
 
 }  // namespace tarvex

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "disasm/item_list.h"
+#include "params/layout.h"
 
 namespace tarvex {
 
@@ -25,5 +26,23 @@ class ContainerItem : public ZMostParameter {
   private:
     ZMostParameterListBaseInfo members_;
 };
+
+/// Reads the parameters of a container one behind the other, up to the first that the catalog lacks. False,
+/// and a fault, at that one and at the first that does not fit.
+template <class Params>
+bool ReadMembers(const ZMTParam& container, const Params& params, ZMostParameterListBaseInfo& list,
+                 std::span<const std::uint8_t> message) {
+    const std::optional<Hole> missing = MissingMember(container);
+    unsigned left = missing ? *missing->position - 1 : ~0U;
+    for (const ZMTParam& param : params) {
+        if (left-- == 0) {
+            break;
+        }
+        if (!param.Disassemble(list, message)) {
+            return false;
+        }
+    }
+    return !missing || list.FaultAtHole(container, *missing);
+}
 
 }  // namespace tarvex

@@ -37,6 +37,10 @@ class ZMostParameter {
     /// The items of which this one is made, in the order of the message; null for a scalar.
     virtual const ZMostParameterListBaseInfo* Members() const { return nullptr; }
 
+    /// The number, counted from 1, of the entry or repetition that the member with that index belongs to; 0
+    /// where members have no numbers.
+    virtual unsigned EntryNumber(std::size_t /*member*/) const { return 0; }
+
     const ZMTNode& Parameter() const { return parameter_; }
     std::span<const std::uint8_t> Bytes() const { return bytes_; }
     /// In bytes from the beginning of the message.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "catalog/hole.h"
 #include "disasm/item.h"
 #include "params/param_decoder.h"
 
@@ -22,6 +23,8 @@ struct DisassemblyFault {
     std::string text;
     /// In bytes from the beginning of the message.
     std::size_t offset;
+    /// What follows can't be read, as the catalog lacks something.
+    bool isHole = false;
 };
 
 /// Collects the items of one message, or those of an array, record or stream in it. Parameters take their
@@ -31,9 +34,10 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     /// For a message, from its first byte on.
     ZMostParameterListBaseInfo() = default;
     /// For the members of an item that is about to join `outer`: from outer's offset on, with outer's faults.
-    /// `outer` outlives this list's use by Disassemble.
+    /// `outer` outlives this list's use by Disassemble; what is asked of the finished list is asked of it
+    /// alone.
     explicit ZMostParameterListBaseInfo(ZMostParameterListBaseInfo& outer)
-        : root_(outer.root_), offset_(outer.offset_) {}
+        : root_(outer.root_), outer_(&outer), offset_(outer.offset_) {}
     ZMostParameterListBaseInfo(const ZMostParameterListBaseInfo&) = delete;
     ZMostParameterListBaseInfo& operator=(const ZMostParameterListBaseInfo&) = delete;
     ~ZMostParameterListBaseInfo() override = default;
@@ -42,12 +46,15 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     bool Decode(const ZMTParamArray& array, Bytes message) override;
     bool Decode(const ZMTParamBitField& field, Bytes message) override;
     bool Decode(const ZMTParamBoolField& bit, Bytes message) override;
+    bool Decode(const ZMTParamClassifiedStream& stream, Bytes message) override;
     bool Decode(const ZMTParamEnum& enumeration, Bytes message) override;
     bool Decode(const ZMTParamFktIDBitStream& stream, Bytes message) override;
     bool Decode(const ZMTParamNumber& number, Bytes message) override;
     bool Decode(const ZMTParamRecord& record, Bytes message) override;
+    bool Decode(const ZMTParamShortStream& stream, Bytes message) override;
     bool Decode(const ZMTParamStream& stream, Bytes message) override;
     bool Decode(const ZMTParamStreamCase& streamCase, Bytes message) override;
+    bool Decode(const ZMTParamStreamSignal& signal, Bytes message) override;
     bool Decode(const ZMTParamString& string, Bytes message) override;
     bool Decode(const ZMTParamVoid& voidParam, Bytes message) override;
 
@@ -62,17 +69,25 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     std::optional<std::span<const std::uint8_t>> Take(const ZMTNode& parameter, std::int64_t count,
                                                       std::span<const std::uint8_t> message,
                                                       std::size_t items = 1);
+    /// The bytes that a parameter takes which begins with its length in `lengthBytes` bytes, these included.
+    /// Nothing, and a fault, when they are not all there; a fault alone when there are more than `most`
+    /// behind the length.
+    std::optional<std::int64_t> PeekLength(const ZMTNode& parameter, std::size_t lengthBytes,
+                                           std::uint32_t most, std::span<const std::uint8_t> message);
     void Append(std::unique_ptr<ZMostParameter> item) { items_.push_back(std::move(item)); }
     const std::vector<std::unique_ptr<ZMostParameter>>& Items() const { return items_; }
 
     /// How many items the whole message has room made for.
     std::size_t CountOfAll() const { return root_->itemCount_; }
 
-    /// The last item of this list that was decoded from a parameter; null if there is none yet.
+    /// The last item that was decoded from a parameter, in this list or while it is filled in one around it;
+    /// null if there is none yet.
     const ZMostParameter* Find(const ZMTNode& parameter) const;
 
     /// Notes that the message does not fit the parameter at an offset. Always false.
     bool Fault(const ZMTNode& parameter, std::size_t offset, const std::string& what);
+    /// The same for what the catalog does not know: the bytes from here on mean nothing.
+    bool FaultAtHole(const ZMTNode& parameter, const Hole& hole);
     /// Those of the whole message.
     const std::vector<DisassemblyFault>& Faults() const { return root_->faults_; }
 
@@ -81,13 +96,25 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     unsigned MemberNumber() const { return memberNumber_; }
     void SetMemberNumber(unsigned number) { memberNumber_ = number; }
 
+    /// From here on the items repeat; what stands before them is there once. Find looks at the last
+    /// repetition.
+    void BeginRepetition() {
+        onceCount_ = repetition_ == 0 ? items_.size() : onceCount_;
+        repetition_ = items_.size();
+    }
+
   private:
+    const ZMostParameter* FindHere(const ZMTNode& parameter) const;
+
     ZMostParameterListBaseInfo* root_ = this;
+    const ZMostParameterListBaseInfo* outer_ = nullptr;
     std::vector<std::unique_ptr<ZMostParameter>> items_;
     std::vector<DisassemblyFault> faults_;  // of the root
     std::size_t itemCount_ = 0;             // of the root
     std::size_t offset_ = 0;
     unsigned memberNumber_ = 0;
+    std::size_t onceCount_ = 0;   // items in front of all repetitions
+    std::size_t repetition_ = 0;  // where the last one begins; 0 without any
 };
 
 /// Takes `count` bytes of the message for a parameter and appends its item to the list. False, and a fault,

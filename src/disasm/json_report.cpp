@@ -2,10 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include "disasm/array_item.h"
 #include "disasm/bit_field_item.h"
+#include "disasm/classified_stream_item.h"
 #include "disasm/enum_item.h"
 #include "disasm/number_item.h"
+#include "disasm/stream_item.h"
 #include "disasm/wording.h"
 
 namespace tarvex {
@@ -38,12 +39,22 @@ void AddValue(const ZMostParameter& item, Json& json) {
             json["raw"] = bit.Value() ? 1 : 0;
             break;
         }
+        case ParamKind::ClassifiedStream: {
+            const auto& stream = static_cast<const ZMostParameterClassifiedStream&>(item);
+            json["media_type"] = stream.MediaType();
+            json["content"] = HexText(stream.Content(), "");
+            break;
+        }
+        case ParamKind::StreamSignal:
+            json["raw"] = static_cast<const ZMostParameterStreamSignal&>(item).Value();
+            break;
         case ParamKind::Array:
         case ParamKind::Base:
         case ParamKind::BitField:
         case ParamKind::Bool:
         case ParamKind::FktIDBitStream:
         case ParamKind::Record:
+        case ParamKind::ShortStream:
         case ParamKind::Stream:
         case ParamKind::StreamCase:
         case ParamKind::String:
@@ -76,22 +87,22 @@ Json ItemJson(const ZMostParameter& item, unsigned entryNumber) {
 
 /// Adds "items" to the object at the end of the text. The items of a message become text one by one: all of
 /// them together might take hundreds of megabytes.
-void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, std::size_t end,
+void AppendItems(const ZMostParameterListBaseInfo& items, const ZMostParameter* container, std::size_t end,
                  std::string& out) {
     out.pop_back();
     out += ",\"items\":[";
-    unsigned entryNumber = firstNumber;
+    std::size_t index = 0;
     const char* separator = "";
     for (const auto& item : items.Items()) {
         if (out.size() > end) {
             return;
         }
+        const unsigned entryNumber = container == nullptr ? 0 : container->EntryNumber(index++);
         out += separator;
         Append(ItemJson(*item, entryNumber), out);
         if (item->Members() != nullptr) {
-            AppendItems(*item->Members(), FirstEntryNumber(*item), end, out);
+            AppendItems(*item->Members(), item.get(), end, out);
         }
-        entryNumber += entryNumber > 0 ? 1 : 0;
         separator = ",";
     }
     out += "]}";
@@ -131,8 +142,14 @@ const char* KindName(ParamKind kind) {
             return "number";
         case ParamKind::Record:
             return "record";
+        case ParamKind::ClassifiedStream:
+            return "classified_stream";
+        case ParamKind::ShortStream:
+            return "short_stream";
         case ParamKind::Stream:
             return "stream";
+        case ParamKind::StreamSignal:
+            return "signal";
         case ParamKind::String:
             return "string";
         case ParamKind::Void:
@@ -153,7 +170,7 @@ void JsonReport::AppendMessage(const LinePlace& place, const CapturedMessage& me
     json["function"] = NameJson(decoded.function);
     json["operation"] = NameJson(decoded.operation);
     Append(json, out);
-    AppendItems(decoded.items, 0, end, out);
+    AppendItems(decoded.items, nullptr, end, out);
     out.pop_back();
     out += ",\"errors\":";
     Append(Json(decoded.faults), out);

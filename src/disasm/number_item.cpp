@@ -3,7 +3,9 @@
 #include <cmath>
 
 #include "disasm/item_list.h"
+#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "params/layout.h"
 #include "params/pos_and_data.h"
 
 namespace tarvex {
@@ -34,7 +36,18 @@ std::string ScaledText(double raw, std::int32_t exponent) {
 }  // namespace
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamNumber& number, Bytes message) {
-    return TakeItem<ZMostParameterNumber>(*this, number, number.GetBytesInMsg(), message);
+    if (const auto hole = UnsureEnd(number)) {
+        return FaultAtHole(number, *hole);
+    }
+    const std::size_t offset = Offset();
+    if (!TakeItem<ZMostParameterNumber>(*this, number, number.GetBytesInMsg(), message)) {
+        return false;
+    }
+    constexpr std::size_t kMaxValueBytes = 4;
+    if (const std::size_t bytes = Offset() - offset; bytes > kMaxValueBytes) {
+        Fault(number, offset, "has " + ByteCount(bytes) + ", too many for a value");
+    }
+    return true;
 }
 
 std::int64_t ZMostParameterNumber::SignedValue() const {

@@ -1,8 +1,7 @@
 #include "disasm/record_item.h"
 
-#include <algorithm>
-
 #include "disasm/coordinates.h"
+#include "params/layout.h"
 #include "params/pos_and_data.h"
 
 namespace tarvex {
@@ -23,12 +22,6 @@ Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
     return {given.y, 0};
 }
 
-bool ReadFields(const ZMTParamRecord& record, ZMostParameterListBaseInfo& fields,
-                std::span<const std::uint8_t> message) {
-    return std::ranges::all_of(record.Items(),
-                               [&](const ZMTParam& field) { return field.Disassemble(fields, message); });
-}
-
 }  // namespace
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes message) {
@@ -39,14 +32,16 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes mess
     auto item = std::make_unique<ZMostParameterRecord>(record, *this);
     bool isGood = true;
     if (field == 0) {
-        isGood = ReadFields(record, item->Members(), message);
+        isGood = ReadMembers(record, record.Items(), item->Members(), message);
     } else if (const ZMTParam* only = record.GetAt(field)) {
         item->Members().SetMemberNumber(member);
         isGood = only->Disassemble(item->Members(), message);
     } else {
         isGood = Fault(record, Offset(), "has no field " + std::to_string(field));
     }
-    return ContainerItem::Finish(std::move(item), isGood, *this, message);
+    const auto unsureEnd = field == 0 ? UnsureEnd(record) : std::nullopt;
+    isGood = ContainerItem::Finish(std::move(item), isGood, *this, message);
+    return isGood && unsureEnd ? FaultAtHole(record, *unsureEnd) : isGood;
 }
 
 }  // namespace tarvex

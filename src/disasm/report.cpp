@@ -22,18 +22,4 @@ std::string AddressText(const CapturedMessage& message) {
     return FormatText("%02X.%02X.%03X.%X", message.fBlockID, message.instID, message.fktID, message.opType);
 }
 
-std::string HexText(std::span<const std::uint8_t> bytes, std::string_view separator) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(bytes.size() * (2 + separator.size()));
-    for (const std::uint8_t byte : bytes) {
-        if (!text.empty()) {
-            text += separator;
-        }
-        text += kDigits[byte >> 4];
-        text += kDigits[byte & 0xF];
-    }
-    return text;
-}
-
 }  // namespace tarvex

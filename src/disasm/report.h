@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "disasm/decoded_message.h"
+#include "disasm/wording.h"
 
 namespace tarvex {
 
@@ -48,8 +49,5 @@ class Report {
 
 /// "22.01.200.C", as messages are written everywhere.
 std::string AddressText(const CapturedMessage& message);
-
-/// Two hexadecimal digits for each byte, with `separator` between them.
-std::string HexText(std::span<const std::uint8_t> bytes, std::string_view separator);
 
 }  // namespace tarvex

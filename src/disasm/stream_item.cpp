@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "disasm/coordinates.h"
+#include "disasm/wording.h"
 #include "import/text/parse_value.h"
 #include "params/number.h"
 #include "params/pos_and_data.h"
+#include "params/short_stream.h"
+#include "params/stream.h"
 
 namespace tarvex {
 namespace {
@@ -22,11 +25,12 @@ bool Holds(const ZMTParamStreamCase& streamCase, std::int64_t value, bool isSign
 }
 
 /// The first case that holds the selector's value. A single case needs no selector.
-const ZMTParamStreamCase* FindCase(const ZMTParamStream& stream, const ZMostParameterListBaseInfo& info) {
+const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMostParameterListBaseInfo& info) {
     const ZMTParam* selector = stream.Selector();
     const auto value = SelectorValue(selector, info);
     if (!value) {
-        return selector == nullptr && stream.Count() == 1 ? &*stream.Items().begin() : nullptr;
+        const bool isOnly = selector == nullptr && stream.Count() == 1 && !stream.HasLostCases();
+        return isOnly ? &*stream.Items().begin() : nullptr;
     }
     const bool hasCoordinates = HasCoordinates(*selector);
     const bool isSigned =
@@ -41,6 +45,30 @@ const ZMTParamStreamCase* FindCase(const ZMTParamStream& stream, const ZMostPara
     return nullptr;
 }
 
+bool HasCases(const ZMTParamCaseStream& stream) {
+    return stream.Size() > 0 || stream.HasLostCases();
+}
+
+/// The parts of a message up to the end of a stream of at most so many bytes that begins at the offset.
+std::span<const std::uint8_t> UpTo(std::span<const std::uint8_t> message, std::size_t offset,
+                                   std::uint32_t most) {
+    const std::size_t left = message.size() - std::min(offset, message.size());
+    return most > 0 && most < left ? message.first(offset + most) : message;
+}
+
+/// The bits from `bit` on, counted from the highest bit of the first byte.
+std::uint32_t BitsAt(std::span<const std::uint8_t> bytes, std::size_t bit, std::uint32_t count) {
+    std::uint32_t value = 0;
+    for (const std::size_t end = bit + count; bit < end; ++bit) {
+        value = value << 1U | (bytes[bit / kBitsPerByte] >> (kBitsPerByte - 1 - bit % kBitsPerByte) & 1U);
+    }
+    return value;
+}
+
+constexpr std::size_t BytesFor(std::size_t bits) {
+    return (bits + kBitsPerByte - 1) / kBitsPerByte;
+}
+
 }  // namespace
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes message) {
@@ -48,17 +76,121 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
         return false;
     }
     const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
-    if (streamCase == nullptr) {
+    if (streamCase == nullptr && HasCases(stream)) {
         return Fault(stream, Offset(), "has no case that fits");
     }
-    auto item = std::make_unique<ZMostParameterStream>(stream, *streamCase, *this);
-    const bool isGood = streamCase->Disassemble(item->Members(), message);
+    auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, 0, *this);
+    const bool isOpenEnded = streamCase == nullptr || streamCase->Size() == 0 ||
+                             streamCase->RepeatedFrom() != ZMTParamStreamCase::kNotRepeated;
+    const bool isGood = item->Read(isOpenEnded ? UpTo(message, Offset(), stream.Length()) : message);
     return ContainerItem::Finish(std::move(item), isGood, *this, message);
 }
 
-bool ZMostParameterListBaseInfo::Decode(const ZMTParamStreamCase& streamCase, Bytes message) {
-    return std::ranges::all_of(streamCase.Items(),
-                               [&](const ZMTParam& param) { return param.Disassemble(*this, message); });
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamShortStream& stream, Bytes message) {
+    constexpr std::size_t kLengthBytes = 1;
+    const auto size = PeekLength(stream, kLengthBytes, stream.MaxLength(), message);
+    if (!size || !Reserve(stream)) {
+        return false;
+    }
+    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
+    if (streamCase == nullptr && HasCases(stream)) {
+        return Fault(stream, Offset(), "has no case that fits");
+    }
+    const std::size_t end = Offset() + static_cast<std::size_t>(*size);
+    auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, kLengthBytes, *this);
+    const bool isGood = item->Read(message.first(end));
+    ZMostParameterListBaseInfo& members = item->Members();
+    if (isGood && members.Offset() < end) {
+        members.Fault(stream, members.Offset(), "has " + ByteCount(end - members.Offset()) + " left over");
+        members.SetOffset(end);
+    }
+    return ContainerItem::Finish(std::move(item), isGood, *this, message);
+}
+
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamStreamCase& /*streamCase*/, Bytes /*message*/) {
+    return false;
+}
+
+bool ZMostParameterListBaseInfo::Decode(const ZMTParamStreamSignal& /*signal*/, Bytes /*message*/) {
+    return false;
+}
+
+bool ZMostParameterStream::Read(std::span<const std::uint8_t> message) {
+    if (streamCase_ == nullptr || streamCase_->Size() == 0) {
+        Members().SetOffset(std::max(Members().Offset(), message.size()));
+        return true;
+    }
+    if (streamCase_->Count() > 0 && streamCase_->Items().begin()->IsType(kParamStreamSignal)) {
+        return ReadSignals(message);
+    }
+    if (streamCase_->RepeatedFrom() != ZMTParamStreamCase::kNotRepeated && !MissingMember(*streamCase_)) {
+        return ReadRepetitions(message);
+    }
+    return ReadMembers(*streamCase_, streamCase_->Items(), Members(), message);
+}
+
+/// What stands once, then the group again and again until the bytes end or it takes none.
+bool ZMostParameterStream::ReadRepetitions(std::span<const std::uint8_t> message) {
+    const unsigned first = streamCase_->RepeatedFrom();
+    for (unsigned slot = 0; slot < first; ++slot) {
+        if (!streamCase_->GetAt(slot)->Disassemble(Members(), message)) {
+            return false;
+        }
+    }
+    for (std::size_t begin = 0; Members().Offset() < message.size() && Members().Offset() != begin;) {
+        begin = Members().Offset();
+        Members().BeginRepetition();
+        for (unsigned slot = first; slot < streamCase_->Size(); ++slot) {
+            if (!streamCase_->GetAt(slot)->Disassemble(Members(), message)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
+    const std::size_t begin = Members().Offset();
+    const auto bytes = message.subspan(std::min(begin, message.size()));
+    std::size_t bit = 0;
+    for (const ZMTParam& param : streamCase_->Items()) {
+        const auto& signal = static_cast<const ZMTParamStreamSignal&>(param);
+        const std::size_t first = bit / kBitsPerByte;
+        const std::size_t end = BytesFor(bit + signal.BitLength());
+        if (end > bytes.size()) {
+            return Members().Fault(signal, begin + std::min(first, bytes.size()), "is not all there");
+        }
+        if (!Members().Reserve(signal)) {
+            return false;
+        }
+        Members().Append(std::make_unique<ZMostParameterStreamSignal>(
+            signal, bytes.subspan(first, end - first), begin + first,
+            BitsAt(bytes, bit, signal.BitLength())));
+        bit += signal.BitLength();
+        Members().SetOffset(begin + end);
+    }
+    return true;
+}
+
+std::string ZMostParameterStream::GetText() const {
+    const std::string name = streamCase_ == nullptr ? std::string() : streamCase_->GetName();
+    if (streamCase_ != nullptr && streamCase_->Size() > 0) {
+        return name;
+    }
+    const bool hasSelector =
+        static_cast<const ZMTParamCaseStream&>(static_cast<const ZMTParam&>(Parameter())).Selector() !=
+        nullptr;
+    const std::string bytes = HexText(Bytes().subspan(std::min(lengthBytes_, Bytes().size())), " ");
+    return !hasSelector || name.empty() ? bytes : bytes.empty() ? name : name + " " + bytes;
+}
+
+unsigned ZMostParameterStream::EntryNumber(std::size_t member) const {
+    const unsigned first =
+        streamCase_ == nullptr ? ZMTParamStreamCase::kNotRepeated : streamCase_->RepeatedFrom();
+    if (member < first) {
+        return 0;
+    }
+    return static_cast<unsigned>((member - first) / (streamCase_->Size() - first)) + 1;
 }
 
 }  // namespace tarvex

@@ -1,24 +1,51 @@
-/// Decoded streams.
+/// Decoded streams and short streams.
 
 #pragma once
 
 #include "disasm/container_item.h"
-#include "params/stream.h"
+#include "params/case_stream.h"
+#include "params/stream_signal.h"
 
 namespace tarvex {
 
-/// The parameters of one case of a stream.
+/// What one case of a stream holds, or the bytes of a stream without one.
 class ZMostParameterStream : public ContainerItem {
   public:
-    ZMostParameterStream(const ZMTParamStream& stream, const ZMTParamStreamCase& streamCase,
-                         ZMostParameterListBaseInfo& info)
-        : ContainerItem(stream, info), streamCase_(streamCase) {}
+    /// `streamCase`: null for just bytes. `lengthBytes`: in front of the content.
+    ZMostParameterStream(const ZMTParam& stream, const ZMTParamStreamCase* streamCase,
+                         std::size_t lengthBytes, ZMostParameterListBaseInfo& info)
+        : ContainerItem(stream, info), streamCase_(streamCase), lengthBytes_(lengthBytes) {
+        Members().SetOffset(Offset() + lengthBytes);
+    }
 
-    /// The name of the case: the selector and its values.
-    std::string GetText() const override { return streamCase_.GetName(); }
+    /// The name of the case, the selector and its values; without parameters the bytes, behind the name if
+    /// there is a selector.
+    std::string GetText() const override;
+    unsigned EntryNumber(std::size_t member) const override;
+
+    /// Reads the content, which ends with `message`. False, and a fault, when it does not fit.
+    bool Read(std::span<const std::uint8_t> message);
 
   private:
-    const ZMTParamStreamCase& streamCase_;
+    bool ReadRepetitions(std::span<const std::uint8_t> message);
+    bool ReadSignals(std::span<const std::uint8_t> message);
+
+    const ZMTParamStreamCase* streamCase_;
+    std::size_t lengthBytes_;
+};
+
+/// A signal of a stream case: the bytes that its bits lie in, and their value.
+class ZMostParameterStreamSignal : public ZMostParameter {
+  public:
+    ZMostParameterStreamSignal(const ZMTParamStreamSignal& signal, std::span<const std::uint8_t> bytes,
+                               std::size_t offset, std::uint32_t value)
+        : ZMostParameter(signal, bytes, offset), value_(value) {}
+
+    std::string GetText() const override { return std::to_string(value_); }
+    std::uint32_t Value() const { return value_; }
+
+  private:
+    std::uint32_t value_;
 };
 
 }  // namespace tarvex

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
+#include "disasm/wording.h"
 
 namespace tarvex {
 namespace {
@@ -16,10 +17,6 @@ struct Characters {
     bool isTerminated = false;
     std::size_t size = 0;  // in bytes, with the first byte and the zero character
 };
-
-constexpr char Printable(unsigned character) {
-    return character >= ' ' && character <= '~' ? static_cast<char>(character) : '.';
-}
 
 /// Reads at most `maxSize` characters, and the zero one behind them.
 Characters ReadCharacters(std::span<const std::uint8_t> bytes, std::uint32_t maxSize) {

@@ -1,6 +1,5 @@
 #include "disasm/text_report.h"
 
-#include "disasm/array_item.h"
 #include "disasm/number_item.h"
 #include "disasm/wording.h"
 
@@ -21,13 +20,14 @@ std::string Label(const ZMostParameter& item, unsigned entryNumber) {
     return label + name;
 }
 
-void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, std::size_t level,
+void AppendItems(const ZMostParameterListBaseInfo& items, const ZMostParameter* container, std::size_t level,
                  std::size_t end, std::string& out) {
-    unsigned entryNumber = firstNumber;
+    std::size_t index = 0;
     for (const auto& item : items.Items()) {
         if (out.size() > end) {
             return;
         }
+        const unsigned entryNumber = container == nullptr ? 0 : container->EntryNumber(index++);
         out.append(2 * level, ' ').append(Label(*item, entryNumber));
         const std::string text = item->GetText();
         if (!text.empty()) {
@@ -41,9 +41,8 @@ void AppendItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, 
         }
         out += '\n';
         if (item->Members() != nullptr) {
-            AppendItems(*item->Members(), FirstEntryNumber(*item), level + 1, end, out);
+            AppendItems(*item->Members(), item.get(), level + 1, end, out);
         }
-        entryNumber += entryNumber > 0 ? 1 : 0;
     }
 }
 
@@ -62,7 +61,7 @@ void TextReport::AppendMessage(const LinePlace& /*place*/, const CapturedMessage
         out.append(".").append(decoded.operation->GetName());
     }
     out += '\n';
-    AppendItems(decoded.items, 0, 1, end, out);
+    AppendItems(decoded.items, nullptr, 1, end, out);
     for (const std::string& fault : decoded.faults) {
         AppendFault(fault, out);
     }

@@ -24,10 +24,12 @@ void Complain(std::string text) {
 }
 
 /// Null, after a complaint, when the catalog can't be imported.
-const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& path) {
+const ZMTCatalog* ImportCatalog(ZMostFCatManager& manager, const std::string& path,
+                                const CatalogForms& forms) {
     std::string events;
     std::string result;
-    manager.Validate = false;
+    manager.Validate = forms.areValidated;
+    manager.ReadNewer = forms.areNewerRead;
     manager.MessageSink = [&](const std::string& text, ImportEvent event) {
         (event == ImportEvent::Result ? result : events).append(" ").append(text);
     };
@@ -133,9 +135,9 @@ bool DecodeCapture(LineReader& reader, const std::string& name, const ZMTCatalog
 }  // namespace
 
 DisasmStatus RunDisasm(const std::string& catalogPath, const std::vector<std::string>& captures,
-                       const Report& report) {
+                       const Report& report, const CatalogForms& forms) {
     ZMostFCatManager manager;
-    const ZMTCatalog* catalog = ImportCatalog(manager, catalogPath);
+    const ZMTCatalog* catalog = ImportCatalog(manager, catalogPath, forms);
     if (catalog == nullptr) {
         return kDisasmTrouble;
     }

@@ -20,6 +20,12 @@ enum DisasmStatus : int {
     kDisasmTrouble = 2,
 };
 
+/// How catalogs are read: unless told otherwise whatever their version, and without regard to their DTD.
+struct CatalogForms {
+    bool areNewerRead = true;
+    bool areValidated = false;
+};
+
 /// How much a run says of messages, by the bytes of the captures. Some thousand parameters without a byte of
 /// their own would make megabytes of every line otherwise. The messages of the example take a sixteenth
 /// of it.
@@ -28,6 +34,6 @@ inline constexpr Bound kReportBytes{std::size_t{64} << 20, 256};
 /// Decodes the messages of capture files ("-" and none at all mean standard input) with a catalog, and writes
 /// the report to standard output as it goes. Problems of the catalog are told on standard error in one line.
 DisasmStatus RunDisasm(const std::string& catalogPath, const std::vector<std::string>& captures,
-                       const Report& report);
+                       const Report& report, const CatalogForms& forms = {});
 
 }  // namespace tarvex

@@ -53,6 +53,7 @@ bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, con
                    std::vector<std::string> protectedPaths) {
     Manager().MessageSink = PrintMessage;
     Manager().Validate = settings.importValidate;
+    Manager().ReadNewer = settings.importNewer;
     Manager().ProtectedPaths = std::move(protectedPaths);
     try {
         const bool isImported =

@@ -48,6 +48,7 @@ Settings ReadSettings(const IniFile& ini) {
     Settings settings;
     settings.importValidate = ReadFlag(ini, kImport, "FCatImportValidate", true);
     settings.importLog = ini.GetInteger(kImport, "FCatImportLog", kImportLogNotSet) == 1;
+    settings.importNewer = ReadFlag(ini, kImport, "FCatImportNewer", false);
     settings.treeLogPath = ReadText(ini, kImport, "FCatTreeLog");
     settings.importLogExclusions = ReadNumbers(ini, kImport, "FCatImportLogExclude");
     settings.exclude = ReadNames(ini, kConversion, "Exclude");
@@ -62,6 +63,8 @@ Settings ReadSettings(const IniFile& ini) {
     flags.assignMessagesToNodes = ReadFlag(ini, kConversion, "AssignMessagesToNodes", true);
     flags.setMessageLength = ReadFlag(ini, kConversion, "SetMessageLength", true);
     flags.makeExtended = ReadFlag(ini, kConversion, "MakeExtended", true);
+    flags.safeLayout = ReadFlag(ini, kConversion, "SafeLayout", false);
+    flags.writeScaling = ReadFlag(ini, kConversion, "WriteScaling", false);
     settings.warnOnOverwrite = ReadFlag(ini, kConversion, "WarnOnOverwrite", true);
     flags.makeReadOnly = ReadFlag(ini, kConversion, "MakeReadOnly", true);
     return settings;

@@ -18,6 +18,7 @@ inline constexpr const char* kIniFileName = "TARVEX.ini";
 struct Settings {
     bool importValidate = true;
     bool importLog = false;
+    bool importNewer = false;
     std::string treeLogPath;
     std::set<std::uint32_t> importLogExclusions;
     NameSet exclude;

@@ -36,13 +36,19 @@ void Fill(attr_def& definition, const AttributeRow& row) {
 
 }  // namespace
 
+attr_def* DefineAttribute(KestrelWriteManager& writer, const char* database, const AttributeRow& row) {
+    attr_def* definition = writer.CreateAttrDefinition(database, 0);
+    if (definition != nullptr) {
+        Fill(*definition, row);
+    }
+    return definition;
+}
+
 void DefineAttributes(KestrelWriteManager& writer, const char* database, const std::string& catalogFileName) {
     for (const AttributeRow& row : kAttributes) {
-        attr_def* definition = writer.CreateAttrDefinition(database, 0);
-        if (definition == nullptr) {
+        if (DefineAttribute(writer, database, row) == nullptr) {
             continue;
         }
-        Fill(*definition, row);
         if (row.name == kBusType) {
             writer.SetAttrValue(database, kBusType, TextValue("MOST"));
         } else if (row.name == kMostXMLFile) {

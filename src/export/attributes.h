@@ -19,6 +19,7 @@ inline constexpr const char* kFBlockAttribute = "FBlock";
 inline constexpr const char* kFunctionClassAttribute = "FunctionClass";
 inline constexpr const char* kOpTypeAttribute = "OpType";
 inline constexpr const char* kMostNodeAdr = "MostNodeAdr";
+inline constexpr const char* kLayoutAttribute = "Layout";
 
 /// The values of "FunctionClass" and "OpType"; messages store the index.
 inline constexpr const char* kFunctionClassValues[] = {
@@ -79,6 +80,15 @@ inline constexpr AttributeRow kAttributes[] = {
 };
 static_assert(std::size(kAttributes) == 10);
 
+/// How much of each message its signals cover, where that is asked for; the values of the enumeration Layout.
+inline constexpr const char* kLayoutValues[] = {
+    /* 0 */ "Complete",
+    /* 1 */ "Open",
+    /* 2 */ "Incomplete",
+};
+inline constexpr AttributeRow kLayoutDefinition = {
+    kLayoutAttribute, AttrObject::Message, AttrType::Enumeration, 0, 0, kLayoutValues, "Complete"};
+
 /// The indices of the "OpType" values by OPType, for properties and for methods.
 struct OpTypeIndexRow {
     unsigned property;
@@ -120,6 +130,9 @@ constexpr unsigned OpTypeValue(ClassKind kind, unsigned opType) {
     }
     return kNDef;
 }
+
+/// Creates one attribute definition behind those that the database has; null without a database.
+attr_def* DefineAttribute(KestrelWriteManager& writer, const char* database, const AttributeRow& row);
 
 /// Creates all attribute definitions of a database and sets the database's own values: the bus type, and the
 /// catalog's file name with its extension.

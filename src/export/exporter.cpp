@@ -9,6 +9,7 @@
 #include "export/message_names.h"
 #include "export/strict_check.h"
 #include "import/text/files.h"
+#include "params/layout.h"
 
 namespace tarvex {
 namespace {
@@ -51,7 +52,7 @@ ZVornExporter::ZVornExporter(const ZMTCatalog* catalog, std::string outputPath, 
       networkConfigurationPath_(std::move(networkConfigurationPath)),
       run_(catalog == nullptr ? RunAllowance() : catalog->Run()),
       writer_(nullptr),  // there is no handle of the own process on this platform
-      signals_(writer_, aliases_, flags.uniqueSignalNames,
+      signals_(writer_, aliases_, {flags.uniqueSignalNames, flags.safeLayout, flags.writeScaling},
                SignalBudget(InputBytes(catalog), run_.TakeMost())),
       include_(std::move(include)),
       exclude_(std::move(exclude)),
@@ -103,6 +104,9 @@ void ZVornExporter::TellOf(const std::string& path, ConfigFile file) const {
 void ZVornExporter::CreateDatabase() {
     if (writer_.CreateDatabase(BaseName(outputPath_).c_str(), &database_, nullptr) == kKestrelOk) {
         DefineAttributes(writer_, database_, FileName(catalog_->AbsPath()));
+        if (flags_.safeLayout) {
+            DefineAttribute(writer_, database_, kLayoutDefinition);
+        }
     }
 }
 
@@ -120,8 +124,14 @@ void ZVornExporter::CreateMessages() {
         BlockPart blockPart{block, NamePart(aliases_.Of(block.GetName()))};
         for (const ZMTFunction& function : block.Items()) {
             const FunctionPart functionPart{function, NamePart(aliases_.Of(function.GetName()))};
-            for (const ZMTOperation& operation : function.Items()) {
-                CreateMessage(blockPart, functionPart, operation);
+            const unsigned end = std::max<unsigned>(function.Size(), std::size(kOpTypes));
+            for (unsigned opType = 0; opType < end; ++opType) {
+                if (const ZMTOperation* operation = function.GetAt(opType)) {
+                    CreateMessage(blockPart, functionPart, *operation);
+                } else if (flags_.safeLayout && function.LostParams().FirstOf(opType) != nullptr) {
+                    // It has lost all that it had.
+                    CreateMessage(blockPart, functionPart, ZMTOperation(function.Class(), opType));
+                }
             }
         }
     }
@@ -161,6 +171,10 @@ void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function
     }
     if (database_ != nullptr) {  // without a database no attribute is defined
         SetAttributes(message, block.block, function.function, operation);
+        if (flags_.safeLayout) {
+            const Layout layout = operation.GetParent() == nullptr ? Layout::Incomplete : LayoutOf(operation);
+            writer_.SetAttrValue(message, kLayoutAttribute, NumberValue(static_cast<unsigned>(layout)));
+        }
     }
     if (flags_.writeSignals && (!flags_.strictExport || PassesStrictCheck(&operation))) {
         WriteSignals(message, operation);

@@ -29,6 +29,8 @@ struct ExportFlags {
     bool setMessageLength = true;
     bool makeExtended = true;
     bool makeReadOnly = true;
+    bool safeLayout = false;
+    bool writeScaling = false;
 };
 
 /// Turns one imported catalog into one bus database. The catalog is read, never changed, and outlives the

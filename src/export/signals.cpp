@@ -5,12 +5,11 @@
 
 #include "export/kestrel_values.h"
 #include "export/message_names.h"
-#include "export/param_kinds.h"
 #include "import/text/format_text.h"
 #include "params/bit_field.h"
 #include "params/enumeration.h"
+#include "params/layout.h"
 #include "params/number.h"
-#include "params/pos_and_data.h"
 #include "params/record.h"
 
 namespace tarvex {
@@ -33,6 +32,12 @@ std::uint16_t LengthInBits(const ZMTParam& param) {
     return static_cast<std::uint16_t>(static_cast<std::uint32_t>(param.GetBytesInMsg()) * kBitsPerByte);
 }
 
+/// Bits of signals can be counted that far.
+bool HasRoom(const ZMTParam& param, std::uint32_t bit) {
+    constexpr std::int64_t kBits = 0x10000;
+    return bit + std::int64_t{param.GetBytesInMsg()} * kBitsPerByte <= kBits;
+}
+
 /// In the numbering of big-endian signals, where the highest bit of byte 0 is 7.
 std::uint16_t StartBit(std::uint32_t bit) {
     return static_cast<std::uint16_t>(bit / kBitsPerByte * kBitsPerByte + (kBitsPerByte - 1) -
@@ -45,11 +50,10 @@ void PlaceBigEndian(sigblk& signal, std::uint32_t bit) {
     signal.start_bit = StartBit(bit);
 }
 
-/// The coordinates in front of an operation's record select what follows.
-bool IsSwitch(const ZMTParam& number) {
-    const ZMTNode* parent = number.GetParent();
-    return HasCoordinates(number) && parent != nullptr && parent->IsType(kOperation) &&
-           FirstOfKind(static_cast<const ZMTOperation&>(*parent), kParamRecord) != nullptr;
+/// How many fields stand in front of the first one that is missing.
+unsigned SoundFields(const ZMTParamRecord& record) {
+    const std::optional<Hole> missing = MissingMember(record);
+    return missing ? *missing->position - 1 : record.Count();
 }
 
 /// Appends a value description to the list that ends here, and gives its new end.
@@ -67,10 +71,12 @@ valdesc** AppendDescription(valdesc** end, std::uint32_t value, std::string_view
 std::uint16_t SignalWriter::Write(msgblk& message, const ZMTOperation& operation) {
     message_ = &message;
     signalCount_ = 0;
+    isSwitched_ = false;
     names_.StartMessage();
     std::uint32_t bit = 0;
+    unsigned left = options_.isSafe ? operation.SoundCount() : operation.Count();
     for (const ZMTParam& param : operation.Items()) {
-        if (!WriteParam(param, bit, std::nullopt)) {
+        if (left-- == 0 || !WriteParam(param, bit, std::nullopt)) {
             break;
         }
     }
@@ -79,8 +85,14 @@ std::uint16_t SignalWriter::Write(msgblk& message, const ZMTOperation& operation
 
 /// Writes a parameter at a bit position, which advances. False when nothing can follow it.
 bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, MultiplexerValue multiplexer) {
+    if (options_.isSafe && !HasRoom(param, bit)) {
+        return false;
+    }
     switch (param.Kind()) {
         case ParamKind::Number:
+            if (options_.isSafe && UnsureEnd(param)) {
+                return false;
+            }
             WriteNumber(static_cast<const ZMTParamNumber&>(param), bit, multiplexer);
             return true;
         case ParamKind::Enum:
@@ -90,16 +102,23 @@ bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, Multipl
         case ParamKind::BitField:
             return WriteBits(static_cast<const ZMTParamBitField&>(param), bit, multiplexer);
         case ParamKind::Record:
-            WriteRecord(static_cast<const ZMTParamRecord&>(param), bit);
+            if (options_.isSafe) {
+                return WriteSafeRecord(static_cast<const ZMTParamRecord&>(param), bit, multiplexer);
+            }
+            WriteGroup(static_cast<const ZMTParamRecord&>(param), bit);
             return false;
+        case ParamKind::Void:
+            return options_.isSafe;  // it has no bytes
         case ParamKind::Array:
         case ParamKind::Base:
         case ParamKind::BoolField:
+        case ParamKind::ClassifiedStream:
         case ParamKind::FktIDBitStream:
+        case ParamKind::ShortStream:
         case ParamKind::Stream:
         case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
         case ParamKind::String:
-        case ParamKind::Void:
             break;
     }
     return false;
@@ -108,9 +127,11 @@ bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, Multipl
 void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
                                MultiplexerValue multiplexer) {
     const bool isSwitch = IsSwitch(number);
+    isSwitched_ = isSwitched_ || isSwitch;
     if (sigblk* signal = Create(aliases_.Of(number.GetName()), isSwitch ? "X" : "", kLongName, multiplexer)) {
         if (isSwitch) {
-            signal->flags |= kSignalMultiplexor;  // and little-endian at the start bit of a new signal
+            signal->flags |= kSignalMultiplexor;  // and little-endian
+            signal->start_bit = options_.isSafe ? static_cast<std::uint16_t>(bit) : signal->start_bit;
         } else {
             PlaceBigEndian(*signal, bit);
         }
@@ -183,11 +204,14 @@ void SignalWriter::WriteBit(const ZMTParamBitField& field, const ZMTParamBoolFie
 
 /// Each element stands twice: one behind the other for the multiplexor's value 0, and alone, at the start of
 /// the record, for the value that is the element's number.
-void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit) {
+void SignalWriter::WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit) {
     const std::uint32_t start = bit;
+    const unsigned sound = options_.isSafe ? SoundFields(record) : record.Count();
     std::uint32_t elementNumber = 0;
     for (const ZMTParam& element : record.Items()) {
-        ++elementNumber;
+        if (elementNumber++ == sound) {
+            return;
+        }
         const unsigned countBefore = signalCount_;
         const bool goesOn = WriteParam(element, bit, kAllElements);
         // Where nothing was written, or nothing more can be, the second time is spared: records inside
@@ -200,6 +224,28 @@ void SignalWriter::WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit)
             return;
         }
     }
+}
+
+/// A group if a switch of the operation chooses the fields, else each field once. False when nothing can
+/// follow it.
+bool SignalWriter::WriteSafeRecord(const ZMTParamRecord& record, std::uint32_t& bit,
+                                   MultiplexerValue multiplexer) {
+    if (isSwitched_ && !multiplexer) {
+        WriteGroup(record, bit);
+        return false;
+    }
+    return !HasChosenFields(record) && WriteFields(record, bit, multiplexer);
+}
+
+bool SignalWriter::WriteFields(const ZMTParamRecord& record, std::uint32_t& bit,
+                               MultiplexerValue multiplexer) {
+    unsigned left = SoundFields(record);
+    for (const ZMTParam& field : record.Items()) {
+        if (left-- == 0 || !WriteParam(field, bit, multiplexer)) {
+            return false;
+        }
+    }
+    return !UnsureEnd(record);
 }
 
 /// A long name is cleaned and shortened letter by letter.

@@ -55,20 +55,28 @@ struct SignalBudget {
     unsigned descriptionsPerSignal = kMaxValueDescriptions;
 };
 
+/// What signals look like.
+struct SignalOptions {
+    bool areNamesUnique = true;  ///< A signal name occurs once in the whole database.
+    bool isSafe = false;         ///< No signal stands where the catalog does not say for sure that it does.
+    bool areScaled = false;      ///< Numbers have their factor, range, step and unit.
+};
+
 /// Lays the parameters of operations out as the signals of their messages, most significant bit first.
 class SignalWriter {
   public:
-    /// The database writer and the aliases outlive this object. `uniqueNames`: a signal name occurs once in
-    /// the whole database.
-    SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, bool uniqueNames,
+    /// The database writer and the aliases outlive this object.
+    SignalWriter(KestrelWriteManager& writer, const AliasNames& aliases, const SignalOptions& options,
                  const SignalBudget& budget = SignalBudget())
         : writer_(writer),
           aliases_(aliases),
-          names_(writer, uniqueNames, budget.expectedSignals),
+          options_(options),
+          names_(writer, options.areNamesUnique, budget.expectedSignals),
           left_(budget) {}
 
     /// Creates the signals of the operation in its message. Ends behind a record and at the first parameter
-    /// of a kind that has no signals. Returns the bytes that the parameters with signals take.
+    /// of a kind that has no signals; with a safe layout in front of the first hole, and behind a record only
+    /// where a switch chooses its fields. Returns the bytes that the parameters with signals take.
     std::uint16_t Write(msgblk& message, const ZMTOperation& operation);
 
     /// The budget or the run was too small; signals or value descriptions are missing.
@@ -84,7 +92,9 @@ class SignalWriter {
     bool WriteBits(const ZMTParamBitField& field, std::uint32_t& bit, MultiplexerValue multiplexer);
     void WriteBit(const ZMTParamBitField& field, const ZMTParamBoolField& boolField, std::uint32_t bit,
                   MultiplexerValue multiplexer);
-    void WriteRecord(const ZMTParamRecord& record, std::uint32_t& bit);
+    void WriteGroup(const ZMTParamRecord& record, std::uint32_t& bit);
+    bool WriteSafeRecord(const ZMTParamRecord& record, std::uint32_t& bit, MultiplexerValue multiplexer);
+    bool WriteFields(const ZMTParamRecord& record, std::uint32_t& bit, MultiplexerValue multiplexer);
 
     void Describe(sigblk& signal, const ZMTParamEnum& enumeration);
     bool TakeSignal(std::size_t nameLength);
@@ -94,9 +104,11 @@ class SignalWriter {
 
     KestrelWriteManager& writer_;
     const AliasNames& aliases_;
+    SignalOptions options_;
     SignalNames names_;
     msgblk* message_ = nullptr;  // the one being written
     unsigned signalCount_ = 0;   // of that message
+    bool isSwitched_ = false;    // it has a switch
     SignalBudget left_;
 };
 

@@ -12,7 +12,9 @@ namespace {
 bool IsOpen(const ZMTParam& param) {
     switch (param.Kind()) {
         case ParamKind::Array:
+        case ParamKind::ClassifiedStream:
         case ParamKind::FktIDBitStream:
+        case ParamKind::ShortStream:
         case ParamKind::Stream:
         case ParamKind::String:
             return true;
@@ -24,6 +26,7 @@ bool IsOpen(const ZMTParam& param) {
         case ParamKind::Number:
         case ParamKind::Record:
         case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
         case ParamKind::Void:
             break;
     }

@@ -266,6 +266,7 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
         const CatalogParamFactory factory;
         ImportContext context{run.log, factory, catalog.Run()};
+        context.newer = NewerForms(ReadNewer);
         context.copies = CopyBudget(catalog.InputBytes(), context.run);
         try {
             catalog.Import(*root, context);

@@ -41,7 +41,8 @@ class ZMostFCatManager {
     virtual ~ZMostFCatManager();
 
     // Settings, made before Import.
-    bool Validate = true;  ///< Validate documents that declare a document type.
+    bool Validate = true;    ///< Validate documents that declare a document type.
+    bool ReadNewer = false;  ///< Read the forms that newer catalogs have.
     Sink MessageSink;
     std::set<std::uint32_t> ImportLogExclusions;  ///< Message numbers left out of the import log.
     std::vector<std::string> ProtectedPaths;      ///< Files that no log may be written over.

@@ -25,10 +25,11 @@ bool ZMTParamArray::Import(const Element& element, ImportContext& context) {
         return false;
     }
     std::string text;
-    if (!GetAttribute(*array, "NMax", text)) {
+    if (GetAttribute(*array, "NMax", text)) {
+        ReadNMax(text, context);
+    } else if (!context.newer.Meet()) {
         return Raise<kArrayWithoutNMax>(context.log, "NMax");
     }
-    ReadNMax(text, context);
     if (!ImportTypeRef<kArrayWithoutType>(*array, context)) {
         return false;
     }

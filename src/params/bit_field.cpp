@@ -7,6 +7,16 @@
 #include "import/xml/element.h"
 
 namespace tarvex {
+namespace {
+
+/// What newer catalogs declare: bits, or bytes where the bits in use are not so few.
+std::uint32_t DeclaredBits(std::uint32_t length, std::uint32_t needed, std::uint32_t most) {
+    const bool countsBytes = needed > length && needed <= std::min(length, most) * kBitsPerByte;
+    return countsBytes ? std::min(length * kBitsPerByte, most) : length;
+}
+
+}  // namespace
+
 void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context) {
     const std::uint32_t needed = std::max(Size(), 1U);  // the highest bit has the last slot
     SetLength(declared);
@@ -29,7 +39,8 @@ bool ZMTParamBitField::Import(const Element& element, ImportContext& context) {
         !ImportBits<kBitFieldBitTwice, kBitFieldBitFailed>(*field, context)) {
         return false;
     }
-    FitLength(static_cast<std::uint32_t>(IntegerOrZero(length)), context);
+    const auto declared = static_cast<std::uint32_t>(IntegerOrZero(length));
+    FitLength(context.newer.AreRead() ? DeclaredBits(declared, Size(), MaxLength()) : declared, context);
     if (Length() == 0 || Length() > MaxLength()) {
         Raise<kBitLengthInvalid>(context.log, Length());
         SetLength(MaxLength());

@@ -23,6 +23,10 @@ void AddBlocksAndFunctions(Vocabulary& words) {
         words.Add(row.element);
         words.Add(row.parameterElement);
     }
+    for (const FunctionClassRow& row : kNewerFunctionClasses) {
+        words.Add(row.element);
+        words.Add(row.parameterElement);
+    }
     words.Add("ERParam", Unread, {"ParamDefId", "ParamDefRef"});
 }
 
@@ -38,6 +42,9 @@ void AddDefinitions(Vocabulary& words) {
 
 void AddOperations(Vocabulary& words) {
     for (const char* element : kOpTypeElements) {
+        words.Add(element);
+    }
+    for (const char* element : kNewerOpTypeElements) {
         words.Add(element);
     }
     for (const OpTypeRow& row : kOpTypes) {
@@ -85,6 +92,11 @@ void AddContainerTypes(Vocabulary& words) {
     words.Add("PosX", Unread, {"PosDescription"});
     words.Add("PosY", Unread, {"PosDescription"});
     words.Add("StreamParam");
+    words.Add("TShortStream", Unread, {"TypeRef", "MaxLength"});
+    words.Add("TCStream", Unread, {"TypeRef", "MaxLength", "MediaType"});
+    words.Add("StreamSignal");
+    words.Add("SignalName", Read, {"SignalIdx"});
+    words.Add("SignalBitLength", Read);
 }
 
 Vocabulary MakeVocabulary() {

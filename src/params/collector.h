@@ -19,7 +19,8 @@ class ZMTCollector {
 
 /// The marked kinds.
 constexpr bool IsCollector(ParamKind kind) {
-    return kind == ParamKind::Array || kind == ParamKind::Record || kind == ParamKind::Stream;
+    return kind == ParamKind::Array || kind == ParamKind::Record || kind == ParamKind::ShortStream ||
+           kind == ParamKind::Stream;
 }
 
 }  // namespace tarvex

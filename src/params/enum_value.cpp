@@ -7,14 +7,24 @@
 #include "import/xml/element.h"
 
 namespace tarvex {
+namespace {
+
+/// Newer catalogs carry the name in an attribute, and a sentence or nothing as the text. `isSymbolicFirst`:
+/// which of the two counts where both are there.
+std::string NameText(const Element& element, bool isSymbolicFirst) {
+    std::string text;
+    std::string symbolicName;
+    GetElementText(element, text);
+    GetAttribute(element, "SymbolicName", symbolicName);
+    std::string& first = isSymbolicFirst ? symbolicName : text;
+    return Trim(first).empty() ? (isSymbolicFirst ? text : symbolicName) : first;
+}
+
+}  // namespace
 
 bool ZMTEnumValue::Import(const Element& element, ImportContext& context) {
+    SetName(SanitizeText(Trim(NameText(element, context.newer.AreRead()))));
     std::string text;
-    // Newer catalogs may leave the text out and carry the name in an attribute.
-    if (!GetElementText(element, text) || Trim(text).empty()) {
-        GetAttribute(element, "SymbolicName", text);
-    }
-    SetName(SanitizeText(Trim(text)));
     if (!GetAttribute(element, "Code", text)) {
         return Raise<kEnumValueWithoutCode>(context.log, "Code");
     }

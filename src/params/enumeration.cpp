@@ -40,6 +40,17 @@ bool IsAscending(ItemRange<const ZMTEnumValue> values) {
            }) == values.end();
 }
 
+bool IsOpen(const ZMTEnumValue& value) {
+    return value.CodeMax() == static_cast<std::uint32_t>(kOpenRangeEnd);
+}
+
+bool NeedsTwoBytes(const ZMTEnumValue& value) {
+    const auto needsTwo = [](std::uint32_t code) {
+        return static_cast<std::int32_t>(code) > static_cast<std::int32_t>(kLargestOneByteCode);
+    };
+    return needsTwo(value.CodeMin()) || (needsTwo(value.CodeMax()) && !IsOpen(value));
+}
+
 }  // namespace
 
 bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
@@ -47,9 +58,13 @@ bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
     if (enumElement == nullptr) {
         return false;
     }
-    ImportEnumMax(*enumElement, context);
+    const bool hasMax = ImportEnumMax(*enumElement, context);
     if (ImportTypeRef<kEnumWithoutType>(*enumElement, context)) {
         ImportValues(*enumElement, context);
+    }
+    if (!hasMax) {
+        enumMax_ = std::ranges::any_of(std::as_const(*this).Items(), NeedsTwoBytes) ? kLargestEnumMax
+                                                                                    : kLargestOneByteCode;
     }
     if (enumMax_ > kLargestEnumMax) {
         Raise<kEnumMaxOutOfRange>(context.log, enumMax_, 0, kLargestEnumMax + 1, kLargestEnumMax);
@@ -60,9 +75,13 @@ bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
     return true;
 }
 
-void ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& context) {
+/// False when the codes decide how large they may be.
+bool ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& context) {
     std::string text;
     if (!GetAttribute(enumElement, "TEnumMax", text)) {
+        if (context.newer.AreRead()) {
+            return false;
+        }
         Raise<kEnumWithoutMax>(context.log, "TEnumMax");
     }
     std::int32_t value = 0;
@@ -71,6 +90,7 @@ void ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& cont
         value = kDefaultEnumMax;
     }
     enumMax_ = static_cast<std::uint32_t>(value);
+    return true;
 }
 
 void ZMTParamEnum::ImportValues(const Element& enumElement, ImportContext& context) {
@@ -88,8 +108,12 @@ void ZMTParamEnum::ImportValues(const Element& enumElement, ImportContext& conte
 
 void ZMTParamEnum::CheckCodes(ImportContext& context) {
     const ItemRange<const ZMTEnumValue> values = std::as_const(*this).Items();
+    const bool countsBytes = context.newer.AreRead();  // newer catalogs have codes beyond their own bound
+    const std::uint32_t largest = !countsBytes          ? enumMax_
+                                  : GetBytesInMsg() > 1 ? kLargestEnumMax
+                                                        : kLargestOneByteCode;
     const bool isInRange = std::ranges::all_of(values, [&](const ZMTEnumValue& value) {
-        return value.CodeMin() <= enumMax_ && value.CodeMax() <= enumMax_;
+        return value.CodeMin() <= largest && (value.CodeMax() <= largest || (countsBytes && IsOpen(value)));
     });
     if (!isInRange) {
         Raise<kEnumCodeOutOfRange>(context.log);

@@ -25,7 +25,7 @@ class ZMTParamEnum : public ZMTParamKind<ZMTParamEnum, ZMTListNode<ZMTParam, ZMT
     std::uint32_t EnumMax() const { return enumMax_; }
 
   private:
-    void ImportEnumMax(const Element& enumElement, ImportContext& context);
+    bool ImportEnumMax(const Element& enumElement, ImportContext& context);
     void ImportValues(const Element& enumElement, ImportContext& context);
     void CheckCodes(ImportContext& context);
     void IndexCodes() const;

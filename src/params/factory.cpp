@@ -4,10 +4,12 @@
 #include "params/array.h"
 #include "params/bit_field.h"
 #include "params/boolean.h"
+#include "params/classified_stream.h"
 #include "params/enumeration.h"
 #include "params/fkt_id_bit_stream.h"
 #include "params/number.h"
 #include "params/record.h"
+#include "params/short_stream.h"
 #include "params/stream.h"
 #include "params/string.h"
 #include "params/void.h"
@@ -30,6 +32,7 @@ std::unique_ptr<ZMTParam> MakeStream(const Element& element) {
 struct KindRow {
     const char* typeElement;
     std::unique_ptr<ZMTParam> (*make)(const Element& element);
+    bool isNewer = false;
 };
 constexpr KindRow kKinds[] = {
     {"TNumber", Make<ZMTParamNumber>},
@@ -41,14 +44,16 @@ constexpr KindRow kKinds[] = {
     {"TArray", Make<ZMTParamArray>},
     {"TRecord", Make<ZMTParamRecord>},
     {"TStream", MakeStream},
+    {"TShortStream", Make<ZMTParamShortStream>, true},
+    {"TCStream", Make<ZMTParamClassifiedStream>, true},
 };
 
 /// The kind of the first type element among the direct children; null if there is none.
-const KindRow* FindKind(const Element& parent) {
+const KindRow* FindKind(const Element& parent, NewerForms& newer) {
     for (const Element* child = FirstChildElement(&parent); child != nullptr;
          child = NextSiblingElement(*child)) {
         for (const KindRow& row : kKinds) {
-            if (HasTagName(*child, row.typeElement)) {
+            if (HasTagName(*child, row.typeElement) && (!row.isNewer || newer.Meet())) {
                 return &row;
             }
         }
@@ -58,11 +63,11 @@ const KindRow* FindKind(const Element& parent) {
 
 }  // namespace
 
-std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const Element& element) const {
-    const KindRow* kind = FindKind(element);
+std::unique_ptr<ZMTParam> CatalogParamFactory::Create(const Element& element, NewerForms& newer) const {
+    const KindRow* kind = FindKind(element, newer);
     for (const Element* child = FirstChildElement(&element); kind == nullptr && child != nullptr;
          child = NextSiblingElement(*child)) {
-        kind = FindKind(*child);
+        kind = FindKind(*child, newer);
     }
     return kind == nullptr ? nullptr : kind->make(element);
 }

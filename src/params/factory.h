@@ -9,7 +9,8 @@ namespace tarvex {
 /// Makes the parameter kinds of MOST catalogs.
 class CatalogParamFactory : public ParamFactory {
   public:
-    std::unique_ptr<ZMTParam> Create(const Element& element) const override;
+    /// Kinds of newer catalogs are unknown unless these are read.
+    std::unique_ptr<ZMTParam> Create(const Element& element, NewerForms& newer) const override;
 };
 
 }  // namespace tarvex

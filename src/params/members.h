@@ -21,7 +21,7 @@ bool IsNestedTooDeep(const ZMTParam& param);
 /// parent. Raises kUnknown or kFailed with the element's tag in the name of the container; null then.
 template <const Message& kUnknown, const Message& kFailed>
 std::unique_ptr<ZMTParam> ImportMember(ZMTParam& container, const Element& element, ImportContext& context) {
-    std::unique_ptr<ZMTParam> member = context.paramFactory.Create(element);
+    std::unique_ptr<ZMTParam> member = context.paramFactory.Create(element, context.newer);
     if (!member) {
         container.Raise<kUnknown>(context.log, std::string(element.name));
         return nullptr;

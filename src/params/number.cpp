@@ -47,20 +47,30 @@ void ZMTParamNumber::ImportScale(const Element& number, ImportContext& context) 
     } else {
         Raise<kNumberWithoutExponent>(context.log, "Exponent");
     }
-    if (GetChildElementText(number, "RangeMin", text)) {
-        rangeMin_ = ParseFloat(text);
-    } else {
-        Raise<kNumberWithoutRangeMin>(context.log, "RangeMin");
-    }
-    if (GetChildElementText(number, "RangeMax", text)) {
-        rangeMax_ = ParseFloat(text);
-    } else {
-        Raise<kNumberWithoutRangeMax>(context.log, "RangeMax");
-    }
+    ImportRange(number, context);
     if (GetChildElementText(number, "Step", text)) {
         step_ = ParseFloat(text);
     } else {
         Raise<kNumberWithoutStep>(context.log, "Step");
+    }
+}
+
+void ZMTParamNumber::ImportRange(const Element& number, ImportContext& context) {
+    std::string min;
+    std::string max;
+    const bool hasMin = GetChildElementText(number, "RangeMin", min);
+    const bool hasMax = GetChildElementText(number, "RangeMax", max);
+    rangeMin_ = ParseFloat(min);
+    rangeMax_ = ParseFloat(max);
+    hasRange_ = hasMin && hasMax;
+    if (!hasMin && !hasMax && context.newer.AreRead()) {
+        return;
+    }
+    if (!hasMin) {
+        Raise<kNumberWithoutRangeMin>(context.log, "RangeMin");
+    }
+    if (!hasMax) {
+        Raise<kNumberWithoutRangeMax>(context.log, "RangeMax");
     }
 }
 

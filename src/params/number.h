@@ -11,12 +11,15 @@ class ZMTDefUnit;
 /// A scaled integer: the physical value is the raw one times 10 to the Exponent.
 class ZMTParamNumber : public ZMTParamKind<ZMTParamNumber, ZMTParam, ParamKind::Number>, public ZMTSelector {
   public:
-    /// Raises 66 to 74, 151 and 152; false when type or unit are missing.
+    /// Raises 66 to 74, 151 and 152; false when type or unit are missing. Newer catalogs may leave out both
+    /// bounds.
     bool Import(const Element& element, ImportContext& context) override;
     bool Dump(ZMostTreeLog& treeLog) const override;
 
     bool IsSigned() const { return isSigned_; }
     std::int32_t Exponent() const { return exponent_; }
+    /// The catalog gives both bounds.
+    bool HasRange() const { return hasRange_; }
     /// Bounds and resolution of the physical value; 0 where the catalog gives none.
     double RangeMin() const { return rangeMin_; }
     double RangeMax() const { return rangeMax_; }
@@ -30,10 +33,12 @@ class ZMTParamNumber : public ZMTParamKind<ZMTParamNumber, ZMTParam, ParamKind::
 
   private:
     void ImportScale(const Element& number, ImportContext& context);
+    void ImportRange(const Element& number, ImportContext& context);
     bool ImportBasisType(const Element& number, ImportContext& context);
     bool ImportUnit(const Element& number, ImportContext& context);
 
     bool isSigned_ = false;
+    bool hasRange_ = false;
     std::int32_t exponent_ = 0;
     double rangeMin_ = 0;
     double rangeMax_ = 0;

@@ -30,10 +30,10 @@ bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
         return false;
     }
     std::string text;
-    if (!GetAttribute(*record, "NElements", text)) {
+    const bool hasNElements = GetAttribute(*record, "NElements", text);
+    if (!hasNElements && !context.newer.Meet()) {
         return Raise<kRecordWithoutNElements>(context.log, "NElements");
     }
-    nElements_ = static_cast<std::uint32_t>(IntegerOrZero(text));
     if (!ImportTypeRef<kRecordWithoutType>(*record, context)) {
         return false;
     }
@@ -41,9 +41,11 @@ bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
     if (count == 0) {
         return Raise<kRecordWithoutFields>(context.log, "TRecordField");
     }
-    if (count != nElements_) {
-        Raise<kRecordFieldCountDiffers>(context.log, count, nElements_);
-        nElements_ = count;
+    nElements_ = count;
+    if (const auto declared = static_cast<std::uint32_t>(IntegerOrZero(text));
+        hasNElements && count != declared) {
+        Raise<kRecordFieldCountDiffers>(context.log, count, declared);
+        hasOtherCount_ = true;
     }
     return ImportFields(*record, context);
 }

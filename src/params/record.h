@@ -30,12 +30,16 @@ class ZMTParamRecord
     const ZMTParam* Selector() const { return selector_.Get(); }
     /// Number of fields in the catalog.
     std::uint32_t NElements() const { return nElements_; }
+    /// The catalog says that there is another number of fields than it has, so that nobody knows where the
+    /// record ends.
+    bool HasOtherCount() const { return hasOtherCount_; }
 
   private:
     bool ImportFields(const Element& record, ImportContext& context);
 
     FoundSelector selector_;
     std::uint32_t nElements_ = 0;
+    bool hasOtherCount_ = false;
 };
 
 }  // namespace tarvex

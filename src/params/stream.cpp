@@ -1,16 +1,11 @@
 #include "params/stream.h"
 
-#include <algorithm>
-#include <set>
 #include <string>
-#include <tuple>
-#include <vector>
 
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
 #include "params/members.h"
-#include "params/pos_and_data.h"
 
 namespace tarvex {
 
@@ -21,84 +16,25 @@ bool ZMTParamStream::Import(const Element& element, ImportContext& context) {
         return false;
     }
     std::string text;
-    if (!GetAttribute(*stream, "Length", text)) {
+    const bool hasLength = GetAttribute(*stream, "Length", text);
+    if (!hasLength && !context.newer.Meet()) {
         return Raise<kStreamWithoutLength>(context.log, "Length");
     }
-    length_ = static_cast<std::uint32_t>(IntegerOrZero(text));
+    length_ = hasLength ? static_cast<std::uint32_t>(IntegerOrZero(text)) : kOpen;
     if (!ImportTypeRef<kStreamWithoutType>(*stream, context)) {
         return false;
+    }
+    if (FindChildElement(stream, "StreamCase") == nullptr) {
+        Raise<kStreamWithoutCase>(context.log, "StreamCase");
     }
     ImportCases(*stream, context);
     return true;
 }
 
-/// Two cases hold the same position when they stand for the same coordinates.
-void ZMTParamStream::ImportCases(const Element& stream, ImportContext& context) {
-    const Element* child = FindChildElement(&stream, "StreamCase");
-    if (child == nullptr) {
-        Raise<kStreamWithoutCase>(context.log, "StreamCase");
-        return;
-    }
-    std::set<std::tuple<std::string, std::uint32_t, std::uint32_t>> positions;
-    for (; child != nullptr; child = FindNextSiblingElement(*child, "StreamCase")) {
-        auto streamCase = std::make_unique<ZMTParamStreamCase>();
-        streamCase->SetParent(this);
-        if (!streamCase->Import(*child, context)) {
-            Raise<kStreamCaseFailed>(context.log, "StreamCase");
-        } else if (!positions.emplace(streamCase->PosXString(), streamCase->PosYMin(), streamCase->PosYMax())
-                        .second) {
-            Raise<kStreamCaseTwice>(context.log, streamCase->PosYMin());
-        } else {
-            Append(std::move(streamCase));
-        }
-    }
-    if (HasOverlappingCases()) {
-        Raise<kStreamCasesOverlap>(context.log);
-    }
-}
-
-/// Whether the selector is signed is not known yet. A range that is reversed as a signed one is meant
-/// unsigned.
-bool ZMTParamStream::HasOverlappingCases() const {
-    struct Range {
-        std::int64_t min;
-        std::int64_t max;
-    };
-    std::vector<Range> ranges;
-    for (const ZMTParamStreamCase& streamCase : Items()) {
-        const auto min = static_cast<std::int32_t>(streamCase.PosYMin());
-        const auto max = static_cast<std::int32_t>(streamCase.PosYMax());
-        const Range range = min <= max ? Range{min, max} : Range{streamCase.PosYMin(), streamCase.PosYMax()};
-        if (range.min <= range.max) {
-            ranges.push_back(range);
-        }
-    }
-    std::ranges::sort(ranges, {}, &Range::min);
-    // In ascending order of their beginnings, two ranges that meet leave two neighbours that do.
-    return std::ranges::adjacent_find(
-               ranges, [](const Range& a, const Range& b) { return b.min <= a.max; }) != ranges.end();
-}
-
-bool ZMTParamStream::Resolve(ImportContext& context) {
-    if (!ZMTParam::Resolve(context)) {
-        return false;
-    }
-    selector_.Set(nullptr);
-    ResolveOrDelete(context);
-    return true;
-}
-
-bool ZMTParamStream::BindSelector(const ZMTParam& selector) {
-    if (Selector() == nullptr) {
-        selector_.Set(&selector);
-    }
-    return Selector() == &selector;
-}
-
 bool ZMTParamStream::Dump(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, "PARAMSTREAM: " + GetName());
     DumpParamLines(treeLog);
-    DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(Selector())));
+    DumpSelector(treeLog);
     DumpLine(treeLog, FormatText(".Length: %d", length_));
     DumpAll(treeLog);
     return true;

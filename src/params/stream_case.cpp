@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "import/log/messages.h"
@@ -11,6 +12,7 @@
 #include "params/members.h"
 #include "params/pos_and_data.h"
 #include "params/stream.h"
+#include "params/stream_signal.h"
 
 namespace tarvex {
 namespace {
@@ -35,13 +37,32 @@ const ZMTParam* FindSelecting(const ZMTNode& scope, const std::string& name) {
     return selector != nullptr && IsContainer(*selector) && !FindSelector(*selector) ? nullptr : selector;
 }
 
+/// Parameters by position and sequence.
+using PlacedParams = std::map<std::pair<std::uint32_t, std::uint32_t>, std::unique_ptr<ZMTParam>>;
+
+/// Some have sequence numbers, which are 1, 2, 3, ... without regard to positions.
+bool IsUnbroken(const PlacedParams& params) {
+    std::set<std::uint32_t> sequences;
+    std::size_t count = 0;
+    for (const auto& [place, param] : params) {
+        sequences.insert(place.second);
+        count += place.second != 0 ? 1 : 0;
+    }
+    sequences.erase(0);
+    return count > 0 && sequences.size() == count && *sequences.rbegin() == count;
+}
+
+bool HasSequence(const std::unique_ptr<ZMTParam>& param) {
+    return param->Sequence() != 0;
+}
+
 }  // namespace
 
 ZMTParamStreamCase::ZMTParamStreamCase() : ZMTParamKind(kCaseWithoutSelector) {}
 
 bool ZMTParamStreamCase::Import(const Element& element, ImportContext& context) {
     return ImportParamName(element, context) && ImportParamPos(element, context) &&
-           ImportRange(element, context) && ImportParams(element, context) && CheckSequences(context);
+           ImportRange(element, context) && ImportContent(element, context);
 }
 
 bool ZMTParamStreamCase::ImportRange(const Element& element, ImportContext& context) {
@@ -61,15 +82,29 @@ bool ZMTParamStreamCase::ImportRange(const Element& element, ImportContext& cont
     return true;
 }
 
-/// Reads the parameters and puts them in order.
-bool ZMTParamStreamCase::ImportParams(const Element& element, ImportContext& context) {
-    const Element* child = FindChildElement(&element, "StreamParam");
-    if (child == nullptr) {
+/// Reads what the case is made of: parameters, in newer catalogs also signals or just bytes.
+bool ZMTParamStreamCase::ImportContent(const Element& element, ImportContext& context) {
+    const Element* param = FindChildElement(&element, "StreamParam");
+    const Element* signal = context.newer.AreRead() ? FindChildElement(&element, "StreamSignal") : nullptr;
+    if (param != nullptr && signal != nullptr) {
+        return Raise<kStreamSignalsAndParams>(context.log);
+    }
+    if (param != nullptr) {
+        return ImportParams(param, context);
+    }
+    if (signal != nullptr) {
+        return ImportSignals(signal, context);
+    }
+    if (!context.newer.AreRead()) {
         Raise<kStreamCaseWithoutParam>(context.log, "StreamParam");
         Raise<kEmptyStreamCaseUnsupported>(context.log);
-        return true;
     }
-    std::map<std::pair<std::uint32_t, std::uint32_t>, std::unique_ptr<ZMTParam>> params;
+    return true;
+}
+
+/// Reads the parameters from the first on and puts them in order.
+bool ZMTParamStreamCase::ImportParams(const Element* child, ImportContext& context) {
+    PlacedParams params;
     for (; child != nullptr; child = FindNextSiblingElement(*child, "StreamParam")) {
         auto param = ImportMember<kStreamParamUnknown, kStreamParamFailed>(*this, *child, context);
         if (!param) {
@@ -85,32 +120,78 @@ bool ZMTParamStreamCase::ImportParams(const Element& element, ImportContext& con
             place = std::move(param);
         }
     }
+    const bool isGroup = context.newer.AreRead() && IsUnbroken(params);
+    Params ordered;
     for (auto& [position, param] : params) {
+        ordered.push_back(std::move(param));
+    }
+    if (!CheckSequences(ordered, isGroup, context) || (isGroup && !OrderGroup(ordered, context))) {
+        return false;
+    }
+    for (auto& param : ordered) {
         Append(std::move(param));
     }
     return true;
 }
 
-/// The positions are 1, 2, 3, ...; those of one position have no sequence numbers or have 1, 2, 3, ...
-bool ZMTParamStreamCase::CheckSequences(ImportContext& context) {
+/// Reads the signals from the first on; their indices are 1, 2, 3, ... in any order.
+bool ZMTParamStreamCase::ImportSignals(const Element* child, ImportContext& context) {
+    std::map<std::uint32_t, std::unique_ptr<ZMTParamStreamSignal>> signals;
+    for (; child != nullptr; child = FindNextSiblingElement(*child, "StreamSignal")) {
+        auto signal = std::make_unique<ZMTParamStreamSignal>();
+        signal->SetParent(this);
+        if (!signal->Import(*child, context)) {
+            return Raise<kStreamSignalFailed>(context.log, "StreamSignal");
+        }
+        const std::uint32_t pos = signal->ParamPos();
+        if (!signals.try_emplace(pos, std::move(signal)).second) {
+            Raise<kStreamSignalTwice>(context.log, pos);
+        }
+    }
+    for (auto& [pos, signal] : signals) {
+        if (pos != Size() + 1) {
+            return Raise<kGapInStreamSignals>(context.log, signal->GetName());
+        }
+        Append(std::move(signal));
+    }
+    return true;
+}
+
+/// The positions are 1, 2, 3, ...; those of one position have no sequence numbers or have 1, 2, 3, ...,
+/// unless they are numbered across positions.
+bool ZMTParamStreamCase::CheckSequences(const Params& params, bool isAcross, ImportContext& context) {
     std::uint32_t pos = 0;
     std::uint32_t sequence = 0;
-    for (const ZMTParam& param : Items()) {
-        if (param.ParamPos() == pos) {
+    for (const auto& param : params) {
+        if (param->ParamPos() == pos) {
             if (sequence == 0) {
                 return Raise<kSequenceMissing>(context.log);
             }
-        } else if (param.ParamPos() == pos + 1) {
+        } else if (param->ParamPos() == pos + 1) {
             ++pos;
             sequence = 0;
         } else {
-            return Raise<kGapInStreamCase>(context.log, param.GetName());
+            return Raise<kGapInStreamCase>(context.log, param->GetName());
         }
-        if (param.Sequence() != 0 && param.Sequence() != sequence + 1) {
+        if (param->Sequence() != 0 && param->Sequence() != sequence + 1 && !isAcross) {
             return Raise<kSequenceBroken>(context.log);
         }
-        sequence = param.Sequence();
+        sequence = param->Sequence();
         seqCnt_ = std::max(seqCnt_, sequence);
+    }
+    return true;
+}
+
+/// Puts the parameters of the group, which stand behind each other, in the order of their sequence.
+bool ZMTParamStreamCase::OrderGroup(Params& params, ImportContext& context) {
+    const auto first = std::ranges::find_if(params, HasSequence);
+    const auto end = std::find_if_not(first, params.end(), HasSequence);
+    if (std::any_of(end, params.end(), HasSequence)) {
+        return Raise<kSequenceBroken>(context.log);
+    }
+    std::sort(first, end, [](const auto& a, const auto& b) { return a->Sequence() < b->Sequence(); });
+    if (end == params.end()) {
+        repeatedFrom_ = static_cast<unsigned>(first - params.begin());
     }
     return true;
 }
@@ -119,8 +200,8 @@ bool ZMTParamStreamCase::Resolve(ImportContext& context) {
     if (!ZMTParam::Resolve(context)) {
         return false;
     }
-    if (const ZMTParam* selector = FindCaseSelector()) {
-        auto& stream = *static_cast<ZMTParamStream*>(GetParent());
+    if (const ZMTParam* selector = FindCaseSelector(context.newer.AreRead())) {
+        auto& stream = *static_cast<ZMTParamCaseStream*>(GetParent());
         if (!stream.BindSelector(*selector)) {
             return Raise<kSecondSelector>(context.log);
         }
@@ -131,17 +212,22 @@ bool ZMTParamStreamCase::Resolve(ImportContext& context) {
     return true;
 }
 
-/// What the x coordinate names beside the stream, else the "Pos" there.
-const ZMTParam* ZMTParamStreamCase::FindCaseSelector() const {
+/// What the x coordinate names beside the stream (`looksOutward`: or around it, as far as the operation),
+/// else the "Pos" beside it.
+const ZMTParam* ZMTParamStreamCase::FindCaseSelector(bool looksOutward) const {
     const ZMTNode* stream = GetParent();
-    if (stream == nullptr || !stream->IsType(kParamStream) || stream->GetParent() == nullptr) {
+    if (stream == nullptr || stream->GetParent() == nullptr) {
         return nullptr;
     }
-    const ZMTNode& scope = *stream->GetParent();
+    const ZMTNode* const beside = stream->GetParent();
     const std::string name =
         NamesEqual(posXString_, kNoCoordinate) ? std::string() : SanitizeName(posXString_);
-    const ZMTParam* named = name.empty() ? nullptr : FindSelecting(scope, name);
-    return named != nullptr ? named : FindSelecting(scope, kPosName);
+    const ZMTParam* named = nullptr;
+    for (const ZMTNode* scope = beside; !name.empty() && named == nullptr && scope != nullptr;
+         scope = looksOutward && !scope->IsType(kOperation) ? scope->GetParent() : nullptr) {
+        named = FindSelecting(*scope, name);
+    }
+    return named != nullptr ? named : FindSelecting(*beside, kPosName);
 }
 
 std::string ZMTParamStreamCase::NameBy(const ZMTParam& selector) const {

@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "catalog/list_node.h"
 #include "params/param_kind.h"
@@ -12,15 +14,15 @@ namespace tarvex {
 /// The text of a coordinate that a catalog leaves open.
 inline constexpr const char* kNoCoordinate = "#NULL#";
 
-/// The parameters that a stream holds while its selector has a value of a certain range, in the order in
-/// which they stand in the message.
+/// What a stream holds while its selector has a value of a certain range: parameters or, in newer catalogs,
+/// signals, in the order in which they stand in the message. Without any, just bytes.
 class ZMTParamStreamCase
     : public ZMTParamKind<ZMTParamStreamCase, ZMTListNode<ZMTParam, ZMTParam>, ParamKind::StreamCase> {
   public:
     ZMTParamStreamCase();
 
-    /// Reads a "StreamCase" element; raises 17 to 26, false at the first parameter or range that is of no
-    /// use.
+    /// Reads a "StreamCase" element; raises 17 to 26 and 206 to 215, false at the first parameter, signal or
+    /// range that is of no use.
     bool Import(const Element& element, ImportContext& context) override;
     /// Finds the selector and takes a name from it. Raises 27 and fails when the stream has another selector
     /// already. A parameter that fails is deleted; the case stays.
@@ -42,18 +44,28 @@ class ZMTParamStreamCase
     bool AdmitsX(unsigned x) const { return !hasRangeX_ || (posXMin_ <= x && x <= posXMax_); }
     /// The highest sequence number among the parameters; 0 when none has one.
     std::uint32_t SeqCnt() const { return seqCnt_; }
+    /// The slot from which on the parameters are a group that repeats to the end of the stream; kNotRepeated
+    /// when each stands once.
+    unsigned RepeatedFrom() const { return repeatedFrom_; }
+    static constexpr unsigned kNotRepeated = ~0U;
 
   private:
     bool ImportRange(const Element& element, ImportContext& context);
-    bool ImportParams(const Element& element, ImportContext& context);
-    bool CheckSequences(ImportContext& context);
-    const ZMTParam* FindCaseSelector() const;
+    bool ImportContent(const Element& element, ImportContext& context);
+    bool ImportParams(const Element* child, ImportContext& context);
+    bool ImportSignals(const Element* child, ImportContext& context);
+    using Params = std::vector<std::unique_ptr<ZMTParam>>;
+
+    bool CheckSequences(const Params& params, bool isAcross, ImportContext& context);
+    bool OrderGroup(Params& params, ImportContext& context);
+    const ZMTParam* FindCaseSelector(bool looksOutward) const;
     std::string NameBy(const ZMTParam& selector) const;
 
     std::string posXString_;
     std::uint32_t posYMin_ = 0;
     std::uint32_t posYMax_ = 0;
     std::uint32_t seqCnt_ = 0;
+    unsigned repeatedFrom_ = kNotRepeated;
     bool hasRangeX_ = false;
     std::uint32_t posXMin_ = 0;
     std::uint32_t posXMax_ = 0;

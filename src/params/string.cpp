@@ -25,7 +25,7 @@ bool ZMTParamString::Import(const Element& element, ImportContext& context) {
         return false;
     }
     std::string text;
-    if (!GetAttribute(*stringElement, "MaxSize", text)) {
+    if (!GetAttribute(*stringElement, "MaxSize", text) && !context.newer.Meet()) {
         return Raise<kStringWithoutMaxSize>(context.log, "MaxSize");
     }
     maxSize_ = ReadMaxSize(text);

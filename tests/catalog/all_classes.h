@@ -7,12 +7,15 @@
 #include "params/array.h"
 #include "params/bit_field.h"
 #include "params/boolean.h"
+#include "params/classified_stream.h"
 #include "params/enumeration.h"
 #include "params/fkt_id_bit_stream.h"
 #include "params/number.h"
 #include "params/record.h"
+#include "params/short_stream.h"
 #include "params/stream.h"
 #include "params/stream_case.h"
+#include "params/stream_signal.h"
 #include "params/string.h"
 #include "params/void.h"
 
@@ -49,6 +52,9 @@ inline constexpr ClassRow kClasses[] = {
     {"bit field", MakeNode<ZMTParamBitField>, 17},
     {"void", MakeNode<ZMTParamVoid>, 18},
     {"function-ID bit stream", MakeNode<ZMTParamFktIDBitStream>, 20},
+    {"short stream", MakeNode<ZMTParamShortStream>, 21},
+    {"classified stream", MakeNode<ZMTParamClassifiedStream>, 22},
+    {"stream signal", MakeNode<ZMTParamStreamSignal>, 23},
     {"definitions", MakeNode<ZMTDefinition>, 100},
     {"definition", MakeNode<ZMTDef>, 101},
     {"type definition", MakeNode<ZMTDefType>, 102},

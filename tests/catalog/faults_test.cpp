@@ -19,25 +19,30 @@ namespace {
 
 const std::string kCatalogPath = std::string(TARVEX_TEST_DATA) + "/faults.xml";
 const std::string kLogPath = std::string(TARVEX_TEST_DATA) + "/faults.log";
+/// The same for the forms of newer catalogs.
+const std::string kNewerCatalogPath = std::string(TARVEX_TEST_DATA) + "/newer_faults.xml";
+const std::string kNewerLogPath = std::string(TARVEX_TEST_DATA) + "/newer_faults.log";
 
 /// The numbers that no catalog can cause, or none of a size that fits here.
 constexpr unsigned kElsewhere[] = {
-    28,  36,  41,  48,  66,
-    77,  86,  95,  100,  // a parameter without its type element, which is none of its kind
-    23,  103, 107, 133,  // a node that fails and never does in a catalog
-    110,                 // 4,097 error functions
+    28,  36,  41,  48,  66,  77,
+    86,  95,  100, 201, 204,  // a parameter without its type element, which is none of its kind
+    23,  103, 107, 133,       // a node that fails and never does in a catalog
+    110,                      // 4,097 error functions
 };
 
 /// An import of the catalog of faults; an empty log path writes no log.
 struct FaultsImport {
-    explicit FaultsImport(const std::string& logPath, std::set<std::uint32_t> exclusions = {}) {
+    explicit FaultsImport(const std::string& logPath, std::set<std::uint32_t> exclusions = {},
+                          bool isNewer = false) {
         ZMostFCatManager manager;
+        manager.ReadNewer = isNewer;
         manager.ImportLogExclusions = std::move(exclusions);
         manager.MessageSink = [this](const std::string& text, ImportEvent /*event*/) {
             console.push_back(text);
         };
         std::string name;
-        ok = manager.Import(name, kCatalogPath, 1, logPath);
+        ok = manager.Import(name, isNewer ? kNewerCatalogPath : kCatalogPath, 1, logPath);
     }
 
     bool ok = false;
@@ -57,11 +62,22 @@ std::string ExpectedLog() {
     return std::regex_replace(ReadFile(kLogPath), std::regex("@PATH@"), kCatalogPath);
 }
 
+std::string ExpectedNewerLog() {
+    return std::regex_replace(ReadFile(kNewerLogPath), std::regex("@PATH@"), kNewerCatalogPath);
+}
+
 TEST(Faults, WholeLogIsAsWritten) {
     const TempDir dir;
     const FaultsImport import(dir.File("faults.log"));
     EXPECT_TRUE(import.ok);
     EXPECT_EQ(ReadFile(dir.File("faults.log")), ExpectedLog());
+}
+
+TEST(Faults, WholeLogOfANewerCatalogIsAsWritten) {
+    const TempDir dir;
+    const FaultsImport import(dir.File("faults.log"), {}, true);
+    EXPECT_TRUE(import.ok);
+    EXPECT_EQ(ReadFile(dir.File("faults.log")), ExpectedNewerLog());
 }
 
 TEST(Faults, EveryNumberThatACatalogCanCauseIsThere) {
@@ -74,7 +90,9 @@ TEST(Faults, EveryNumberThatACatalogCanCauseIsThere) {
     for (const unsigned number : kElsewhere) {
         EXPECT_EQ(numbers.erase(number), 1U) << number;
     }
-    EXPECT_EQ(NumbersIn(ReadFile(kLogPath)), numbers);
+    std::set<unsigned> found = NumbersIn(ReadFile(kLogPath));
+    found.merge(NumbersIn(ReadFile(kNewerLogPath)));
+    EXPECT_EQ(found, numbers);
 }
 
 TEST(Faults, ConsoleTellsOnlyTheTotals) {

@@ -363,7 +363,7 @@ TEST(ParameterAssignment, TakesStepsFromTheRun) {
             if (!isEnough && row.steps == 0) {
                 continue;
             }
-            import.Context().run = RunAllowance(Cost{row.steps - (isEnough ? 0 : 1), 0, 0});
+            import.Context().run = RunAllowance(Cost{row.steps - (isEnough ? 0 : 1), 10'000, 0});
             ZMTFunction function;
             if (isEnough) {
                 function.ImportErrorFunction(*element, import.Context());

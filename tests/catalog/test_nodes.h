@@ -56,7 +56,7 @@ class PlannedParam : public ZMTParam {
 /// cannot be cloned, "copy" for one whose clones cannot, "resolve" and "memory" for one that fails there.
 class PlannedFactory : public ParamFactory {
   public:
-    std::unique_ptr<ZMTParam> Create(const Element& element) const override {
+    std::unique_ptr<ZMTParam> Create(const Element& element, NewerForms& /*newer*/) const override {
         std::string fails;
         GetAttribute(element, "Fails", fails);
         if (fails == "memory") {

@@ -100,11 +100,11 @@ TEST(ArrayItem, OpenArrayTakesTheWholeMessage) {
     const ZMostParameter& list = *decoded->items.Items()[0];
     EXPECT_EQ(list.Bytes().size(), 1000U);
     EXPECT_EQ(list.GetType(), kParamArray);
-    EXPECT_EQ(FirstEntryNumber(list), 1U);
+    EXPECT_EQ(list.EntryNumber(0), 1U);
     ASSERT_NE(list.Members(), nullptr);
     ASSERT_EQ(list.Members()->Items().size(), 1000U);
     EXPECT_EQ(list.Members()->Items()[999]->Offset(), 999U);
-    EXPECT_EQ(FirstEntryNumber(*list.Members()->Items()[0]), 0U);
+    EXPECT_EQ(list.Members()->Items()[0]->EntryNumber(0), 0U);
 }
 
 constexpr ArrayRow kPositions[] = {

@@ -20,20 +20,20 @@ std::string StatusOf(const std::vector<ParamOf>& params) {
     return CatalogOfParams(xml);
 }
 
-void ShowItems(const ZMostParameterListBaseInfo& items, unsigned firstNumber, std::string& out) {
-    unsigned number = firstNumber;
+void ShowItems(const ZMostParameterListBaseInfo& items, const ZMostParameter* container, std::string& out) {
+    std::size_t index = 0;
     for (const auto& item : items.Items()) {
         if (item != items.Items().front()) {
             out += ' ';
         }
-        if (firstNumber != 0) {
-            out += "[" + std::to_string(number++) + "]";
+        if (const unsigned number = container == nullptr ? 0 : container->EntryNumber(index++); number != 0) {
+            out += "[" + std::to_string(number) + "]";
         }
         out += item->GetLabel() + "@" + std::to_string(item->Offset()) + "+" +
                std::to_string(item->Bytes().size()) + "=" + item->GetText();
         if (item->Members() != nullptr) {
             out += '<';
-            ShowItems(*item->Members(), FirstEntryNumber(*item), out);
+            ShowItems(*item->Members(), item.get(), out);
             out += '>';
         }
     }
@@ -137,7 +137,7 @@ std::string Decoding::Shown(std::string_view hex) const {
 
 std::string Shown(const DecodedMessage& decoded) {
     std::string out;
-    ShowItems(decoded.items, 0, out);
+    ShowItems(decoded.items, nullptr, out);
     for (const std::string& fault : decoded.faults) {
         out += (out.empty() ? "!" : " !") + fault;
     }

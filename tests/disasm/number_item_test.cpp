@@ -174,12 +174,18 @@ constexpr SizeRow kSizes[] = {
     {"type_unsigned_long", 3, "0", "FF FF FF", "16777215"},
     {"type_unsigned_long", 3, "-2", "FF FF FF", "167772.15"},
     {"type_signed_long", 3, "0", "7F FF FF", "8388607"},
-    // There is no raw value of more than four bytes, and none of no bytes.
-    {"type_unsigned_long", 5, "0", "01 02 03 04 05", "0"},
-    {"type_unsigned_long", 8, "0", "00 00 00 00 00 00 00 01", "0"},
-    {"type_signed_long", 8, "3", "FF FF FF FF FF FF FF FF", "0"},
-    {"type_unsigned_long", 0, "0", "", "0"},
+    // There is no raw value of more than four bytes, which is told.
+    {"type_unsigned_long", 5, "0", "01 02 03 04 05", "0 !byte 0: Level has 5 bytes, too many for a value"},
+    {"type_unsigned_long", 8, "0", "00 00 00 00 00 00 00 01",
+     "0 !byte 0: Level has 8 bytes, too many for a value"},
+    {"type_signed_long", 8, "3", "FF FF FF FF FF FF FF FF",
+     "0 !byte 0: Level has 8 bytes, too many for a value"},
 };
+
+TEST(NumberItem, TypeWithoutASizeEndsTheMessage) {
+    EXPECT_EQ(OfSize("type_unsigned_long", 0, "0").Shown("01 02"),
+              "!byte 0: Level has a type without a size (message 3); the rest is 01 02");
+}
 
 TEST(NumberItem, SizesBeyondFourBytesHaveNoValue) {
     for (const SizeRow& row : kSizes) {

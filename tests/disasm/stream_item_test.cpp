@@ -167,10 +167,14 @@ TEST(StreamItem, OnlyCaseStandsWhenNothingSelects) {
     Expect(Decoding({{"S", Stream(Case("#NULL#", "3", {{"1", "A", kUByte}}))}}), kOnly);
 }
 
-TEST(StreamItem, WithoutSelectorSeveralCasesOrNoneDoNotFit) {
+TEST(StreamItem, WithoutSelectorSeveralCasesDoNotFit) {
     const StreamRow rows[] = {{"05", "!byte 0: S has no case that fits"},
                               {"", "!byte 0: S has no case that fits"}};
     Expect(Decoding({{"S", ThreeCases("#NULL#")}}), rows);
+}
+
+TEST(StreamItem, WithoutCasesItIsBytes) {
+    const StreamRow rows[] = {{"05 06", "S@0+2=05 06<>"}, {"", "S@0+0=<>"}};
     Expect(Decoding({{"S", Stream("")}}), rows);
 }
 
@@ -204,9 +208,9 @@ TEST(StreamItem, ParametersStandByPositionAndSequence) {
            kSequences);
 }
 
-TEST(StreamItem, CaseWithoutParametersTakesNoBytes) {
+TEST(StreamItem, CaseWithoutParametersIsBytes) {
     const StreamRow rows[] = {{"01", "Mode@0+1=1 S@1+0=(Mode=0x01)<>"},
-                              {"01 05", "Mode@0+1=1 S@1+0=(Mode=0x01)<> !byte 1: 1 byte left over"}};
+                              {"01 05 FF", "Mode@0+1=1 S@1+2=(Mode=0x01) 05 FF<>"}};
     Expect(Decoding({{"Mode", kUByte}, {"S", Stream(Case("Mode", "1", {}))}}), rows);
 }
 

@@ -86,7 +86,7 @@ TEST(SignalLimits, AllSignalsShareABudgetOfValueDescriptions) {
     msgblk* message = manager.CreateMessage(nullptr, 0);
     SignalBudget budget;
     budget.descriptions = Allowance(5);
-    SignalWriter signals(manager, aliases, true, budget);
+    SignalWriter signals(manager, aliases, SignalOptions(), budget);
     signals.Write(*message, *operation);
     EXPECT_TRUE(signals.IsCut());
     EXPECT_EQ(ValuesOf(manager.GetSignal(*message, "A")), (std::vector<unsigned>{1, 2, 3, 4}));
@@ -103,7 +103,7 @@ TEST(SignalLimits, AllMessagesShareABudgetOfSignals) {
     const AliasNames aliases;
     SignalBudget budget;
     budget.signals = Allowance(4);
-    SignalWriter signals(manager, aliases, true, budget);
+    SignalWriter signals(manager, aliases, SignalOptions(), budget);
     msgblk* first = manager.CreateMessage(nullptr, 0);
     msgblk* second = manager.CreateMessage(nullptr, 0);
     EXPECT_EQ(signals.Write(*first, *operation), 3);
@@ -142,7 +142,7 @@ TEST(SignalLimits, SignalsAndDescriptionsTakeFromTheRun) {
         KestrelWriteManager manager(nullptr);
         const AliasNames aliases;
         msgblk* message = manager.CreateMessage(nullptr, 0);
-        SignalWriter signals(manager, aliases, true, SignalBudget(0, RunAllowance(row.part)));
+        SignalWriter signals(manager, aliases, SignalOptions(), SignalBudget(0, RunAllowance(row.part)));
         EXPECT_EQ(signals.Write(*message, *operation), 3);
         std::size_t signalCount = 0;
         std::size_t descriptionCount = 0;
@@ -166,7 +166,8 @@ TEST(SignalLimits, ALongNameTakesMoreSteps) {
     for (const std::size_t steps : {200U, 199U}) {
         KestrelWriteManager manager(nullptr);
         const AliasNames aliases;
-        SignalWriter signals(manager, aliases, true, SignalBudget(0, RunAllowance(Cost{steps, 1000, 1000})));
+        SignalWriter signals(manager, aliases, SignalOptions(),
+                             SignalBudget(0, RunAllowance(Cost{steps, 1000, 1000})));
         signals.Write(*manager.CreateMessage(nullptr, 0), *operation);
         EXPECT_EQ(signals.IsCut(), steps < 200);
     }
@@ -211,7 +212,7 @@ TEST(SignalLimits, OneSignalTakesSoManyValueDescriptions) {
         KestrelWriteManager manager(nullptr);
         const AliasNames aliases;
         msgblk* message = manager.CreateMessage(nullptr, 0);
-        SignalWriter signals(manager, aliases, true, budget);
+        SignalWriter signals(manager, aliases, SignalOptions(), budget);
         EXPECT_EQ(signals.Write(*message, *conversion.Catalog().GetAt(0x22)->GetAt(0x400)->GetAt(12)), 2);
         EXPECT_FALSE(signals.IsCut());
         EXPECT_EQ(DescribedIn(manager.GetSignal(*message, "Mode")), row.described);

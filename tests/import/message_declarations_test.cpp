@@ -181,6 +181,23 @@ constexpr NumberedMessage kListed[] = {
     {150, 'E', "No matching sub element found"},
     {151, 'E', "Type definition not found"},
     {152, 'E', "Cannot find unit definition"},
+
+    // Short and classified streams, stream signals
+    {201, 'E', "Can not find element <%s>"},
+    {202, 'E', "Missing required attribute %s"},
+    {203, 'W', "Failed to analyze value '%s'"},
+    {204, 'E', "Can not find element <%s>"},
+    {205, 'E', "Missing required attribute %s"},
+    {206, 'E', "Can not find element <%s>"},
+    {207, 'E', "Missing required attribute %s"},
+    {208, 'E', "Invalid parameter position %d"},
+    {209, 'E', "Can not find element <%s>"},
+    {210, 'E', "Failed to analyze value '%s'"},
+    {211, 'E', "Value '%d' out of range [%d, %d)"},
+    {212, 'E', "Failed to import element <%s>"},
+    {213, 'W', "Double definition of element at position %d"},
+    {214, 'E', "Gap in parameter set before parameter '%s'"},
+    {215, 'E', "<StreamCase> with both <StreamParam> and <StreamSignal>"},
 };
 
 /// A message as the list, the declarations and the document have it: "1 warning Can not find element <%s>".

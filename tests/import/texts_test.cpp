@@ -97,10 +97,11 @@ constexpr ExpectedText kExpected[] = {
     {19018, "Importer messages"},
     {19021, "Error #%04u in '%s':\n  %s\n"},
     {19022, "Warning #%04u in '%s':\n  %s\n"},
+    {19101, "<StreamCase> with both <StreamParam> and <StreamSignal>"},
 };
 
-constexpr unsigned kNumbersWithoutText[] = {0,     1,     18150, 18167, 18168, 18171,
-                                            18175, 18185, 18189, 19024, 19036};
+constexpr unsigned kNumbersWithoutText[] = {0,     1,     18150, 18167, 18168, 18171, 18175,
+                                            18185, 18189, 19024, 19036, 19100, 19102};
 
 TEST(Texts, EveryTextIsLoadedByItsNumber) {
     for (const auto& [number, text] : kExpected) {

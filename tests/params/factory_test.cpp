@@ -17,9 +17,10 @@ namespace tarvex::test::factory_test {
 namespace {
 
 /// The type code of the parameter made for an element, -1 if none is.
-int KindOf(const std::string& content) {
+int KindOf(const std::string& content, bool readsNewer = false) {
     const ParsedElement element("<PUParam><ParamName>P</ParamName>" + content + "</PUParam>");
-    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element);
+    NewerForms newer(readsNewer);
+    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element, newer);
     return param ? param->GetType() : -1;
 }
 
@@ -31,12 +32,16 @@ constexpr KindCase kKinds[] = {
     {"TNumber", 13}, {"TEnum", 14}, {"TString", 16}, {"TBool", 10},  {"TBitField", 17},
     {"TVoid", 18},   {"TArray", 8}, {"TRecord", 9},  {"TStream", 6},
 };
+constexpr KindCase kNewerKinds[] = {{"TShortStream", 21}, {"TCStream", 22}};
 
 TEST(Factory, MakesEveryKindThatHasATypeElement) {
     // The base and the parts of other kinds have none, and the function-ID bit stream shares that of the
     // stream.
-    std::set<int> codes = {5, 7, 11, 20};
+    std::set<int> codes = {5, 7, 11, 20, 23};
     for (const KindCase& row : kKinds) {
+        EXPECT_TRUE(codes.insert(row.code).second) << row.element;
+    }
+    for (const KindCase& row : kNewerKinds) {
         EXPECT_TRUE(codes.insert(row.code).second) << row.element;
     }
     std::set<int> all;
@@ -49,6 +54,20 @@ TEST(Factory, MakesEveryKindThatHasATypeElement) {
 TEST(Factory, ReadsTheTypeElementOfEveryKind) {
     for (const KindCase& row : kKinds) {
         EXPECT_NE(CatalogVocabulary().Find(row.element), nullptr) << row.element;
+    }
+    for (const KindCase& row : kNewerKinds) {
+        EXPECT_NE(CatalogVocabulary().Find(row.element), nullptr) << row.element;
+    }
+}
+
+TEST(Factory, MakesKindsOfNewerCatalogsWhereTheseAreRead) {
+    for (const KindCase& row : kNewerKinds) {
+        SCOPED_TRACE(row.element);
+        const std::string type = std::string("<") + row.element + "/>";
+        EXPECT_EQ(KindOf(type, true), row.code);
+        EXPECT_EQ(KindOf("<Wrapper>" + type + "</Wrapper>", true), row.code);
+        EXPECT_EQ(KindOf(type, false), -1);
+        EXPECT_EQ(KindOf(type + "<TNumber/>", false), 13);
     }
 }
 
@@ -94,7 +113,8 @@ TEST(Factory, PrefersTheDirectChild) {
 
 TEST(Factory, MakesEmptyParameters) {
     const ParsedElement element("<PUParam><ParamName>P</ParamName><TVoid TypeRef=\"type_void\"/></PUParam>");
-    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element);
+    NewerForms newer;
+    const std::unique_ptr<ZMTParam> param = CatalogParamFactory().Create(*element, newer);
     ASSERT_NE(param, nullptr);
     EXPECT_EQ(param->GetName(), "");
     EXPECT_EQ(param->GetParent(), nullptr);

@@ -10,5 +10,6 @@ int main() {
     type.name = "TNumber";
     tarvex::Element param;
     param.firstChild = &type;
-    std::printf("kind %d\n", static_cast<int>(tarvex::CatalogParamFactory().Create(param)->GetType()));
+    tarvex::NewerForms newer;
+    std::printf("kind %d\n", static_cast<int>(tarvex::CatalogParamFactory().Create(param, newer)->GetType()));
 }

@@ -18,12 +18,15 @@ inline std::vector<ParamKind> AllParamKinds() {
             case ParamKind::BitField:
             case ParamKind::Bool:
             case ParamKind::BoolField:
+            case ParamKind::ClassifiedStream:
             case ParamKind::Enum:
             case ParamKind::FktIDBitStream:
             case ParamKind::Number:
             case ParamKind::Record:
+            case ParamKind::ShortStream:
             case ParamKind::Stream:
             case ParamKind::StreamCase:
+            case ParamKind::StreamSignal:
             case ParamKind::String:
             case ParamKind::Void:
                 kinds.push_back(kind);

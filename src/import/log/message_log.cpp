@@ -43,6 +43,7 @@ void ZMostFCatLog::Warning(unsigned number, const std::string& text, const std::
 }
 
 bool ZMostFCatLog::CountError(unsigned number) {
+    lastError_ = number;
     ++errorCount_;
     const bool isLogged = IsLogged(number);
     loggedErrorCount_ += isLogged ? 1 : 0;

@@ -66,6 +66,9 @@ class ZMostFCatLog {
 
     void SetExclusions(std::set<std::uint32_t> numbers) { exclusions_ = std::move(numbers); }
 
+    /// Number of the error that came last; 0 when there was none.
+    unsigned LastError() const { return lastError_; }
+
     std::uint32_t FatalCount() const { return fatalCount_; }
     std::uint32_t ErrorCount() const { return errorCount_; }
     std::uint32_t WarningCount() const { return warningCount_; }
@@ -76,6 +79,7 @@ class ZMostFCatLog {
   private:
     void WriteEntry(Text entry, unsigned number, const std::string& text, const std::string& objectName);
 
+    unsigned lastError_ = 0;
     std::uint32_t fatalCount_ = 0;
     std::uint32_t errorCount_ = 0;
     std::uint32_t warningCount_ = 0;

@@ -86,6 +86,7 @@ enum class Text : unsigned {
     ClassNotFullySupported = 19033,
     ParametersWithdrawn = 19034,
     EmptyStreamCase = 19035,
+    SignalsAndParams = 19101,
 };
 
 struct TextRow {
@@ -178,6 +179,7 @@ inline constexpr TextRow kTexts[] = {
     {Text::ParametersWithdrawn,
      "Too many errors while importing parameters. Removing all parameters from the function's operations."},
     {Text::EmptyStreamCase, "<StreamCase> without <StreamParam> not supported yet"},
+    {Text::SignalsAndParams, "<StreamCase> with both <StreamParam> and <StreamSignal>"},
 };
 
 static_assert(std::ranges::is_sorted(kTexts, std::ranges::less_equal{}, &TextRow::number),

@@ -1,0 +1,68 @@
+/// What the import could not find out about the messages of an operation.
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tarvex {
+
+enum class HoleCause {
+    Lost,        ///< A parameter could not be imported.
+    NamedTwice,  ///< The element of the operation stands twice in a parameter, so that it counts for neither.
+    Gap,         ///< No parameter has the position.
+    NoSize,      ///< The parameter's type has no size.
+    FieldCount,  ///< The record has another number of fields than it says.
+    MemberFailed  ///< A field, element or parameter inside has failed its check.
+};
+
+/// A place in a message from which on nothing is sure.
+struct Hole {
+    HoleCause cause = HoleCause::Lost;
+    /// As the catalog counts the parameters of an operation, or the fields of a record; nothing when it can't
+    /// be read, so that the place may be anywhere.
+    std::optional<unsigned> position = std::nullopt;
+    /// Number of the importer's message about it; 0 for none.
+    unsigned message = 0;
+    /// A form of newer catalogs, which was not to be read, is the reason.
+    bool isNewerForm = false;
+};
+
+/// The hole in words, with the number of its message: one of an operation as a whole sentence ("the parameter
+/// at position 2 could not be imported ..."), the others as what is said of the parameter ("has a type ...").
+std::string HoleText(const Hole& hole);
+
+/// Stands for the OPTypes of a function when nobody knows which of them a loss concerns.
+inline constexpr unsigned kEveryOperation = 16;
+
+/// The parameters that operations have lost, by OPType and position. Empty for nearly every function, so that
+/// it takes room only where something is in it. Copies with its function.
+class Losses {
+  public:
+    Losses() = default;
+    Losses(const Losses& other) { *this = other; }
+    Losses& operator=(const Losses& other);
+    ~Losses() = default;
+
+    /// Of two losses at one place the first stays; true when it is new.
+    bool Note(unsigned opType, const Hole& hole);
+
+    /// The loss of that operation that stands first, an unknown place before all others; null for none.
+    const Hole* FirstOf(unsigned opType) const;
+
+    using Key = std::pair<unsigned, int>;  ///< OPType and position, -1 for an unknown one.
+    using Map = std::map<Key, Hole>;
+    const Map& All() const;
+
+    std::size_t MemorySize() const { return All().size() * (sizeof(Map::value_type) + kNodeOverhead); }
+    /// What noting one more takes.
+    static constexpr std::size_t kNodeOverhead = 48;
+
+  private:
+    std::unique_ptr<Map> map_;
+};
+
+}  // namespace tarvex

@@ -1,0 +1,158 @@
+#include "params/layout.h"
+
+#include <algorithm>
+
+#include "import/log/messages.h"
+#include "params/array.h"
+#include "params/case_stream.h"
+#include "params/number.h"
+#include "params/pos_and_data.h"
+#include "params/record.h"
+
+namespace tarvex {
+namespace {
+
+constexpr unsigned kFirstField = 1;
+
+/// The first empty slot, as a position counted from `first`.
+std::optional<Hole> EmptySlot(const ZMTChildList<ZMTParam>& list, unsigned firstSlot) {
+    for (unsigned slot = firstSlot; slot < list.Size(); ++slot) {
+        if (list.GetAt(slot) == nullptr) {
+            return Hole{HoleCause::MemberFailed, firstSlot == 0 ? slot + 1 : slot};
+        }
+    }
+    return std::nullopt;
+}
+
+bool HasHole(const ZMTParam& param);
+
+bool HasHole(const ZMTChildList<ZMTParam>& members) {
+    return std::ranges::any_of(members.Items(), [](const ZMTParam& member) { return HasHole(member); });
+}
+
+bool HasHoleInCases(const ZMTParamCaseStream& stream) {
+    return stream.HasLostCases() ||
+           std::ranges::any_of(stream.Items(), [](const ZMTParamStreamCase& streamCase) {
+               return MissingMember(streamCase) ||
+                      HasHole(static_cast<const ZMTChildList<ZMTParam>&>(streamCase));
+           });
+}
+
+/// The parameter, or something in it.
+bool HasHole(const ZMTParam& param) {
+    if (UnsureEnd(param) || MissingMember(param)) {
+        return true;
+    }
+    switch (param.Kind()) {
+        case ParamKind::Array:
+            return HasHole(
+                static_cast<const ZMTChildList<ZMTParam>&>(static_cast<const ZMTParamArray&>(param)));
+        case ParamKind::Record:
+            return HasHole(
+                static_cast<const ZMTChildList<ZMTParam>&>(static_cast<const ZMTParamRecord&>(param)));
+        case ParamKind::Stream:
+        case ParamKind::ShortStream:
+            return HasHoleInCases(static_cast<const ZMTParamCaseStream&>(param));
+        case ParamKind::Base:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::BoolField:
+        case ParamKind::ClassifiedStream:
+        case ParamKind::Enum:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Number:
+        case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
+        case ParamKind::String:
+        case ParamKind::Void:
+            break;
+    }
+    return false;
+}
+
+}  // namespace
+
+std::optional<Hole> MissingMember(const ZMTParam& container) {
+    switch (container.Kind()) {
+        case ParamKind::Array:
+            return EmptySlot(static_cast<const ZMTParamArray&>(container), 0);
+        case ParamKind::Record:
+            return EmptySlot(static_cast<const ZMTParamRecord&>(container), kFirstField);
+        case ParamKind::StreamCase:
+            return EmptySlot(static_cast<const ZMTParamStreamCase&>(container), 0);
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<Hole> UnsureEnd(const ZMTParam& param) {
+    if (param.IsType(kParamNumber) && param.GetBytesInMsg() < 1) {
+        return Hole{HoleCause::NoSize, std::nullopt, kTypeDefWithoutSize.number};
+    }
+    if (param.IsType(kParamRecord) && static_cast<const ZMTParamRecord&>(param).HasOtherCount()) {
+        return Hole{HoleCause::FieldCount, std::nullopt, kRecordFieldCountDiffers.number};
+    }
+    return std::nullopt;
+}
+
+bool HasChosenFields(const ZMTParamRecord& record) {
+    return record.Selector() != nullptr && record.Selector() != record.GetParent();
+}
+
+bool IsSwitch(const ZMTParam& number) {
+    const ZMTNode* parent = number.GetParent();
+    return HasCoordinates(number) && parent != nullptr && parent->IsType(kOperation) &&
+           std::ranges::any_of(static_cast<const ZMTOperation&>(*parent).Items(),
+                               [](const ZMTParam& param) { return param.IsType(kParamRecord); });
+}
+
+namespace {
+
+/// The parameters behind it have their places. `isSwitched`: by a switch in front of it.
+bool LeadsOn(const ZMTParam& param, bool isSwitched) {
+    switch (param.Kind()) {
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::Enum:
+        case ParamKind::Number:
+        case ParamKind::Void:
+            return true;
+        case ParamKind::Record:
+            return (isSwitched || !HasChosenFields(static_cast<const ZMTParamRecord&>(param))) &&
+                   std::ranges::all_of(static_cast<const ZMTParamRecord&>(param).Items(),
+                                       [](const ZMTParam& field) { return LeadsOn(field, false); });
+        case ParamKind::Array:
+        case ParamKind::Base:
+        case ParamKind::BoolField:
+        case ParamKind::ClassifiedStream:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::ShortStream:
+        case ParamKind::Stream:
+        case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
+        case ParamKind::String:
+            break;
+    }
+    return false;
+}
+
+}  // namespace
+
+Layout LayoutOf(const ZMTOperation& operation) {
+    if (operation.MissingAt() || HasHole(static_cast<const ZMTChildList<ZMTParam>&>(operation))) {
+        return Layout::Incomplete;
+    }
+    bool isSwitched = false;
+    unsigned count = 0;
+    for (const ZMTParam& param : operation.Items()) {
+        ++count;
+        const bool isGroup = isSwitched && param.IsType(kParamRecord);
+        if (!LeadsOn(param, isSwitched) || (isGroup && count < operation.Count())) {
+            return Layout::Open;
+        }
+        isSwitched = isSwitched || IsSwitch(param);
+    }
+    return Layout::Complete;
+}
+
+}  // namespace tarvex

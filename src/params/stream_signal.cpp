@@ -1,0 +1,50 @@
+#include "params/stream_signal.h"
+
+#include "import/log/messages.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+
+namespace tarvex {
+
+bool ZMTParamStreamSignal::Import(const Element& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, "SignalName", text)) {
+        return Raise<kStreamSignalWithoutName>(context.log, "SignalName");
+    }
+    SetName(SanitizeName(text));
+    return ImportIdx(element, context) && ImportLength(element, context);
+}
+
+bool ZMTParamStreamSignal::ImportIdx(const Element& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildAttribute(element, "SignalName", "SignalIdx", text)) {
+        return Raise<kStreamSignalWithoutIdx>(context.log, "SignalIdx");
+    }
+    const std::int32_t idx = IntegerOrZero(text);
+    SetParamPos(static_cast<std::uint32_t>(idx));
+    return (ParamPos() > 0 && ParamPos() <= kMaxParamPos) ||
+           Raise<kStreamSignalIdxOutOfRange>(context.log, idx);
+}
+
+bool ZMTParamStreamSignal::ImportLength(const Element& element, ImportContext& context) {
+    std::string text;
+    if (!GetChildElementText(element, "SignalBitLength", text)) {
+        return Raise<kStreamSignalWithoutLength>(context.log, "SignalBitLength");
+    }
+    std::int32_t bits = 0;
+    if (!ParseInteger(text, bits)) {
+        return Raise<kStreamSignalLengthUnreadable>(context.log, text);
+    }
+    bitLength_ = static_cast<std::uint32_t>(bits);
+    return (bits > 0 && bits <= kMaxBits) ||
+           Raise<kStreamSignalLengthOutOfRange>(context.log, bits, 1, kMaxBits + 1);
+}
+
+bool ZMTParamStreamSignal::Dump(ZMostTreeLog& treeLog) const {
+    DumpLine(treeLog, "PARAMSTREAMSIGNAL: " + GetName());
+    DumpParamLines(treeLog);
+    DumpLine(treeLog, FormatText(".BitLength: %d", bitLength_));
+    return true;
+}
+
+}  // namespace tarvex
