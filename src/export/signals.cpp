@@ -10,6 +10,7 @@
 #include "params/enumeration.h"
 #include "params/layout.h"
 #include "params/number.h"
+#include "params/pos_and_data.h"
 #include "params/record.h"
 
 namespace tarvex {
@@ -48,6 +49,13 @@ std::uint16_t StartBit(std::uint32_t bit) {
 void PlaceBigEndian(sigblk& signal, std::uint32_t bit) {
     signal.flags |= kSignalBigEndian;
     signal.start_bit = StartBit(bit);
+}
+
+/// The coordinates of an operation that has lost a parameter, which may have been the record that they choose from.
+bool MayBeSwitch(const ZMTParam& number) {
+    const ZMTNode* parent = number.GetParent();
+    return HasCoordinates(number) && !IsSwitch(number) && parent != nullptr && parent->IsType(kOperation) &&
+           static_cast<const ZMTOperation&>(*parent).MissingAt();
 }
 
 /// How many fields stand in front of the first one that is missing.
@@ -90,7 +98,7 @@ bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, Multipl
     }
     switch (param.Kind()) {
         case ParamKind::Number:
-            if (options_.isSafe && UnsureEnd(param)) {
+            if (options_.isSafe && (UnsureEnd(param) || MayBeSwitch(param))) {
                 return false;
             }
             WriteNumber(static_cast<const ZMTParamNumber&>(param), bit, multiplexer);
@@ -245,7 +253,7 @@ bool SignalWriter::WriteFields(const ZMTParamRecord& record, std::uint32_t& bit,
             return false;
         }
     }
-    return !UnsureEnd(record);
+    return !MissingMember(record) && !UnsureEnd(record);
 }
 
 /// A long name is cleaned and shortened letter by letter.
