@@ -137,14 +137,16 @@ bool ZMostParameterStream::ReadRepetitions(std::span<const std::uint8_t> message
             return false;
         }
     }
-    for (std::size_t begin = 0; Members().Offset() < message.size() && Members().Offset() != begin;) {
-        begin = Members().Offset();
+    bool tookBytes = true;
+    while (tookBytes && Members().Offset() < message.size()) {
+        const std::size_t begin = Members().Offset();
         Members().BeginRepetition();
         for (unsigned slot = first; slot < streamCase_->Size(); ++slot) {
             if (!streamCase_->GetAt(slot)->Disassemble(Members(), message)) {
                 return false;
             }
         }
+        tookBytes = Members().Offset() > begin;
     }
     return true;
 }

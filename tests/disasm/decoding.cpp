@@ -113,9 +113,11 @@ std::vector<std::uint8_t> BytesOf(std::string_view hex) {
     return bytes;
 }
 
-Decoding::Decoding(const std::vector<ParamOf>& params) : Decoding(StatusOf(params)) {}
+Decoding::Decoding(const std::vector<ParamOf>& params, bool readNewer)
+    : Decoding(StatusOf(params), readNewer) {}
 
-Decoding::Decoding(const std::string& catalogXml) : imported_(ImportText(catalogXml)) {
+Decoding::Decoding(const std::string& catalogXml, bool readNewer)
+    : imported_(ImportText(catalogXml, false, readNewer)) {
     EXPECT_TRUE(imported_->ok) << imported_->log;
 }
 

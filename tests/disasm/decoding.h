@@ -59,9 +59,9 @@ std::vector<std::uint8_t> BytesOf(std::string_view hex);
 class Decoding {
   public:
     /// The message 22.01.400.C, "Amp.Volume.Status", with these parameters.
-    explicit Decoding(const std::vector<ParamOf>& params);
+    explicit Decoding(const std::vector<ParamOf>& params, bool readNewer = false);
     /// A whole catalog.
-    explicit Decoding(const std::string& catalogXml);
+    explicit Decoding(const std::string& catalogXml, bool readNewer = false);
 
     /// A message with these data bytes, 22.01.400.C unless another one is given.
     std::unique_ptr<DecodedMessage> Decode(std::string_view hex) const;

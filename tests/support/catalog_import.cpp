@@ -68,13 +68,14 @@ std::string Param(std::string_view name, std::string_view type, std::string_view
     return xml;
 }
 
-std::unique_ptr<Imported> ImportText(std::string_view xml, bool validate) {
+std::unique_ptr<Imported> ImportText(std::string_view xml, bool validate, bool readNewer) {
     auto result = std::make_unique<Imported>();
     const std::string path = result->dir.Write("Cat.xml", xml);
     const std::string logPath = result->dir.File("Cat.log");
     const std::string treePath = result->dir.File("Cat.tree");
     result->manager = std::make_unique<ZMostFCatManager>();
     result->manager->Validate = validate;
+    result->manager->ReadNewer = readNewer;
     result->manager->MessageSink = [&console = result->console](const std::string& text,
                                                                 ImportEvent /*event*/) {
         console.push_back(text);
