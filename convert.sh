@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds in release mode and converts.
-#   ./convert.sh CATALOG OUTPUT   with the settings of the TARVEX.ini in the working directory, or with every
-#                                 setting at its default if there is none
+#   ./convert.sh CATALOG OUTPUT   with the settings of the TARVEX.ini in the working directory, or with those of
+#                                 examples/recommended.ini if there is none
 #   ./convert.sh                  converts the example catalog and shows what came out
 set -euo pipefail
 unset CDPATH
@@ -20,12 +20,13 @@ if [ $# -eq 2 ]; then
   if [ -e TARVEX.ini ]; then
     exec "$tarvex" "$1" "$2"
   fi
-  # The program wants its settings in the working directory: give it an empty file in a directory of its own.
+  # The program wants its settings in the working directory: give it a directory of its own.
   case $1 in /*) catalog=$1 ;; *) catalog=$PWD/$1 ;; esac
   case $2 in /*) output=$2 ;; *) output=$PWD/$2 ;; esac
   settings=$(mktemp -d)
   trap 'rm -rf "$settings"' EXIT
-  : >"$settings/TARVEX.ini"
+  cp "$root/examples/recommended.ini" "$settings/TARVEX.ini"
+  echo "There is no TARVEX.ini here: converting with examples/recommended.ini" >&2
   (cd "$settings" && "$tarvex" "$catalog" "$output")
   exit
 fi

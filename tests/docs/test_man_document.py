@@ -92,7 +92,7 @@ class ManPages(DocumentTest):
     def test_the_page_of_tarvex_has_every_setting_in_order(self):
         settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")
         keys = re.findall(r"^(\w+)=", settings, re.MULTILINE)
-        self.assertEqual(len(keys), 17)
+        self.assertEqual(len(keys), 20)
         self.assertEqual(items(page("TARVEX"), "SETTINGS", "Cm"), keys)
 
     def test_examples_print_what_is_shown(self):
