@@ -46,6 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string logPath = ScratchFile("catalog.log");
     const auto manager = MakeManager();
     manager->Validate = draw.Flag();
+    manager->ReadNewer = draw.Flag();
     std::string console;
     manager->MessageSink = [&](const std::string& text, ImportEvent /*event*/) {
         console += RenderAsFormat(text);

@@ -19,22 +19,23 @@ namespace {
 
 /// Elements that stand in no table of the catalog's.
 constexpr const char* kElements[] = {
-    "FunctionCatalog", "FBlock",         "FBlockID",   "FBlockName",    "Function",         "FunctionID",
-    "FunctionName",    "FunctionClass",  "Property",   "Method",        "ERParam",          "Definition",
-    "TypeDef",         "TDefName",       "TDefSize",   "UnitDef",       "UnitDefName",      "UnitDefCode",
-    "ParamPos",        "ParamName",      "TNumber",    "BasisDataType", "Exponent",         "RangeMin",
-    "RangeMax",        "Step",           "Unit",       "TEnum",         "TEnumValue",       "TString",
-    "TBool",           "TBitField",      "TBoolField", "BitTrueDesc",   "BitFalseDesc",     "TVoid",
-    "TArray",          "TArrayName",     "TRecord",    "TRecordField",  "TRecordFieldName", "TStream",
-    "StreamCase",      "PosDescription", "PosX",       "PosY",          "StreamParam"};
+    "FunctionCatalog", "FBlock",         "FBlockID",   "FBlockName",     "Function",         "FunctionID",
+    "FunctionName",    "FunctionClass",  "Property",   "Method",         "ERParam",          "Definition",
+    "TypeDef",         "TDefName",       "TDefSize",   "UnitDef",        "UnitDefName",      "UnitDefCode",
+    "ParamPos",        "ParamName",      "TNumber",    "BasisDataType",  "Exponent",         "RangeMin",
+    "RangeMax",        "Step",           "Unit",       "TEnum",          "TEnumValue",       "TString",
+    "TBool",           "TBitField",      "TBoolField", "BitTrueDesc",    "BitFalseDesc",     "TVoid",
+    "TArray",          "TArrayName",     "TRecord",    "TRecordField",   "TRecordFieldName", "TStream",
+    "StreamCase",      "PosDescription", "PosX",       "PosY",           "StreamParam",      "TShortStream",
+    "TCStream",        "StreamSignal",   "SignalName", "SignalBitLength"};
 
 /// Texts and attribute values at the edges of what numbers and ranges may be.
 constexpr const char* kNumberTexts[] = {
-    "",       " ",          "0",           "1",          "2",          "3",      "-1",   "7",
-    "8",      "15",         "16",          "31",         "32",         "33",     "63",   "64",
-    "255",    "256",        "4095",        "4096",       "65535",      "65536",  "0xFF", "0xFFF",
-    "0xFFFF", "2147483647", "-2147483648", "0xFFFFFFFF", "4294967296", "0b1011", "1..3", "0...5",
-    "&gt;2",  "#NULL#",     "1.5",         "1e9",        "x",          "NMax"};
+    "",           " ",          "0",      "1",     "2",     "3",     "-1",     "7",          "8",
+    "15",         "16",         "31",     "32",    "33",    "63",    "64",     "255",        "256",
+    "4095",       "4096",       "65535",  "65536", "0xFF",  "0xFFF", "0xFFFF", "2147483647", "-2147483648",
+    "0xFFFFFFFF", "4294967296", "0b1011", "1..3",  "0...5", "&gt;2", "#NULL#", "1.5",        "1e9",
+    "x",          "NMax",       "1seq1",  "1seq2", "2seq2"};
 constexpr const char* kNames[] = {"Pos",
                                   "Data",
                                   "PosX",
@@ -177,7 +178,7 @@ class Mutation {
     }
 
     std::string AnyWord() {
-        switch (random_() % 5) {
+        switch (random_() % 6) {
             case 0:
                 return Any(kFunctionClasses).element;
             case 1:
@@ -186,6 +187,8 @@ class Mutation {
                 return random_() % 2 == 0 ? Any(kOpTypes).propertyElement : Any(kOpTypes).methodElement;
             case 3:
                 return random_() % 2 == 0 ? Any(kOpTypeElements) : Any(kBasisTypes);
+            case 4:
+                return random_() % 2 == 0 ? Any(kNewerFunctionClasses).element : Any(kNewerOpTypeElements);
             default:
                 return Any(kElements);
         }

@@ -83,6 +83,7 @@ class Import {
         const std::string logPath = ScratchFile("cost.log");
         const std::string treePath = ScratchFile("cost.tree");
         manager_->Validate = validate;
+        manager_->ReadNewer = true;
         work_ = Spend(validate ? "validated" : "import", bytes, {}, [&] {
             std::string name;
             if (!manager_->Import(name, path, 1, logPath)) {
@@ -107,6 +108,8 @@ void Convert(const Import& import, std::size_t bytes, const char* fileName) {
     const std::string path = ScratchFile(fileName);
     ExportFlags flags;
     flags.makeReadOnly = false;
+    flags.safeLayout = true;
+    flags.writeScaling = true;
     Spend(fileName, bytes, import.Cost(), [&] {
         ZVornExporter exporter(import.Catalog(), path, "", "", {}, {}, flags);
         Require(exporter.Export() == 0, "a catalog can be converted");
