@@ -231,6 +231,15 @@ Error #0132 in '/Cat/Amp/Volume':
     EXPECT_NE(function->FindChild("SetGet"), nullptr);
 }
 
+/// What the operations of a function have lost, by OPType.
+std::string LossesOf(const ZMTFunction& function) {
+    std::string text;
+    for (const auto& [place, hole] : function.LostParams().All()) {
+        text += std::to_string(place.first) + ": " + HoleText(hole) + "\n";
+    }
+    return text;
+}
+
 TEST(Assignment, ParameterThatCannotBeClonedIsLeftOut) {
     FactoryImport result(PlannedFactory(), CatalogOf(BlockOf(R"(
         <Function><FunctionID>2</FunctionID><FunctionName>Reset</FunctionName><FunctionClass><Method><MTrigger>
@@ -250,6 +259,44 @@ Error #0130 in '/Cat/Amp/Reset':
     ASSERT_NE(function, nullptr);
     EXPECT_EQ(function->Count(), 1U);
     EXPECT_NE(NodeAt<ZMTParam>(&result.catalog, "Amp", "Reset", "Start", "Good"), nullptr);
+    EXPECT_EQ(LossesOf(*function),
+              "0: the parameter at position 0 could not be imported (message 133)\n"
+              "15: the parameter at position 0 could not be imported (message 133)\n");
+}
+
+/// Both operations of a function lose a parameter, which it has from somewhere else.
+TEST(Losses, StayWithCopiesOfFunctionsAndWithErrorParameters) {
+    const std::string broken =
+        "<ERParam ParamDefId=\"broken\"><ParamName>Why</ParamName><ERParamOPType><PReportError>"
+        "<ParamPos>2</ParamPos></PReportError></ERParamOPType><TNone/></ERParam>";
+    const std::string code =
+        "<ERParam ParamDefId=\"code\"><ParamName>Code</ParamName><ERParamOPType><PReportError>"
+        "<ParamPos>1</ParamPos></PReportError></ERParamOPType>" +
+        std::string(kVoid) + "</ERParam>";
+    const std::string nowhere =
+        "<ERParam ParamDefId=\"nowhere\"><ParamName>Any</ParamName>" + std::string(kVoid) + "</ERParam>";
+    const auto function = [](const char* id, const char* name, const std::string& errors) {
+        return std::string("<Function FktDefId=\"") + name + "\"><FunctionID>" + id +
+               "</FunctionID><FunctionName>" + name +
+               "</FunctionName><FunctionClass><Property><PUnclassified><PUParam><ParamName>Level</ParamName>"
+               "<PUParamOPType><PReportStatus/></PUParamOPType><TNone/></PUParam>" +
+               errors + "</PUnclassified></Property></FunctionClass></Function>";
+    };
+    const auto imported =
+        ImportText(CatalogOf(BlockOf(function("1", "A", code + broken) + function("2", "B", code + nowhere)) +
+                             "<FBlock><FBlockID>0x23</FBlockID><FBlockName>Copy</FBlockName><Function "
+                             "FktDefRef=\"A\"/></FBlock>"));
+    ASSERT_TRUE(imported->ok);
+    const std::string ofA =
+        "12: the parameter at position 0 could not be imported (message 128)\n"
+        "15: the parameter at position 2 could not be imported (message 128)\n";
+    EXPECT_EQ(LossesOf(*NodeAt<ZMTFunction>(imported->catalog, "Amp", "A")), ofA);
+    EXPECT_EQ(LossesOf(*NodeAt<ZMTFunction>(imported->catalog, "Copy", "A")), ofA);
+    // Of an element that names no operation nobody knows which of them have lost it.
+    EXPECT_EQ(LossesOf(*NodeAt<ZMTFunction>(imported->catalog, "Amp", "B")),
+              "12: the parameter at an unknown position could not be imported (message 135)\n"
+              "12: the parameter at position 0 could not be imported (message 128)\n"
+              "15: the parameter at an unknown position could not be imported (message 135)\n");
 }
 
 struct FunctionClassCase {
@@ -266,7 +313,8 @@ constexpr FunctionClassCase kFunctionClassNames[] = {
 /// A parameter element "<prefix>Param" with an OPType element of another prefix, in OPType 15.
 std::string ClassParam(const std::string& prefix, const std::string& opTypePrefix, const std::string& name) {
     return std::string("<") + prefix + "Param><ParamName>" + name + "</ParamName><" + opTypePrefix +
-           "ParamOPType><PReportError/></" + opTypePrefix + "ParamOPType>" + kVoid + "</" + prefix + "Param>";
+           "ParamOPType><PReportError/></" + opTypePrefix + "ParamOPType>" + std::string(kVoid) + "</" +
+           prefix + "Param>";
 }
 
 std::string FunctionOf(const std::string& kind, const std::string& classes) {
@@ -353,7 +401,7 @@ TEST(ParameterAssignment, TakesStepsFromTheRun) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         const std::string xml = std::string("<PUParam><ParamName>P</ParamName><PUParamOPType>") +
-                                row.operations + "</PUParamOPType><PUParamType>" + kVoid +
+                                row.operations + "</PUParamOPType><PUParamType>" + std::string(kVoid) +
                                 "</PUParamType></PUParam>";
         ElementImport import;
         const ParsedElement element(xml);
