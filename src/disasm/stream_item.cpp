@@ -175,7 +175,7 @@ bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
 }
 
 std::string ZMostParameterStream::GetText() const {
-    const std::string name = streamCase_ == nullptr ? std::string() : streamCase_->GetName();
+    std::string name = streamCase_ == nullptr ? std::string() : streamCase_->GetName();
     if (streamCase_ != nullptr && streamCase_->Size() > 0) {
         return name;
     }

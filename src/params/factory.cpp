@@ -30,8 +30,8 @@ std::unique_ptr<ZMTParam> MakeStream(const Element& element) {
 }
 
 struct KindRow {
-    const char* typeElement;
-    std::unique_ptr<ZMTParam> (*make)(const Element& element);
+    const char* typeElement = nullptr;
+    std::unique_ptr<ZMTParam> (*make)(const Element& element) = nullptr;
     bool isNewer = false;
 };
 constexpr KindRow kKinds[] = {

@@ -73,16 +73,16 @@ bool HasHole(const ZMTParam& param) {
 }  // namespace
 
 std::optional<Hole> MissingMember(const ZMTParam& container) {
-    switch (container.Kind()) {
-        case ParamKind::Array:
-            return EmptySlot(static_cast<const ZMTParamArray&>(container), 0);
-        case ParamKind::Record:
-            return EmptySlot(static_cast<const ZMTParamRecord&>(container), kFirstField);
-        case ParamKind::StreamCase:
-            return EmptySlot(static_cast<const ZMTParamStreamCase&>(container), 0);
-        default:
-            return std::nullopt;
+    if (container.IsType(kParamArray)) {
+        return EmptySlot(static_cast<const ZMTParamArray&>(container), 0);
     }
+    if (container.IsType(kParamRecord)) {
+        return EmptySlot(static_cast<const ZMTParamRecord&>(container), kFirstField);
+    }
+    if (container.IsType(kParamStreamCase)) {
+        return EmptySlot(static_cast<const ZMTParamStreamCase&>(container), 0);
+    }
+    return std::nullopt;
 }
 
 std::optional<Hole> UnsureEnd(const ZMTParam& param) {
