@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "kestrel/json_text.h"
+#include "kestrel/model_text.h"
+
 namespace kestrel {
 
 namespace {
@@ -80,6 +83,15 @@ Signal& Database::CreateSignal(Message& message) {
     Signal& signal = signals_.emplace_back();
     message.AddSignal(signal);
     return signal;
+}
+
+void Database::SetScaling(Signal& signal, sigscale scaling) {
+    scaling.unit = Text(scaling.unit.c_str());
+    if (scaling.unit.size() > kUnitSize) {
+        scaling.unit.resize(kUnitSize);
+        scaling.unit = WithoutCutCharacter(scaling.unit, kUnitSize);
+    }
+    signal.scaling = &*scalings_.insert(std::move(scaling)).first;
 }
 
 Message* Database::FindMessage(std::uint32_t identifier) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -126,6 +127,8 @@ struct Signal : sigblk {
 
     /// The next signal of the message, or null. Owned by the database.
     Signal* next = nullptr;
+    /// Null without one. Owned by the database, which has it once for all signals that share it.
+    const sigscale* scaling = nullptr;
 };
 
 /// A message with its attribute values and the list of its signals.
@@ -160,6 +163,11 @@ class Database {
     Node& CreateNode();
     Message& CreateMessage(std::uint32_t serial) { return messages_.emplace_back(*this, serial); }
     Signal& CreateSignal(Message& message);
+    /// Sets the scaling of a signal of this database; its numbers are finite. The unit is kept as valid
+    /// UTF-8, up to a zero character and `kUnitSize` bytes.
+    void SetScaling(Signal& signal, sigscale scaling);
+    /// Whether any signal has a scaling.
+    bool HasScalings() const { return !scalings_.empty(); }
 
     /// The first node whose name is the first 32 bytes of `name`, or null.
     Node* FindNode(std::string_view name) { return nodeIndex_.Find(name.substr(0, kNameSize)); }
@@ -198,6 +206,8 @@ class Database {
     std::deque<Node> nodes_;
     RecordIndex<Node> nodeIndex_;
     std::deque<Signal> signals_;
+    /// Each once: a database has a few dozen of them, whatever the number of its signals.
+    std::set<sigscale> scalings_;
     std::deque<Message> messages_;
     /// The first `messages_indexed_` messages by identifier; a look-up adds the rest.
     KeyedMap<std::uint32_t, Message*> messageIndex_;

@@ -176,6 +176,22 @@ void DatabaseBuilder::AddValue(Signal& signal, std::uint32_t value, const std::s
     CopyName(entry->text, text);
 }
 
+void DatabaseBuilder::SetScaling(Signal& signal, const sigscale& scaling) {
+    if (signal.scaling != nullptr) {
+        throw BadRecord("the scaling of a signal stands twice");
+    }
+    if (scaling.factor <= 0) {
+        throw BadRecord("the factor of a signal is not above 0");
+    }
+    if (scaling.unit.size() > kUnitSize) {
+        throw BadRecord("the unit '" + Excerpt(scaling.unit) + "' is longer than 200 bytes");
+    }
+    if (scaling.unit.find('\0') != std::string::npos) {
+        throw BadRecord("a unit has a zero character");
+    }
+    database_->SetScaling(signal, scaling);
+}
+
 void DatabaseBuilder::SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
                                    const AttributeText& value) {
     AttrDef& definition = FindDefinition(object, name);

@@ -73,6 +73,8 @@ class DatabaseBuilder {
     Signal& AddSignal(Message& message, const SignalRecord& record);
     /// Appends to the list of the signal that was added last.
     void AddValue(Signal& signal, std::uint32_t value, const std::string& text);
+    /// The numbers are finite.
+    void SetScaling(Signal& signal, const sigscale& scaling);
     void SetAttribute(AttrValues& values, AttrObject object, const std::string& name,
                       const AttributeText& value);
 

@@ -8,8 +8,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "kestrel/records.h"
-
 namespace kestrel {
 
 namespace {
@@ -74,8 +72,8 @@ void AppendInteger(std::string& json, std::uint32_t number) {
     json.append(digits.data(), result.ptr);
 }
 
-std::string_view WithoutCutCharacter(std::string_view name) {
-    if (name.size() < kNameSize) {
+std::string_view WithoutCutCharacter(std::string_view name, std::size_t size) {
+    if (name.size() < size) {
         return name;
     }
     // The last character starts at most three bytes before the last byte.

@@ -2,9 +2,12 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "kestrel/records.h"
 
 namespace kestrel {
 
@@ -19,8 +22,8 @@ void AppendNumber(std::string& json, double number);
 /// Appends a whole number.
 void AppendInteger(std::string& json, std::uint32_t number);
 
-/// A name of 32 bytes may have been cut there in the middle of a character: the name without the incomplete
-/// character at its end. A shorter name is returned as it is.
-std::string_view WithoutCutCharacter(std::string_view name);
+/// A name of `size` bytes may have been cut there in the middle of a character: the name without the
+/// incomplete character at its end. A shorter name is returned as it is.
+std::string_view WithoutCutCharacter(std::string_view name, std::size_t size = kNameSize);
 
 }  // namespace kestrel

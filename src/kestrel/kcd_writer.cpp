@@ -12,6 +12,7 @@
 
 #include "kestrel/atomic_file.h"
 #include "kestrel/database.h"
+#include "kestrel/json_text.h"
 #include "kestrel/model_text.h"
 
 namespace kestrel {
@@ -89,6 +90,11 @@ class XmlWriter {
         Check(xmlTextWriterWriteAttribute(writer_.get(), Xml(name), Xml(XmlText(value).c_str())));
     }
     void Attribute(const char* name, unsigned value) { Attribute(name, std::to_string(value)); }
+    void Attribute(const char* name, double value) {
+        std::string text;
+        AppendNumber(text, value);
+        Attribute(name, text);
+    }
     void Element(const char* name, const std::string& text) {
         Check(xmlTextWriterWriteElement(writer_.get(), Xml(name), Xml(XmlText(text).c_str())));
     }
@@ -247,11 +253,7 @@ class KcdWriter {
             const bool isBig = (signal.flags & kSignalBigEndian) != 0;
             xml_.Attribute("endianess", std::string(isBig ? "big" : "little"));
         }
-        if ((signal.flags & kSignalSigned) != 0) {
-            xml_.Start("Value");
-            xml_.Attribute("type", std::string("signed"));
-            xml_.End();
-        }
+        AddValue(signal);
         if (signal.value_descriptions == nullptr) {
             return;
         }
@@ -261,6 +263,31 @@ class KcdWriter {
             xml_.Attribute("name", NameText(entry->text));
             xml_.Attribute("value", entry->value);
             xml_.End();
+        }
+        xml_.End();
+    }
+
+    /// Sign and scaling, of a signal that has either.
+    void AddValue(const Signal& signal) {
+        const bool isSigned = (signal.flags & kSignalSigned) != 0;
+        if (!isSigned && signal.scaling == nullptr) {
+            return;
+        }
+        xml_.Start("Value");
+        if (isSigned) {
+            xml_.Attribute("type", std::string("signed"));
+        }
+        if (signal.scaling != nullptr) {
+            xml_.Attribute("slope", signal.scaling->factor);
+            if (!signal.scaling->unit.empty()) {
+                xml_.Attribute("unit", signal.scaling->unit);
+            }
+            if (signal.scaling->minimum) {
+                xml_.Attribute("min", *signal.scaling->minimum);
+            }
+            if (signal.scaling->maximum) {
+                xml_.Attribute("max", *signal.scaling->maximum);
+            }
         }
         xml_.End();
     }

@@ -8,8 +8,11 @@
 
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 
 /// Bytes of a name in a record, and of the text of a value description.
 inline constexpr std::size_t kNameSize = 32;
@@ -83,6 +86,24 @@ struct sigblk {
     std::uint32_t reserved_1 = 0;
     /// Room for callers that clear it; the library neither reads nor stores it.
     std::uint32_t reserved_2 = 0;
+};
+
+/// Bytes of a unit.
+inline constexpr std::size_t kUnitSize = 200;
+
+/// How the raw values of a signal stand for physical ones. Every number is finite.
+struct sigscale {
+    /// The physical value is the raw one times this; above 0.
+    double factor = 1;
+    /// Smallest and largest physical value, where they are known.
+    std::optional<double> minimum{};
+    std::optional<double> maximum{};
+    /// Distance of the physical values that the signal takes, where it is known.
+    std::optional<double> step{};
+    /// What the physical values are counted in; empty for none.
+    std::string unit{};
+
+    auto operator<=>(const sigscale&) const = default;
 };
 
 /// What kind of object an attribute belongs to.

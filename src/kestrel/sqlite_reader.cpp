@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <limits>
 #include <map>
-#include <optional>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
@@ -19,133 +16,12 @@
 #include "kestrel/input_file.h"
 #include "kestrel/model_text.h"
 #include "kestrel/sqlite.h"
+#include "kestrel/sqlite_rows.h"
 #include "kestrel/sqlite_tables.h"
 
 namespace kestrel {
 
 namespace {
-
-/// How much text the rows may have all together. Each text stands in the file, but for one that the table's
-/// definition gives to all rows that have none.
-class TextLimit {
-  public:
-    /// The file may have its texts in UTF-16, which takes up to two thirds of the same in UTF-8.
-    static constexpr std::size_t kTextPerByte = 2;
-
-    explicit TextLimit(std::int64_t fileSize) : left_(kTextPerByte * static_cast<std::size_t>(fileSize)) {}
-
-    /// False when so much is not left.
-    bool Take(std::size_t bytes) {
-        const bool isLeft = bytes <= left_;
-        left_ -= isLeft ? bytes : 0;
-        return isLeft;
-    }
-
-  private:
-    std::size_t left_;
-};
-
-/// Goes through the rows of one table.
-class Rows {
-  public:
-    /// `columns` are the names of the columns, in the order in which they are asked for; `order` those to
-    /// sort by.
-    Rows(const SqliteConnection& connection, const char* table, std::vector<const char*> columns,
-         const char* order, TextLimit& limit)
-        : table_(table), columns_(std::move(columns)), statement_(connection, Query(order)), limit_(limit) {}
-
-    bool Next() {
-        ++row_;
-        return statement_.Next();
-    }
-
-    std::string Text(int column) const {
-        auto text = statement_.Text(column);
-        if (!text) {
-            Fail(column, "text");
-        }
-        Count(*text);
-        return *std::move(text);
-    }
-    double Number(int column) const {
-        const auto number = statement_.Real(column);
-        if (!number || !std::isfinite(*number)) {
-            Fail(column, number ? "finite number" : "number");
-        }
-        return *number;
-    }
-    std::int64_t Id(int column) const {
-        const auto id = statement_.Integer(column);
-        if (!id) {
-            Fail(column, "id");
-        }
-        return *id;
-    }
-    template <class T>
-    T Unsigned(int column) const {
-        const auto number = statement_.Integer(column);
-        if (!number || *number < 0 || *number > std::int64_t{std::numeric_limits<T>::max()}) {
-            Fail(column, "whole number from 0 to " + std::to_string(std::numeric_limits<T>::max()));
-        }
-        return static_cast<T>(*number);
-    }
-    bool Flag(int column) const {
-        const auto flag = statement_.Integer(column);
-        if (!flag || (*flag != 0 && *flag != 1)) {
-            Fail(column, "0 or 1");
-        }
-        return flag == 1;
-    }
-    bool IsNull(int column) const { return statement_.IsNull(column); }
-    AttributeText Value(int column) const {
-        if (auto text = statement_.Text(column)) {
-            Count(*text);
-            return *std::move(text);
-        }
-        return Number(column);
-    }
-
-    /// The object that an id of the row refers to.
-    template <class Objects>
-    auto& Find(Objects& objects, int column) const {
-        const auto found = objects.find(Id(column));
-        if (found == objects.end()) {
-            Fail(column, "id of another table's row");
-        }
-        return *found->second;
-    }
-
-    [[noreturn]] void Fail(const std::string& what) const {
-        throw ReadError("table " + std::string(table_) + ", row " + std::to_string(row_) + ": " + what);
-    }
-
-  private:
-    void Count(std::string_view text) const {
-        if (!limit_.Take(text.size())) {
-            Fail("the texts of the file take more than " + std::to_string(TextLimit::kTextPerByte) +
-                 " times its size");
-        }
-    }
-    std::string Query(const char* order) const {
-        std::string query = "SELECT ";
-        for (const char* column : columns_) {
-            if (column != columns_.front()) {
-                query += ", ";
-            }
-            query += column;
-        }
-        return query + " FROM " + table_ + " ORDER BY " + order;
-    }
-    [[noreturn]] void Fail(int column, const std::string& wanted) const {
-        Fail(std::string(columns_[static_cast<std::size_t>(column)]) + " is no " + wanted);
-    }
-
-    const char* table_;
-    std::vector<const char*> columns_;
-    SqliteStatement statement_;
-    TextLimit& limit_;
-    std::size_t row_ = 0;
-};
 
 /// Stops a connection that computes much more than a file of its size needs.
 class WorkLimit {
@@ -229,6 +105,10 @@ class SqliteReader {
         ReadNodes();
         ReadMessages();
         ReadSignals();
+        if (HasTable(kSqliteScalingTableName)) {
+            CheckTable(kSqliteScalingTableName);
+            ReadScalings();
+        }
         ReadAttributes();
         return builder_.Take();
     }
@@ -307,6 +187,12 @@ class SqliteReader {
         if (statement.Text(0) == "view") {
             throw ReadError(std::string("table ") + table + " is no stored table");
         }
+    }
+
+    bool HasTable(const char* name) {
+        SqliteStatement statement(connection_, "SELECT 1 FROM sqlite_master WHERE name = ?");
+        statement.Bind(0, std::string_view(name));
+        return statement.Next();
     }
 
     std::int64_t Pragma(const std::string& name) {
@@ -391,6 +277,19 @@ class SqliteReader {
         ReadTable("value_description", {"signal_id", "value", "text"}, "signal_id, position",
                   [&](const Rows& row) {
                       builder_.AddValue(row.Find(signals_, 0), row.Unsigned<std::uint32_t>(1), row.Text(2));
+                  });
+    }
+
+    void ReadScalings() {
+        ReadTable(kSqliteScalingTableName, {"signal_id", "factor", "minimum", "maximum", "step", "unit"},
+                  "signal_id", [&](const Rows& row) {
+                      sigscale scaling;
+                      scaling.factor = row.Number(1);
+                      scaling.minimum = row.NumberOrNull(2);
+                      scaling.maximum = row.NumberOrNull(3);
+                      scaling.step = row.NumberOrNull(4);
+                      scaling.unit = row.IsNull(5) ? "" : row.Text(5);
+                      builder_.SetScaling(row.Find(signals_, 0), scaling);
                   });
     }
 

@@ -32,6 +32,12 @@ inline constexpr const char* kSqliteTableNames[] = {
     "signal",   "value_description",    "database_attribute", "node_attribute", "message_attribute",
 };
 
+/// Of signals that have a scaling; not there when none has.
+inline constexpr const char* kSqliteScalingTableName = "signal_scaling";
+inline constexpr const char* kSqliteScalingTable = R"(
+CREATE TABLE signal_scaling       (signal_id INTEGER PRIMARY KEY REFERENCES signal, factor REAL NOT NULL, minimum REAL, maximum REAL, step REAL, unit TEXT);
+)";
+
 inline constexpr const char* kSqliteIndexes = R"(
 CREATE INDEX message_identifier       ON message(identifier);
 CREATE INDEX message_name             ON message(name);

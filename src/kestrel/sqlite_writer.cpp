@@ -1,6 +1,7 @@
 #include "kestrel/sqlite_writer.h"
 
 #include <cmath>
+#include <optional>
 #include <sqlite3.h>
 #include <string>
 #include <unordered_map>
@@ -37,6 +38,10 @@ class SqliteWriter {
           connection_(connection) {
         for (const AttrDef& definition : database.AttrDefs()) {
             choices_.push_back(ChoiceNames(definition));
+        }
+        if (database.HasScalings()) {
+            connection.Execute(kSqliteScalingTable);
+            insertScaling_.emplace(connection, "INSERT INTO signal_scaling VALUES (?, ?, ?, ?, ?, ?)");
         }
     }
 
@@ -149,6 +154,34 @@ class SqliteWriter {
             insertValue_.Bind(3, NameText(entry->text));
             insertValue_.Run();
         }
+        if (signal.scaling != nullptr) {
+            AddScaling(*signal.scaling);
+        }
+    }
+
+    /// That of the signal which was added last.
+    void AddScaling(const sigscale& scaling) {
+        SqliteStatement& insert = *insertScaling_;
+        insert.Bind(0, signalId_);
+        insert.Bind(1, scaling.factor);
+        BindKnownNumber(insert, 2, scaling.minimum);
+        BindKnownNumber(insert, 3, scaling.maximum);
+        BindKnownNumber(insert, 4, scaling.step);
+        if (scaling.unit.empty()) {
+            insert.BindNull(5);
+        } else {
+            insert.Bind(5, scaling.unit);
+        }
+        insert.Run();
+    }
+
+    static void BindKnownNumber(SqliteStatement& statement, int parameter,
+                                const std::optional<double>& number) {
+        if (number) {
+            statement.Bind(parameter, *number);
+        } else {
+            statement.BindNull(parameter);
+        }
     }
 
     void AddAttributes(SqliteStatement& insert, std::int64_t objectId, const AttrValues& attributes) {
@@ -179,6 +212,8 @@ class SqliteWriter {
     std::unordered_map<const symblk*, std::int64_t> nodeIds_;
     SqliteStatement insertSignal_;
     SqliteStatement insertValue_;
+    /// None when there is nothing to insert.
+    std::optional<SqliteStatement> insertScaling_;
     std::int64_t signalId_ = 0;
     SqliteConnection& connection_;
 };

@@ -1,6 +1,8 @@
 #include "kestrel/vorn_reader.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -278,6 +280,7 @@ class VornHandler : public nlohmann::json_sax<Json> {
             record.multiplexerValue = members.Unsigned<std::uint32_t>("multiplexer_value");
         }
         Signal& signal = builder_.AddSignal(message, record);
+        SetScaling(signal, value, members);
         if (const Json* values = members.Find("values")) {
             if (!values->is_array()) {
                 throw members.Wrong("values", "list");
@@ -291,6 +294,26 @@ class VornHandler : public nlohmann::json_sax<Json> {
             }
         }
         members.NoMore();
+    }
+
+    /// A signal that has one of the keys has a factor, too.
+    void SetScaling(Signal& signal, const Json& value, JsonMembers& members) {
+        constexpr std::array kKeys = {"factor", "minimum", "maximum", "step", "unit"};
+        if (std::ranges::none_of(kKeys, [&](const char* key) { return value.contains(key); })) {
+            return;
+        }
+        const auto number = [&](const char* key) {
+            return value.contains(key) ? std::optional(members.Number(key)) : std::nullopt;
+        };
+        sigscale scaling;
+        scaling.factor = members.Number("factor");
+        scaling.minimum = number("minimum");
+        scaling.maximum = number("maximum");
+        scaling.step = number("step");
+        if (value.contains("unit")) {
+            scaling.unit = members.Text("unit");
+        }
+        builder_.SetScaling(signal, scaling);
     }
 
     void SetAttributes(AttrValues& values, AttrObject object, const Json& attributes) {

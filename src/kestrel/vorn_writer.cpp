@@ -1,5 +1,6 @@
 #include "kestrel/vorn_writer.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -210,7 +211,28 @@ class VornWriter {
             line_ += R"(, "multiplexer_value": )";
             AppendInteger(line_, signal.multiplexer_value);
         }
+        if (signal.scaling != nullptr) {
+            AddScaling(*signal.scaling);
+        }
         line_ += '}';
+    }
+
+    void AddScaling(const sigscale& scaling) {
+        AddKnownNumber("factor", scaling.factor);
+        AddKnownNumber("minimum", scaling.minimum);
+        AddKnownNumber("maximum", scaling.maximum);
+        AddKnownNumber("step", scaling.step);
+        if (!scaling.unit.empty()) {
+            line_ += R"(, "unit": )";
+            AppendQuoted(line_, scaling.unit);
+        }
+    }
+
+    void AddKnownNumber(std::string_view key, const std::optional<double>& number) {
+        if (number) {
+            line_.append(R"(, ")").append(key).append(R"(": )");
+            AppendNumber(line_, *number);
+        }
     }
 
     void AddValueDescriptions(const Signal& signal) {

@@ -29,7 +29,8 @@
 ///
 /// Where the dots are, a signal has up to three more keys, in this order: `"values": [[0, "Off"], [1, "On"]]`
 /// when it has value descriptions, `"multiplexor": true` when it is a multiplexor and
-/// `"multiplexer_value": 3` when it is multiplexed.
+/// `"multiplexer_value": 3` when it is multiplexed. Behind them stands its scaling if it has one:
+/// `"factor": 0.1, "minimum": -12.5, "maximum": 12.5, "step": 0.5, "unit": "dB"`, less what is not known.
 ///
 /// - Everything stands in the order of creation, attribute values in the order in which they were first set,
 ///   value descriptions in the order of their list.

@@ -1,7 +1,9 @@
 #include "kestrel/write_manager.h"
 
+#include <cmath>
 #include <deque>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -81,6 +83,18 @@ msgblk* KestrelWriteManager::CreateMessage(const char* database, unsigned int) {
 sigblk* KestrelWriteManager::CreateSignal(msgblk& message, unsigned int) {
     auto& owner = static_cast<Message&>(message);
     return &owner.database->CreateSignal(owner);
+}
+
+KestrelError KestrelWriteManager::SetScaling(msgblk& message, sigblk& signal, const sigscale& scaling) {
+    const auto isFinite = [](const std::optional<double>& number) {
+        return !number || std::isfinite(*number);
+    };
+    if (!std::isfinite(scaling.factor) || scaling.factor <= 0 || !isFinite(scaling.minimum) ||
+        !isFinite(scaling.maximum) || !isFinite(scaling.step)) {
+        return kKestrelBadArgument;
+    }
+    static_cast<Message&>(message).database->SetScaling(static_cast<kestrel::Signal&>(signal), scaling);
+    return kKestrelOk;
 }
 
 void KestrelWriteManager::SetAttrValue(const char* database, const char* attribute,

@@ -63,6 +63,12 @@ class KestrelWriteManager : public KestrelManager {
     /// Creates a signal in `message`, a message of this manager. Never null.
     sigblk* CreateSignal(msgblk& message, unsigned int);
 
+    /// Sets the scaling of `signal`, a signal of `message`, a message of this manager; a later one replaces
+    /// it. The scaling is copied. Of a unit the first `kUnitSize` bytes count, without half a character at
+    /// their end. Fails with `kKestrelBadArgument`, and changes nothing, when a number is not finite or the
+    /// factor not above 0.
+    KestrelError SetScaling(msgblk& message, sigblk& signal, const sigscale& scaling);
+
     /// Sets an attribute of a database, of a node or of a message of this manager. A later value replaces an
     /// earlier one of the same attribute and takes its place in the order of setting. Only the first 32 bytes
     /// of the name count.

@@ -185,7 +185,7 @@ constexpr LineDamageCase kDamagedSignals[] = {
      "line 29: a signal has no \"byte_order\""},
     {"not said whether signed", R"("byte_order": "little_endian", "signed": true)", R"("byte_order": "little_endian")",
      "line 37: a signal has no \"signed\""},
-    {"an unknown key",        R"("start_bit": 7, )",     R"("start_bit": 7, "unit": "dB", )", "line 29: a signal has an unknown key"},
+    {"an unknown key",        R"("start_bit": 7, )",     R"("start_bit": 7, "colour": "red", )", "line 29: a signal has an unknown key"},
     {"a key stands twice",    R"("start_bit": 7, )",     R"("start_bit": 7, "start_bit": 7, )",
      "line 26: the key \"start_bit\" stands twice"},
     {"unknown byte order",    R"("length": 16, "byte_order": "little_endian")", R"("length": 16, "byte_order": "middle_endian")",
