@@ -4,6 +4,7 @@
 #include <set>
 
 #include "import/text/shown_text.h"
+#include "kestrel/json_text.h"
 #include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
@@ -79,8 +80,20 @@ class Checker {
                         (EndByte(*signal) == 1 ? " byte, the message has " : " bytes, the message has ") +
                         std::to_string(message.length));
             }
+            CheckRange(message, *signal);
         }
         CheckOverlaps(message);
+    }
+
+    void CheckRange(const Message& message, const Signal& signal) {
+        const sigscale* scaling = signal.scaling;
+        if (scaling != nullptr && scaling->minimum && scaling->maximum &&
+            *scaling->minimum > *scaling->maximum) {
+            std::string text = "the minimum of signal " + NameOf(signal) + ", ";
+            kestrel::AppendNumber(text, *scaling->minimum);
+            kestrel::AppendNumber(text += ", is above its maximum, ", *scaling->maximum);
+            Add(message, text);
+        }
     }
 
     /// Goes through the runs of bits from the beginning of the message to its end, and compares each with

@@ -10,7 +10,8 @@
 namespace vorn {
 
 /// A line for each fault: signals that share bits of a message although they can meet in it, signals beyond
-/// the end of their message, names of nodes, messages or signals and identifiers that occur twice.
+/// the end of their message, ranges whose minimum is above their maximum, names of nodes,
+/// messages or signals and identifiers that occur twice.
 std::vector<std::string> Check(const kestrel::Database& database);
 
 }  // namespace vorn

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -27,6 +28,22 @@ std::string NumberText(double number) {
     std::string text;
     kestrel::AppendNumber(text, number);
     return text;
+}
+
+void AddKnownNumber(const char* field, const std::optional<double>& number, Fields& fields) {
+    if (number) {
+        fields.emplace_back(field, NumberText(*number));
+    }
+}
+
+void AddScaling(const sigscale& scaling, Fields& fields) {
+    AddKnownNumber("factor", scaling.factor, fields);
+    AddKnownNumber("minimum", scaling.minimum, fields);
+    AddKnownNumber("maximum", scaling.maximum, fields);
+    AddKnownNumber("step", scaling.step, fields);
+    if (!scaling.unit.empty()) {
+        fields.emplace_back("unit", scaling.unit);
+    }
 }
 
 void AddAttributes(const kestrel::AttrValues& attributes, kestrel::ValueTexts& values, Fields& fields) {
@@ -219,13 +236,17 @@ const Kind<kestrel::Signal>& SignalKind() {
         [](const kestrel::Signal& signal) { return NameText(signal.name); },
         [](const kestrel::Signal& signal) {
             const bool isMultiplexed = (signal.flags & kSignalMultiplexed) != 0;
-            return Fields{
+            Fields fields{
                 {"start_bit", std::to_string(signal.start_bit)},
                 {"length", std::to_string(signal.length)},
                 {"byte_order", std::string(kestrel::ByteOrderName(signal))},
                 {"signed", YesOrNo((signal.flags & kSignalSigned) != 0)},
                 {"multiplexor", YesOrNo((signal.flags & kSignalMultiplexor) != 0)},
                 {"multiplexer_value", isMultiplexed ? std::to_string(signal.multiplexer_value) : ""}};
+            if (signal.scaling != nullptr) {
+                AddScaling(*signal.scaling, fields);
+            }
+            return fields;
         },
         [](const kestrel::Signal& before, const kestrel::Signal& after) {
             return CompareLists(ValuesOf(before), ValuesOf(after), ValueKind());

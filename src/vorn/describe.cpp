@@ -4,8 +4,10 @@
 #include <charconv>
 #include <clocale>
 #include <fnmatch.h>
+#include <optional>
 
 #include "import/text/shown_text.h"
+#include "kestrel/json_text.h"
 #include "kestrel/model_text.h"
 #include "vorn/drawing.h"
 
@@ -47,6 +49,22 @@ void AppendAttributes(const kestrel::AttrValues& attributes, std::string_view in
         text.append(indent).append(Shown(kestrel::NameText(entry.definition->name))).append(" = ");
         text.append(Shown(values.Of(entry))).append("\n");
     }
+}
+
+/// "factor 0.1, range -12.5 to 12.5, step 0.5, unit dB", as far as it is known.
+std::string ScalingText(const sigscale& scaling) {
+    std::string text;
+    const auto add = [&](const char* what, const std::optional<double>& number) {
+        if (number) {
+            kestrel::AppendNumber(text.append(what), *number);
+        }
+    };
+    add("factor ", scaling.factor);
+    const bool isRange = scaling.minimum && scaling.maximum;
+    add(isRange ? ", range " : ", minimum ", scaling.minimum);
+    add(isRange ? " to " : ", maximum ", scaling.maximum);
+    add(", step ", scaling.step);
+    return scaling.unit.empty() ? text : text + ", unit " + Shown(scaling.unit);
 }
 
 std::string MessageLine(const Message& message) {
@@ -176,6 +194,9 @@ std::string MessageText(const Message& message, const Style& style) {
             text += ", for multiplexor " + std::to_string(signal.multiplexer_value);
         }
         text += "\n";
+        if (signal.scaling != nullptr) {
+            text += "     " + ScalingText(*signal.scaling) + "\n";
+        }
         for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
             text += "     " + Column(std::to_string(entry->value), 6) +
                     Shown(kestrel::NameText(entry->text)) + "\n";

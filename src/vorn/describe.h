@@ -24,8 +24,8 @@ std::string DatabaseText(const kestrel::Database& database, const Style& style);
 /// The message of that name or identifier (hexadecimal with "0x", or decimal); null if there is none.
 const kestrel::Message* FindMessage(const kestrel::Database& database, std::string_view nameOrIdentifier);
 
-/// One message: a drawing of its bytes and bits, its signals with their values, its attributes. A message
-/// with multiplexed signals has a drawing for each value of the multiplexor.
+/// One message: a drawing of its bytes and bits, its signals with scaling and values, its attributes. A
+/// message with multiplexed signals has a drawing for each value of the multiplexor.
 std::string MessageText(const kestrel::Message& message, const Style& style);
 
 }  // namespace vorn

@@ -48,6 +48,14 @@ const JsonCase kCases[] = {
                      "parts": [{"change": "added", "object": "value", "name": "2"},
                                {"change": "removed", "object": "value", "name": "1"}]},
                     {"change": "added", "object": "signal", "name": "Top"}]}])"},
+    {"a scaling",
+     [](Sample& s) {
+         s.messages[0].signals[1].scaling = sigscale{0.01, {}, {}, {}, "km/h"};
+     },
+     R"([{"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status",
+          "parts": [{"change": "changed", "object": "signal", "name": "Case",
+                     "fields": [{"field": "factor", "before": "", "after": "0.01"},
+                                {"field": "unit", "before": "", "after": "km/h"}]}]}])"},
     {"special characters",
      [](Sample& s) {
          s.nodes.push_back(

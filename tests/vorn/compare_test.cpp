@@ -275,6 +275,26 @@ const CompareCase kSignals[] = {
         text: "Loud" -> "On"
     - value 4294967295
 )"},
+    {"a scaling more",
+     [](Sample& s) {
+         s.messages[0].signals[0].scaling = sigscale{0.1, -12.5, 12.5, 0.5, "dB"};
+     },
+     R"(~ message 0x22400C extended Amp_Volume_Status
+  ~ signal Volume
+      factor: "" -> "0.1"
+      minimum: "" -> "-12.5"
+      maximum: "" -> "12.5"
+      step: "" -> "0.5"
+      unit: "" -> "dB"
+)",
+     R"(~ message 0x22400C extended Amp_Volume_Status
+  ~ signal Volume
+      factor: "0.1" -> ""
+      minimum: "-12.5" -> ""
+      maximum: "12.5" -> ""
+      step: "0.5" -> ""
+      unit: "dB" -> ""
+)"},
     {"fields before parts, at every level",
      [](Sample& s) {
          s.messages[0].length = 3;
@@ -300,6 +320,32 @@ const CompareCase kSignals[] = {
 TEST(Compare, SignalsAndValues) {
     for (const CompareCase& row : kSignals) {
         ExpectDifference(row);
+    }
+}
+
+struct ScalingCase {
+    const char* what;
+    sigscale after;  // what was {0.1, -12.5, 12.5, 0.5, "dB"}
+    const char* fields;
+};
+
+const ScalingCase kScalings[] = {
+    {"nothing", {0.1, -12.5, 12.5, 0.5, "dB"}, ""},
+    {"the factor", {0.01, -12.5, 12.5, 0.5, "dB"}, "factor: \"0.1\" -> \"0.01\"\n"},
+    {"the minimum", {0.1, 0, 12.5, 0.5, "dB"}, "minimum: \"-12.5\" -> \"0\"\n"},
+    {"the maximum gone", {0.1, -12.5, {}, 0.5, "dB"}, "maximum: \"12.5\" -> \"\"\n"},
+    {"the step", {0.1, -12.5, 12.5, 1, "dB"}, "step: \"0.5\" -> \"1\"\n"},
+    {"the unit", {0.1, -12.5, 12.5, 0.5, "d\x1B"}, "unit: \"dB\" -> \"d.\"\n"},
+};
+
+TEST(Compare, PartsOfAScaling) {
+    Sample before = Cabin();
+    before.messages[0].signals[0].scaling = sigscale{0.1, -12.5, 12.5, 0.5, "dB"};
+    for (const auto& [what, after, fields] : kScalings) {
+        Sample changed = before;
+        changed.messages[0].signals[0].scaling = after;
+        const std::string front = "~ message 0x22400C extended Amp_Volume_Status\n  ~ signal Volume\n      ";
+        EXPECT_EQ(Difference(before, changed), *fields == '\0' ? "" : front + fields) << what;
     }
 }
 

@@ -211,5 +211,37 @@ TEST(FindMessage, ByNameAndByIdentifier) {
     EXPECT_EQ(FindMessage(*database, "0x500")->length, 1);
 }
 
+struct ScaledCase {
+    sigscale scaling;
+    const char* line;
+};
+
+const ScaledCase kScaled[] = {
+    {{0.1, -12.5, 12.5, 0.5, "dB"}, "factor 0.1, range -12.5 to 12.5, step 0.5, unit dB"},
+    {{}, "factor 1"},
+    {{100000, 0, 4294967295.0}, "factor 100000, range 0 to 4294967295"},
+    {{1, -1}, "factor 1, minimum -1"},
+    {{1, {}, 9, 3}, "factor 1, maximum 9, step 3"},
+    {{1e-5,
+      {},
+      {},
+      {},
+      "\xC2\xB0"
+      "C\x1B[0m"},
+     "factor 1e-05, unit \xC2\xB0"
+     "C.[0m"},
+};
+
+TEST(MessageText, HasTheScalingOfASignalInFrontOfItsValues) {
+    for (const auto& [scaling, line] : kScaled) {
+        EXPECT_THAT(
+            MessageText(
+                BuildMessage(1, {{"Level", 7, 8, kBig, 0, {{3, "Loud"}}, scaling}})->Messages().front(),
+                Style(false)),
+            HasSubstr("A  Level  start bit 7, 8 bits, big-endian\n     " + std::string(line) +
+                      "\n     3     Loud\n"));
+    }
+}
+
 }  // namespace
 }  // namespace vorn::test

@@ -37,6 +37,9 @@ void AddMessage(DatabaseBuilder& builder, const MessageRow& row) {
         for (const auto& [value, text] : signalRow.values) {
             builder.AddValue(signal, value, text);
         }
+        if (signalRow.scaling) {
+            builder.SetScaling(signal, *signalRow.scaling);
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,6 +31,7 @@ struct SignalRow {
     /// Counts with `kSelected`.
     std::uint32_t multiplexerValue = 0;
     std::vector<std::pair<std::uint32_t, std::string>> values = {};
+    std::optional<sigscale> scaling = {};
 };
 
 struct NodeRow {
