@@ -83,7 +83,8 @@ std::vector<std::string> ColumnsOf(sqlite3* connection, const std::string& table
 }
 
 std::string AnyStatement(sqlite3* connection, std::minstd_rand& random) {
-    const std::string table = AnyOf(random, kestrel::kSqliteTableNames);
+    const std::string table =
+        random() % 8 == 0 ? kestrel::kSqliteScalingTableName : AnyOf(random, kestrel::kSqliteTableNames);
     const std::vector<std::string> columns = ColumnsOf(connection, table);
     const std::string row =
         "rowid = (SELECT rowid FROM " + table + " LIMIT 1 OFFSET " + std::to_string(random() % 8) + ")";
@@ -98,7 +99,10 @@ std::string AnyStatement(sqlite3* connection, std::minstd_rand& random) {
         case 2: {
             std::string copied;
             for (const std::string& column : columns) {
-                copied += (copied.empty() ? "" : ", ") + (column == "id" ? "NULL" : column);
+                copied +=
+                    (copied.empty() ? "" : ", ") + (column == "id"                               ? "NULL"
+                                                    : column == "signal_id" && random() % 2 == 0 ? "1"
+                                                                                                 : column);
             }
             return "INSERT INTO " + table + " SELECT " + copied + " FROM " + table + " WHERE " + row;
         }

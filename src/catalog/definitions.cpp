@@ -3,6 +3,7 @@
 #include "catalog/import_context.h"
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
+#include "import/text/shown_text.h"
 #include "import/xml/element.h"
 
 namespace tarvex {
@@ -21,6 +22,14 @@ constexpr BasicType kBasicTypes[] = {
 
 /// The unit name that stands for having none.
 constexpr std::string_view kUnitNameNotDefined = "not_defined";
+
+std::string_view WithoutWhiteSpace(std::string_view text) {
+    constexpr std::string_view kWhiteSpace = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kWhiteSpace);
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
+}
 
 /// Imports every element of that tag below `root` into a list; `failed` raises the list's message.
 template <class T, class List, class Failed>
@@ -85,7 +94,9 @@ bool ZMTDefUnit::Import(const Element& element, ImportContext& context) {
         Raise<kUnitDefWithoutName>(context.log, "UnitDefName");
     }
     const std::string name = SanitizeName(text);
-    SetName(NamesEqual(name, kUnitNameNotDefined) ? std::string() : name);
+    const bool isDefined = !NamesEqual(name, kUnitNameNotDefined);
+    SetName(isDefined ? name : std::string());
+    text_ = isDefined ? Shown(WithoutWhiteSpace(text)) : std::string();
     if (!GetAttribute(element, "UnitID", text)) {
         return Raise<kUnitDefWithoutId>(context.log, "UnitID");
     }

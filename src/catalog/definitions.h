@@ -54,8 +54,12 @@ class ZMTDefUnit : public ZMTNodeKind<ZMTDefUnit, ZMTDef, kDefUnit> {
     bool Dump(ZMostTreeLog& treeLog) const override;
 
     std::int32_t Code() const { return defCode_; }
+    /// The readable name as the catalog writes it, for people: without white space at its ends, with "." for
+    /// what a terminal might obey. Empty where the name is.
+    const std::string& Text() const { return text_; }
 
   private:
+    std::string text_;
     std::int32_t defCode_ = 0;
 };
 

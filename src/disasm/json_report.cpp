@@ -20,7 +20,7 @@ void AddValue(const ZMostParameter& item, Json& json) {
         case ParamKind::Number: {
             const auto& number = static_cast<const ZMostParameterNumber&>(item);
             json["raw"] = number.SignedValue();
-            if (const std::string unit = number.UnitName(); !unit.empty()) {
+            if (const std::string unit = number.UnitText(); !unit.empty()) {
                 json["unit"] = unit;
             }
             break;

@@ -75,8 +75,8 @@ std::string ZMostParameterNumber::GetText() const {
     return value == 0 ? "0" : ScaledText(static_cast<double>(value), number_.Exponent());
 }
 
-std::string ZMostParameterNumber::UnitName() const {
-    return number_.HasPhysicalUnit() && !HasCoordinates(number_) ? number_.UnitName() : std::string();
+std::string ZMostParameterNumber::UnitText() const {
+    return number_.HasPhysicalUnit() && !HasCoordinates(number_) ? number_.UnitText() : std::string();
 }
 
 }  // namespace tarvex

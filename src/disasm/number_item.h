@@ -18,8 +18,8 @@ class ZMostParameterNumber : public ZMostParameter {
     std::string GetText() const override;
     /// The raw value with the number's sign.
     std::int64_t SignedValue() const;
-    /// The name of the physical unit; empty for none.
-    std::string UnitName() const;
+    /// The physical unit as the catalog writes it; empty for none.
+    std::string UnitText() const;
 
   private:
     const ZMTParamNumber& number_;

@@ -34,7 +34,7 @@ void AppendItems(const ZMostParameterListBaseInfo& items, const ZMostParameter* 
             out.append(" = ").append(text);
         }
         if (item->IsType(kParamNumber)) {
-            const std::string unit = static_cast<const ZMostParameterNumber&>(*item).UnitName();
+            const std::string unit = static_cast<const ZMostParameterNumber&>(*item).UnitText();
             if (!unit.empty()) {
                 out.append(" ").append(unit);
             }

@@ -5,6 +5,7 @@
 
 #include "export/kestrel_values.h"
 #include "export/message_names.h"
+#include "export/scaling.h"
 #include "import/text/format_text.h"
 #include "params/bit_field.h"
 #include "params/enumeration.h"
@@ -136,7 +137,10 @@ void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
                                MultiplexerValue multiplexer) {
     const bool isSwitch = IsSwitch(number);
     isSwitched_ = isSwitched_ || isSwitch;
-    if (sigblk* signal = Create(aliases_.Of(number.GetName()), isSwitch ? "X" : "", kLongName, multiplexer)) {
+    const std::optional<sigscale> scaling =
+        options_.areScaled ? std::optional(ScalingOf(number)) : std::nullopt;
+    if (sigblk* signal = Create(aliases_.Of(number.GetName()), isSwitch ? "X" : "", kLongName, multiplexer,
+                                scaling ? CostOf(*scaling) : Cost())) {
         if (isSwitch) {
             signal->flags |= kSignalMultiplexor;  // and little-endian
             signal->start_bit = options_.isSafe ? static_cast<std::uint16_t>(bit) : signal->start_bit;
@@ -147,6 +151,9 @@ void SignalWriter::WriteNumber(const ZMTParamNumber& number, std::uint32_t& bit,
             signal->flags |= kSignalSigned;
         }
         signal->length = LengthInBits(number);
+        if (scaling) {
+            writer_.SetScaling(*message_, *signal, *scaling);
+        }
     }
     bit += LengthInBits(number);
 }
@@ -256,11 +263,13 @@ bool SignalWriter::WriteFields(const ZMTParamRecord& record, std::uint32_t& bit,
     return !MissingMember(record) && !UnsureEnd(record);
 }
 
-/// A long name is cleaned and shortened letter by letter.
-bool SignalWriter::TakeSignal(std::size_t nameLength) {
+/// A long name is cleaned and shortened letter by letter. `more`: what the signal takes besides.
+bool SignalWriter::TakeSignal(std::size_t nameLength, const Cost& more) {
     constexpr std::size_t kLettersPerStep = 4;
     Cost cost = SignalBudget::kSignal;
-    cost.steps += nameLength / kLettersPerStep;
+    cost.steps += nameLength / kLettersPerStep + more.steps;
+    cost.memory += more.memory;
+    cost.written += more.written;
     if (!left_.signals.Take(1) || !left_.run.Take(cost)) {
         left_.signals.End();
     }
@@ -276,8 +285,8 @@ bool SignalWriter::TakeDescription() {
 
 /// A new signal of the message that has a name; null when the message has no room for one more.
 sigblk* SignalWriter::Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
-                             MultiplexerValue multiplexer) {
-    if (signalCount_ == left_.signalsPerMessage || !TakeSignal(baseName.size())) {
+                             MultiplexerValue multiplexer, const Cost& more) {
+    if (signalCount_ == left_.signalsPerMessage || !TakeSignal(baseName.size(), more)) {
         return nullptr;
     }
     ++signalCount_;

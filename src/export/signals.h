@@ -97,10 +97,10 @@ class SignalWriter {
     bool WriteFields(const ZMTParamRecord& record, std::uint32_t& bit, MultiplexerValue multiplexer);
 
     void Describe(sigblk& signal, const ZMTParamEnum& enumeration);
-    bool TakeSignal(std::size_t nameLength);
+    bool TakeSignal(std::size_t nameLength, const Cost& more);
     bool TakeDescription();
     sigblk* Create(const std::string& baseName, std::string suffix, std::size_t maxNameLength,
-                   MultiplexerValue multiplexer);
+                   MultiplexerValue multiplexer, const Cost& more = Cost());
 
     KestrelWriteManager& writer_;
     const AliasNames& aliases_;

@@ -66,6 +66,17 @@ void AppendNumber(std::string& json, double number) {
     json.append(digits.data(), result.ptr);
 }
 
+void AppendShortNumber(std::string& json, double number) {
+    constexpr double kManyDigits = 1e15;
+    if (!std::isfinite(number) || std::fabs(number) < kManyDigits) {
+        AppendNumber(json, number);
+        return;
+    }
+    std::array<char, 32> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    json.append(digits.data(), result.ptr);
+}
+
 void AppendInteger(std::string& json, std::uint32_t number) {
     std::array<char, std::numeric_limits<std::uint32_t>::digits10 + 1> digits{};
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);

@@ -19,6 +19,9 @@ void AppendQuoted(std::string& json, std::string_view text);
 /// decimal point or an exponent. JSON has no infinity and no NaN: they become null.
 void AppendNumber(std::string& json, double number);
 
+/// The same with an exponent for whole numbers, too, that have more than 15 digits: powers of ten stay short.
+void AppendShortNumber(std::string& json, double number);
+
 /// Appends a whole number.
 void AppendInteger(std::string& json, std::uint32_t number);
 

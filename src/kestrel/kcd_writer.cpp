@@ -92,7 +92,7 @@ class XmlWriter {
     void Attribute(const char* name, unsigned value) { Attribute(name, std::to_string(value)); }
     void Attribute(const char* name, double value) {
         std::string text;
-        AppendNumber(text, value);
+        AppendShortNumber(text, value);
         Attribute(name, text);
     }
     void Element(const char* name, const std::string& text) {

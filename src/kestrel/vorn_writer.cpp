@@ -231,7 +231,7 @@ class VornWriter {
     void AddKnownNumber(std::string_view key, const std::optional<double>& number) {
         if (number) {
             line_.append(R"(, ")").append(key).append(R"(": )");
-            AppendNumber(line_, *number);
+            AppendShortNumber(line_, *number);
         }
     }
 

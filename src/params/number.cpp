@@ -107,6 +107,10 @@ bool ZMTParamNumber::ImportUnit(const Element& number, ImportContext& context) {
     return true;
 }
 
+const std::string& ZMTParamNumber::UnitText() const {
+    return unit_ != nullptr ? unit_->Text() : unitName_;
+}
+
 bool ZMTParamNumber::HasPhysicalUnit() const {
     return unit_ != nullptr && std::ranges::none_of(kReservedUnits, [&](const char* reserved) {
                return NamesEqual(unitName_, reserved) || NamesEqual(unit_->GetDefName(), reserved);

@@ -26,6 +26,8 @@ class ZMTParamNumber : public ZMTParamKind<ZMTParamNumber, ZMTParam, ParamKind::
     double Step() const { return step_; }
     /// The readable name of the unit; may be empty.
     const std::string& UnitName() const { return unitName_; }
+    /// The unit as the catalog writes it; may be empty.
+    const std::string& UnitText() const;
     /// Owned by the catalog's definitions; null before the import.
     const ZMTDefUnit* Unit() const { return unit_; }
     /// False for the reserved units that stand for having none.

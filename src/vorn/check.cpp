@@ -90,8 +90,8 @@ class Checker {
         if (scaling != nullptr && scaling->minimum && scaling->maximum &&
             *scaling->minimum > *scaling->maximum) {
             std::string text = "the minimum of signal " + NameOf(signal) + ", ";
-            kestrel::AppendNumber(text, *scaling->minimum);
-            kestrel::AppendNumber(text += ", is above its maximum, ", *scaling->maximum);
+            kestrel::AppendShortNumber(text, *scaling->minimum);
+            kestrel::AppendShortNumber(text += ", is above its maximum, ", *scaling->maximum);
             Add(message, text);
         }
     }

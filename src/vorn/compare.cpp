@@ -32,7 +32,7 @@ std::string NumberText(double number) {
 
 void AddKnownNumber(const char* field, const std::optional<double>& number, Fields& fields) {
     if (number) {
-        fields.emplace_back(field, NumberText(*number));
+        kestrel::AppendShortNumber(fields.emplace_back(field, "").second, *number);
     }
 }
 

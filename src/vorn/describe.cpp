@@ -56,7 +56,7 @@ std::string ScalingText(const sigscale& scaling) {
     std::string text;
     const auto add = [&](const char* what, const std::optional<double>& number) {
         if (number) {
-            kestrel::AppendNumber(text.append(what), *number);
+            kestrel::AppendShortNumber(text.append(what), *number);
         }
     };
     add("factor ", scaling.factor);

@@ -190,17 +190,19 @@ struct NameCase {
     const char* text;
     const char* typeName;
     const char* unitName;
+    const char* unitText;
 };
 constexpr NameCase kNames[] = {
-    {"Byte", "Byte", "Byte"},
-    {"km/h", "kmh", "kmh"},
-    {" Unsigned Byte ", "_Unsigned_Byte_", "_Unsigned_Byte_"},
-    {"\xC2\xB0"
-     "C",
-     "C", "C"},
-    {"not_defined", "not_defined", ""},
-    {"Not_Defined", "Not_Defined", ""},
-    {"not_defined_yet", "not_defined_yet", "not_defined_yet"},
+    {"Byte", "Byte", "Byte", "Byte"},
+    {"km/h", "kmh", "kmh", "km/h"},
+    {" Unsigned Byte ", "_Unsigned_Byte_", "_Unsigned_Byte_", "Unsigned Byte"},
+    {"°C", "C", "C", "°C"},
+    {"%", "", "", "%"},
+    {"\n\t 1/min&#13;", "_1min", "_1min", "1/min"},
+    {"a&#9;b\nc\u202Ed", "abcd", "abcd", "a.b.c.d"},
+    {"not_defined", "not_defined", "", ""},
+    {"Not_Defined", "Not_Defined", "", ""},
+    {"not_defined_yet", "not_defined_yet", "not_defined_yet", "not_defined_yet"},
 };
 
 TEST(Definitions, NamesAreSanitizedAndUnitsMayHaveNone) {
@@ -215,6 +217,7 @@ TEST(Definitions, NamesAreSanitizedAndUnitsMayHaveNone) {
                                             "</UnitDefName><UnitDefCode>1</UnitDefCode></UnitDef>"));
         EXPECT_EQ(type.GetName(), row.typeName);
         EXPECT_EQ(unit.GetName(), row.unitName);
+        EXPECT_EQ(unit.Text(), row.unitText);
     }
     EXPECT_EQ(import.TakeMessages(), "");
 }

@@ -38,7 +38,7 @@ TEST(JsonReport, EveryKindHasItsKeys) {
         {"number",
          {{"Speed", Number("type_unsigned_word", "-1", "unit_km_h")}},
          "01F4",
-         R"({"name":"Speed","type":"number","offset":0,"bytes":"01F4","text":"50.0","raw":500,"unit":"kmh"})"},
+         R"({"name":"Speed","type":"number","offset":0,"bytes":"01F4","text":"50.0","raw":500,"unit":"km/h"})"},
         {"number without unit",
          {{"Gear", kUByte}},
          "FF",

@@ -264,8 +264,8 @@ struct UnitRow {
 };
 constexpr UnitRow kUnits[] = {
     {"Level", "type_unsigned_byte", "unit_none", ""},
-    {"Level", "type_unsigned_byte", "unit_km_h", "kmh"},
-    {"Pos", "type_unsigned_byte", "unit_km_h", "kmh"},
+    {"Level", "type_unsigned_byte", "unit_km_h", "km/h"},
+    {"Pos", "type_unsigned_byte", "unit_km_h", "km/h"},
 };
 
 TEST(NumberItem, UnitIsThatOfTheNumberUnlessItHasNone) {
@@ -276,7 +276,7 @@ TEST(NumberItem, UnitIsThatOfTheNumberUnlessItHasNone) {
         ASSERT_EQ(decoded->items.Items().size(), 1U);
         const auto* number = dynamic_cast<const ZMostParameterNumber*>(decoded->items.Items()[0].get());
         ASSERT_NE(number, nullptr);
-        EXPECT_EQ(number->UnitName(), row.unitName);
+        EXPECT_EQ(number->UnitText(), row.unitName);
     }
 }
 

@@ -29,7 +29,7 @@ TEST(TextReport, ParametersStandBelowTheMessage) {
                              {"Title", Text("20")}});
     EXPECT_EQ(ReportOf(decoding, Status("01 F4 03 01 01 61 62 63")),
               "22.01.400.C (01 F4 03 01 01 61 62 63) Amp.Volume.Status\n"
-              "  Speed = 50.0 kmh\n"
+              "  Speed = 50.0 km/h\n"
               "  Gear = 3\n"
               "  Mode = On (0x01)\n"
               "  Title = abc {NotTerm}\n");

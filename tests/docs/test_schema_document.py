@@ -16,7 +16,7 @@ INTEGER, ENUMERATION = ["attribute_definitions", 1], ["attribute_definitions", 2
 STRING = ["attribute_definitions", 0]
 MESSAGE = ["messages", 0]
 VOLUME, MUTE = [*MESSAGE, "signals", 0], [*MESSAGE, "signals", 1]
-SWITCH = ["messages", 1, "signals", 0]
+SWITCH, SIZE = ["messages", 1, "signals", 0], ["messages", 1, "signals", 2]
 GONE = object()
 
 # What is changed, the new value, and the place of the only fault.
@@ -72,7 +72,7 @@ BROKEN = [
     ("a number as a node", [*MESSAGE, "node"], 0, [*MESSAGE, "node"]),
     ("signals as an object", [*MESSAGE, "signals"], {}, [*MESSAGE, "signals"]),
     *[(f"a signal without {key}", [*VOLUME, key], GONE, VOLUME) for key in SHOWN["messages"][0]["signals"][0]],
-    ("an unknown key in a signal", [*VOLUME, "factor"], 1, VOLUME),
+    ("an unknown key in a signal", [*VOLUME, "offset"], 1, VOLUME),
     ("a start bit too high", [*VOLUME, "start_bit"], 65536, [*VOLUME, "start_bit"]),
     ("a negative start bit", [*VOLUME, "start_bit"], -1, [*VOLUME, "start_bit"]),
     ("a signal too long", [*VOLUME, "length"], 65536, [*VOLUME, "length"]),
@@ -89,12 +89,23 @@ BROKEN = [
     ("a negative multiplexer value", [*VOLUME, "multiplexer_value"], -1, [*VOLUME, "multiplexer_value"]),
     ("a multiplexer value beyond 32 bits", [*VOLUME, "multiplexer_value"], 1 << 32, [*VOLUME, "multiplexer_value"]),
     ("null as a multiplexer value", [*VOLUME, "multiplexer_value"], None, [*VOLUME, "multiplexer_value"]),
+    *[(f"{key} without a factor", [*VOLUME, key], value, VOLUME)
+      for key, value in [("minimum", 0), ("maximum", 0), ("step", 1), ("unit", "dB")]],
+    ("a range without its factor", [*SIZE, "factor"], GONE, SIZE),
+    *[(f"a text as {key}", [*SIZE, key], "1", [*SIZE, key]) for key in ["factor", "minimum", "maximum", "step"]],
+    *[(f"null as {key}", [*SIZE, key], None, [*SIZE, key]) for key in ["factor", "minimum", "maximum", "step", "unit"]],
+    ("a factor of zero", [*SIZE, "factor"], 0, [*SIZE, "factor"]),
+    ("a negative factor", [*SIZE, "factor"], -0.1, [*SIZE, "factor"]),
+    ("a number as a unit", [*SIZE, "unit"], 1, [*SIZE, "unit"]),
+    ("a long unit", [*SIZE, "unit"], 201 * "a", [*SIZE, "unit"]),
+    ("a zero character in a unit", [*SIZE, "unit"], "a\0", [*SIZE, "unit"]),
 ]
 
 # What is never written, although it means something: `vorn` takes it.
 NEVER_WRITTEN = [
     ("a multiplexor that is none", [*VOLUME, "multiplexor"], False, [*VOLUME, "multiplexor"]),
     ("an empty list of values", [*VOLUME, "values"], [], [*VOLUME, "values"]),
+    ("an empty unit", [*SIZE, "unit"], "", [*SIZE, "unit"]),
 ]
 
 # What the schema cannot tell, in the order of vorn.md: texts of the file shown, and what takes their place.
@@ -107,6 +118,7 @@ BEYOND_THE_SCHEMA = [
     ("an attribute that is defined twice", '"name": "FunctionClass"', '"name": "MostInstId"'),
     ("a node that does not exist", '"node": "Antenna"', '"node": "Roof"'),
     ("a name of 32 characters and 33 bytes", '"name": "Menu"', '"name": "' + 31 * "a" + 'é"'),
+    ("a unit of 200 characters and 201 bytes", '"unit": "MB"', '"unit": "' + 199 * "a" + 'é"'),
     ("a whole number with a point", '"start_bit": 8', '"start_bit": 8.0'),
 ]
 
@@ -173,6 +185,8 @@ class Schema(DocumentTest):
             ([*VOLUME, "multiplexer_value"], 0), ([*VOLUME, "multiplexer_value"], 0xFFFFFFFF),
             ([*INTEGER, "default"], 0.5), ([*ENUMERATION, "values"], []), ([*ENUMERATION, "default"], "Event"),
             (["database"], 1000 * "a"), (["messages"], []),
+            ([*VOLUME, "factor"], 1e-307), ([*VOLUME, "factor"], 1e308), ([*SIZE, "unit"], 200 * "a"),
+            ([*SIZE, "minimum"], -1e308), ([*SIZE, "maximum"], GONE), ([*SIZE, "step"], GONE), ([*SIZE, "unit"], GONE),
         ]:
             with self.subTest(path=path, value=value):
                 database = changed(path, value)

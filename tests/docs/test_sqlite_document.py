@@ -3,7 +3,7 @@
 import re
 import sqlite3
 
-from documents import DocumentTest, blocks, first_cells, read, section
+from documents import SOURCE, DocumentTest, blocks, first_cells, read, section
 
 
 def split_table(text):
@@ -28,7 +28,7 @@ class Sqlite(DocumentTest):
     def setUp(self):
         super().setUp()
         self.text = read("sqlite.md")
-        self.tables, *self.queries = blocks(self.text, "sql")
+        self.tables, self.scaling_table, *self.queries = blocks(self.text, "sql")
         self.example = sqlite3.connect(self.convert_example("roadster.sqlite"))
         self.addCleanup(self.example.close)
 
@@ -44,9 +44,22 @@ class Sqlite(DocumentTest):
         self.assertEqual([re.sub(r"\s+", " ", sql) for sql in statements],
                          [re.sub(r"\s+", " ", sql) for sql in self.tables.rstrip(";").split(";\n")])
 
+    def scaled_example(self):
+        settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")
+        self.write("TARVEX.ini", settings.replace("[Conversion]", "[Conversion]\nWriteScaling=1"))
+        scaled = sqlite3.connect(self.convert("roadster.xml", "scaled.sqlite"))
+        self.addCleanup(scaled.close)
+        return scaled
+
+    def test_the_table_of_scalings_is_that_of_a_file_that_has_some(self):
+        shown = sqlite3.connect(":memory:")
+        self.addCleanup(shown.close)
+        shown.executescript(self.tables + self.scaling_table)
+        self.assertEqual(description(self.scaled_example()), description(shown))
+
     def test_every_table_and_column_is_explained(self):
         explained = {name.split(".")[-1] for name in first_cells(section(self.text, "Tables"))}
-        tables = description(self.example)
+        tables = description(self.scaled_example())
         # Names of other tables' rows, and what says enough for itself.
         plain = {"name", "text", "value", "definition_id", "node_id", "message_id", "signal_id"}
         columns = {column[0] for described, _ in tables.values() for column in described}

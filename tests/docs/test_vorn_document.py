@@ -65,7 +65,7 @@ class Tables(unittest.TestCase):
         "Nodes": ["name", "attributes"],
         "Messages": ["identifier", "extended", "name", "length", "node", "attributes", "signals"],
         "Signals": ["name", "start_bit", "length", "byte_order", "signed", "values", "multiplexor",
-                    "multiplexer_value"],
+                    "multiplexer_value", "factor", "minimum", "maximum", "step", "unit"],
         "Attribute definitions": ["object", "name", "type", "minimum", "maximum", "values", "default"],
     }
 

@@ -58,7 +58,10 @@ TEST_F(Scaling, InVornStandsBehindTheOtherKeys) {
         {{0.01, -0.0, {}, {}, "km/h"}, R"(, "factor": 0.01, "minimum": 0, "unit": "km/h")"},
         {{1, {}, -3}, R"(, "factor": 1, "maximum": -3)"},
         {{1e-307, {}, {}, {}, "\"°C\"\\"}, R"(, "factor": 1e-307, "unit": "\"°C\"\\")"},
-        {{1e22, 0.1 + 0.2}, R"(, "factor": 10000000000000000000000, "minimum": 0.30000000000000004)"},
+        {{1e22, 0.1 + 0.2}, R"(, "factor": 1e+22, "minimum": 0.30000000000000004)"},
+        {{1e15, -1e14, 999999999999999.0, 1.7976931348623157e308},
+         R"(, "factor": 1e+15, "minimum": -100000000000000, "maximum": 999999999999999)"
+         R"(, "step": 1.7976931348623157e+308)"},
     };
     sigblk& signal = AddSignal(message_, "Level");
     for (const auto& [scaling, keys] : rows) {

@@ -48,6 +48,7 @@ TEST(Number, TakesOverWhatTheElementSays) {
     EXPECT_EQ(read.number.RangeMax(), 1000.0);
     EXPECT_EQ(read.number.Step(), 0.25);
     EXPECT_EQ(read.number.UnitName(), "kmh");
+    EXPECT_EQ(read.number.UnitText(), "km/h");
     ASSERT_NE(read.number.Unit(), nullptr);
     EXPECT_EQ(read.number.Unit()->GetDefName(), "unit_km_h");
     ASSERT_NE(read.number.TypeDefinition(), nullptr);
@@ -306,6 +307,7 @@ TEST(Number, ReservedUnitsStandForNone) {
 TEST(Number, BeforeItsImportHasNoUnit) {
     const ZMTParamNumber number;
     EXPECT_EQ(number.Unit(), nullptr);
+    EXPECT_EQ(number.UnitText(), "");
     EXPECT_FALSE(number.HasPhysicalUnit());
     EXPECT_EQ(number.TypeDefinition(), nullptr);
 }

@@ -3,6 +3,7 @@ reads it."""
 
 import json
 import os
+import re
 import shutil
 import sqlite3
 import stat
@@ -45,6 +46,16 @@ print(json.dumps([{
         } for signal in frame.signals],
     } for frame in bus.frames],
 } for name, bus in buses.items()]))
+"""
+
+# Prints the values of all signals with their place: physical ones, as canmatrix has them. It fills in what is missing.
+KCD_SCALINGS = """
+import json, sys
+import canmatrix.formats
+bus, = canmatrix.formats.loadp(sys.argv[1]).values()
+print(json.dumps([[frame.name, signal.name, signal.is_multiplexer, signal.is_signed, float(signal.factor),
+                   float(signal.offset), float(signal.min), float(signal.max), signal.unit]
+                  for frame in bus.frames for signal in frame.signals]))
 """
 
 
@@ -117,8 +128,8 @@ class FormatTest(ProgramTest):
     def database(self):
         return json.loads(self.content("out.vorn"))
 
-    def load_kcd(self, name):
-        result = subprocess.run([KCD_PYTHON, "-c", KCD_READER, name], cwd=self.dir, capture_output=True, timeout=300,
+    def load_kcd(self, name, reader=KCD_READER):
+        result = subprocess.run([KCD_PYTHON, "-c", reader, name], cwd=self.dir, capture_output=True, timeout=300,
                                 check=False)
         self.assertEqual(result.returncode, 0, f"canmatrix cannot load {name}:\n{result.stderr.decode()}")
         # Before its own output the library may say which formats it lacks.
@@ -243,6 +254,126 @@ class ExampleFormats(FormatTest):
                 "multiplexed": [signal for signal in signals if signal["group"] is not None],
                 "with labels": [signal for signal in signals if signal["labels"]]}.items():
             self.assertTrue(found, what)
+
+
+# Name, exponent, bounds, step, unit, and whether the type is signed: every exponent that the disassembler has in its
+# table, and some more.
+UNITS = ["dB", "km/h", "°C", "%", "1/min", "not_defined", "none"]
+NUMBERS = [(f"N{index}", exponent, (-2.5 * index, 7.25 * index) if index % 3 else None, index % 4 / 8,
+            UNITS[index % len(UNITS)], index % 2 == 0)
+           for index, exponent in enumerate([*range(-5, 6), -12, -9, 9, 17, -400, 400], 1)]
+
+
+def number_function(index, number):
+    name, exponent, bounds, step, unit, signed = number
+    ranges = "" if bounds is None else f"<RangeMin>{bounds[0]}</RangeMin><RangeMax>{bounds[1]}</RangeMax>"
+    basis = '<TSWord TypeRef="type_signed_word"/>' if signed else '<TUWord TypeRef="type_unsigned_word"/>'
+    return f"""<Function><FunctionID>0x{0x200 + index:X}</FunctionID><FunctionName>{name}</FunctionName>
+      <FunctionClass><Property><PUnclassified><PUParam><ParamName>{name}</ParamName>
+      <PUParamOPType><PReportStatus><ParamPos>1</ParamPos></PReportStatus></PUParamOPType>
+      <PUParamType><TNumber><BasisDataType>{basis}</BasisDataType><Exponent>{exponent}</Exponent>{ranges}
+      <Step>{step}</Step><Unit UnitRef="unit_{UNITS.index(unit)}"/></TNumber></PUParamType></PUParam>
+      </PUnclassified></Property></FunctionClass></Function>"""
+
+
+def number_catalog():
+    functions = "".join(number_function(index, number) for index, number in enumerate(NUMBERS))
+    units = "".join(f'<UnitDef UnitID="unit_{index}"><UnitDefName>{name}</UnitDefName><UnitDefCode>1</UnitDefCode>'
+                    "</UnitDef>" for index, name in enumerate(UNITS))
+    types = "".join(f'<TypeDef TypeID="type_{name}"><TDefName>T</TDefName><TDefSize>2</TDefSize></TypeDef>'
+                    for name in ["unsigned_word", "signed_word"])
+    return f"""<FunctionCatalog><FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>{functions}</FBlock>
+      <Definition>{types}{units}</Definition></FunctionCatalog>"""
+
+
+class NumberScalings(FormatTest):
+    """What other programs read of the scalings is what the catalog says."""
+
+    catalog = "cat.xml"
+
+    def setUp(self):
+        super().setUp()
+        self.write_settings(WriteScaling=1)
+        self.write("cat.xml", number_catalog())
+
+    @staticmethod
+    def expected(number):
+        _, exponent, bounds, step, unit, _ = number
+        minimum, maximum = bounds or (None, None)
+        factor = float(f"1e{max(-307, min(308, exponent))}")
+        return (factor, minimum, maximum, step or None, None if unit in ("none", "not_defined") else unit)
+
+    def test_vorn_has_them(self):
+        self.convert("out.vorn")
+        signals = {signal["name"]: signal for message in self.database()["messages"] for signal in message["signals"]}
+        self.assertEqual(len(signals), len(NUMBERS))
+        for number in NUMBERS:
+            with self.subTest(number=number):
+                signal = signals[number[0]]
+                self.assertEqual(tuple(signal.get(key) for key in ["factor", "minimum", "maximum", "step", "unit"]),
+                                 self.expected(number))
+
+    def test_sqlite_has_them(self):
+        self.convert("out.sqlite")
+        connection = sqlite3.connect(self.dir / "out.sqlite")
+        self.addCleanup(connection.close)
+        rows = connection.execute("SELECT name, factor, minimum, maximum, step, unit FROM signal_scaling "
+                                  "JOIN signal ON signal.id = signal_id ORDER BY signal_id").fetchall()
+        self.assertEqual(rows, [(number[0], *self.expected(number)) for number in NUMBERS])
+
+    def test_canmatrix_reads_them(self):
+        self.convert("out.kcd")
+        signals = self.load_kcd("out.kcd", KCD_SCALINGS)
+        self.assertEqual([signal[1] for signal in signals], [number[0] for number in NUMBERS])
+        for signal, number in zip(signals, NUMBERS):
+            with self.subTest(number=number):
+                factor, minimum, maximum, _, unit = self.expected(number)
+                self.assertEqual(signal[3:6], [number[5], factor, 0])
+                self.assertEqual(signal[8], unit or "")
+                if minimum is not None:
+                    self.assertEqual(signal[6:8], [minimum, maximum])
+
+    def test_the_database_comes_back_byte_for_byte(self):
+        self.assert_round_trips()
+
+
+class ScaledExample(FormatTest):
+    catalog = "roadster.xml"
+
+    def setUp(self):
+        super().setUp()
+        for file in (SOURCE / "examples").iterdir():
+            shutil.copy(file, self.dir)
+        settings = (self.dir / "TARVEX.ini").read_text(encoding="utf-8")
+        self.write("TARVEX.ini", settings.replace("[Conversion]", "[Conversion]\nWriteScaling=1"))
+
+    def test_the_database_comes_back_byte_for_byte(self):
+        self.assert_round_trips()
+
+    def test_canmatrix_reads_the_whole_database(self):
+        self.assert_kcd_is_complete()
+
+    def test_without_its_scalings_the_database_is_the_ordinary_one(self):
+        self.convert("out.vorn")
+        scaling = r', "factor": [^{}]*(?=})'
+        rest, count = re.subn(scaling, "", self.content("out.vorn").decode())
+        ordinary = (SOURCE / "tests" / "data" / "example" / "roadster.vorn").read_text(encoding="utf-8")
+        self.assertEqual(rest.replace('"database": "out"', '"database": "roadster"'), ordinary)
+        self.assertGreater(count, 50)
+
+    def test_canmatrix_reads_what_vorn_has(self):
+        self.convert("out.vorn", "out.kcd")
+        found = {(signal[0], signal[1]): signal[2:] for signal in self.load_kcd("out.kcd", KCD_SCALINGS)}
+        scaled = [(message["name"], signal) for message in self.database()["messages"]
+                  for signal in message["signals"] if "factor" in signal]
+        self.assertGreater(len({signal["unit"] for _, signal in scaled if "unit" in signal}), 5)
+        for message, signal in scaled:
+            with self.subTest(message=message, signal=signal["name"]):
+                is_multiplexor, signed, factor, offset, minimum, maximum, unit = found[message, signal["name"]]
+                self.assertEqual((factor, offset, unit), (signal["factor"], 0, signal.get("unit", "")))
+                self.assertEqual((is_multiplexor, signed), (signal.get("multiplexor", False), signal["signed"]))
+                if "minimum" in signal:
+                    self.assertEqual((minimum, maximum), (signal["minimum"], signal["maximum"]))
 
 
 class LargeCatalogFormats(FormatTest):
