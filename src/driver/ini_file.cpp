@@ -27,10 +27,9 @@ IniFile::IniFile(const std::string& path) {
     text_ = std::move(text).value_or("");
     std::string_view rest = text_;
     TakeByteOrderMark(rest);
-    std::string_view section;
-    while (!rest.empty()) {
+    for (std::size_t number = 1; !rest.empty(); ++number) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
-        AddLine(TrimBlanks(rest.substr(0, end)), section);
+        AddLine(TrimBlanks(rest.substr(0, end)), number);
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
 }
@@ -43,17 +42,18 @@ bool IniFile::IsForeign() const {
     return isWide || (text_.find('\r') != std::string::npos && text_.find('\n') == std::string::npos);
 }
 
-void IniFile::AddLine(std::string_view line, std::string_view& section) {
+void IniFile::AddLine(std::string_view line, std::size_t number) {
     if (line.starts_with('[')) {
-        section = TrimBlanks(line.substr(1, line.find(']') - 1));
+        sections_.push_back({TrimBlanks(line.substr(1, line.find(']') - 1)), number});
         return;
     }
     const std::size_t equals = line.find('=');
     if (line.starts_with(';') || equals == std::string_view::npos) {
         return;
     }
+    const std::string_view section = sections_.empty() ? std::string_view() : sections_.back().name;
     entries_.push_back(
-        {section, TrimBlanks(line.substr(0, equals)), Unquote(TrimBlanks(line.substr(equals + 1)))});
+        {section, TrimBlanks(line.substr(0, equals)), Unquote(TrimBlanks(line.substr(equals + 1))), number});
 }
 
 const IniFile::Entry* IniFile::Find(std::string_view section, std::string_view key) const {

@@ -36,18 +36,31 @@ class IniFile {
     /// the key. A number too large is the largest.
     unsigned GetInteger(std::string_view section, std::string_view key, unsigned defaultValue) const;
 
-  private:
+    /// A "key=value" line. Lines are counted from 1.
     struct Entry {
-        std::string_view section;
+        std::string_view section;  ///< Empty above all sections.
         std::string_view key;
         std::string_view value;
+        std::size_t line;
     };
-
-    void AddLine(std::string_view line, std::string_view& section);
+    /// All of them, also those that nobody asks for and those that do not count.
+    const std::vector<Entry>& Entries() const { return entries_; }
+    /// The first entry of that name, which counts; null for none.
     const Entry* Find(std::string_view section, std::string_view key) const;
 
+    /// A "[Section]" line.
+    struct Section {
+        std::string_view name;
+        std::size_t line;
+    };
+    const std::vector<Section>& Sections() const { return sections_; }
+
+  private:
+    void AddLine(std::string_view line, std::size_t number);
+
     std::string text_;
-    std::vector<Entry> entries_;  // parts of the text
+    std::vector<Section> sections_;  // parts of the text
+    std::vector<Entry> entries_;     // parts of the text
     bool isRead_ = false;
 };
 
