@@ -1,12 +1,18 @@
 #include "driver/driver.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <new>
 #include <string>
+#include <vector>
 
+#include "driver/catalog_hints.h"
 #include "driver/exit_status.h"
+#include "driver/hints.h"
+#include "driver/output_hints.h"
 #include "driver/overwrite_prompt.h"
 #include "driver/settings.h"
+#include "driver/settings_hints.h"
 #include "import/import_manager.h"
 #include "import/text/files.h"
 #include "import/text/format_text.h"
@@ -67,16 +73,87 @@ bool ImportCatalog(std::string& catalogName, const std::string& catalogPath, con
     }
 }
 
-int ExportCatalog(const std::string& catalogName, const std::string& outputPath, const Settings& settings) {
+/// How an export ended.
+struct ExportResult {
+    bool isWritten = false;
+    bool hasHint = true;  ///< Why it failed has not been told.
+    int error = 0;        ///< Of the system, as it was left behind; it may be of no meaning.
+};
+
+ExportResult ExportCatalog(const std::string& catalogName, const std::string& outputPath,
+                           const Settings& settings) {
     ZVornExporter exporter(Manager().FindCatalog(catalogName), outputPath, settings.aliasNamesPath,
                            settings.networkConfigurationPath, settings.include, settings.exclude,
                            settings.exportFlags);
     exporter.MessageSink = [](const std::string& line) { std::printf("%s\n", line.c_str()); };
     try {
-        return exporter.Export();
+        errno = 0;
+        const bool isWritten = exporter.Export() == 0;
+        return {isWritten, true, errno};
     } catch (const std::bad_alloc&) {
         TellMemoryEnded();
+        return {false, false, 0};
+    }
+}
+
+/// The files of a run. The settings name more.
+struct Paths {
+    const std::string& catalog;
+    const std::string& output;
+    const std::string& ini;
+};
+
+void HintAtFailure(const Paths& paths, const Settings& settings, int error, Hints& hints) {
+    std::vector<InputFile> inputs = {
+        {paths.catalog, "the catalog itself"},
+        {paths.ini, "the file of the settings"},
+        {settings.aliasNamesPath, "the file of AliasNames"},
+        {settings.networkConfigurationPath, "the file of NetworkConfiguration"},
+    };
+    if (Manager().HasRead(paths.output)) {
+        inputs.push_back({paths.output, "the DTD of the catalog, or another file that it reads"});
+    }
+    HintAtFailedOutput(paths.output, inputs, error, hints);
+}
+
+/// Everything from the import to the output.
+int Convert(const Paths& paths, const Settings& settings, Hints& hints) {
+    std::string catalogName;
+    // No log may be written over the files in the list.
+    const bool isImported =
+        ImportCatalog(catalogName, paths.catalog, settings,
+                      {paths.output, paths.ini, settings.aliasNamesPath, settings.networkConfigurationPath});
+    LookForHints([&] {
+        HintAtImport(paths.catalog, isImported ? Manager().FindCatalog(catalogName) : nullptr,
+                     Manager().Findings(), settings, hints);
+    });
+    if (!isImported) {
+        std::printf("Failed to import function catalog!\n");
         return kExitFailure;
+    }
+    Manager().WriteTreeLog(settings.treeLogPath);
+
+    std::printf("Converting to Kestrel...\n");
+    // The exporter does not know the settings file and the DTD, which are no place for the output either.
+    const bool isInput = IsSameFile(paths.output, paths.ini) || Manager().HasRead(paths.output);
+    const ExportResult result = isInput ? ExportResult() : ExportCatalog(catalogName, paths.output, settings);
+    if (!result.isWritten) {
+        std::printf("Failed to export to vorn!\n");
+        if (result.hasHint) {
+            LookForHints([&] { HintAtFailure(paths, settings, result.error, hints); });
+        }
+        return kExitFailure;
+    }
+    std::printf("Output file '%s' written\n", paths.output.c_str());
+    LookForHints([&] { HintAtExtension(paths.output, hints); });
+    return kExitSuccess;
+}
+
+/// What the settings file says and nobody hears.
+void HintAtIni(const IniFile& ini, const Settings& settings, const std::string& catalogPath, Hints& hints) {
+    HintAtSettings(ini, hints);
+    if (const ZMTCatalog* catalog = Manager().FindCatalogByPath(catalogPath)) {
+        HintAtBlockNames(ini, settings, *catalog, hints);
     }
 }
 
@@ -98,8 +175,11 @@ int Run(std::span<const char* const> arguments) {
 
     const std::string iniPath = ResolveIniPath();
     const IniFile ini(iniPath);
+    Hints hints;
     if (!ini.IsRead()) {
         std::printf("Unable to open file '%s'\n", iniPath.c_str());
+        LookForHints([&] { HintAtMissingSettings(iniPath, hints); });
+        hints.Tell();
         return kExitFailure;
     }
     if (ini.IsForeign()) {
@@ -114,24 +194,10 @@ int Run(std::span<const char* const> arguments) {
     if (settings.warnOnOverwrite && !MayOverwrite(outputPath, permission)) {
         return kExitFailure;
     }
-    std::string catalogName;
-    // No log may be written over the files in the list.
-    if (!ImportCatalog(catalogName, catalogPath, settings,
-                       {outputPath, iniPath, settings.aliasNamesPath, settings.networkConfigurationPath})) {
-        std::printf("Failed to import function catalog!\n");
-        return kExitFailure;
-    }
-    Manager().WriteTreeLog(settings.treeLogPath);
-
-    std::printf("Converting to Kestrel...\n");
-    // The exporter does not know the settings file and the DTD, which are no place for the output either.
-    if (IsSameFile(outputPath, iniPath) || Manager().HasRead(outputPath) ||
-        ExportCatalog(catalogName, outputPath, settings) != 0) {
-        std::printf("Failed to export to vorn!\n");
-        return kExitFailure;
-    }
-    std::printf("Output file '%s' written\n", outputPath.c_str());
-    return kExitSuccess;
+    const int status = Convert({catalogPath, outputPath, iniPath}, settings, hints);
+    LookForHints([&] { HintAtIni(ini, settings, catalogPath, hints); });
+    hints.Tell();
+    return status;
 }
 
 }  // namespace tarvex

@@ -53,6 +53,12 @@ std::string AsFolder(std::string path) {
     return path.ends_with('/') ? path : path + '/';
 }
 
+bool NamesSchema(const Element& root) {
+    std::string value;
+    return std::ranges::any_of(
+        kSchemaAttributes, [&](std::string_view attribute) { return GetAttribute(root, attribute, value); });
+}
+
 std::string Load(Text number) {
     return LoadText(number);
 }
@@ -133,6 +139,7 @@ bool ZMostFCatManager::ImportOnce(std::string& catalogName, const std::string& c
 bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalogPath,
                                   const std::string& importLogPath) {
     ImportRun run{catalogPath, {}, {}, {}, {}};
+    findings_ = {};
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
         Send(Format(Text::FileDoesNotExist, catalogPath), Reading);
@@ -151,6 +158,9 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
             ok = run.log.FatalCount() == 0;
         }
         reader_->Release();
+        findings_.errors = run.log.ErrorCount();
+        findings_.warnings = run.log.WarningCount();
+        findings_.complaints = run.handler.Complaints();
         ReportResult(run);
     }
     run.log.WriteLine("\n");
@@ -256,7 +266,7 @@ const Element* ZMostFCatManager::Fail(ImportRun& run, const std::string& text) c
     return nullptr;
 }
 
-void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog) const {
+void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog) {
     run.log.WriteLine(Load(Text::ParseDone));
     run.log.WriteLine("\n");
     run.log.SetExclusions(ImportLogExclusions);
@@ -264,19 +274,25 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     run.log.SetRoom(room);
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
-        const CatalogParamFactory factory;
-        ImportContext context{run.log, factory, catalog.Run()};
-        context.newer = NewerForms(ReadNewer);
-        context.copies = CopyBudget(catalog.InputBytes(), context.run);
-        try {
-            catalog.Import(*root, context);
-        } catch (const AllowanceSpent& spent) {
-            run.log.Fatal(spent.what(), catalog.GetPath());
-            Send(spent.what(), Reading);
-        }
+        findings_.namesSchema = NamesSchema(*root);
+        ImportRoot(run, *root, catalog);
         TakeWritten(catalog, room, run.log.Room());
     } else {
+        findings_.isRootUnknown = true;
         run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "");
+    }
+}
+
+void ZMostFCatManager::ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog) const {
+    const CatalogParamFactory factory;
+    ImportContext context{run.log, factory, catalog.Run()};
+    context.newer = NewerForms(ReadNewer);
+    context.copies = CopyBudget(catalog.InputBytes(), context.run);
+    try {
+        catalog.Import(root, context);
+    } catch (const AllowanceSpent& spent) {
+        run.log.Fatal(spent.what(), catalog.GetPath());
+        Send(spent.what(), Reading);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "catalog/catalog.h"
+#include "import/import_findings.h"
 #include "import/log/message_log.h"
 #include "import/xml/document_reader.h"
 
@@ -72,6 +73,9 @@ class ZMostFCatManager {
     /// Links are resolved.
     const std::set<std::string>& OutsideFiles() const { return outsideFiles_; }
 
+    /// What the last import that read a file has met.
+    const ImportFindings& Findings() const { return findings_; }
+
     /// Deletes all catalogs and forgets the files that failed.
     void Clear();
 
@@ -97,7 +101,8 @@ class ZMostFCatManager {
     const Element* ParseFile(ImportRun& run);
     const Element* ReadDocument(ImportRun& run);
     const Element* Fail(ImportRun& run, const std::string& text) const;
-    void ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog) const;
+    void ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog);
+    void ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog) const;
     void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);
@@ -112,6 +117,7 @@ class ZMostFCatManager {
     std::set<std::string> importLogPaths_;  // of the imports so far
     std::set<std::string> sourcePaths_;     // likewise
     std::set<std::string> outsideFiles_;
+    ImportFindings findings_;
     bool isChanged_ = false;
 };
 

@@ -10,6 +10,9 @@ using enum ElementText;
 
 void AddBlocksAndFunctions(Vocabulary& words) {
     words.Add("FunctionCatalog");
+    for (const std::string_view attribute : kSchemaAttributes) {
+        words.Add("FunctionCatalog", Unread, {attribute});
+    }
     words.Add("FBlock");
     words.Add("FBlockID", Read);
     words.Add("FBlockName", Read);

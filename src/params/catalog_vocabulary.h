@@ -2,9 +2,16 @@
 
 #pragma once
 
+#include <string_view>
+
 #include "import/xml/vocabulary.h"
 
 namespace tarvex {
+
+/// Attributes of a root that names a namespace or a schema, as no catalog does that a DTD describes.
+inline constexpr std::string_view kSchemaAttributes[] = {
+    "xmlns", "xmlns:xsi", "schemaLocation", "xsi:schemaLocation", "xsi:noNamespaceSchemaLocation",
+};
 
 /// All that the import of catalogs reads. Versions, descriptions and the definitions of classes, commands,
 /// reports and errors are not among it.

@@ -30,6 +30,16 @@ CATALOG = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
+HINT = "TARVEX: hint: "
+
+
+def without_hints(errors):
+    """What the program says on standard error but for its hints, and these, each less its beginning."""
+    lines = errors.splitlines(keepends=True)
+    hints = [line.removeprefix(HINT).removesuffix("\n") for line in lines if line.startswith(HINT)]
+    return "".join(line for line in lines if not line.startswith(HINT)), hints
+
+
 class ProgramTest(unittest.TestCase):
     """Each test has a directory of its own, which is also the working directory of the program."""
 
@@ -55,10 +65,12 @@ class ProgramTest(unittest.TestCase):
         return subprocess.run([PROGRAM, *map(str, arguments)], cwd=cwd or self.dir, input=stdin,
                               capture_output=True, timeout=120, check=False)
 
-    def assert_run(self, result, console, status):
-        """The whole console output after the banner, and the exit status."""
+    def assert_run(self, result, console, status, hints=0):
+        """The whole console output after the banner, and the exit status. Nothing on standard error but so many
+        hints."""
         self.assertEqual(result.stdout.decode(), BANNER + console)
-        self.assertEqual(result.stderr.decode(), "")
+        errors, given = without_hints(result.stderr.decode())
+        self.assertEqual((errors, len(given)), ("", hints), given)
         self.assertEqual(result.returncode, status)
 
 

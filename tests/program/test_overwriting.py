@@ -105,7 +105,7 @@ class OnADirectory(OverwritingTest):
         self.output.unlink()
         self.output.mkdir(mode=0o555)
         self.assert_run(self.run_program("cat.xml", "out.vorn", stdin=b"y"),
-                        "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255)
+                        "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255, hints=1)
         self.assertEqual(self.mode(), 0o555)
 
 
@@ -114,7 +114,7 @@ class WithoutTheQuestion(OverwritingTest):
         self.write_settings(WarnOnOverwrite=0)
         self.output.chmod(0o444)
         self.assert_run(self.run_program("cat.xml", "out.vorn"),
-                        "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255)
+                        "Parsing XML 'cat.xml'\nConverting to Kestrel...\nFailed to export to vorn!\n", 255, hints=1)
         self.assertEqual(self.output.read_text(), OLD)
         self.assertEqual(self.mode(), 0o444)
 

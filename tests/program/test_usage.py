@@ -16,7 +16,8 @@ class Usage(ProgramTest):
 
     def test_missing_settings_are_named_by_their_full_path(self):
         self.write("cat.xml", CATALOG)
-        self.assert_run(self.run_program("cat.xml", "out.vorn"), f"Unable to open file '{self.dir}/TARVEX.ini'\n", 255)
+        self.assert_run(self.run_program("cat.xml", "out.vorn"), f"Unable to open file '{self.dir}/TARVEX.ini'\n", 255,
+                        hints=1)
         self.assertFalse((self.dir / "out.vorn").exists())
 
     def test_settings_beside_the_program_do_not_count(self):
@@ -25,7 +26,7 @@ class Usage(ProgramTest):
         work = self.dir / "work"
         work.mkdir()
         result = subprocess.run([program, "cat.xml", "out.vorn"], cwd=work, capture_output=True, check=False)
-        self.assert_run(result, f"Unable to open file '{work}/TARVEX.ini'\n", 255)
+        self.assert_run(result, f"Unable to open file '{work}/TARVEX.ini'\n", 255, hints=1)
 
     def test_a_directory_in_place_of_the_settings_cannot_be_opened(self):
         (self.dir / "TARVEX.ini").mkdir()
@@ -43,7 +44,7 @@ class Usage(ProgramTest):
                 deep.mkdir(parents=True)
                 shown = "TARVEX.ini" if console else f"{deep}/TARVEX.ini"
                 result = self.run_program("cat.xml", "out.vorn", cwd=deep)
-                self.assert_run(result, console + f"Unable to open file '{shown}'\n", 255)
+                self.assert_run(result, console + f"Unable to open file '{shown}'\n", 255, hints=1)
                 self.write_settings()
                 shutil.copy(self.dir / "TARVEX.ini", deep / "TARVEX.ini")
                 self.write(deep / "cat.xml", CATALOG)

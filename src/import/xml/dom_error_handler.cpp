@@ -14,11 +14,18 @@ void ZDOMErrorHandler::warning(const xercesc::SAXParseException& exception) {
 
 void ZDOMErrorHandler::error(const xercesc::SAXParseException& exception) {
     hasError_ = true;
+    if (complaints_.errors++ == 0) {
+        complaints_.file = Transcode(exception.getSystemId());
+        complaints_.line = exception.getLineNumber();
+        complaints_.column = exception.getColumnNumber();
+        complaints_.text = Transcode(exception.getMessage());
+    }
     Collect(Text::ParserError, exception);
 }
 
 void ZDOMErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
     hasError_ = true;
+    complaints_.isFatal = true;
     Collect(Text::ParserFatalError, exception);
 }
 

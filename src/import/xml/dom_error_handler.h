@@ -8,6 +8,7 @@
 #include <xercesc/sax/ErrorHandler.hpp>
 
 #include "import/log/texts.h"
+#include "import/xml/parser_complaint.h"
 
 namespace tarvex {
 
@@ -33,12 +34,15 @@ class ZDOMErrorHandler : public xercesc::ErrorHandler {
     /// The complaints so far, each ended by a line feed, without control characters that a document has put
     /// into them.
     const std::string& Messages() const { return messages_; }
+    /// All errors, also those whose complaints were left out.
+    const ParserComplaints& Complaints() const { return complaints_; }
 
   private:
     void Collect(Text text, const xercesc::SAXParseException& exception);
 
     std::size_t maxMessages_ = kMaxMessages;
     bool hasError_ = false;
+    ParserComplaints complaints_;
     std::string messages_;
     std::size_t leftOut_ = 0;
 };

@@ -1,0 +1,26 @@
+/// What an import has met, for those who help people.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "import/xml/parser_complaint.h"
+
+namespace tarvex {
+
+struct ImportFindings {
+    /// The importer's errors and warnings.
+    std::uint32_t errors = 0;
+    std::uint32_t warnings = 0;
+    /// What the parser holds against the document.
+    ParserComplaints complaints;
+    /// The root is another element than that of a catalog.
+    bool isRootUnknown = false;
+    /// The root names a namespace or a schema, as catalogs do that are described by a schema and not by a
+    /// DTD.
+    bool namesSchema = false;
+};
+
+}  // namespace tarvex
