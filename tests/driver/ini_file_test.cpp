@@ -232,6 +232,26 @@ TEST_F(Ini, BytesThatAreNoLinesAreTold) {
     }
 }
 
+TEST_F(Ini, SectionsAndEntriesAreToldWithTheirLines) {
+    const IniFile ini = Read(
+        "\xEF\xBB\xBF"
+        "a=1\n\n[ One ]\r\n; b=2\nb = '3'\ntext\n[one]\nb=4\n[]\nc=");
+    std::string sections;
+    for (const auto& [name, line] : ini.Sections()) {
+        sections += std::to_string(line) + ":" + std::string(name) + " ";
+    }
+    EXPECT_EQ(sections, "3:One 7:one 9: ");
+    std::string entries;
+    for (const auto& [section, key, value, line] : ini.Entries()) {
+        entries += std::to_string(line) + ":" + std::string(section) + "/" + std::string(key) + "=" +
+                   std::string(value) + " ";
+    }
+    EXPECT_EQ(entries, "1:/a=1 5:One/b=3 8:one/b=4 10:/c= ");
+    ASSERT_NE(ini.Find("ONE", "B"), nullptr);
+    EXPECT_EQ(ini.Find("ONE", "B")->line, 5U) << "the first counts";
+    EXPECT_EQ(ini.Find("One", "a"), nullptr);
+}
+
 TEST_F(Ini, FileThatCannotBeReadIsEmpty) {
     ::alarm(60);
     const std::string fifo = dir_.File("fifo");

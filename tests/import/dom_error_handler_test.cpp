@@ -61,6 +61,23 @@ Warning at file 'c.xml': Line: 70000, Char: 1000000
 )");
 }
 
+TEST_F(DomErrorHandler, ErrorsAreCountedAndTheFirstIsKept) {
+    handler_.warning(Complaint("a", "a.xml", 1, 2));
+    EXPECT_EQ(handler_.Complaints().errors, 0U);
+    handler_.error(Complaint("b", "b.dtd", 3, 4));
+    handler_.error(Complaint("c", "c.xml", 5, 6));
+    const ParserComplaints& complaints = handler_.Complaints();
+    EXPECT_EQ(complaints.errors, 2U);
+    EXPECT_EQ(complaints.file, "b.dtd");
+    EXPECT_EQ(complaints.line, 3U);
+    EXPECT_EQ(complaints.column, 4U);
+    EXPECT_EQ(complaints.text, "b");
+    EXPECT_FALSE(complaints.isFatal);
+    handler_.fatalError(Complaint("d"));
+    EXPECT_EQ(complaints.errors, 2U);
+    EXPECT_TRUE(complaints.isFatal);
+}
+
 TEST_F(DomErrorHandler, ResetForgetsNothing) {
     handler_.error(Complaint("wrong"));
     handler_.resetErrors();

@@ -20,6 +20,7 @@ class ImportReport : public testing::Test {
   protected:
     ManagerRun run_;
     std::string log_ = run_.dir.File("Cat.log");
+    int files_ = 0;
 };
 
 TEST_F(ImportReport, CleanImport) {
@@ -142,6 +143,26 @@ TEST_F(ImportReport, WrongDocumentElement) {
                                        "\n",
                                        path));
     EXPECT_EQ(run_.manager.FindCatalog("Cat"), nullptr);
+}
+
+TEST_F(ImportReport, FindingsAreThoseOfTheLastImport) {
+    const auto findings = [&](const std::string& text) {
+        run_.Import(run_.dir.Write("Cat" + std::to_string(++files_) + ".xml", text));
+        return run_.manager.Findings();
+    };
+    const ImportFindings faulty = findings(CatalogWithOneErrorAndFourWarnings());
+    EXPECT_EQ(faulty.errors, 1U);
+    EXPECT_EQ(faulty.warnings, 4U);
+    EXPECT_FALSE(faulty.isRootUnknown);
+    EXPECT_FALSE(faulty.namesSchema);
+    const ImportFindings broken = findings("<FunctionCatalog>");
+    EXPECT_TRUE(broken.complaints.isFatal);
+    EXPECT_EQ(broken.errors, 0U);
+    EXPECT_TRUE(findings("<Catalog/>").isRootUnknown);
+    EXPECT_TRUE(findings("<FunctionCatalog xmlns='urn:a'/>").namesSchema);
+    const ImportFindings clean = findings(CleanCatalog());
+    EXPECT_EQ(clean.errors + clean.warnings + clean.complaints.errors, 0U);
+    EXPECT_FALSE(clean.complaints.isFatal || clean.isRootUnknown || clean.namesSchema);
 }
 
 TEST_F(ImportReport, FileThatIsNotWellFormed) {
