@@ -1,7 +1,6 @@
 #include "params/classified_stream.h"
 
 #include "import/log/messages.h"
-#include "import/text/names.h"
 
 namespace tarvex {
 
@@ -11,9 +10,7 @@ bool ZMTParamClassifiedStream::Import(const Element& element, ImportContext& con
         return false;
     }
     maxLength_ = ReadMaxLength<kMaxLengthUnreadable>(*this, *stream, context);
-    std::string text;
-    GetAttribute(*stream, "MediaType", text);
-    mediaType_ = SanitizeText(text);
+    GetAttribute(*stream, "MediaType", mediaType_);
     return true;
 }
 
