@@ -52,7 +52,8 @@ void PlaceBigEndian(sigblk& signal, std::uint32_t bit) {
     signal.start_bit = StartBit(bit);
 }
 
-/// The coordinates of an operation that has lost a parameter, which may have been the record that they choose from.
+/// The coordinates of an operation that has lost a parameter, which may have been the record that they choose
+/// from.
 bool MayBeSwitch(const ZMTParam& number) {
     const ZMTNode* parent = number.GetParent();
     return HasCoordinates(number) && !IsSwitch(number) && parent != nullptr && parent->IsType(kOperation) &&
