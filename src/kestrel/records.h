@@ -103,6 +103,8 @@ struct sigscale {
     /// What the physical values are counted in; empty for none.
     std::string unit{};
 
+    // What the compiler makes of it compares with a plain 0.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     auto operator<=>(const sigscale&) const = default;
 };
 
