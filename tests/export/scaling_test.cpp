@@ -188,7 +188,7 @@ double HalfOfTheLastDigit(const std::string& text) {
     const std::string mantissa = text.substr(0, exponent);
     const std::size_t point = mantissa.find('.');
     const auto decimals = point == std::string::npos ? 0 : static_cast<int>(mantissa.size() - point - 1);
-    const int power = exponent == std::string::npos ? 0 : std::atoi(text.c_str() + exponent + 1);
+    const int power = exponent == std::string::npos ? 0 : std::stoi(text.substr(exponent + 1));
     return 0.5 * std::pow(10.0, power - decimals);
 }
 
@@ -289,7 +289,7 @@ TEST(WriteScaling, IsOffUnlessAskedFor) {
 }
 
 struct CostCase {
-    const char* what;
+    const char* what = nullptr;
     sigscale scaling;
     Cost cost;
 };
@@ -313,10 +313,10 @@ TEST(ScalingCost, GrowsWithTheUnit) {
 }
 
 struct RoomCase {
-    const char* what;
+    const char* what = nullptr;
     Cost room;
-    bool isScaled;
-    bool isThere;
+    bool isScaled = false;
+    bool isThere = false;
 };
 
 /// A signal takes 160, 256 and 160; its scaling with a unit of four letters 104, 164 and 184.

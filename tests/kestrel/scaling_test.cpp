@@ -188,8 +188,8 @@ TEST_F(Scaling, WithoutOneSqliteHasNoTableForIt) {
 
 struct KcdValueCase {
     sigscale scaling;
-    std::uint16_t flags;
-    const char* value;
+    std::uint16_t flags = 0;
+    const char* value = nullptr;
 };
 
 TEST_F(Scaling, InKcdStandsInTheValue) {
