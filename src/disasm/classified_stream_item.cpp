@@ -37,6 +37,9 @@ std::span<const std::uint8_t> ZMostParameterClassifiedStream::Content() const {
 }
 
 std::string ZMostParameterClassifiedStream::GetText() const {
+    if (Bytes().size() == kLengthBytes) {
+        return {};
+    }
     const bool isTerminated = std::ranges::find(Bytes().subspan(kLengthBytes), 0) != Bytes().end();
     const std::string text = MediaType() + (isTerminated ? "" : " {NotTerm}");
     return Content().empty() ? text : text + ": " + HexText(Content(), " ");

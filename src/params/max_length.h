@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "catalog/import_context.h"
+#include "catalog/param.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
 

@@ -110,7 +110,7 @@ TEST(NewerForms, ClassifiedStreamsHaveAMediaTypeAndContent) {
         {"no content", {stream}, "00 04 61 2F 62 00", "S@0+6=a/b"},
         {"no zero byte", {stream}, "00 03 61 2F 62", "S@0+5=a/b {NotTerm}"},
         {"what can't be printed", {stream}, "00 03 61 1B 00", "S@0+5=a."},
-        {"nothing", {stream}, "00 00", "S@0+2= {NotTerm}"},
+        {"nothing", {stream}, "00 00", "S@0+2="},
         {"too few", {stream}, "00 04 61", "!byte 0: S needs 6 bytes, 3 are left"},
         {"half a length", {stream}, "00", "!byte 0: S needs 2 bytes, 1 is left"},
         {"beyond its bound",

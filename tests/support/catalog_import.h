@@ -47,8 +47,8 @@ struct Imported {
     std::unique_ptr<ZMostFCatManager> manager;
 };
 
-/// Imports a catalog text, written as "Cat.xml", with import log and tree log. Paths begin with "/Cat". Forms of
-/// newer catalogs are read only with `readNewer`.
+/// Imports a catalog text, written as "Cat.xml", with import log and tree log. Paths begin with "/Cat". Forms
+/// of newer catalogs are read only with `readNewer`.
 std::unique_ptr<Imported> ImportText(std::string_view xml, bool validate = false, bool readNewer = false);
 
 }  // namespace tarvex::test
