@@ -72,6 +72,30 @@ bool HasHole(const ZMTParam& param) {
 
 }  // namespace
 
+bool HasOpenLength(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::Array:
+        case ParamKind::ClassifiedStream:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::ShortStream:
+        case ParamKind::Stream:
+        case ParamKind::String:
+            return true;
+        case ParamKind::Base:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::BoolField:
+        case ParamKind::Enum:
+        case ParamKind::Number:
+        case ParamKind::Record:
+        case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
+        case ParamKind::Void:
+            break;
+    }
+    return false;
+}
+
 std::optional<Hole> MissingMember(const ZMTParam& container) {
     if (container.IsType(kParamArray)) {
         return EmptySlot(static_cast<const ZMTParamArray&>(container), 0);
@@ -110,30 +134,12 @@ namespace {
 
 /// The parameters behind it have their places. `isSwitched`: by a switch in front of it.
 bool LeadsOn(const ZMTParam& param, bool isSwitched) {
-    switch (param.Kind()) {
-        case ParamKind::BitField:
-        case ParamKind::Bool:
-        case ParamKind::Enum:
-        case ParamKind::Number:
-        case ParamKind::Void:
-            return true;
-        case ParamKind::Record:
-            return (isSwitched || !HasChosenFields(static_cast<const ZMTParamRecord&>(param))) &&
-                   std::ranges::all_of(static_cast<const ZMTParamRecord&>(param).Items(),
-                                       [](const ZMTParam& field) { return LeadsOn(field, false); });
-        case ParamKind::Array:
-        case ParamKind::Base:
-        case ParamKind::BoolField:
-        case ParamKind::ClassifiedStream:
-        case ParamKind::FktIDBitStream:
-        case ParamKind::ShortStream:
-        case ParamKind::Stream:
-        case ParamKind::StreamCase:
-        case ParamKind::StreamSignal:
-        case ParamKind::String:
-            break;
+    if (!param.IsType(kParamRecord)) {
+        return !HasOpenLength(param);
     }
-    return false;
+    const auto& record = static_cast<const ZMTParamRecord&>(param);
+    return (isSwitched || !HasChosenFields(record)) &&
+           std::ranges::all_of(record.Items(), [](const ZMTParam& field) { return LeadsOn(field, false); });
 }
 
 }  // namespace

@@ -19,6 +19,9 @@ enum class Layout : unsigned {
 /// The verdict on an operation once it is resolved. Incomplete goes before Open.
 Layout LayoutOf(const ZMTOperation& operation);
 
+/// The parameter is of a kind whose length a message alone tells: a string, an array, any stream.
+bool HasOpenLength(const ZMTParam& param);
+
 /// What a parameter of an array, record or stream case lacks, of those that should stand directly in it: the
 /// first of them. Nothing for other parameters.
 std::optional<Hole> MissingMember(const ZMTParam& container);

@@ -9,7 +9,8 @@ import re
 from support import ProgramTest
 
 FUNCTIONS = 100  # in a catalog
-CATALOGS = int(os.environ.get("TARVEX_CATALOGS", "20"))
+# The sanitizers take many times the time.
+CATALOGS = int(os.environ.get("TARVEX_CATALOGS", "2" if os.environ["TARVEX_SANITIZED"] == "ON" else "20"))
 
 DEFINITION = "<Definition>" + "".join(
     f'<TypeDef TypeID="{name}"><TDefName>{name}</TDefName>' + (f"<TDefSize>{size}</TDefSize>" if size else "") +
