@@ -164,7 +164,7 @@ ZMTOperation& ZMTFunction::OperationAt(unsigned opType) {
 }
 
 void ZMTFunction::NoteLoss(unsigned opType, const Hole& hole, ImportContext& context) {
-    if (losses_.Note(opType, hole) && !context.run.Take({0, Losses::kNodeOverhead + sizeof(Hole), 0})) {
+    if (losses_.Note(opType, hole) && !context.run.Take({0, Losses::kLossBytes, 0})) {
         throw AllowanceSpent();
     }
 }

@@ -1,7 +1,5 @@
 #include "catalog/hole.h"
 
-#include "import/text/format_text.h"
-
 namespace tarvex {
 namespace {
 
@@ -46,14 +44,12 @@ bool Losses::Note(unsigned opType, const Hole& hole) {
     if (!map_) {
         map_ = std::make_unique<Map>();
     }
-    constexpr int kUnknown = -1;
-    return map_->try_emplace({opType, hole.position ? static_cast<int>(*hole.position) : kUnknown}, hole)
-        .second;
+    const int position = hole.position ? static_cast<int>(*hole.position) : kUnknownPosition;
+    return map_->try_emplace({opType, position}, hole).second;
 }
 
 const Hole* Losses::FirstOf(unsigned opType) const {
-    constexpr int kBeforeAll = -1;
-    const auto found = All().lower_bound({opType, kBeforeAll});
+    const auto found = All().lower_bound({opType, kUnknownPosition});
     return found != All().end() && found->first.first == opType ? &found->second : nullptr;
 }
 

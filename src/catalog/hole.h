@@ -2,11 +2,11 @@
 
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tarvex {
 
@@ -53,13 +53,14 @@ class Losses {
     /// The loss of that operation that stands first, an unknown place before all others; null for none.
     const Hole* FirstOf(unsigned opType) const;
 
-    using Key = std::pair<unsigned, int>;  ///< OPType and position, -1 for an unknown one.
+    static constexpr int kUnknownPosition = -1;  ///< In front of all others.
+    using Key = std::pair<unsigned, int>;        ///< OPType and position.
     using Map = std::map<Key, Hole>;
     const Map& All() const;
 
-    std::size_t MemorySize() const { return All().size() * (sizeof(Map::value_type) + kNodeOverhead); }
-    /// What noting one more takes.
-    static constexpr std::size_t kNodeOverhead = 48;
+    /// Bytes of memory that one of them takes, roughly.
+    static constexpr std::size_t kLossBytes = sizeof(Map::value_type) + 48;
+    std::size_t MemorySize() const { return All().size() * kLossBytes; }
 
   private:
     std::unique_ptr<Map> map_;

@@ -80,15 +80,14 @@ void DecodeMessage(const ZMTCatalog& catalog, const CapturedMessage& message, De
         out.faults.push_back(AtByte(fault.offset) + fault.text +
                              (fault.isHole ? RestText(message.data, fault.offset) : std::string()));
     }
-    const std::size_t left = message.data.size() - out.items.Offset();
     if (!isGood) {
         return;
     }
+    const std::size_t end = out.items.Offset();
     if (const std::optional<Hole>& hole = out.operation->MissingAt()) {
-        out.faults.push_back(AtByte(out.items.Offset()) + HoleText(*hole) +
-                             RestText(message.data, out.items.Offset()));
-    } else if (left > 0) {
-        out.faults.push_back(AtByte(out.items.Offset()) + ByteCount(left) + " left over");
+        out.faults.push_back(AtByte(end) + HoleText(*hole) + RestText(message.data, end));
+    } else if (end < message.data.size()) {
+        out.faults.push_back(AtByte(end) + ByteCount(message.data.size() - end) + " left over");
     }
 }
 

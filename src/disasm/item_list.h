@@ -96,10 +96,10 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     unsigned MemberNumber() const { return memberNumber_; }
     void SetMemberNumber(unsigned number) { memberNumber_ = number; }
 
-    /// From here on the items repeat; what stands before them is there once. Find looks at the last
-    /// repetition.
-    void BeginRepetition() {
-        onceCount_ = repetition_ == 0 ? items_.size() : onceCount_;
+    /// The next repetition begins here. `onceCount`: of the items in front of all repetitions. Find looks at
+    /// these and at the last repetition.
+    void BeginRepetition(std::size_t onceCount) {
+        onceCount_ = onceCount;
         repetition_ = items_.size();
     }
 
@@ -114,7 +114,7 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
     std::size_t offset_ = 0;
     unsigned memberNumber_ = 0;
     std::size_t onceCount_ = 0;   // items in front of all repetitions
-    std::size_t repetition_ = 0;  // where the last one begins; 0 without any
+    std::size_t repetition_ = 0;  // where the last one begins
 };
 
 /// Takes `count` bytes of the message for a parameter and appends its item to the list. False, and a fault,

@@ -137,10 +137,11 @@ bool ZMostParameterStream::ReadRepetitions(std::span<const std::uint8_t> message
             return false;
         }
     }
+    const std::size_t onceCount = Members().Items().size();
     bool tookBytes = true;
     while (tookBytes && Members().Offset() < message.size()) {
         const std::size_t begin = Members().Offset();
-        Members().BeginRepetition();
+        Members().BeginRepetition(onceCount);
         for (unsigned slot = first; slot < streamCase_->Size(); ++slot) {
             if (!streamCase_->GetAt(slot)->Disassemble(Members(), message)) {
                 return false;

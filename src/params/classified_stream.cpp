@@ -9,7 +9,7 @@ bool ZMTParamClassifiedStream::Import(const Element& element, ImportContext& con
     if (stream == nullptr || !ImportTypeRef<kClassifiedStreamWithoutType>(*stream, context)) {
         return false;
     }
-    maxLength_ = ReadMaxLength<kMaxLengthUnreadable>(*this, *stream, context);
+    maxLength_ = ReadMaxLength(*this, *stream, context);
     GetAttribute(*stream, "MediaType", mediaType_);
     return true;
 }

@@ -13,11 +13,14 @@ namespace {
 /// which of the two counts where both are there.
 std::string NameText(const Element& element, bool isSymbolicFirst) {
     std::string text;
-    std::string symbolicName;
-    GetElementText(element, text);
-    GetAttribute(element, "SymbolicName", symbolicName);
-    std::string& first = isSymbolicFirst ? symbolicName : text;
-    return Trim(first).empty() ? (isSymbolicFirst ? text : symbolicName) : first;
+    const auto isThere = [&](bool isSymbolic) {
+        isSymbolic ? GetAttribute(element, "SymbolicName", text) : GetElementText(element, text);
+        return !Trim(text).empty();
+    };
+    if (!isThere(isSymbolicFirst)) {
+        isThere(!isSymbolicFirst);
+    }
+    return text;
 }
 
 }  // namespace

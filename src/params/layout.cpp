@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned kFirstField = 1;
 
-/// The first empty slot, as a position counted from `first`.
+/// The first empty slot from that one on, as a position counted from 1.
 std::optional<Hole> EmptySlot(const ZMTChildList<ZMTParam>& list, unsigned firstSlot) {
     for (unsigned slot = firstSlot; slot < list.Size(); ++slot) {
         if (list.GetAt(slot) == nullptr) {

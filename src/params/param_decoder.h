@@ -44,6 +44,7 @@ class ParamDecoder {
     virtual bool Decode(const ZMTParamRecord& record, Bytes message) = 0;
     virtual bool Decode(const ZMTParamShortStream& stream, Bytes message) = 0;
     virtual bool Decode(const ZMTParamStream& stream, Bytes message) = 0;
+    /// False: a case has no bytes of its own, its stream decodes it.
     virtual bool Decode(const ZMTParamStreamCase& streamCase, Bytes message) = 0;
     /// False: a signal is a part of its case, which decodes it.
     virtual bool Decode(const ZMTParamStreamSignal& signal, Bytes message) = 0;

@@ -11,7 +11,7 @@ bool ZMTParamShortStream::Import(const Element& element, ImportContext& context)
     if (stream == nullptr || !ImportTypeRef<kShortStreamWithoutType>(*stream, context)) {
         return false;
     }
-    maxLength_ = ReadMaxLength<kMaxLengthUnreadable>(*this, *stream, context);
+    maxLength_ = ReadMaxLength(*this, *stream, context);
     ImportCases(*stream, context);
     return true;
 }

@@ -307,6 +307,14 @@ TEST(NewerForms, GroupsRepeatToTheEndOfTheirStream) {
          {{"S", Short(pair)}, {"Z", kUByte}},
          "04 01 02 03 04 09",
          "S@0+5={StreamCase}<[1]A@1+1=1 [1]B@2+1=2 [2]A@3+1=3 [2]B@4+1=4> Z@5+1=9"},
+        // The "Pos" of the repetition before says nothing of this one's "Data".
+        {"a Pos behind its Data",
+         {{"S", Stream(only(
+                    {{"1seq1", "Data", Record({{"A", kUByte}, {"B", kUByte}})}, {"1seq2", "Pos", kUWord}}))}},
+         "05 06 01 00 07 08 01 00",
+         "S@0+8={StreamCase}<[1]Data@0+2=<A@0+1=5 B@1+1=6> [1]Pos@2+2=PosX=1 PosY=0 [2]Data@4+2=<A@4+1=7 "
+         "B@5+1=8> "
+         "[2]Pos@6+2=PosX=1 PosY=0>"},
         {"without bytes",
          {{"S", Stream(only({{"1seq1", "V", kVoid}}))}},
          "01",
