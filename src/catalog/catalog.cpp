@@ -20,19 +20,19 @@ bool ZMTCatalog::Import(const Element& element, ImportContext& context) {
         }
         return Resolve(context);
     } catch (const std::bad_alloc&) {
-        return Raise<kOutOfMemory>(context.log);
+        return Raise<kOutOfMemory>(context.At(element));
     }
 }
 
 bool ZMTCatalog::ImportDefinitions(const Element& element, ImportContext& context) {
     const Element* definition = FindChildElement(&element, "Definition");
     if (definition == nullptr) {
-        return Raise<kNoDefinition>(context.log, "Definition");
+        return Raise<kNoDefinition>(context.At(element), "Definition");
     }
     definitions_ = std::make_unique<ZMTDefinition>();
     definitions_->SetParent(this);
     if (!definitions_->Import(*definition, context)) {
-        return Raise<kDefinitionFailed>(context.log, "Definition");
+        return Raise<kDefinitionFailed>(context.At(definition), "Definition");
     }
     context.definitions = definitions_.get();
     return true;
@@ -54,7 +54,7 @@ void ZMTCatalog::ImportErrorFunctions(const Element& element, ImportContext& con
                 context.functions.RegisterOwned(name, std::move(function));
             } else {
                 context.functions.RegisterLost(name, std::move(function));
-                Raise<kErrorFunctionFailed>(context.log, "ERParam");
+                Raise<kErrorFunctionFailed>(context.At(param), "ERParam");
             }
         }
         ++index;
@@ -71,14 +71,14 @@ bool ZMTCatalog::ImportFBlocks(const Element& element, ImportContext& context) {
             SetAt(std::move(block), id);
         } else {
             lostBlocks_.Note(*child, "FBlockID", kFBlockIDEnd, context.log.LastError());
-            Raise<kFBlockFailed>(context.log, "FBlock");
+            Raise<kFBlockFailed>(context.At(child), "FBlock");
         }
         if (context.log.FatalCount() > 0) {
             return false;
         }
     }
     if (Count() == 0) {
-        return Raise<kNoFBlock>(context.log);
+        return Raise<kNoFBlock>(context.At(element));
     }
     return true;
 }

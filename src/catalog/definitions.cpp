@@ -45,7 +45,7 @@ void ImportAll(List& list, const Element& root, std::string_view tag, ImportCont
         if (definition->Import(*element, context)) {
             list.Append(std::move(definition));
         } else {
-            failed();
+            failed(*element);
         }
     }
 }
@@ -59,15 +59,15 @@ bool ZMTDef::Import(const Element& /*element*/, ImportContext& /*context*/) {
 bool ZMTDefType::Import(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildElementText(element, "TDefName", text)) {
-        Raise<kTypeDefWithoutName>(context.log, "TDefName");
+        Raise<kTypeDefWithoutName>(context.AtChild(element, "TDefName"), "TDefName");
     }
     SetName(SanitizeName(text));
     if (!GetAttribute(element, "TypeID", text)) {
-        return Raise<kTypeDefWithoutId>(context.log, "TypeID");
+        return Raise<kTypeDefWithoutId>(context.At(element), "TypeID");
     }
     SetDefName(text);
     if (!GetChildElementText(element, "TDefSize", text)) {
-        Raise<kTypeDefWithoutSize>(context.log, "TDefSize");
+        Raise<kTypeDefWithoutSize>(context.AtChild(element, "TDefSize"), "TDefSize");
     }
     defSize_ = IntegerOrZero(text);
     for (const BasicType& type : kBasicTypes) {
@@ -91,18 +91,18 @@ bool ZMTDefType::Dump(ZMostTreeLog& treeLog) const {
 bool ZMTDefUnit::Import(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildElementText(element, "UnitDefName", text)) {
-        Raise<kUnitDefWithoutName>(context.log, "UnitDefName");
+        Raise<kUnitDefWithoutName>(context.AtChild(element, "UnitDefName"), "UnitDefName");
     }
     const std::string name = SanitizeName(text);
     const bool isDefined = !NamesEqual(name, kUnitNameNotDefined);
     SetName(isDefined ? name : std::string());
     text_ = isDefined ? Shown(WithoutWhiteSpace(text)) : std::string();
     if (!GetAttribute(element, "UnitID", text)) {
-        return Raise<kUnitDefWithoutId>(context.log, "UnitID");
+        return Raise<kUnitDefWithoutId>(context.At(element), "UnitID");
     }
     SetDefName(text);
     if (!GetChildElementText(element, "UnitDefCode", text)) {
-        Raise<kUnitDefWithoutCode>(context.log, "UnitDefCode");
+        Raise<kUnitDefWithoutCode>(context.AtChild(element, "UnitDefCode"), "UnitDefCode");
     }
     defCode_ = IntegerOrZero(text);
     return true;
@@ -116,8 +116,9 @@ bool ZMTDefUnit::Dump(ZMostTreeLog& treeLog) const {
 }
 
 bool ZMTDefListType::Import(const Element& element, ImportContext& context) {
-    ImportAll<ZMTDefType>(*this, element, "TypeDef", context,
-                          [&] { Raise<kTypeDefFailed>(context.log, "TypeDef"); });
+    ImportAll<ZMTDefType>(*this, element, "TypeDef", context, [&](const Element& failed) {
+        Raise<kTypeDefFailed>(context.At(failed), "TypeDef");
+    });
     return true;
 }
 
@@ -129,8 +130,9 @@ bool ZMTDefListType::Dump(ZMostTreeLog& treeLog) const {
 }
 
 bool ZMTDefListUnit::Import(const Element& element, ImportContext& context) {
-    ImportAll<ZMTDefUnit>(*this, element, "UnitDef", context,
-                          [&] { Raise<kUnitDefFailed>(context.log, "UnitDef"); });
+    ImportAll<ZMTDefUnit>(*this, element, "UnitDef", context, [&](const Element& failed) {
+        Raise<kUnitDefFailed>(context.At(failed), "UnitDef");
+    });
     return true;
 }
 

@@ -23,14 +23,14 @@ bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
             SetAt(std::move(function), id);
         } else {
             lostFunctions_.Note(*child, "FunctionID", kFunctionIDEnd, context.log.LastError());
-            Raise<kFunctionFailed>(context.log, "Function");
+            Raise<kFunctionFailed>(context.At(child), "Function");
         }
         if (context.log.FatalCount() > 0) {
             return false;
         }
     }
     if (Count() == 0) {
-        return Raise<kFBlockEmpty>(context.log);
+        return Raise<kFBlockEmpty>(context.At(element));
     }
     return true;
 }
@@ -38,26 +38,26 @@ bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
 bool ZMTFBlock::ImportHead(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildElementText(element, "FBlockName", text)) {
-        return Raise<kFBlockWithoutName>(context.log, "FBlockName");
+        return Raise<kFBlockWithoutName>(context.AtChild(element, "FBlockName"), "FBlockName");
     }
     SetName(SanitizeName(text));
     if (!GetChildElementText(element, "FBlockID", text)) {
-        return Raise<kFBlockWithoutId>(context.log, "FBlockID");
+        return Raise<kFBlockWithoutId>(context.AtChild(element, "FBlockID"), "FBlockID");
     }
     std::int32_t id = 0;
     if (!ParseInteger(text, id)) {
-        return Raise<kFBlockIdUnreadable>(context.log, text);
+        return Raise<kFBlockIdUnreadable>(context.AtChild(element, "FBlockID"), text);
     }
     if (id < 0 || id >= kFBlockIDEnd) {
-        return Raise<kFBlockIdOutOfRange>(context.log, id, 0, kFBlockIDEnd);
+        return Raise<kFBlockIdOutOfRange>(context.AtChild(element, "FBlockID"), id, 0, kFBlockIDEnd);
     }
     fBlockID_ = static_cast<std::uint32_t>(id);
     const ZMTNode* catalog = GetParent();
     if (catalog != nullptr && catalog->GetChild(fBlockID_) != nullptr) {
-        return Raise<kFBlockIdTwice>(context.log, fBlockID_);
+        return Raise<kFBlockIdTwice>(context.AtChild(element, "FBlockID"), fBlockID_);
     }
     if (catalog != nullptr && catalog->FindChild(GetName()) != nullptr) {
-        return Raise<kFBlockNameTwice>(context.log, GetName());
+        return Raise<kFBlockNameTwice>(context.AtChild(element, "FBlockName"), GetName());
     }
     return true;
 }

@@ -25,16 +25,17 @@ ZMTFunction::ZMTFunction(const std::string& paramDefId, std::uint32_t index)
       classKind_(ClassKind::ErrorFunction) {}
 
 bool ZMTFunction::Import(const Element& element, ImportContext& context) {
+    element_ = &element;
     std::string text;
     if (GetAttribute(element, "FktDefRef", text)) {
-        return ImportCopy(text, context);
+        return ImportCopy(element, text, context);
     }
     if (!ImportHead(element, context)) {
         return false;
     }
     const Element* functionClass = FindChildElement(&element, "FunctionClass");
     if (functionClass == nullptr) {
-        return Raise<kFunctionWithoutClass>(context.log, "FunctionClass");
+        return Raise<kFunctionWithoutClass>(context.At(element), "FunctionClass");
     }
     if (!ImportClass(*functionClass, context)) {
         return false;
@@ -46,16 +47,17 @@ bool ZMTFunction::Import(const Element& element, ImportContext& context) {
 }
 
 bool ZMTFunction::ImportErrorFunction(const Element& element, ImportContext& context) {
+    element_ = &element;
     return ParameterAssignment(*this, context).ImportErrorFunction(element);
 }
 
-bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& context) {
+bool ZMTFunction::ImportCopy(const Element& element, const std::string& fktDefRef, ImportContext& context) {
     const ZMTNode* definition = context.functions.Find(fktDefRef);
     if (definition == nullptr) {
-        return Raise<kFktDefRefUnknown>(context.log, fktDefRef);
+        return Raise<kFktDefRefUnknown>(context.At(element_), fktDefRef);
     }
     if (!definition->IsType(kFunction)) {
-        return Raise<kCopiedFunctionFailed>(context.log, "Function");
+        return Raise<kCopiedFunctionFailed>(context.At(element_), "Function");
     }
     // Looked at before the copy is made: a copy that has no place would be made in vain.
     const auto& function = static_cast<const ZMTFunction&>(*definition);
@@ -64,18 +66,19 @@ bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& contex
     SetName(function.GetName());
     // An error function counts without a limit, so its number need not be a FunctionID.
     if (id >= kFunctionIDEnd) {
-        return Raise<kCopiedFunctionFailed>(context.log, "Function");
+        return Raise<kCopiedFunctionFailed>(context.At(element_), "Function");
     }
     if (block != nullptr && block->GetChild(id) != nullptr) {
-        return Raise<kCopiedFunctionIdTwice>(context.log, id);
+        return Raise<kCopiedFunctionIdTwice>(context.At(element_), id);
     }
     if (block != nullptr && block->FindChild(GetName()) != nullptr) {
-        return Raise<kCopiedFunctionNameTwice>(context.log, GetName());
+        return Raise<kCopiedFunctionNameTwice>(context.At(element_), GetName());
     }
     const bool isCopied = context.copies.TakeFor(*definition) && CopyFrom(definition);
     SetParent(block);
+    element_ = &element;
     if (!isCopied) {
-        return Raise<kFktDefNotCopied>(context.log);
+        return Raise<kFktDefNotCopied>(context.At(element_));
     }
     return true;
 }
@@ -83,26 +86,26 @@ bool ZMTFunction::ImportCopy(const std::string& fktDefRef, ImportContext& contex
 bool ZMTFunction::ImportHead(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildElementText(element, "FunctionName", text)) {
-        return Raise<kFunctionWithoutName>(context.log, "FunctionName");
+        return Raise<kFunctionWithoutName>(context.AtChild(element, "FunctionName"), "FunctionName");
     }
     SetName(SanitizeName(text));
     if (!GetChildElementText(element, "FunctionID", text)) {
-        return Raise<kFunctionWithoutId>(context.log, "FunctionID");
+        return Raise<kFunctionWithoutId>(context.AtChild(element, "FunctionID"), "FunctionID");
     }
     std::int32_t id = 0;
     if (!ParseInteger(text, id)) {
-        return Raise<kFunctionIdUnreadable>(context.log, text);
+        return Raise<kFunctionIdUnreadable>(context.AtChild(element, "FunctionID"), text);
     }
     if (id < 0 || id >= kFunctionIDEnd) {
-        return Raise<kFunctionIdOutOfRange>(context.log, id, 0, kFunctionIDEnd);
+        return Raise<kFunctionIdOutOfRange>(context.AtChild(element, "FunctionID"), id, 0, kFunctionIDEnd);
     }
     functionID_ = static_cast<std::uint32_t>(id);
     const ZMTNode* block = GetParent();
     if (block != nullptr && block->GetChild(functionID_) != nullptr) {
-        return Raise<kFunctionIdTwice>(context.log, functionID_);
+        return Raise<kFunctionIdTwice>(context.AtChild(element, "FunctionID"), functionID_);
     }
     if (block != nullptr && block->FindChild(GetName()) != nullptr) {
-        return Raise<kFunctionNameTwice>(context.log, GetName());
+        return Raise<kFunctionNameTwice>(context.AtChild(element, "FunctionName"), GetName());
     }
     return true;
 }
@@ -111,19 +114,19 @@ bool ZMTFunction::ImportClass(const Element& functionClass, ImportContext& conte
     std::string classRef;
     GetAttribute(functionClass, "ClassRef", classRef);
     if (IsOneOf(classRef, kArrayClasses)) {
-        Raise<kArrayClassUnsupported>(context.log, classRef);
+        Raise<kArrayClassUnsupported>(context.At(functionClass), classRef);
     } else if (IsOneOf(classRef, kRecordArrayClasses)) {
-        return Raise<kRecordArrayClassUnsupported>(context.log, classRef);
+        return Raise<kRecordArrayClassUnsupported>(context.At(functionClass), classRef);
     }
     if (ParameterAssignment(*this, context).ImportFunctionClass(functionClass)) {
         return true;
     }
     if (classKind_ == ClassKind::Property || classKind_ == ClassKind::Method) {
-        Raise<kParamsWithdrawn>(context.log);
+        Raise<kParamsWithdrawn>(context.At(functionClass));
         WithdrawParameters();
         return true;
     }
-    return Raise<kFunctionClassFailed>(context.log, "FunctionClass");
+    return Raise<kFunctionClassFailed>(context.At(functionClass), "FunctionClass");
 }
 
 bool ZMTFunction::Resolve(ImportContext& context) {
@@ -133,13 +136,13 @@ bool ZMTFunction::Resolve(ImportContext& context) {
     for (unsigned opType = 0; opType < Size(); ++opType) {
         ZMTOperation* operation = GetAt(opType);
         if (operation != nullptr && !operation->Resolve(context)) {
-            Raise<kOperationFailed>(context.log, operation->GetName());
+            Raise<kOperationFailed>(context.At(element_), operation->GetName());
             NoteLoss(opType, {HoleCause::Lost, std::nullopt, kOperationFailed.number}, context);
             DeleteRange(opType, opType);
         }
     }
     if (Count() == 0) {
-        Raise<kFunctionEmpty>(context.log);
+        Raise<kFunctionEmpty>(context.At(element_));
     }
     return true;
 }

@@ -32,6 +32,10 @@ class ZMTFunction : public ZMTNodeKind<ZMTFunction, ZMTListNode<ZMTNode, ZMTOper
     ClassKind Class() const { return classKind_; }
     void SetClass(ClassKind kind) { classKind_ = kind; }
 
+    /// The element that the function was made of, of a copy the one that refers to the original. It belongs
+    /// to the document.
+    const Element* GetElement() const { return element_; }
+
     /// The operation of an OPType, created on demand with the name that the class gives it.
     ZMTOperation& OperationAt(unsigned opType);
     /// Removes all parameters from all operations; the operations stay.
@@ -46,13 +50,14 @@ class ZMTFunction : public ZMTNodeKind<ZMTFunction, ZMTListNode<ZMTNode, ZMTOper
     std::size_t CopySize() const override { return ZMTNodeKind::CopySize() + losses_.MemorySize(); }
 
   private:
-    bool ImportCopy(const std::string& fktDefRef, ImportContext& context);
+    bool ImportCopy(const Element& element, const std::string& fktDefRef, ImportContext& context);
     bool ImportHead(const Element& element, ImportContext& context);
     bool ImportClass(const Element& functionClass, ImportContext& context);
 
     std::uint32_t functionID_ = 0;
     ClassKind classKind_ = ClassKind::Unknown;
     Losses losses_;
+    const Element* element_ = nullptr;
 };
 
 }  // namespace tarvex

@@ -15,6 +15,7 @@
 #include "import/text/allowance.h"
 #include "import/text/names.h"
 #include "import/text/run_allowance.h"
+#include "import/xml/element.h"
 
 namespace tarvex {
 
@@ -85,6 +86,10 @@ class CopyBudget {
     RunAllowance* run_;
 };
 
+inline ElementPlace PlaceOf(const Element* element) {
+    return element == nullptr ? ElementPlace() : ElementPlace{element->name, element->line, element->column};
+}
+
 /// What the import of one catalog hands from node to node. Lives as long as that import.
 struct ImportContext {
     ZMostFCatLog& log;
@@ -95,6 +100,19 @@ struct ImportContext {
     FunctionRegistry functions = {};
     CopyBudget copies = CopyBudget(0, run);  ///< Copies that it does not allow count as failed.
     NewerForms newer = NewerForms();
+
+    /// What a message of the import is about: an element; null for none.
+    FaultSite At(const Element* element) const { return {log, PlaceOf(element)}; }
+    FaultSite At(const Element& element) const { return At(&element); }
+    FaultSite AtFirstChild(const Element& element) const {
+        const Element* child = FirstChildElement(&element);
+        return At(child != nullptr ? child : &element);
+    }
+    /// The first child of that name, or the element itself, which lacks it.
+    FaultSite AtChild(const Element& element, std::string_view name) const {
+        const Element* child = FindChildElement(&element, name);
+        return At(child != nullptr ? child : &element);
+    }
 };
 
 }  // namespace tarvex

@@ -87,23 +87,24 @@ class ZMTNode {
     /// Bytes of memory that a copy of the node takes with all that is below it, roughly.
     virtual std::size_t CopySize() const;
 
-    /// Raises a message in the name of this node. Errors and warnings that no import log takes are only
-    /// counted, and neither text nor path is built. Always false, so that a failing check is one line.
+    /// Raises a message in the name of this node. Errors and warnings that nobody reads are only counted, and
+    /// neither text nor path is built. Always false, so that a failing check is one line.
     template <const Message& kMessage, class... Args>
-    bool Raise(ZMostFCatLog& log, const Args&... args) const {
+    bool Raise(const FaultSite& site, const Args&... args) const {
         static_assert(FormatTakes<Args...>(kMessage.text), "the arguments do not fit the message's text");
         const auto text = [&] { return FormatText(kMessage.text.data(), args...); };
-        const bool isRead = log.IsLogOpen() && log.IsLogged(kMessage.number);
+        ZMostFCatLog& log = site.log;
+        const bool isRead = log.IsRead(kMessage.number);
         if constexpr (kMessage.kind == Kind::Fatal) {
-            log.Fatal(text(), GetPath());
+            log.Fatal(text(), GetPath(), site.place);
         } else if constexpr (kMessage.kind == Kind::Error) {
             if (isRead) {
-                log.Error(kMessage.number, text(), GetPath());
+                log.Error(kMessage.number, text(), GetPath(), site.place);
             } else {
                 log.CountError(kMessage.number);
             }
         } else if (isRead) {
-            log.Warning(kMessage.number, text(), GetPath());
+            log.Warning(kMessage.number, text(), GetPath(), site.place);
         } else {
             log.CountWarning(kMessage.number);
         }

@@ -23,7 +23,7 @@ bool ZMTOperation::Resolve(ImportContext& context) {
     unsigned pos = 0;
     const bool hasGap = FindGap(pos, GetAt(0) == nullptr ? 1 : 0);
     if (hasGap && !BelongsToErrorFunction()) {
-        Raise<kGapInOperation>(context.log, GetAt(pos)->GetName());
+        Raise<kGapInOperation>(context.At(GetAt(pos)->GetElement()), GetAt(pos)->GetName());
     }
     FindHole(hasGap ? std::optional(pos) : std::nullopt);
     Compact();
@@ -31,16 +31,16 @@ bool ZMTOperation::Resolve(ImportContext& context) {
         GetAt(slot)->SetParamPos(slot);
     }
     if (Size() == 0) {
-        Raise<kOperationEmpty>(context.log);
+        Raise<kOperationEmpty>(context.At(FunctionElement()));
     }
     return true;
 }
 
 /// `behindGap`: the slot of the parameter behind the first gap.
 void ZMTOperation::FindHole(std::optional<unsigned> behindGap) {
-    const bool isInFunction = GetParent() != nullptr && GetParent()->IsType(kFunction);
-    const Hole* lost =
-        isInFunction ? static_cast<const ZMTFunction*>(GetParent())->LostParams().FirstOf(opType_) : nullptr;
+    const Hole* lost = IsInFunction()
+                           ? static_cast<const ZMTFunction*>(GetParent())->LostParams().FirstOf(opType_)
+                           : nullptr;
     hole_.reset();
     soundCount_ = 0;
     if (behindGap) {
@@ -68,6 +68,14 @@ bool ZMTOperation::Dump(ZMostTreeLog& treeLog) const {
     DumpBaseLines(treeLog);
     DumpAll(treeLog);
     return true;
+}
+
+const Element* ZMTOperation::FunctionElement() const {
+    return IsInFunction() ? static_cast<const ZMTFunction*>(GetParent())->GetElement() : nullptr;
+}
+
+bool ZMTOperation::IsInFunction() const {
+    return GetParent() != nullptr && GetParent()->IsType(kFunction);
 }
 
 bool ZMTOperation::BelongsToErrorFunction() const {

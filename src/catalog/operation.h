@@ -37,6 +37,8 @@ class ZMTOperation : public ZMTNodeKind<ZMTOperation, ZMTListNode<ZMTNode, ZMTPa
 
   private:
     bool BelongsToErrorFunction() const;
+    bool IsInFunction() const;
+    const Element* FunctionElement() const;
     void FindHole(std::optional<unsigned> behindGap);
 
     unsigned opType_ = 0;

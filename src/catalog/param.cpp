@@ -22,6 +22,16 @@ std::string LowerCase(std::string_view text) {
     return lower;
 }
 
+/// The element that gives a parameter its name; the parameter's own where there is none.
+const Element* FindNameElement(const Element& element) {
+    for (const char* name : {"ParamName", "TRecordFieldName", "TArrayName"}) {
+        if (const Element* found = FindChildElement(&element, name)) {
+            return found;
+        }
+    }
+    return &element;
+}
+
 }  // namespace
 
 bool ZMTParam::Import(const Element& /*element*/, ImportContext& /*context*/) {
@@ -37,9 +47,13 @@ bool ZMTParam::Resolve(ImportContext& context) {
         context.run.TakeSteps(GetLevel() * GetName().size() / kLettersPerStep);
     }
     if (!GetName().empty() && HasDuplicateName()) {
-        Raise<kParamNameReused>(context.log, GetName());
+        Raise<kParamNameReused>(context.At(NameElement()), GetName());
     }
     return true;
+}
+
+const Element* ZMTParam::NameElement() const {
+    return element_ != nullptr ? FindNameElement(*element_) : nullptr;
 }
 
 bool ZMTParam::Dump(ZMostTreeLog& treeLog) const {
@@ -61,7 +75,7 @@ bool ZMTParam::ImportParamName(const Element& element, ImportContext& context) {
     if (HasTagName(element, "TArray")) {
         std::string text;
         if (!GetChildElementText(element, "TArrayName", text)) {
-            Raise<kArrayWithoutName>(context.log, "TArrayName");
+            Raise<kArrayWithoutName>(context.AtChild(element, "TArrayName"), "TArrayName");
         }
         SetName(SanitizeName(text));
         return true;
@@ -69,7 +83,8 @@ bool ZMTParam::ImportParamName(const Element& element, ImportContext& context) {
     if (HasTagName(element, "StreamCase")) {
         return true;
     }
-    return ReadParamName(element) || Raise<kParamWithoutName>(context.log, "ParamName");
+    return ReadParamName(element) ||
+           Raise<kParamWithoutName>(context.At(FindNameElement(element)), "ParamName");
 }
 
 bool ZMTParam::ReadParamName(const Element& element) {
@@ -95,15 +110,15 @@ bool ZMTParam::ImportParamPos(const Element& element, ImportContext& context) {
 bool ZMTParam::ImportFieldIdx(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetAttribute(element, "FieldIdx", text)) {
-        return Raise<kFieldWithoutIdx>(context.log, "FieldIdx");
+        return Raise<kFieldWithoutIdx>(context.At(element), "FieldIdx");
     }
     std::int32_t pos = 0;
     if (!ParseInteger(text, pos)) {
-        return Raise<kFieldIdxUnreadable>(context.log, text);
+        return Raise<kFieldIdxUnreadable>(context.At(element), text);
     }
     paramPos_ = static_cast<std::uint32_t>(pos);
     if (paramPos_ == 0 || paramPos_ > kMaxParamPos) {
-        return Raise<kFieldIdxOutOfRange>(context.log, pos);
+        return Raise<kFieldIdxOutOfRange>(context.At(element), pos);
     }
     return true;
 }
@@ -112,7 +127,7 @@ bool ZMTParam::ImportParamIdx(const Element& element, ImportContext& context) {
     constexpr std::string_view kSequenceMark = "seq";
     std::string text;
     if (!GetChildAttribute(element, "ParamName", "ParamIdx", text)) {
-        return Raise<kStreamParamWithoutIdx>(context.log, "ParamIdx");
+        return Raise<kStreamParamWithoutIdx>(context.AtChild(element, "ParamName"), "ParamIdx");
     }
     text = LowerCase(text.substr(0, kMaxParamIdx));
     const std::size_t mark = text.find(kSequenceMark);
@@ -123,7 +138,7 @@ bool ZMTParam::ImportParamIdx(const Element& element, ImportContext& context) {
     const std::int32_t pos = IntegerOrZero(text);
     paramPos_ = static_cast<std::uint32_t>(pos);
     if (paramPos_ == 0 || paramPos_ > kMaxParamPos) {
-        return Raise<kStreamParamIdxOutOfRange>(context.log, pos);
+        return Raise<kStreamParamIdxOutOfRange>(context.AtChild(element, "ParamName"), pos);
     }
     return true;
 }

@@ -44,8 +44,14 @@ class ZMTParam : public ZMTNodeKind<ZMTParam, ZMTNode, kParam> {
     /// The type definition that the parameter refers to, owned by the catalog's definitions; null if none.
     const ZMTDefType* TypeDefinition() const { return typeDefinition_; }
 
+    /// The element that the parameter was made of; null for one that was made by hand. Copies have that of
+    /// their original. It belongs to the document, which need not outlive the import.
+    const Element* GetElement() const { return element_; }
+
   protected:
     using ZMTNodeKind::ZMTNodeKind;
+
+    void SetElement(const Element& element) { element_ = &element; }
 
     /// Takes the name from the element's name element; false when that is missing or empty.
     bool ReadParamName(const Element& element);
@@ -55,12 +61,14 @@ class ZMTParam : public ZMTNodeKind<ZMTParam, ZMTNode, kParam> {
     void DumpParamLines(ZMostTreeLog& treeLog) const;
 
   private:
+    const Element* NameElement() const;
     bool ImportFieldIdx(const Element& element, ImportContext& context);
     bool ImportParamIdx(const Element& element, ImportContext& context);
 
     std::uint32_t paramPos_ = 0;
     std::uint32_t sequence_ = 0;
     const ZMTDefType* typeDefinition_ = nullptr;
+    const Element* element_ = nullptr;
 };
 
 }  // namespace tarvex

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalog/unknown_type.h"
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
 #include "import/xml/element.h"
@@ -139,7 +140,7 @@ bool ParameterAssignment::ImportFunctionClass(const Element& functionClass) {
     } else if ((kind = FindChildElement(&functionClass, "Method")) != nullptr) {
         function_.SetClass(ClassKind::Method);
     } else {
-        return function_.Raise<kNeitherPropertyNorMethod>(context_.log, "Property", "Method");
+        return function_.Raise<kNeitherPropertyNorMethod>(context_.At(functionClass), "Property", "Method");
     }
     if (const FunctionClassRow* row = FindClass(*kind, kFunctionClasses)) {
         ImportClassElement(*FindChildElement(kind, row->element), row->parameterElement);
@@ -147,13 +148,13 @@ bool ParameterAssignment::ImportFunctionClass(const Element& functionClass) {
         const Element& classElement = *FindChildElement(kind, newer->element);
         if (!context_.newer.Meet()) {
             LoseClassElement(classElement, newer->parameterElement);
-            return function_.Raise<kFunctionClassUnknown>(context_.log);
+            return function_.Raise<kFunctionClassUnknown>(context_.At(classElement));
         }
         ImportClassElement(classElement, newer->parameterElement);
     } else {
         function_.NoteLoss(kEveryOperation, {HoleCause::Lost, std::nullopt, kFunctionClassUnknown.number},
                            context_);
-        return function_.Raise<kFunctionClassUnknown>(context_.log);
+        return function_.Raise<kFunctionClassUnknown>(context_.AtFirstChild(*kind));
     }
     LoseEverywhere();
     return true;
@@ -193,19 +194,19 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
     if (!param) {
         Lose(paramElement,
              {HoleCause::Lost, std::nullopt, kParamTypeUnknown.number, context_.newer.Refused() > refused});
-        return function_.Raise<kParamTypeUnknown>(context_.log, tag);
+        return function_.Raise<kParamTypeUnknown>(context_.At(FindUnknownType(paramElement)), tag);
     }
     param->SetParent(&function_);
     if (!param->Import(paramElement, context_)) {
         Lose(paramElement,
              {HoleCause::Lost, std::nullopt, kParamFailed.number, context_.newer.Refused() > refused});
-        return function_.Raise<kParamFailed>(context_.log, tag);
+        return function_.Raise<kParamFailed>(context_.At(paramElement), tag);
     }
     const Element* opTypeElement = FindOpTypeElement(paramElement, context_.newer.AreRead());
     if (opTypeElement == nullptr) {
         Lose(paramElement, {HoleCause::Lost, std::nullopt, kParamWithoutOpType.number,
                             FindOpTypeElement(paramElement, true) != nullptr});
-        return function_.Raise<kParamWithoutOpType>(context_.log);
+        return function_.Raise<kParamWithoutOpType>(context_.At(paramElement));
     }
     OperationElements elements = FindOperationElements(*opTypeElement, context_.run);
     if (elements.isAnyTwice) {
@@ -234,7 +235,7 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
         anyPlaced |= PlaceAsTold(opType, *element, *param);
     }
     if (anyMatch && !anyPlaced) {
-        return function_.Raise<kParamNotAssigned>(context_.log, param->GetName());
+        return function_.Raise<kParamNotAssigned>(context_.At(paramElement), param->GetName());
     }
     return true;
 }
@@ -270,29 +271,30 @@ bool ParameterAssignment::PlaceAsTold(unsigned opType, const Element& operationE
                                       const ZMTParam& param) {
     const GivenPos pos(operationElement);
     if (const std::optional<unsigned> known = pos.Known()) {
-        return Place(opType, *known, param);
+        return Place(opType, *known, param, context_.AtChild(operationElement, "ParamPos"));
     }
+    const FaultSite site = context_.AtChild(operationElement, "ParamPos");
     const Message& message = pos.isNumber ? kParamPosOutOfRange : kParamPosUnreadable;
     function_.NoteLoss(opType, {HoleCause::Lost, std::nullopt, message.number}, context_);
-    return pos.isNumber ? function_.Raise<kParamPosOutOfRange>(context_.log, pos.value)
-                        : function_.Raise<kParamPosUnreadable>(context_.log, pos.text);
+    return pos.isNumber ? function_.Raise<kParamPosOutOfRange>(site, pos.value)
+                        : function_.Raise<kParamPosUnreadable>(site, pos.text);
 }
 
 /// Stores a clone of the parameter in an operation, unless the position is taken.
-bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& param) {
+bool ParameterAssignment::Place(unsigned opType, unsigned pos, const ZMTParam& param, const FaultSite& site) {
     constexpr std::size_t kSteps = 4;
     context_.run.TakeSteps(kSteps);
     const ZMTOperation* existing = function_.GetAt(opType);
     if (existing != nullptr && existing->GetAt(pos) != nullptr) {
         function_.NoteLoss(opType, {HoleCause::Lost, pos, kParamPosOccupied.number}, context_);
-        return function_.Raise<kParamPosOccupied>(context_.log, pos, param.GetName());
+        return function_.Raise<kParamPosOccupied>(site, pos, param.GetName());
     }
     const std::size_t slots = existing == nullptr ? 0 : existing->Size();
     const std::size_t slotBytes = pos < slots ? 0 : (pos - slots + 1) * sizeof(void*);
     std::unique_ptr<ZMTNode> copy = context_.copies.TakeFor(param, slotBytes) ? param.Clone() : nullptr;
     if (!copy) {
         function_.NoteLoss(opType, {HoleCause::Lost, pos, kParamNotCloned.number}, context_);
-        return function_.Raise<kParamNotCloned>(context_.log);
+        return function_.Raise<kParamNotCloned>(context_.At(param.GetElement()));
     }
     std::unique_ptr<ZMTParam> clone(static_cast<ZMTParam*>(copy.release()));
     ZMTOperation& operation = function_.OperationAt(opType);
@@ -313,19 +315,19 @@ void ParameterAssignment::AssignErrorFunction(const Element& errorParam) {
         if (const ZMTNode* lost = context_.functions.FindLost(name)) {
             MergeLosses(static_cast<const ZMTFunction&>(*lost));
         }
-        function_.Raise<kErrorFunctionUnknown>(context_.log, name);
-    } else if (!node->IsType(kFunction) || !Merge(static_cast<const ZMTFunction&>(*node))) {
-        function_.Raise<kErrorFunctionNotMerged>(context_.log, name);
+        function_.Raise<kErrorFunctionUnknown>(context_.At(errorParam), name);
+    } else if (!node->IsType(kFunction) || !Merge(static_cast<const ZMTFunction&>(*node), errorParam)) {
+        function_.Raise<kErrorFunctionNotMerged>(context_.At(errorParam), name);
     }
 }
 
 /// Clones every parameter of an error function into the operation of the same OPType, at the same position.
-bool ParameterAssignment::Merge(const ZMTFunction& errorFunction) {
+bool ParameterAssignment::Merge(const ZMTFunction& errorFunction, const Element& errorParam) {
     bool anyPlaced = false;
     MergeLosses(errorFunction);
     for (const ZMTOperation& operation : errorFunction.Items()) {
         for (const ZMTParam& param : operation.Items()) {
-            anyPlaced |= Place(operation.OpType(), param.ParamPos(), param);
+            anyPlaced |= Place(operation.OpType(), param.ParamPos(), param, context_.At(errorParam));
         }
     }
     return anyPlaced;

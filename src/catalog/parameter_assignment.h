@@ -35,9 +35,9 @@ class ParameterAssignment {
     void LoseEverywhere();
     void MergeLosses(const ZMTFunction& errorFunction);
     void AssignErrorFunction(const Element& errorParam);
-    bool Merge(const ZMTFunction& errorFunction);
+    bool Merge(const ZMTFunction& errorFunction, const Element& errorParam);
     bool PlaceAsTold(unsigned opType, const Element& operationElement, const ZMTParam& param);
-    bool Place(unsigned opType, unsigned pos, const ZMTParam& param);
+    bool Place(unsigned opType, unsigned pos, const ZMTParam& param, const FaultSite& site);
 
     ZMTFunction& function_;
     ImportContext& context_;

@@ -140,6 +140,11 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
                                   const std::string& importLogPath) {
     ImportRun run{catalogPath, {}, {}, {}, {}};
     findings_ = {};
+    if (Faults != nullptr) {
+        Faults->SetRoom(Allowance(FaultList::kBytes, FileSize(catalogPath)));
+        run.log.SetFaults(Faults);
+        run.handler.SetFaults(Faults);
+    }
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
         Send(Format(Text::FileDoesNotExist, catalogPath), Reading);
@@ -157,7 +162,9 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
             catalog.Run().GiveBack(taken);
             ok = run.log.FatalCount() == 0;
         }
-        reader_->Release();
+        if (!KeepDocument) {
+            reader_->Release();
+        }
         findings_.errors = run.log.ErrorCount();
         findings_.warnings = run.log.WarningCount();
         findings_.complaints = run.handler.Complaints();
@@ -279,7 +286,8 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
         TakeWritten(catalog, room, run.log.Room());
     } else {
         findings_.isRootUnknown = true;
-        run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "");
+        const Element* other = FirstChildElement(&document);
+        run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "", PlaceOf(other));
     }
 }
 
@@ -291,7 +299,7 @@ void ZMostFCatManager::ImportRoot(ImportRun& run, const Element& root, ZMTCatalo
     try {
         catalog.Import(root, context);
     } catch (const AllowanceSpent& spent) {
-        run.log.Fatal(spent.what(), catalog.GetPath());
+        run.log.Fatal(spent.what(), catalog.GetPath(), PlaceOf(&root));
         Send(spent.what(), Reading);
     }
 }
@@ -380,6 +388,7 @@ bool ZMostFCatManager::HasRead(const std::string& path) const {
 
 void ZMostFCatManager::Clear() {
     catalogs_.clear();
+    reader_->Release();
     failedFiles_.clear();
     groups_.assign(kMaxGroup + 1, {});
     isCleared_ = true;

@@ -26,9 +26,9 @@ bool ZMTParamArray::Import(const Element& element, ImportContext& context) {
     }
     std::string text;
     if (GetAttribute(*array, "NMax", text)) {
-        ReadNMax(text, context);
+        ReadNMax(*array, text, context);
     } else if (!context.newer.Meet()) {
-        return Raise<kArrayWithoutNMax>(context.log, "NMax");
+        return Raise<kArrayWithoutNMax>(context.At(array), "NMax");
     }
     if (!ImportTypeRef<kArrayWithoutType>(*array, context)) {
         return false;
@@ -41,7 +41,7 @@ bool ZMTParamArray::Import(const Element& element, ImportContext& context) {
     return true;
 }
 
-void ZMTParamArray::ReadNMax(const std::string& text, ImportContext& context) {
+void ZMTParamArray::ReadNMax(const Element& array, const std::string& text, ImportContext& context) {
     nMax_ = kUnlimited;
     if (std::ranges::find(kOpenLengths, text) != std::end(kOpenLengths)) {
         return;
@@ -50,7 +50,7 @@ void ZMTParamArray::ReadNMax(const std::string& text, ImportContext& context) {
     if (ParseInteger(text, value) && value > 0) {
         nMax_ = static_cast<std::uint32_t>(value);
     } else {
-        Raise<kNMaxUnreadable>(context.log, text);
+        Raise<kNMaxUnreadable>(context.At(array), text);
     }
 }
 
@@ -60,7 +60,7 @@ bool ZMTParamArray::Resolve(ImportContext& context) {
     }
     const auto selector = FindSelector(*this);
     if (!selector) {
-        return Raise<kArrayDataWithoutPos>(context.log, kPosName, kDataName);
+        return Raise<kArrayDataWithoutPos>(context.At(TypeElement("TArray")), kPosName, kDataName);
     }
     selector_.Set(*selector);
     ResolveOrDelete(context);

@@ -32,7 +32,7 @@ class ZMTParamArray : public ZMTParamKind<ZMTParamArray, ZMTListNode<ZMTParam, Z
     std::uint32_t NMax() const { return nMax_; }
 
   private:
-    void ReadNMax(const std::string& text, ImportContext& context);
+    void ReadNMax(const Element& array, const std::string& text, ImportContext& context);
 
     FoundSelector selector_;
     std::uint32_t nMax_ = kUnlimited;

@@ -17,12 +17,12 @@ std::uint32_t DeclaredBits(std::uint32_t length, std::uint32_t needed, std::uint
 
 }  // namespace
 
-void ZMTParamBitField::FitLength(std::uint32_t declared, ImportContext& context) {
+void ZMTParamBitField::FitLength(std::uint32_t declared, const FaultSite& site) {
     const std::uint32_t needed = std::max(Size(), 1U);  // the highest bit has the last slot
     SetLength(declared);
     if (needed > declared) {
         SetLength(std::min(needed, MaxLength()));
-        Raise<kBitLengthAmbiguous>(context.log, declared, needed, Length());
+        Raise<kBitLengthAmbiguous>(site, declared, needed, Length());
     }
 }
 
@@ -33,16 +33,17 @@ bool ZMTParamBitField::Import(const Element& element, ImportContext& context) {
     }
     std::string length;
     if (!GetAttribute(*field, "Length", length)) {
-        return Raise<kBitFieldWithoutLength>(context.log, "Length");
+        return Raise<kBitFieldWithoutLength>(context.At(field), "Length");
     }
     if (!ImportTypeRef<kBitFieldWithoutType>(*field, context) ||
         !ImportBits<kBitFieldBitTwice, kBitFieldBitFailed>(*field, context)) {
         return false;
     }
     const auto declared = static_cast<std::uint32_t>(IntegerOrZero(length));
-    FitLength(context.newer.AreRead() ? DeclaredBits(declared, Size(), MaxLength()) : declared, context);
+    FitLength(context.newer.AreRead() ? DeclaredBits(declared, Size(), MaxLength()) : declared,
+              context.At(field));
     if (Length() == 0 || Length() > MaxLength()) {
-        Raise<kBitLengthInvalid>(context.log, Length());
+        Raise<kBitLengthInvalid>(context.At(field), Length());
         SetLength(MaxLength());
     }
     SetBytesInMsg(Length() > kBitsPerByte ? 2 : 1);

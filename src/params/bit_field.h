@@ -30,7 +30,7 @@ class ZMTParamBitField
 
   protected:
     /// Widens the declared length (93) so that every bit has room, as far as the kind allows.
-    void FitLength(std::uint32_t declared, ImportContext& context);
+    void FitLength(std::uint32_t declared, const FaultSite& site);
     void DumpFieldLines(ZMostTreeLog& treeLog) const;
 
     /// Reads the "TBoolField" children. A bit at a taken position raises kTwice and is left out; one that
@@ -49,11 +49,11 @@ bool ZMTParamBitField::ImportBits(const Element& field, ImportContext& context) 
         auto bit = std::make_unique<ZMTParamBoolField>();
         bit->SetParent(this);
         if (!bit->Import(*child, context)) {
-            return Raise<kFailed>(context.log, "TBoolField");
+            return Raise<kFailed>(context.At(child), "TBoolField");
         }
         const std::uint32_t pos = bit->BitPos();
         if (FindBit(pos) != nullptr) {
-            Raise<kTwice>(context.log, pos);
+            Raise<kTwice>(context.At(child), pos);
         } else {
             SetAt(std::move(bit), pos);
         }

@@ -9,30 +9,31 @@
 namespace tarvex {
 
 bool ZMTParamBoolField::Import(const Element& element, ImportContext& context) {
+    SetElement(element);
     if (!ImportParamName(element, context)) {
         return false;
     }
     std::string text;
     if (!GetAttribute(element, "BitPos", text)) {
-        return Raise<kBitWithoutPos>(context.log, "BitPos");
+        return Raise<kBitWithoutPos>(context.At(element), "BitPos");
     }
     std::int32_t pos = 0;
     if (!ParseInteger(text, pos)) {
-        return Raise<kBitPosUnreadable>(context.log, text);
+        return Raise<kBitPosUnreadable>(context.At(element), text);
     }
     if (pos < 0 || pos >= kBitPosEnd) {
-        return Raise<kBitPosOutOfRange>(context.log, GetName());
+        return Raise<kBitPosOutOfRange>(context.At(element), GetName());
     }
     SetParamPos(static_cast<std::uint32_t>(pos));
     if (GetChildElementText(element, "BitTrueDesc", text)) {
         trueDesc_ = SanitizeText(text);
     } else {
-        Raise<kBitWithoutTrueDesc>(context.log, "BitTrueDesc");
+        Raise<kBitWithoutTrueDesc>(context.AtChild(element, "BitTrueDesc"), "BitTrueDesc");
     }
     if (GetChildElementText(element, "BitFalseDesc", text)) {
         falseDesc_ = SanitizeText(text);
     } else {
-        Raise<kBitWithoutFalseDesc>(context.log, "BitFalseDesc");
+        Raise<kBitWithoutFalseDesc>(context.AtChild(element, "BitFalseDesc"), "BitFalseDesc");
     }
     return true;
 }

@@ -20,7 +20,7 @@ bool ZMTParamBool::Import(const Element& element, ImportContext& context) {
         !ImportBits<kBoolBitTwice, kBoolBitFailed>(*field, context)) {
         return false;
     }
-    FitLength(kBoolLength, context);
+    FitLength(kBoolLength, context.At(field));
     SetBytesInMsg(1);
     return true;
 }

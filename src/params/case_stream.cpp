@@ -20,40 +20,45 @@ void ZMTParamCaseStream::ImportCases(const Element& stream, ImportContext& conte
         auto streamCase = std::make_unique<ZMTParamStreamCase>();
         streamCase->SetParent(this);
         if (!streamCase->Import(*child, context)) {
-            Raise<kStreamCaseFailed>(context.log, "StreamCase");
+            Raise<kStreamCaseFailed>(context.At(child), "StreamCase");
             hasLostCases_ = true;
         } else if (!positions.emplace(streamCase->PosXString(), streamCase->PosYMin(), streamCase->PosYMax())
                         .second) {
-            Raise<kStreamCaseTwice>(context.log, streamCase->PosYMin());
+            Raise<kStreamCaseTwice>(context.At(child), streamCase->PosYMin());
         } else {
             Append(std::move(streamCase));
         }
     }
-    if (HasOverlappingCases()) {
-        Raise<kStreamCasesOverlap>(context.log);
+    if (const ZMTParamStreamCase* overlapping = FindOverlappingCase()) {
+        Raise<kStreamCasesOverlap>(context.At(overlapping->GetElement()));
     }
 }
 
 /// Whether the selector is signed is not known yet. A range that is reversed as a signed one is meant
 /// unsigned.
-bool ZMTParamCaseStream::HasOverlappingCases() const {
+const ZMTParamStreamCase* ZMTParamCaseStream::FindOverlappingCase() const {
     struct Range {
         std::int64_t min;
         std::int64_t max;
+        unsigned slot;
     };
     std::vector<Range> ranges;
+    unsigned slot = 0;
     for (const ZMTParamStreamCase& streamCase : Items()) {
         const auto min = static_cast<std::int32_t>(streamCase.PosYMin());
         const auto max = static_cast<std::int32_t>(streamCase.PosYMax());
-        const Range range = min <= max ? Range{min, max} : Range{streamCase.PosYMin(), streamCase.PosYMax()};
+        const Range range =
+            min <= max ? Range{min, max, slot} : Range{streamCase.PosYMin(), streamCase.PosYMax(), slot};
+        ++slot;
         if (range.min <= range.max) {
             ranges.push_back(range);
         }
     }
     std::ranges::sort(ranges, {}, &Range::min);
     // In ascending order of their beginnings, two ranges that meet leave two neighbours that do.
-    return std::ranges::adjacent_find(
-               ranges, [](const Range& a, const Range& b) { return b.min <= a.max; }) != ranges.end();
+    const auto found =
+        std::ranges::adjacent_find(ranges, [](const Range& a, const Range& b) { return b.min <= a.max; });
+    return found == ranges.end() ? nullptr : GetAt(std::max(found->slot, std::next(found)->slot));
 }
 
 bool ZMTParamCaseStream::Resolve(ImportContext& context) {

@@ -31,7 +31,8 @@ class ZMTParamCaseStream : public ZMTListNode<ZMTParam, ZMTParamStreamCase>, pub
     void DumpSelector(ZMostTreeLog& treeLog) const;
 
   private:
-    bool HasOverlappingCases() const;
+    /// The later one of two cases that share a value; null if there are none.
+    const ZMTParamStreamCase* FindOverlappingCase() const;
 
     FoundSelector selector_;
     bool hasLostCases_ = false;

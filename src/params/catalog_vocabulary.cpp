@@ -114,6 +114,24 @@ Vocabulary MakeVocabulary() {
 
 }  // namespace
 
+Vocabulary FaultVocabulary() {
+    Vocabulary words = CatalogVocabulary();
+    words.KeepOthers();
+    return words;
+}
+
+Vocabulary DescriptionVocabulary() {
+    Vocabulary words = FaultVocabulary();
+    for (const char* element :
+         {"CatalogVersion", "FBlockVersion", "FunctionVersion", "Release", "Date", "FBlockKind",
+          "FBlockDescription", "FunctionDescription", "FunctionClassDesc", "ParamDescription", "TRecordName",
+          "TRecordDesc", "TRecordFieldDesc", "TArrayDesc", "SignalDescription", "TDefDesc"}) {
+        words.Add(element, Read);
+    }
+    words.Add("FunctionID", Read, {"FunctionSection"});
+    return words;
+}
+
 const Vocabulary& CatalogVocabulary() {
     static const Vocabulary words = MakeVocabulary();
     return words;

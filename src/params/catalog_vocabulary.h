@@ -17,4 +17,10 @@ inline constexpr std::string_view kSchemaAttributes[] = {
 /// reports and errors are not among it.
 const Vocabulary& CatalogVocabulary();
 
+/// The same for programs that show faults: other elements are kept by name, so that one which nobody knows
+/// can be pointed at.
+Vocabulary FaultVocabulary();
+/// The same for programs that show what stands in a catalog: versions, kinds and descriptions besides.
+Vocabulary DescriptionVocabulary();
+
 }  // namespace tarvex

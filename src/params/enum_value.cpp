@@ -29,12 +29,12 @@ bool ZMTEnumValue::Import(const Element& element, ImportContext& context) {
     SetName(SanitizeText(Trim(NameText(element, context.newer.AreRead()))));
     std::string text;
     if (!GetAttribute(element, "Code", text)) {
-        return Raise<kEnumValueWithoutCode>(context.log, "Code");
+        return Raise<kEnumValueWithoutCode>(context.At(element), "Code");
     }
     std::int32_t min = 0;
     std::int32_t max = 0;
     if (!ParseRange(text, min, max)) {
-        return Raise<kEnumCodeUnreadable>(context.log, text);
+        return Raise<kEnumCodeUnreadable>(context.At(element), text);
     }
     codeMin_ = static_cast<std::uint32_t>(min);
     codeMax_ = static_cast<std::uint32_t>(max);

@@ -20,18 +20,35 @@ constexpr std::uint32_t kLargestOneByteCode = 255;
 /// No value has the code.
 constexpr unsigned kNoSlot = ~0U;
 
-/// An earlier value has its lowest or its highest code within a later value's range. A value that merely
-/// surrounds a later one does not count.
-bool Overlap(ItemRange<const ZMTEnumValue> values) {
+/// The first value that has the lowest or the highest code of an earlier one within its range; null if there
+/// is none. A value that merely surrounds a later one does not count.
+const ZMTEnumValue* FindOverlapping(ItemRange<const ZMTEnumValue> values) {
     std::set<std::uint32_t> ends;  // of the values so far
     for (const ZMTEnumValue& value : values) {
         const auto next = ends.lower_bound(value.CodeMin());
         if (next != ends.end() && *next <= value.CodeMax()) {
-            return true;
+            return &value;
         }
         ends.insert({value.CodeMin(), value.CodeMax()});
     }
-    return false;
+    return nullptr;
+}
+
+/// The last element of an enumeration that gives these codes: of two equal ones the later is at fault.
+const Element& ElementOfCodes(const Element& enumElement, const ZMTEnumValue& value) {
+    const Element* found = &enumElement;
+    for (const Element* child = FindChildElement(&enumElement, "TEnumValue"); child != nullptr;
+         child = FindNextSiblingElement(*child, "TEnumValue")) {
+        std::string codes;
+        std::int32_t min = 0;
+        std::int32_t max = 0;
+        if (GetAttribute(*child, "Code", codes) && ParseRange(codes, min, max) &&
+            static_cast<std::uint32_t>(min) == value.CodeMin() &&
+            static_cast<std::uint32_t>(max) == value.CodeMax()) {
+            found = child;
+        }
+    }
+    return *found;
 }
 
 bool IsAscending(ItemRange<const ZMTEnumValue> values) {
@@ -67,11 +84,11 @@ bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
                                                                                     : kLargestOneByteCode;
     }
     if (enumMax_ > kLargestEnumMax) {
-        Raise<kEnumMaxOutOfRange>(context.log, enumMax_, 0, kLargestEnumMax + 1, kLargestEnumMax);
+        Raise<kEnumMaxOutOfRange>(context.At(enumElement), enumMax_, 0, kLargestEnumMax + 1, kLargestEnumMax);
         enumMax_ = kLargestEnumMax;
     }
     SetBytesInMsg(enumMax_ > kLargestOneByteCode ? 2 : 1);
-    CheckCodes(context);
+    CheckCodes(*enumElement, context);
     return true;
 }
 
@@ -82,11 +99,11 @@ bool ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& cont
         if (context.newer.AreRead()) {
             return false;
         }
-        Raise<kEnumWithoutMax>(context.log, "TEnumMax");
+        Raise<kEnumWithoutMax>(context.At(enumElement), "TEnumMax");
     }
     std::int32_t value = 0;
     if (!ParseInteger(text, value) || value <= 0) {
-        Raise<kEnumMaxUnreadable>(context.log, text, kDefaultEnumMax);
+        Raise<kEnumMaxUnreadable>(context.At(enumElement), text, kDefaultEnumMax);
         value = kDefaultEnumMax;
     }
     enumMax_ = static_cast<std::uint32_t>(value);
@@ -101,24 +118,24 @@ void ZMTParamEnum::ImportValues(const Element& enumElement, ImportContext& conte
         if (value->Import(*child, context)) {
             Append(std::move(value));
         } else {
-            Raise<kEnumValueFailed>(context.log, "TEnumValue");
+            Raise<kEnumValueFailed>(context.At(child), "TEnumValue");
         }
     }
 }
 
-void ZMTParamEnum::CheckCodes(ImportContext& context) {
+void ZMTParamEnum::CheckCodes(const Element& enumElement, ImportContext& context) {
     const ItemRange<const ZMTEnumValue> values = std::as_const(*this).Items();
     const bool countsBytes = context.newer.AreRead();  // newer catalogs have codes beyond their own bound
     const std::uint32_t largest = !countsBytes          ? enumMax_
                                   : GetBytesInMsg() > 1 ? kLargestEnumMax
                                                         : kLargestOneByteCode;
-    const bool isInRange = std::ranges::all_of(values, [&](const ZMTEnumValue& value) {
-        return value.CodeMin() <= largest && (value.CodeMax() <= largest || (countsBytes && IsOpen(value)));
+    const auto beyond = std::ranges::find_if(values, [&](const ZMTEnumValue& value) {
+        return value.CodeMin() > largest || (value.CodeMax() > largest && !(countsBytes && IsOpen(value)));
     });
-    if (!isInRange) {
-        Raise<kEnumCodeOutOfRange>(context.log);
-    } else if (Overlap(values)) {
-        Raise<kEnumCodesOverlap>(context.log);
+    if (beyond != values.end()) {
+        Raise<kEnumCodeOutOfRange>(context.At(ElementOfCodes(enumElement, *beyond)));
+    } else if (const ZMTEnumValue* overlapping = FindOverlapping(values)) {
+        Raise<kEnumCodesOverlap>(context.At(ElementOfCodes(enumElement, *overlapping)));
     }
     isAscending_ = IsAscending(values);
 }

@@ -27,7 +27,7 @@ class ZMTParamEnum : public ZMTParamKind<ZMTParamEnum, ZMTListNode<ZMTParam, ZMT
   private:
     bool ImportEnumMax(const Element& enumElement, ImportContext& context);
     void ImportValues(const Element& enumElement, ImportContext& context);
-    void CheckCodes(ImportContext& context);
+    void CheckCodes(const Element& enumElement, ImportContext& context);
     void IndexCodes() const;
 
     std::uint32_t enumMax_ = 255;

@@ -45,10 +45,10 @@ bool ZMTParamFktIDBitStream::Import(const Element& element, ImportContext& conte
     }
     const Element* streamCase = FindChildElement(stream, "StreamCase");
     if (streamCase == nullptr) {
-        return Raise<kFktIDStreamWithoutCase>(context.log, "StreamCase");
+        return Raise<kFktIDStreamWithoutCase>(context.At(stream), "StreamCase");
     }
-    if (FindNextSiblingElement(*streamCase, "StreamCase") != nullptr) {
-        return Raise<kFktIDStreamCaseCount>(context.log, GetName());
+    if (const Element* second = FindNextSiblingElement(*streamCase, "StreamCase")) {
+        return Raise<kFktIDStreamCaseCount>(context.At(second), GetName());
     }
     return true;
 }

@@ -15,7 +15,7 @@ std::uint32_t ReadMaxLength(const ZMTParam& param, const Element& stream, Import
     GetAttribute(stream, "MaxLength", text);
     std::int32_t value = 0;
     if (!ParseInteger(text, value)) {
-        param.Raise<kMaxLengthUnreadable>(context.log, text);
+        param.Raise<kMaxLengthUnreadable>(context.At(stream), text);
     }
     return value > 0 ? static_cast<std::uint32_t>(value) : kNoMaxLength;
 }

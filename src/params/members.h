@@ -6,6 +6,7 @@
 
 #include "catalog/import_context.h"
 #include "catalog/param.h"
+#include "catalog/unknown_type.h"
 #include "import/xml/element.h"
 
 namespace tarvex {
@@ -23,12 +24,12 @@ template <const Message& kUnknown, const Message& kFailed>
 std::unique_ptr<ZMTParam> ImportMember(ZMTParam& container, const Element& element, ImportContext& context) {
     std::unique_ptr<ZMTParam> member = context.paramFactory.Create(element, context.newer);
     if (!member) {
-        container.Raise<kUnknown>(context.log, std::string(element.name));
+        container.Raise<kUnknown>(context.At(FindUnknownType(element)), std::string(element.name));
         return nullptr;
     }
     member->SetParent(&container);
     if (!member->Import(element, context)) {
-        container.Raise<kFailed>(context.log, std::string(element.name));
+        container.Raise<kFailed>(context.At(element), std::string(element.name));
         return nullptr;
     }
     return member;

@@ -31,10 +31,10 @@ bool ZMTParamNumber::Import(const Element& element, ImportContext& context) {
     }
     if (NamesEqual(GetName(), kPosName)) {
         if (GetBytesInMsg() != kPosBytes) {
-            Raise<kPosSizeNotTwo>(context.log);
+            Raise<kPosSizeNotTwo>(context.AtFirstChild(*FindChildElement(number, "BasisDataType")));
         }
         if (exponent_ != 0) {
-            Raise<kPosExponentNotZero>(context.log);
+            Raise<kPosExponentNotZero>(context.AtChild(*number, "Exponent"));
         }
     }
     return true;
@@ -45,13 +45,13 @@ void ZMTParamNumber::ImportScale(const Element& number, ImportContext& context) 
     if (GetChildElementText(number, "Exponent", text)) {
         exponent_ = IntegerOrZero(text);
     } else {
-        Raise<kNumberWithoutExponent>(context.log, "Exponent");
+        Raise<kNumberWithoutExponent>(context.AtChild(number, "Exponent"), "Exponent");
     }
     ImportRange(number, context);
     if (GetChildElementText(number, "Step", text)) {
         step_ = ParseFloat(text);
     } else {
-        Raise<kNumberWithoutStep>(context.log, "Step");
+        Raise<kNumberWithoutStep>(context.AtChild(number, "Step"), "Step");
     }
 }
 
@@ -67,17 +67,17 @@ void ZMTParamNumber::ImportRange(const Element& number, ImportContext& context) 
         return;
     }
     if (!hasMin) {
-        Raise<kNumberWithoutRangeMin>(context.log, "RangeMin");
+        Raise<kNumberWithoutRangeMin>(context.AtChild(number, "RangeMin"), "RangeMin");
     }
     if (!hasMax) {
-        Raise<kNumberWithoutRangeMax>(context.log, "RangeMax");
+        Raise<kNumberWithoutRangeMax>(context.AtChild(number, "RangeMax"), "RangeMax");
     }
 }
 
 bool ZMTParamNumber::ImportBasisType(const Element& number, ImportContext& context) {
     const Element* basis = FindChildElement(&number, "BasisDataType");
     if (basis == nullptr) {
-        return Raise<kNumberWithoutBasisType>(context.log, "BasisDataType");
+        return Raise<kNumberWithoutBasisType>(context.At(number), "BasisDataType");
     }
     std::string typeRef;
     for (const char* name : kBasisTypes) {
@@ -87,7 +87,7 @@ bool ZMTParamNumber::ImportBasisType(const Element& number, ImportContext& conte
         }
     }
     if (TypeDefinition() == nullptr) {
-        return Raise<kBasisTypeNotFound>(context.log);
+        return Raise<kBasisTypeNotFound>(context.AtFirstChild(*basis));
     }
     isSigned_ = !IsUnsigned(TypeDefinition()->Code());
     SetBytesInMsg(TypeDefinition()->DefSize());
@@ -97,11 +97,11 @@ bool ZMTParamNumber::ImportBasisType(const Element& number, ImportContext& conte
 bool ZMTParamNumber::ImportUnit(const Element& number, ImportContext& context) {
     std::string unitRef;
     if (!GetChildAttribute(number, "Unit", "UnitRef", unitRef)) {
-        return Raise<kNumberWithoutUnit>(context.log, "Unit");
+        return Raise<kNumberWithoutUnit>(context.AtChild(number, "Unit"), "Unit");
     }
     unit_ = context.definitions != nullptr ? context.definitions->Units().FindByDefName(unitRef) : nullptr;
     if (unit_ == nullptr) {
-        return Raise<kUnitNotFound>(context.log);
+        return Raise<kUnitNotFound>(context.AtChild(number, "Unit"));
     }
     unitName_ = unit_->GetName();
     return true;

@@ -30,12 +30,13 @@ class ZMTParamKind : public ZMTNodeKind<Self, Base, static_cast<NodeType>(kKind)
     /// ImportParamName and ImportParamPos, and kNoType.
     template <const Message& kNoType>
     const Element* ImportHead(const Element& element, const char* type, ImportContext& context) {
+        this->SetElement(element);
         if (!this->ImportParamName(element, context) || !this->ImportParamPos(element, context)) {
             return nullptr;
         }
         const Element* found = FindTypeElement(element, type);
         if (found == nullptr) {
-            this->template Raise<kNoType>(context.log, type);
+            this->template Raise<kNoType>(context.At(element), type);
         }
         return found;
     }
@@ -46,10 +47,15 @@ class ZMTParamKind : public ZMTNodeKind<Self, Base, static_cast<NodeType>(kKind)
     bool ImportTypeRef(const Element& type, ImportContext& context) {
         std::string typeRef;
         if (!GetAttribute(type, "TypeRef", typeRef)) {
-            return this->template Raise<kNoReference>(context.log, "TypeRef");
+            return this->template Raise<kNoReference>(context.At(type), "TypeRef");
         }
         this->ResolveType(typeRef, context);
         return true;
+    }
+
+    /// The type element that the parameter was made of; null for one that was made by hand.
+    const Element* TypeElement(const char* type) const {
+        return this->GetElement() != nullptr ? FindTypeElement(*this->GetElement(), type) : nullptr;
     }
 
     using ZMTNodeKind<Self, Base, static_cast<NodeType>(kKind)>::ZMTNodeKind;

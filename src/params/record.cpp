@@ -32,19 +32,19 @@ bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
     std::string text;
     const bool hasNElements = GetAttribute(*record, "NElements", text);
     if (!hasNElements && !context.newer.Meet()) {
-        return Raise<kRecordWithoutNElements>(context.log, "NElements");
+        return Raise<kRecordWithoutNElements>(context.At(record), "NElements");
     }
     if (!ImportTypeRef<kRecordWithoutType>(*record, context)) {
         return false;
     }
     const unsigned count = CountChildElements(*record, "TRecordField");
     if (count == 0) {
-        return Raise<kRecordWithoutFields>(context.log, "TRecordField");
+        return Raise<kRecordWithoutFields>(context.At(record), "TRecordField");
     }
     nElements_ = count;
     if (const auto declared = static_cast<std::uint32_t>(IntegerOrZero(text));
         hasNElements && count != declared) {
-        Raise<kRecordFieldCountDiffers>(context.log, count, declared);
+        Raise<kRecordFieldCountDiffers>(context.At(record), count, declared);
         hasOtherCount_ = true;
     }
     return ImportFields(*record, context);
@@ -59,14 +59,14 @@ bool ZMTParamRecord::ImportFields(const Element& record, ImportContext& context)
         if (!field) {
             areAllGood = false;
         } else if (const unsigned pos = field->ParamPos(); GetAt(pos) != nullptr) {
-            Raise<kRecordPosOccupied>(context.log, pos, field->GetName());
+            Raise<kRecordPosOccupied>(context.At(child), pos, field->GetName());
             areAllGood = false;
         } else {
             SetAt(std::move(field), pos);
         }
     }
     if (unsigned pos = 0; areAllGood && FindGap(pos, kFirstFieldPos)) {
-        return Raise<kGapInRecord>(context.log, GetAt(pos)->GetName());
+        return Raise<kGapInRecord>(context.At(GetAt(pos)->GetElement()), GetAt(pos)->GetName());
     }
     return areAllGood;
 }
@@ -77,12 +77,12 @@ bool ZMTParamRecord::Resolve(ImportContext& context) {
     }
     const auto selector = FindSelector(*this);
     if (!selector) {
-        return Raise<kRecordDataWithoutPos>(context.log, kPosName, kDataName);
+        return Raise<kRecordDataWithoutPos>(context.At(TypeElement("TRecord")), kPosName, kDataName);
     }
     selector_.Set(*selector);
     ResolveOrDelete(context);
     if (Count() == 0) {
-        Raise<kRecordEmpty>(context.log);
+        Raise<kRecordEmpty>(context.At(TypeElement("TRecord")));
     }
     return true;
 }

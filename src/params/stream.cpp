@@ -18,14 +18,14 @@ bool ZMTParamStream::Import(const Element& element, ImportContext& context) {
     std::string text;
     const bool hasLength = GetAttribute(*stream, "Length", text);
     if (!hasLength && !context.newer.Meet()) {
-        return Raise<kStreamWithoutLength>(context.log, "Length");
+        return Raise<kStreamWithoutLength>(context.At(stream), "Length");
     }
     length_ = hasLength ? static_cast<std::uint32_t>(IntegerOrZero(text)) : kOpen;
     if (!ImportTypeRef<kStreamWithoutType>(*stream, context)) {
         return false;
     }
     if (FindChildElement(stream, "StreamCase") == nullptr) {
-        Raise<kStreamWithoutCase>(context.log, "StreamCase");
+        Raise<kStreamWithoutCase>(context.At(stream), "StreamCase");
     }
     ImportCases(*stream, context);
     return true;

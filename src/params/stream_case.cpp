@@ -30,6 +30,16 @@ std::string Coordinate(const Element& streamCase, const char* name) {
     return found ? text : kNoCoordinate;
 }
 
+/// The element that has a coordinate, or should have it.
+const Element* CoordinateElement(const Element& streamCase, const char* name) {
+    for (const char* holder : {name, "PosDescription"}) {
+        if (const Element* found = FindChildElement(&streamCase, holder)) {
+            return found;
+        }
+    }
+    return &streamCase;
+}
+
 /// The sibling of a stream that can select its content; null if there is none of that name. One that is about
 /// to fail its own check will not be there to select.
 const ZMTParam* FindSelecting(const ZMTNode& scope, const std::string& name) {
@@ -61,6 +71,7 @@ bool HasSequence(const std::unique_ptr<ZMTParam>& param) {
 ZMTParamStreamCase::ZMTParamStreamCase() : ZMTParamKind(kCaseWithoutSelector) {}
 
 bool ZMTParamStreamCase::Import(const Element& element, ImportContext& context) {
+    SetElement(element);
     return ImportParamName(element, context) && ImportParamPos(element, context) &&
            ImportRange(element, context) && ImportContent(element, context);
 }
@@ -70,7 +81,7 @@ bool ZMTParamStreamCase::ImportRange(const Element& element, ImportContext& cont
     std::int32_t min = 0;
     std::int32_t max = 0;
     if (!ParseRange(posY, min, max)) {
-        return Raise<kStreamRangeUnreadable>(context.log, posY);
+        return Raise<kStreamRangeUnreadable>(context.At(CoordinateElement(element, "PosY")), posY);
     }
     posYMin_ = static_cast<std::uint32_t>(min);
     posYMax_ = static_cast<std::uint32_t>(max);
@@ -87,7 +98,7 @@ bool ZMTParamStreamCase::ImportContent(const Element& element, ImportContext& co
     const Element* param = FindChildElement(&element, "StreamParam");
     const Element* signal = context.newer.AreRead() ? FindChildElement(&element, "StreamSignal") : nullptr;
     if (param != nullptr && signal != nullptr) {
-        return Raise<kStreamSignalsAndParams>(context.log);
+        return Raise<kStreamSignalsAndParams>(context.At(element));
     }
     if (param != nullptr) {
         return ImportParams(param, context);
@@ -96,8 +107,8 @@ bool ZMTParamStreamCase::ImportContent(const Element& element, ImportContext& co
         return ImportSignals(signal, context);
     }
     if (!context.newer.AreRead()) {
-        Raise<kStreamCaseWithoutParam>(context.log, "StreamParam");
-        Raise<kEmptyStreamCaseUnsupported>(context.log);
+        Raise<kStreamCaseWithoutParam>(context.At(element), "StreamParam");
+        Raise<kEmptyStreamCaseUnsupported>(context.At(element));
     }
     return true;
 }
@@ -111,11 +122,11 @@ bool ZMTParamStreamCase::ImportParams(const Element* child, ImportContext& conte
             return false;
         }
         if (param->ParamPos() == 0 || param->ParamPos() > kMaxParamPos) {
-            return Raise<kStreamParamPosInvalid>(context.log, param->GetName());
+            return Raise<kStreamParamPosInvalid>(context.At(child), param->GetName());
         }
         auto& place = params[{param->ParamPos(), param->Sequence()}];
         if (place) {
-            Raise<kStreamParamTwice>(context.log, param->ParamPos());
+            Raise<kStreamParamTwice>(context.AtChild(*child, "ParamName"), param->ParamPos());
         } else {
             place = std::move(param);
         }
@@ -141,16 +152,16 @@ bool ZMTParamStreamCase::ImportSignals(const Element* child, ImportContext& cont
         auto signal = std::make_unique<ZMTParamStreamSignal>();
         signal->SetParent(this);
         if (!signal->Import(*child, context)) {
-            return Raise<kStreamSignalFailed>(context.log, "StreamSignal");
+            return Raise<kStreamSignalFailed>(context.At(child), "StreamSignal");
         }
         const std::uint32_t pos = signal->ParamPos();
         if (!signals.try_emplace(pos, std::move(signal)).second) {
-            Raise<kStreamSignalTwice>(context.log, pos);
+            Raise<kStreamSignalTwice>(context.AtChild(*child, "SignalName"), pos);
         }
     }
     for (auto& [pos, signal] : signals) {
         if (pos != Size() + 1) {
-            return Raise<kGapInStreamSignals>(context.log, signal->GetName());
+            return Raise<kGapInStreamSignals>(context.At(signal->GetElement()), signal->GetName());
         }
         Append(std::move(signal));
     }
@@ -165,16 +176,16 @@ bool ZMTParamStreamCase::CheckSequences(const Params& params, bool isAcross, Imp
     for (const auto& param : params) {
         if (param->ParamPos() == pos) {
             if (sequence == 0) {
-                return Raise<kSequenceMissing>(context.log);
+                return Raise<kSequenceMissing>(context.At(GetElement()));
             }
         } else if (param->ParamPos() == pos + 1) {
             ++pos;
             sequence = 0;
         } else {
-            return Raise<kGapInStreamCase>(context.log, param->GetName());
+            return Raise<kGapInStreamCase>(context.At(param->GetElement()), param->GetName());
         }
         if (param->Sequence() != 0 && param->Sequence() != sequence + 1 && !isAcross) {
-            return Raise<kSequenceBroken>(context.log);
+            return Raise<kSequenceBroken>(context.At(GetElement()));
         }
         sequence = param->Sequence();
         seqCnt_ = std::max(seqCnt_, sequence);
@@ -187,7 +198,7 @@ bool ZMTParamStreamCase::OrderGroup(Params& params, ImportContext& context) {
     const auto first = std::ranges::find_if(params, HasSequence);
     const auto end = std::find_if_not(first, params.end(), HasSequence);
     if (std::any_of(end, params.end(), HasSequence)) {
-        return Raise<kSequenceBroken>(context.log);
+        return Raise<kSequenceBroken>(context.At(GetElement()));
     }
     std::sort(first, end, [](const auto& a, const auto& b) { return a->Sequence() < b->Sequence(); });
     if (end == params.end()) {
@@ -203,7 +214,7 @@ bool ZMTParamStreamCase::Resolve(ImportContext& context) {
     if (const ZMTParam* selector = FindCaseSelector(context.newer.AreRead())) {
         auto& stream = *static_cast<ZMTParamCaseStream*>(GetParent());
         if (!stream.BindSelector(*selector)) {
-            return Raise<kSecondSelector>(context.log);
+            return Raise<kSecondSelector>(context.At(GetElement()));
         }
         SetName(NameBy(*selector));
         stream.NameChanged(*this);

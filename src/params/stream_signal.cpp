@@ -7,9 +7,10 @@
 namespace tarvex {
 
 bool ZMTParamStreamSignal::Import(const Element& element, ImportContext& context) {
+    SetElement(element);
     std::string text;
     if (!GetChildElementText(element, "SignalName", text)) {
-        return Raise<kStreamSignalWithoutName>(context.log, "SignalName");
+        return Raise<kStreamSignalWithoutName>(context.AtChild(element, "SignalName"), "SignalName");
     }
     SetName(SanitizeName(text));
     return ImportIdx(element, context) && ImportLength(element, context);
@@ -18,26 +19,28 @@ bool ZMTParamStreamSignal::Import(const Element& element, ImportContext& context
 bool ZMTParamStreamSignal::ImportIdx(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildAttribute(element, "SignalName", "SignalIdx", text)) {
-        return Raise<kStreamSignalWithoutIdx>(context.log, "SignalIdx");
+        return Raise<kStreamSignalWithoutIdx>(context.AtChild(element, "SignalName"), "SignalIdx");
     }
     const std::int32_t idx = IntegerOrZero(text);
     SetParamPos(static_cast<std::uint32_t>(idx));
     return (ParamPos() > 0 && ParamPos() <= kMaxParamPos) ||
-           Raise<kStreamSignalIdxOutOfRange>(context.log, idx);
+           Raise<kStreamSignalIdxOutOfRange>(context.AtChild(element, "SignalName"), idx);
 }
 
 bool ZMTParamStreamSignal::ImportLength(const Element& element, ImportContext& context) {
     std::string text;
     if (!GetChildElementText(element, "SignalBitLength", text)) {
-        return Raise<kStreamSignalWithoutLength>(context.log, "SignalBitLength");
+        return Raise<kStreamSignalWithoutLength>(context.AtChild(element, "SignalBitLength"),
+                                                 "SignalBitLength");
     }
     std::int32_t bits = 0;
     if (!ParseInteger(text, bits)) {
-        return Raise<kStreamSignalLengthUnreadable>(context.log, text);
+        return Raise<kStreamSignalLengthUnreadable>(context.AtChild(element, "SignalBitLength"), text);
     }
     bitLength_ = static_cast<std::uint32_t>(bits);
     return (bits > 0 && bits <= kMaxBits) ||
-           Raise<kStreamSignalLengthOutOfRange>(context.log, bits, 1, kMaxBits + 1);
+           Raise<kStreamSignalLengthOutOfRange>(context.AtChild(element, "SignalBitLength"), bits, 1,
+                                                kMaxBits + 1);
 }
 
 bool ZMTParamStreamSignal::Dump(ZMostTreeLog& treeLog) const {

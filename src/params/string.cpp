@@ -26,7 +26,7 @@ bool ZMTParamString::Import(const Element& element, ImportContext& context) {
     }
     std::string text;
     if (!GetAttribute(*stringElement, "MaxSize", text) && !context.newer.Meet()) {
-        return Raise<kStringWithoutMaxSize>(context.log, "MaxSize");
+        return Raise<kStringWithoutMaxSize>(context.At(stringElement), "MaxSize");
     }
     maxSize_ = ReadMaxSize(text);
     return ImportTypeRef<kStringWithoutType>(*stringElement, context);

@@ -47,6 +47,33 @@ TEST_F(DomErrorHandler, FatalErrorIsCollectedAndAnError) {
     EXPECT_EQ(handler_.Messages(), "Fatal error at file 'Cat.xml': Line: 12, Char: 5\n  Message: broken\n");
 }
 
+TEST_F(DomErrorHandler, ComplaintsAreListedWithTheirPlaces) {
+    FaultList faults;
+    handler_.SetFaults(&faults);
+    handler_.warning(Complaint("a", "a.xml", 1, 2));
+    handler_.error(Complaint("b", "b.dtd", 3, 4));
+    handler_.fatalError(Complaint("c", "a.xml", 70'000, 6));
+    const struct {
+        Kind kind;
+        std::string file;
+        std::string text;
+        std::uint64_t line;
+        std::uint64_t column;
+    } rows[] = {{Kind::Warning, "a.xml", "a", 1, 2},
+                {Kind::Error, "b.dtd", "b", 3, 4},
+                {Kind::Fatal, "a.xml", "c", 70'000, 6}};
+    ASSERT_EQ(faults.All().size(), std::size(rows));
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const Fault& fault = faults.All()[i];
+        EXPECT_TRUE(fault.isOfParser) << i;
+        EXPECT_EQ(fault.kind, rows[i].kind) << i;
+        EXPECT_EQ(fault.file, rows[i].file) << i;
+        EXPECT_EQ(fault.text, rows[i].text) << i;
+        EXPECT_EQ(fault.line, rows[i].line) << i;
+        EXPECT_EQ(fault.column, rows[i].column) << i;
+    }
+}
+
 TEST_F(DomErrorHandler, ComplaintsFollowOneAnother) {
     handler_.warning(Complaint("a", "a.xml", 1, 2));
     handler_.error(Complaint("b", "b.dtd", 3, 4));

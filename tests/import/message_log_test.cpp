@@ -187,6 +187,43 @@ TEST_F(MessageLog, WithoutOpenLogNothingIsWritten) {
     EXPECT_EQ(log_.FatalCount(), 1U);
 }
 
+TEST_F(MessageLog, FaultsAreListedWithTheirPlacesWithoutALog) {
+    FaultList faults;
+    EXPECT_FALSE(log_.IsRead(68));
+    log_.SetExclusions({68});
+    log_.SetFaults(&faults);
+    EXPECT_TRUE(log_.IsRead(68));
+    log_.Warning(68, "w", "/Cat/A", {"TNumber", 12, 9});
+    log_.Error(113, "e", "/Cat/B", {"FunctionID", 40, 3});
+    log_.Fatal("f", "");
+    ASSERT_EQ(faults.All().size(), 3U);
+    const Fault& warning = faults.All()[0];
+    EXPECT_EQ(warning.kind, Kind::Warning);
+    EXPECT_EQ(warning.number, 68U);
+    EXPECT_EQ(warning.text, "w");
+    EXPECT_EQ(warning.path, "/Cat/A");
+    EXPECT_EQ(warning.element, "TNumber");
+    EXPECT_EQ(warning.line, 12U);
+    EXPECT_EQ(warning.column, 9U);
+    EXPECT_EQ(faults.All()[1].kind, Kind::Error);
+    EXPECT_EQ(faults.All()[1].line, 40U);
+    EXPECT_EQ(faults.All()[2].kind, Kind::Fatal);
+    EXPECT_EQ(faults.All()[2].line, 0U);
+}
+
+TEST_F(MessageLog, AListOfFaultsHasItsRoom) {
+    FaultList faults;
+    faults.SetRoom(Allowance(2 * (sizeof(Fault) + 8)));
+    log_.SetFaults(&faults);
+    for (int i = 0; i < 3; ++i) {
+        log_.Error(7, "text", "/Cat");  // 8 bytes
+    }
+    EXPECT_FALSE(faults.HasRoom());
+    EXPECT_FALSE(log_.IsRead(7));
+    EXPECT_EQ(faults.All().size(), 2U);
+    EXPECT_EQ(log_.ErrorCount(), 3U);
+}
+
 TEST_F(MessageLog, MessagesBeyondTheRoomAreCountedAndNotWritten) {
     // Text and path count: 3 entries of 8 bytes, one of 6 that fills the room of 30, and none of one byte.
     ASSERT_TRUE(log_.OpenLog(path_));

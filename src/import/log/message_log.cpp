@@ -22,21 +22,34 @@ void ZMostFCatLog::WriteEntry(Text entry, unsigned number, const std::string& te
     }
 }
 
-void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName) {
+void ZMostFCatLog::NoteFault(Kind kind, unsigned number, const std::string& text,
+                             const std::string& objectName, const ElementPlace& place) {
+    if (faults_ != nullptr && faults_->HasRoom()) {
+        faults_->Add(
+            {kind, false, number, text, objectName, std::string(place.name), {}, place.line, place.column});
+    }
+}
+
+void ZMostFCatLog::Fatal(const std::string& text, const std::string& objectName, const ElementPlace& place) {
     ++fatalCount_;
+    NoteFault(Kind::Fatal, 0, text, objectName, place);
     if (importLog_) {
         std::fprintf(importLog_.get(), LoadText(Text::FatalEntry), Plain(objectName).c_str(),
                      Plain(text).c_str());
     }
 }
 
-void ZMostFCatLog::Error(unsigned number, const std::string& text, const std::string& objectName) {
+void ZMostFCatLog::Error(unsigned number, const std::string& text, const std::string& objectName,
+                         const ElementPlace& place) {
+    NoteFault(Kind::Error, number, text, objectName, place);
     if (CountError(number) && IsLogOpen()) {
         WriteEntry(Text::ErrorEntry, number, text, objectName);
     }
 }
 
-void ZMostFCatLog::Warning(unsigned number, const std::string& text, const std::string& objectName) {
+void ZMostFCatLog::Warning(unsigned number, const std::string& text, const std::string& objectName,
+                           const ElementPlace& place) {
+    NoteFault(Kind::Warning, number, text, objectName, place);
     if (CountWarning(number) && IsLogOpen()) {
         WriteEntry(Text::WarningEntry, number, text, objectName);
     }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "import/log/fault_list.h"
 #include "import/text/allowance.h"
 #include "import/text/files.h"
 
@@ -32,11 +33,13 @@ class ZMostFCatLog {
 
     /// Counts a fatal error and writes it to an open import log. `objectName` is the path of the node at
     /// fault.
-    void Fatal(const std::string& text, const std::string& objectName);
+    void Fatal(const std::string& text, const std::string& objectName, const ElementPlace& place = {});
     /// Counts an error; one whose number is not excluded is also written to an open import log.
-    void Error(unsigned number, const std::string& text, const std::string& objectName);
+    void Error(unsigned number, const std::string& text, const std::string& objectName,
+               const ElementPlace& place = {});
     /// The same for a warning.
-    void Warning(unsigned number, const std::string& text, const std::string& objectName);
+    void Warning(unsigned number, const std::string& text, const std::string& objectName,
+                 const ElementPlace& place = {});
 
     /// Counting alone, for messages that nobody will read; true when the number is not excluded.
     bool CountError(unsigned number);
@@ -44,6 +47,10 @@ class ZMostFCatLog {
 
     /// The number is not in the exclusion set.
     bool IsLogged(unsigned number) const { return !exclusions_.contains(number); }
+    /// Somebody reads messages of that number: an import log, or a list of faults.
+    bool IsRead(unsigned number) const {
+        return (IsLogOpen() && IsLogged(number)) || (faults_ != nullptr && faults_->HasRoom());
+    }
     /// An import log is open and has room for messages.
     bool IsLogOpen() const { return importLog_ != nullptr && !room_.IsSpent(); }
 
@@ -64,6 +71,9 @@ class ZMostFCatLog {
     /// The totals in one line, from the gravest kind that occurred on.
     std::string SummaryText() const;
 
+    /// From here on all messages also go into the list, excluded ones too. It is not owned; null for none.
+    void SetFaults(FaultList* faults) { faults_ = faults; }
+
     void SetExclusions(std::set<std::uint32_t> numbers) { exclusions_ = std::move(numbers); }
 
     /// Number of the error that came last; 0 when there was none.
@@ -78,6 +88,8 @@ class ZMostFCatLog {
 
   private:
     void WriteEntry(Text entry, unsigned number, const std::string& text, const std::string& objectName);
+    void NoteFault(Kind kind, unsigned number, const std::string& text, const std::string& objectName,
+                   const ElementPlace& place);
 
     unsigned lastError_ = 0;
     std::uint32_t fatalCount_ = 0;
@@ -88,6 +100,13 @@ class ZMostFCatLog {
     File importLog_;
     Allowance room_{kLogBytes, 0};
     std::set<std::uint32_t> exclusions_;
+    FaultList* faults_ = nullptr;
+};
+
+/// Where a message goes, and the element that it is about.
+struct FaultSite {
+    ZMostFCatLog& log;
+    ElementPlace place;
 };
 
 }  // namespace tarvex

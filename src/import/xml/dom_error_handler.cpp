@@ -9,7 +9,7 @@
 namespace tarvex {
 
 void ZDOMErrorHandler::warning(const xercesc::SAXParseException& exception) {
-    Collect(Text::ParserWarning, exception);
+    Collect(Text::ParserWarning, Kind::Warning, exception);
 }
 
 void ZDOMErrorHandler::error(const xercesc::SAXParseException& exception) {
@@ -20,16 +20,27 @@ void ZDOMErrorHandler::error(const xercesc::SAXParseException& exception) {
         complaints_.column = exception.getColumnNumber();
         complaints_.text = Transcode(exception.getMessage());
     }
-    Collect(Text::ParserError, exception);
+    Collect(Text::ParserError, Kind::Error, exception);
 }
 
 void ZDOMErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
     hasError_ = true;
     complaints_.isFatal = true;
-    Collect(Text::ParserFatalError, exception);
+    Collect(Text::ParserFatalError, Kind::Fatal, exception);
 }
 
-void ZDOMErrorHandler::Collect(Text text, const xercesc::SAXParseException& exception) {
+void ZDOMErrorHandler::Collect(Text text, Kind kind, const xercesc::SAXParseException& exception) {
+    if (faults_ != nullptr && faults_->HasRoom()) {
+        faults_->Add({kind,
+                      true,
+                      0,
+                      Transcode(exception.getMessage()),
+                      {},
+                      {},
+                      Transcode(exception.getSystemId()),
+                      exception.getLineNumber(),
+                      exception.getColumnNumber()});
+    }
     if (messages_.size() > maxMessages_) {
         if (leftOut_++ == 0) {
             messages_ += "(more parser messages are left out)\n";

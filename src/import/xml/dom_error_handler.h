@@ -7,6 +7,7 @@
 
 #include <xercesc/sax/ErrorHandler.hpp>
 
+#include "import/log/fault_list.h"
 #include "import/log/texts.h"
 #include "import/xml/parser_complaint.h"
 
@@ -29,6 +30,9 @@ class ZDOMErrorHandler : public xercesc::ErrorHandler {
     /// Nothing is reset: the handler is made for one parse.
     void resetErrors() override {}
 
+    /// From here on all complaints also go into the list. It is not owned; null for none.
+    void SetFaults(FaultList* faults) { faults_ = faults; }
+
     /// An error or a fatal error was reported.
     bool HasError() const { return hasError_; }
     /// The complaints so far, each ended by a line feed, without control characters that a document has put
@@ -38,13 +42,14 @@ class ZDOMErrorHandler : public xercesc::ErrorHandler {
     const ParserComplaints& Complaints() const { return complaints_; }
 
   private:
-    void Collect(Text text, const xercesc::SAXParseException& exception);
+    void Collect(Text text, Kind kind, const xercesc::SAXParseException& exception);
 
     std::size_t maxMessages_ = kMaxMessages;
     bool hasError_ = false;
     ParserComplaints complaints_;
     std::string messages_;
     std::size_t leftOut_ = 0;
+    FaultList* faults_ = nullptr;
 };
 
 }  // namespace tarvex

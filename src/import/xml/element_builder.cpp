@@ -100,7 +100,7 @@ const ElementBuilder::Use& ElementBuilder::UseOf(const xercesc::XMLElementDecl& 
         use.name = Keep(declaration.getFullName());
         const Vocabulary::Word* word = vocabulary_.Find(use.name);
         use.hasAllAttributes = !vocabulary_.HasWords();
-        use.isWord = use.hasAllAttributes || word != nullptr;
+        use.isWord = use.hasAllAttributes || word != nullptr || vocabulary_.KeepsOthers();
         use.hasText = use.hasAllAttributes || (word != nullptr && word->hasText);
         if (word != nullptr) {
             for (const std::string& attribute : word->attributes) {

@@ -25,12 +25,18 @@ class Vocabulary {
     void Add(std::string_view element, ElementText text = ElementText::Unread,
              std::initializer_list<std::string_view> attributes = {});
 
+    /// Elements that are no words are kept, too, without texts and attributes: somebody asks what stands in
+    /// the place of a word.
+    void KeepOthers() { keepsOthers_ = true; }
+    bool KeepsOthers() const { return keepsOthers_; }
+
     bool HasWords() const { return !words_.empty(); }
     /// Null for an element that nobody reads.
     const Word* Find(std::string_view element) const;
 
   private:
     std::map<std::string, Word, std::less<>> words_;
+    bool keepsOthers_ = false;
 };
 
 }  // namespace tarvex
