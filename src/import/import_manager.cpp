@@ -140,6 +140,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
                                   const std::string& importLogPath) {
     ImportRun run{catalogPath, {}, {}, {}, {}};
     findings_ = {};
+    root_ = nullptr;
     if (Faults != nullptr) {
         Faults->SetRoom(Allowance(FaultList::kBytes, FileSize(catalogPath)));
         run.log.SetFaults(Faults);
@@ -282,6 +283,7 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
         findings_.namesSchema = NamesSchema(*root);
+        root_ = KeepDocument ? root : nullptr;
         ImportRoot(run, *root, catalog);
         TakeWritten(catalog, room, run.log.Room());
     } else {
@@ -388,6 +390,7 @@ bool ZMostFCatManager::HasRead(const std::string& path) const {
 
 void ZMostFCatManager::Clear() {
     catalogs_.clear();
+    root_ = nullptr;
     reader_->Release();
     failedFiles_.clear();
     groups_.assign(kMaxGroup + 1, {});

@@ -75,6 +75,9 @@ class ZMostFCatManager {
     /// Links are resolved.
     const std::set<std::string>& OutsideFiles() const { return outsideFiles_; }
 
+    /// The element "FunctionCatalog" of the last import, if its document is kept; null without one.
+    const Element* Root() const { return root_; }
+
     /// What the last import that read a file has met.
     const ImportFindings& Findings() const { return findings_; }
 
@@ -120,6 +123,7 @@ class ZMostFCatManager {
     std::set<std::string> sourcePaths_;     // likewise
     std::set<std::string> outsideFiles_;
     ImportFindings findings_;
+    const Element* root_ = nullptr;
     bool isChanged_ = false;
 };
 

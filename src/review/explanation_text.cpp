@@ -10,13 +10,6 @@ namespace {
 constexpr std::size_t kTerminalWidth = 80;
 constexpr std::string_view kExcerptIndent = "    ";
 
-/// Without the backquotes, which say nothing on a terminal.
-std::string Plain(std::string_view markdown) {
-    std::string text(markdown);
-    std::erase(text, '`');
-    return text;
-}
-
 std::string Indented(std::string_view lines) {
     std::string text(kExcerptIndent);
     for (const char character : lines) {
@@ -42,10 +35,10 @@ std::string ExplanationText(const Explanations& explanations) {
         text += text.empty() ? "" : "\n\n";
         text += Wrapped(Head(*explanation->message), kTerminalWidth) + "\n";
         for (const Paragraph& paragraph : Paragraphs(*explanation)) {
-            text += "\n" + Wrapped(Plain(paragraph.label + ": " + paragraph.text), kTerminalWidth) + "\n";
+            text += "\n" + Wrapped(PlainText(paragraph.label + ": " + paragraph.text), kTerminalWidth) + "\n";
         }
         if (!explanation->excerpt.empty()) {
-            text += "\n" + Wrapped(Plain(ExampleLabel(*explanation) + ":"), kTerminalWidth) + "\n\n";
+            text += "\n" + Wrapped(PlainText(ExampleLabel(*explanation) + ":"), kTerminalWidth) + "\n\n";
             text += Indented(explanation->excerpt) + "\n";
         }
     }

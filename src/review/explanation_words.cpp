@@ -117,6 +117,12 @@ std::string ExampleLabel(const Explanation& explanation) {
     return label;
 }
 
+std::string PlainText(std::string_view markdown) {
+    std::string text(markdown);
+    std::erase(text, '`');
+    return text;
+}
+
 std::string Wrapped(std::string_view text, std::size_t width, std::string_view indent) {
     std::string lines;
     std::size_t room = 0;  // in the line

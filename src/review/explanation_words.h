@@ -29,6 +29,9 @@ std::vector<Paragraph> Paragraphs(const Explanation& explanation);
 /// What stands in front of the excerpt: "Example (the type of a parameter), followed by 129".
 std::string ExampleLabel(const Explanation& explanation);
 
+/// A text without the backquotes, which say nothing on a terminal.
+std::string PlainText(std::string_view markdown);
+
 /// The words of a text in lines of at most `width` bytes, unless a word is longer; each line begins with the
 /// indent.
 std::string Wrapped(std::string_view text, std::size_t width, std::string_view indent = "");

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -7,6 +8,7 @@
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -14,7 +16,9 @@
 #include <utility>
 #include <vector>
 
+#include "driver/settings.h"
 #include "import/text/shown_text.h"
+#include "review/check.h"
 #include "review/explain.h"
 #include "versions.h"
 
@@ -34,9 +38,15 @@ class Trouble : public std::runtime_error {
 /// A command of the program, and what it does once its arguments are read.
 using Command = std::pair<CLI::App*, std::function<Status()>>;
 
+/// It reaches the output in large pieces, at the latest at the end.
 void Print(const std::string& text) {
-    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!isWritten || std::fflush(stdout) != 0) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+        throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
+    }
+}
+
+void Flush() {
+    if (std::fflush(stdout) != 0) {
         throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
     }
 }
@@ -90,12 +100,95 @@ Command AddExplain(CLI::App& app) {
     return {&command, [arguments] { return Explain(*arguments); }};
 }
 
+struct CheckArguments {
+    std::vector<std::string> catalogs;
+    std::string settingsPath;
+    std::string format = "text";
+    bool isGrouped = false;
+    CheckOptions options;
+    std::string failOn = "warning";
+    std::vector<unsigned> ignored;
+};
+
+constexpr const char* kFailOns[] = {"error", "warning", "never"};
+
+FailOn FailOnOf(const std::string& word) {
+    const auto* found = std::ranges::find(kFailOns, word);
+    return static_cast<FailOn>(found - std::begin(kFailOns));
+}
+
+std::unique_ptr<CheckReport> MakeReport(const CheckArguments& arguments) {
+    if (arguments.format == "json") {
+        return MakeCheckJson(Print);
+    }
+    if (arguments.format == "sarif") {
+        return MakeCheckSarif(Print, tarvex::kProgramVersion);
+    }
+    return arguments.isGrouped ? MakeCheckGroups(Print) : MakeCheckText(Print);
+}
+
+/// How catalogs are read by the [Import] section of a file; by default without one.
+ReadingOptions ReadingBy(const std::string& settingsPath) {
+    ReadingOptions reading;
+    if (!settingsPath.empty()) {
+        const tarvex::IniFile ini(settingsPath);
+        if (!ini.IsRead()) {
+            throw Trouble("can't read '" + settingsPath + "'");
+        }
+        const tarvex::Settings settings = tarvex::ReadSettings(ini);
+        reading.areNewerRead = settings.importNewer;
+        reading.isValidated = settings.importValidate;
+    }
+    return reading;
+}
+
+Status Check(CheckArguments arguments) {
+    if (arguments.isGrouped && arguments.format != "text") {
+        throw Trouble("--group tells faults as text; it can't be had with --format " + arguments.format);
+    }
+    arguments.options.reading = ReadingBy(arguments.settingsPath);
+    arguments.options.failOn = FailOnOf(arguments.failOn);
+    arguments.options.ignored.insert(arguments.ignored.begin(), arguments.ignored.end());
+    const auto report = MakeReport(arguments);
+    return CheckCatalogs(arguments.catalogs, arguments.options, *report) ? kFound : kClean;
+}
+
+/// What all commands that read catalogs have.
+void AddSettings(CLI::App& command, std::string& settingsPath) {
+    command.add_option(
+        "--settings", settingsPath,
+        "read catalogs as the [Import] section of this TARVEX.ini says; else all forms, not validated");
+}
+
+Command AddCheck(CLI::App& app) {
+    auto arguments = std::make_shared<CheckArguments>();
+    CheckOptions& options = arguments->options;
+    CLI::App& command =
+        *app.add_subcommand("check", "tells every fault of catalogs with its place, and what it cost");
+    command.add_option("CATALOG", arguments->catalogs, "catalogs; - for standard input")->required();
+    command.add_option("--format", arguments->format, "text, json or sarif")
+        ->check(CLI::IsMember({"text", "json", "sarif"}))
+        ->capture_default_str();
+    command.add_flag("--group", arguments->isGrouped, "by number, with cause and cure");
+    CLI::Option* baseline = command.add_option("--baseline", options.baselinePath,
+                                               "only faults count that this file does not have");
+    command.add_flag("--write-baseline", options.writesBaseline, "put all faults into the baseline")
+        ->needs(baseline);
+    command.add_option("--fail-on", arguments->failOn, "which faults count: error, warning or never")
+        ->check(CLI::IsMember(std::vector<std::string>(std::begin(kFailOns), std::end(kFailOns))))
+        ->capture_default_str();
+    command.add_option("--ignore", arguments->ignored, "numbers of messages that are not told, as in 68,69")
+        ->delimiter(',');
+    AddSettings(command, arguments->settingsPath);
+    return {&command, [arguments] { return Check(*arguments); }};
+}
+
 Status Run(int argc, char** argv) {
     CLI::App app("Tells what is wrong with function catalogs, and what is in them");
     app.set_version_flag("--version", std::string("tarvex-catalog ") + tarvex::kProgramVersion);
     app.require_subcommand(1);
     app.footer("Exit status: 0 nothing found, 1 faults or differences found, 2 trouble.");
-    const std::vector<Command> commands = {AddExplain(app)};
+    const std::vector<Command> commands = {AddCheck(app), AddExplain(app)};
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -105,7 +198,9 @@ Status Run(int argc, char** argv) {
     }
     for (const auto& [command, run] : commands) {
         if (command->parsed()) {
-            return run();
+            const Status status = run();
+            Flush();
+            return status;
         }
     }
     return kTrouble;

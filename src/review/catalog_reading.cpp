@@ -1,0 +1,75 @@
+#include "review/catalog_reading.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <stdexcept>
+#include <unistd.h>
+
+#include "import/text/shown_text.h"
+#include "params/catalog_vocabulary.h"
+
+namespace tarvex::review {
+namespace {
+
+constexpr const char* kStandardInput = "-";
+
+/// No catalog on standard input is longer. It is kept in a file that nobody else sees.
+constexpr std::size_t kMaxStandardInput = std::size_t{1} << 30;
+
+/// All that standard input says, in a file without a name.
+File CopyStandardInput() {
+    File copy(std::tmpfile());
+    if (!copy) {
+        throw std::runtime_error("can't keep what standard input says: there is no room for temporary files");
+    }
+    std::array<char, std::size_t{1} << 16> buffer;
+    std::size_t size = 0;
+    for (std::size_t count = 1; count > 0; size += count) {
+        count = std::fread(buffer.data(), 1, buffer.size(), stdin);
+        if (size + count > kMaxStandardInput) {
+            throw std::runtime_error("standard input is too long for a catalog");
+        }
+        if (std::fwrite(buffer.data(), 1, count, copy.get()) != count) {
+            throw std::runtime_error("can't keep what standard input says: the disk is full");
+        }
+    }
+    if (std::ferror(stdin) != 0 || std::fflush(copy.get()) != 0) {
+        throw std::runtime_error("can't read standard input to its end");
+    }
+    return copy;
+}
+
+}  // namespace
+
+CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& options)
+    : shownPath_(path),
+      manager_(MakeXercesReader(options.areDescriptionsRead ? DescriptionVocabulary() : FaultVocabulary())) {
+    path_ = path;
+    std::string name;
+    if (path == kStandardInput) {
+        standardInput_ = CopyStandardInput();
+        path_ = "/proc/self/fd/" + std::to_string(::fileno(standardInput_.get()));
+        name = "catalog";
+    }
+    if (!OpenForReading(path_)) {
+        throw std::runtime_error("can't read '" + Shown(path) + "'");
+    }
+    std::string failure;
+    manager_.Validate = options.isValidated;
+    manager_.ReadNewer = options.areNewerRead;
+    manager_.KeepDocument = true;
+    manager_.Faults = &faults_;
+    manager_.MessageSink = [&](const std::string& text, ImportEvent /*event*/) {
+        failure.append(" ").append(text);
+    };
+    if (manager_.Import(name, path_, kCatalogGroup, "")) {
+        catalog_ = manager_.FindCatalog(name);
+    } else if (faults_.All().empty()) {
+        throw std::runtime_error("can't import '" + Shown(path) + "':" + Shown(failure));
+    }
+}
+
+CatalogReading::~CatalogReading() = default;
+
+}  // namespace tarvex::review

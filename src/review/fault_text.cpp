@@ -1,0 +1,45 @@
+#include "review/fault_text.h"
+
+#include <algorithm>
+
+#include "import/text/shown_text.h"
+#include "review/explanation_words.h"
+
+namespace tarvex::review {
+
+std::string PlaceText(const CatalogReading& reading, const Fault& fault) {
+    std::string text = Shown(reading.FileOf(fault));
+    if (fault.line > 0) {
+        text += ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
+    }
+    return text;
+}
+
+std::string FaultText(const Fault& fault) {
+    std::string text = Shown(fault.text);
+    std::ranges::replace(text, '\n', ' ');
+    if (!fault.element.empty() && text.find("<" + fault.element + ">") == std::string::npos) {
+        text += " (<" + Shown(fault.element) + ">)";
+    }
+    return text;
+}
+
+std::string FaultLine(const CatalogReading& reading, const Fault& fault) {
+    std::string line = PlaceText(reading, fault) + ": ";
+    line += KindName(fault.kind);
+    if (fault.number != 0) {
+        line += " " + std::to_string(fault.number);
+    }
+    line += ": " + FaultText(fault);
+    if (!fault.path.empty()) {
+        line += " [" + Shown(fault.path) + "]";
+    }
+    return line;
+}
+
+std::string_view PathBelowCatalog(std::string_view path) {
+    const std::size_t slash = path.find('/', 1);
+    return slash == std::string_view::npos ? std::string_view() : path.substr(slash);
+}
+
+}  // namespace tarvex::review
