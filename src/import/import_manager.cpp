@@ -141,10 +141,10 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
     ImportRun run{catalogPath, {}, {}, {}, {}};
     findings_ = {};
     root_ = nullptr;
-    if (Faults != nullptr) {
-        Faults->SetRoom(Allowance(FaultList::kBytes, FileSize(catalogPath)));
-        run.log.SetFaults(Faults);
-        run.handler.SetFaults(Faults);
+    if (faults != nullptr) {
+        faults->SetRoom(Allowance(FaultList::kBytes, FileSize(catalogPath)));
+        run.log.SetFaults(faults);
+        run.handler.SetFaults(faults);
     }
     bool ok = false;
     if (!OpenForReading(catalogPath)) {
@@ -163,7 +163,7 @@ bool ZMostFCatManager::ImportFile(ZMTCatalog& catalog, const std::string& catalo
             catalog.Run().GiveBack(taken);
             ok = run.log.FatalCount() == 0;
         }
-        if (!KeepDocument) {
+        if (!keepDocument) {
             reader_->Release();
         }
         findings_.errors = run.log.ErrorCount();
@@ -283,7 +283,7 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
         findings_.namesSchema = NamesSchema(*root);
-        root_ = KeepDocument ? root : nullptr;
+        root_ = keepDocument ? root : nullptr;
         ImportRoot(run, *root, catalog);
         TakeWritten(catalog, room, run.log.Room());
     } else {

@@ -47,8 +47,8 @@ class ZMostFCatManager {
     Sink MessageSink;
     std::set<std::uint32_t> ImportLogExclusions;  ///< Message numbers left out of the import log.
     std::vector<std::string> ProtectedPaths;      ///< Files that no log may be written over.
-    FaultList* Faults = nullptr;                  ///< Takes the faults of the next imports; not owned.
-    bool KeepDocument = false;  ///< Keep the elements of the last import until the next or Clear.
+    FaultList* faults = nullptr;                  ///< Takes the faults of the next imports; not owned.
+    bool keepDocument = false;  ///< Keep the elements of the last import until the next or Clear.
 
     /// Imports a catalog file. An empty name becomes the file's base name, or "FunctionCatalog". Group
     /// numbers 0 to 4 register the catalog; with an empty log path no import log is written. The same name

@@ -95,8 +95,12 @@ void Baseline::Write(const std::string& path) const {
     file.Append("\n");
     for (const auto& [key, count] : counts_) {
         const auto& [nodePath, number, text] = key;
-        file.Append(std::to_string(count) + "\t" + std::to_string(number) + "\t" + nodePath + "\t" + text +
-                    "\n");
+        for (const std::string& field : {std::to_string(count), std::to_string(number), nodePath}) {
+            file.Append(field);
+            file.Append("\t");
+        }
+        file.Append(text);
+        file.Append("\n");
     }
     if (!file.Commit()) {
         throw std::runtime_error("can't write '" + Shown(path) + "'; what was there before is unchanged");

@@ -23,7 +23,7 @@ File CopyStandardInput() {
     if (!copy) {
         throw std::runtime_error("can't keep what standard input says: there is no room for temporary files");
     }
-    std::array<char, std::size_t{1} << 16> buffer;
+    std::array<char, std::size_t{1} << 16> buffer{};
     std::size_t size = 0;
     for (std::size_t count = 1; count > 0; size += count) {
         count = std::fread(buffer.data(), 1, buffer.size(), stdin);
@@ -58,8 +58,8 @@ CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& op
     std::string failure;
     manager_.Validate = options.isValidated;
     manager_.ReadNewer = options.areNewerRead;
-    manager_.KeepDocument = true;
-    manager_.Faults = &faults_;
+    manager_.keepDocument = true;
+    manager_.faults = &faults_;
     manager_.MessageSink = [&](const std::string& text, ImportEvent /*event*/) {
         failure.append(" ").append(text);
     };

@@ -13,7 +13,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
+constexpr const char* kBeginning =
+    "{\"$schema\": \"https://json.schemastore.org/sarif-2.1.0.json\",\n\"version\": \"2.1.0\",\n\"runs\": "
+    "[{\n\"results\": [\n";
 
 /// What the rule of a fault is called. Parser and fatal errors have no number of their own.
 std::string RuleOf(const Fault& fault) {
@@ -62,8 +64,8 @@ class CheckSarif : public CheckReport {
 
     void Catalog(const CheckedCatalog& catalog) override {
         for (const Fault* fault : catalog.faults) {
-            Write((ruleIndices_.empty() ? Begin() : std::string(",\n")) +
-                  Dump(ResultOf(catalog.reading, *fault)));
+            BeginResult();
+            Write(Dump(ResultOf(catalog.reading, *fault)));
         }
     }
 
@@ -74,15 +76,17 @@ class CheckSarif : public CheckReport {
             rules.push_back(RuleJson(rule));
         }
         const Json driver{{"name", "tarvex-catalog"}, {"version", version_}, {"rules", rules}};
-        Write((ruleIndices_.empty() ? Begin() : std::string()) +
-              "\n],\n\"columnKind\": \"utf16CodeUnits\",\n" + "\"tool\": " + Dump(Json{{"driver", driver}}) +
+        if (!hasBegun_) {
+            Write(kBeginning);
+        }
+        Write("\n],\n\"columnKind\": \"utf16CodeUnits\",\n\"tool\": " + Dump(Json{{"driver", driver}}) +
               "}]}\n");
     }
 
   private:
-    static std::string Begin() {
-        return std::string("{\"$schema\": \"") + kSchema +
-               "\",\n\"version\": \"2.1.0\",\n\"runs\": [{\n\"results\": [\n";
+    void BeginResult() {
+        Write(hasBegun_ ? ",\n" : kBeginning);
+        hasBegun_ = true;
     }
 
     static std::string Dump(const Json& json) {
@@ -113,6 +117,7 @@ class CheckSarif : public CheckReport {
                 {"locations", Json::array({location})}};
     }
 
+    bool hasBegun_ = false;
     std::string version_;
     std::map<std::string, std::size_t> ruleIndices_;
     std::vector<std::string> rules_;

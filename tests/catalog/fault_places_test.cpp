@@ -21,7 +21,7 @@ FaultList FaultsOf(const std::string& catalogPath, bool isNewer) {
     ZMostFCatManager manager(MakeXercesReader(FaultVocabulary()));
     manager.Validate = false;
     manager.ReadNewer = isNewer;
-    manager.Faults = &faults;
+    manager.faults = &faults;
     std::string name;
     EXPECT_TRUE(manager.Import(name, catalogPath, kCatalogGroup, ""));
     return faults;

@@ -1,0 +1,133 @@
+"""tarvex-catalog from outside: check."""
+
+import json
+import os
+import random
+import subprocess
+
+from support import CATALOG, SOURCE, ProgramTest
+from test_safe_layout import DEFINITION, Function
+
+PROGRAM = os.environ["TARVEX_CATALOG"]
+FUNCTIONS = 60  # in a random catalog
+CATALOGS = int(os.environ.get("TARVEX_CATALOGS", "2" if os.environ["TARVEX_SANITIZED"] == "ON" else "6"))
+
+# One fault: the number of the function is none.
+FAULTY = CATALOG.replace("</Function>", "</Function>\n<Function><FunctionID>x</FunctionID>"
+                                        "<FunctionName>Odd</FunctionName></Function>")
+
+
+class CatalogTest(ProgramTest):
+    def run_catalog(self, *arguments, stdin=b"", **environment):
+        return subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.dir, input=stdin, capture_output=True,
+                              timeout=120, check=False, env={**os.environ, **environment})
+
+
+class Check(CatalogTest):
+    def test_exit_status(self):
+        self.write("clean.xml", CATALOG)
+        self.write("faulty.xml", FAULTY)
+        self.write("newer.xml", CATALOG.replace("PNumber", "PContainer").replace("PNParam", "PCParam"))
+        self.write("old.ini", "[Import]\nFCatImportValidate=0\n")
+        self.write("wrong.baseline", "something else\n")
+        for arguments, status, error in [
+            (["clean.xml"], 0, ""),
+            (["faulty.xml"], 1, ""),
+            (["clean.xml", "faulty.xml"], 1, ""),
+            (["faulty.xml", "--fail-on", "never"], 0, ""),
+            (["faulty.xml", "--ignore", "113,145"], 0, ""),
+            (["newer.xml"], 0, ""),
+            (["newer.xml", "--settings", "old.ini"], 1, ""),
+            (["missing.xml"], 2, "tarvex-catalog: can't read 'missing.xml'\n"),
+            (["."], 2, "tarvex-catalog: can't read '.'\n"),
+            (["clean.xml", "--settings", "missing.ini"], 2, "tarvex-catalog: can't read 'missing.ini'\n"),
+            (["clean.xml", "--baseline", "wrong.baseline"], 2,
+             "tarvex-catalog: wrong.baseline:1: this is no baseline: its first line is not 'tarvex-catalog baseline 1'\n"),
+            (["clean.xml", "--baseline", "missing/b", "--write-baseline"], 2,
+             "tarvex-catalog: can't write 'missing/b'\n"),
+            (["clean.xml", "--group", "--format", "json"], 2,
+             "tarvex-catalog: --group tells faults as text; it can't be had with --format json\n"),
+        ]:
+            with self.subTest(arguments):
+                result = self.run_catalog("check", *arguments)
+                self.assertEqual((result.returncode, result.stderr.decode()), (status, error))
+
+    def test_standard_input(self):
+        result = self.run_catalog("check", "-", stdin=FAULTY.encode())
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout.decode(), "\n".join([
+            "-:9:11: error 113: Failed to analyze value 'x' (<FunctionID>) [/catalog/Audio_Amp/Odd]",
+            "-:9:1: error 145: Failed to import element <Function> [/catalog/Audio_Amp]",
+            "-: 2 errors",
+            "-: 1 function lost; 0 of 1 message incomplete", ""]))
+
+    def test_every_format_can_be_read_again(self):
+        self.write("clean.xml", CATALOG)
+        self.write("faulty.xml", FAULTY)
+        for catalogs, count in [(["clean.xml"], 0), (["faulty.xml", "clean.xml", "faulty.xml"], 4)]:
+            sarif = json.loads(self.run_catalog("check", *catalogs, "--format", "sarif").stdout)
+            self.assertEqual(len(sarif["runs"][0]["results"]), count)
+            self.assertEqual(sarif["runs"][0]["tool"]["driver"]["name"], "tarvex-catalog")
+            checked = json.loads(self.run_catalog("check", *catalogs, "--format", "json").stdout)["catalogs"]
+            self.assertEqual([catalog["file"] for catalog in checked], catalogs)
+            self.assertEqual(sum(len(catalog["faults"]) for catalog in checked), count)
+
+    def test_a_baseline_is_replaced_whole_or_not_at_all(self):
+        self.write("faulty.xml", FAULTY)
+        self.assertEqual(self.run_catalog("check", "faulty.xml", "--baseline", "known", "--write-baseline").returncode, 0)
+        self.assertEqual((self.dir / "known").read_text(), "\n".join([
+            "tarvex-catalog baseline 1",
+            "1\t145\t/Audio_Amp\tFailed to import element <Function>",
+            "1\t113\t/Audio_Amp/Odd\tFailed to analyze value 'x'", ""]))
+        self.assertEqual(self.run_catalog("check", "faulty.xml", "--baseline", "known").returncode, 0)
+        (self.dir / "known").chmod(0o444)
+        self.assertEqual(self.run_catalog("check", "faulty.xml", "--baseline", "known", "--write-baseline").returncode, 2)
+
+    def test_output_that_cannot_be_written(self):
+        self.write("faulty.xml", FAULTY)
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([PROGRAM, "check", "faulty.xml"], cwd=self.dir, stdout=full,
+                                    stderr=subprocess.PIPE, check=False)
+        self.assertEqual((result.returncode, result.stderr),
+                         (2, b"tarvex-catalog: can't write the output: No space left on device\n"))
+
+
+class Verdicts(CatalogTest):
+    def assert_equal_verdicts(self, path):
+        """What check says of the messages is what the database says."""
+        self.assertEqual(self.run_program(path, "out.vorn").returncode, 0)
+        layouts = {}
+        for message in json.loads((self.dir / "out.vorn").read_text())["messages"]:
+            layout = message["attributes"].get("Layout", "Complete")
+            layouts.setdefault(layout, set()).add(message["identifier"] & 0x1FFFFFF)
+        checked = json.loads(self.run_catalog("check", path, "--format", "json").stdout)["catalogs"][0]["verdicts"]
+        # A message that lost everything is one of the incomplete in the database.
+        incomplete = {int(address.replace(".", ""), 16) for address in checked["incomplete"] + checked["lostMessages"]}
+        self.assertEqual(incomplete, layouts.get("Incomplete", set()))
+        self.assertEqual((checked["complete"], checked["open"]),
+                         (len(layouts.get("Complete", ())), len(layouts.get("Open", ()))))
+        return len(incomplete)
+
+    def setUp(self):
+        super().setUp()
+        self.write("TARVEX.ini", "[Import]\nFCatImportNewer=1\nFCatImportValidate=0\n[Conversion]\nSafeLayout=1\n"
+                                 "WarnOnOverwrite=0\nMakeReadOnly=0\n")
+
+    def test_are_those_of_the_database(self):
+        incomplete = 0
+        for seed in range(CATALOGS):
+            rng = random.Random(1000 + seed)
+            functions = [Function(rng, fkt_id) for fkt_id in range(FUNCTIONS)]
+            for function in functions:
+                if rng.random() < 0.5:
+                    function.harm(rng)
+            blocks = "".join(function.xml(True) for function in functions)
+            self.write("cat.xml", f"<FunctionCatalog><FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>{blocks}"
+                                  f"</FBlock>{DEFINITION}</FunctionCatalog>")
+            incomplete += self.assert_equal_verdicts("cat.xml")
+        self.assertGreater(incomplete, CATALOGS)  # there was something to compare
+
+    def test_of_the_examples(self):
+        for example in ["roadster.xml", "convertible.xml"]:
+            with self.subTest(example):
+                self.assert_equal_verdicts(SOURCE / "examples" / example)
