@@ -24,7 +24,9 @@ std::string NotExplained(std::string_view word);
 std::string ExplanationText(const Explanations& explanations);
 /// A list of objects.
 std::string ExplanationJson(const Explanations& explanations);
-/// Sections of a document; those of a group, as far as they are wanted, below its heading.
+/// Sections of a document.
 std::string ExplanationMarkdown(const Explanations& explanations);
+/// The document about all messages, docs/messages.md.
+std::string MessagesDocument();
 
 }  // namespace tarvex::review

@@ -1,5 +1,7 @@
 #include "review/explanation_words.h"
 
+#include <algorithm>
+
 namespace tarvex::review {
 namespace {
 
@@ -44,7 +46,10 @@ std::string_view FrameText(Frame frame) {
         case Frame::Block:
             return "in `FunctionCatalog`, behind the block `Amp` with the FBlockID 0x22";
         case Frame::Function:
-            return "in a block, behind the function `Mute` with the FunctionID 0x400";
+            return "in a block, behind the function `Mute` with the FunctionID 0x400 and the FktDefId "
+                   "`fkt_mute`";
+        case Frame::ManyErrors:
+            return "in a catalog with 4097 `ERParam`, the last of which has the ParamDefId `Last`";
         case Frame::Parameter:
             return "in a property, behind the parameters `Kind` and `Mode` at positions 1 and 2";
         case Frame::Type:
@@ -92,10 +97,9 @@ std::vector<Paragraph> Paragraphs(const Explanation& explanation) {
     AddIfAny(paragraphs, "When", explanation.when);
     AddIfAny(paragraphs, "What TARVEX does", explanation.becomes);
     if (explanation.isIncomplete) {
-        AddIfAny(
-            paragraphs, "With `SafeLayout=1`",
-            "Signals end in front of what is not sure any more, and the message has the attribute `Layout` "
-            "with the value `Incomplete`.");
+        AddIfAny(paragraphs, "With `SafeLayout=1`",
+                 "Signals end where the layout is not sure any more, and the message's attribute `Layout` "
+                 "says `Incomplete`.");
     }
     AddIfAny(paragraphs, "With `FCatImportNewer=1`", explanation.newer);
     if (explanation.isNewer) {
@@ -125,22 +129,24 @@ std::string PlainText(std::string_view markdown) {
 
 std::string Wrapped(std::string_view text, std::size_t width, std::string_view indent) {
     std::string lines;
-    std::size_t room = 0;  // in the line
+    std::size_t column = 0;
     while (!text.empty()) {
         const std::string_view word = text.substr(0, text.find(' '));
         text.remove_prefix(std::min(word.size() + 1, text.size()));
         if (word.empty()) {
             continue;
         }
-        if (lines.empty() || word.size() >= room) {
-            lines.append(lines.empty() ? "" : "\n").append(indent);
-            room = width - std::min(width, indent.size());
+        if (lines.empty()) {
+            column = 0;
+        } else if (column + 1 + word.size() > width) {
+            lines.append("\n").append(indent);
+            column = indent.size();
         } else {
             lines += ' ';
-            --room;
+            ++column;
         }
         lines += word;
-        room -= std::min(room, word.size());
+        column += word.size();
     }
     return lines;
 }

@@ -32,8 +32,8 @@ std::string ExampleLabel(const Explanation& explanation);
 /// A text without the backquotes, which say nothing on a terminal.
 std::string PlainText(std::string_view markdown);
 
-/// The words of a text in lines of at most `width` bytes, unless a word is longer; each line begins with the
-/// indent.
+/// The words of a text in lines of at most `width` bytes, unless a word is longer; lines behind the first
+/// begin with the indent.
 std::string Wrapped(std::string_view text, std::size_t width, std::string_view indent = "");
 
 }  // namespace tarvex::review

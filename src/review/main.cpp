@@ -80,7 +80,7 @@ Status Explain(const ExplainArguments& arguments) {
     if (arguments.format == "json") {
         Print(ExplanationJson(wanted));
     } else if (arguments.format == "markdown") {
-        Print(ExplanationMarkdown(wanted));
+        Print(arguments.areAllWanted ? MessagesDocument() : ExplanationMarkdown(wanted));
     } else {
         Print(ExplanationText(wanted));
     }

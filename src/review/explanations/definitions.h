@@ -24,9 +24,8 @@ inline constexpr Explanation kOfDefinitions[] = {
      .loss = Loss::Definition},
     {.message = &kTypeDefWithoutSize,
      .when = "A `TypeDef` has no `TDefSize`, or an empty one.",
-     .becomes = "The type stays, with a size of 0 bytes. A number of this type takes no room in its message: "
-                "it gets "
-                "no signal, and what stands behind it is at the wrong place.",
+     .becomes = "The type stays, with a size of 0 bytes. A number of this type takes no room in its message, "
+                "and what stands behind it moves up. With `SafeLayout=1` signals end in front of it.",
      .repair = "Write the bytes that a value takes into `TDefSize`.",
      .frame = Frame::Definition,
      .excerpt = R"(<TypeDef TypeID="type_gain"><TDefName>Gain</TDefName></TypeDef>)"},

@@ -16,6 +16,7 @@ enum class Frame {
     Definition,  ///< In "Definition", beside types and units that are sane.
     Block,       ///< In "FunctionCatalog", behind the block "Amp" (0x22).
     Function,    ///< In that block, behind the function "Mute" (0x400), whose "FktDefId" is "fkt_mute".
+    ManyErrors,  ///< There, in a catalog with 4,097 "ERParam", the last of which is called "Last".
     Parameter,   ///< In a property, behind the parameters "Kind" and "Mode" at the positions 1 and 2.
     Type,        ///< As the type of the parameter at position 3 there.
     StreamCase,  ///< In a stream that is the parameter at position 3 there.

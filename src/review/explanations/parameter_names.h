@@ -10,8 +10,7 @@ namespace tarvex::review {
 inline constexpr Explanation kOfParameterNames[] = {
     {.message = &kParamNameReused,
      .when = "A parameter has the name of one that stands before it, in its own list or further up. Case "
-             "makes no "
-             "difference.",
+             "makes no difference.",
      .becomes = "Both stay. A `Pos` or a stream that selects by this name takes the first.",
      .repair = "Give each parameter of an operation a name of its own.",
      .frame = Frame::Parameter,
