@@ -1,7 +1,6 @@
-/// The messages as they are declared, against the list of all numbers and against their document.
+/// The messages as they are declared, against the list of all numbers.
 
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <set>
 #include <string>
@@ -200,7 +199,7 @@ constexpr NumberedMessage kListed[] = {
     {215, 'E', "<StreamCase> with both <StreamParam> and <StreamSignal>"},
 };
 
-/// A message as the list, the declarations and the document have it: "1 warning Can not find element <%s>".
+/// A message as the list and the declarations have it: "1 warning Can not find element <%s>".
 std::string LineOf(unsigned number, std::string_view kind, std::string_view text) {
     return std::to_string(number) + " " + std::string(kind) + " " + std::string(text);
 }
@@ -244,26 +243,6 @@ TEST(MessageDeclarations, FatalErrorsHaveNoNumber) {
     for (const Message* message : kMessages) {
         EXPECT_EQ(message->kind == Kind::Fatal, message->number == 0) << message->text;
     }
-}
-
-/// The messages that the document has rows for.
-std::vector<std::string> Documented() {
-    std::ifstream file(TARVEX_DOCS "/messages.md");
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) {
-        std::vector<std::string> cells;  // "| 1 | warning | text | when |"
-        for (std::size_t at = 0; (at = line.find("| ", at)) != std::string::npos; at += 2) {
-            cells.push_back(line.substr(at + 2, line.find(" |", at + 2) - at - 2));
-        }
-        if (cells.size() == 4 && cells[0].find_first_not_of("0123456789") == std::string::npos) {
-            lines.push_back(cells[0].append(" ").append(cells[1]).append(" ").append(cells[2]));
-        }
-    }
-    return lines;
-}
-
-TEST(MessageDeclarations, AreDocumentedOneByOne) {
-    EXPECT_THAT(Documented(), testing::UnorderedElementsAreArray(Declared()));
 }
 
 }  // namespace
