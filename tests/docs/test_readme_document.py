@@ -4,7 +4,7 @@ import re
 import shutil
 import subprocess
 
-from documents import DISASM, PROGRAM, SOURCE, VORN, DocumentTest, blocks
+from documents import CATALOG, DISASM, PROGRAM, SOURCE, VORN, DocumentTest, blocks
 
 DOCUMENTS = ["README.md", "CONTRIBUTING.md", *sorted(f"docs/{path.name}" for path in (SOURCE / "docs").glob("*.md"))]
 
@@ -26,14 +26,14 @@ class Readme(DocumentTest):
         shutil.copytree(SOURCE / "examples", self.dir / "examples")
         shutil.copytree(SOURCE / "examples", self.dir / "build" / "example")
         (self.dir / "build" / "release").mkdir()
-        for program in (PROGRAM, DISASM, VORN):
+        for program in (PROGRAM, CATALOG, DISASM, VORN):
             (self.dir / "build" / "release" / program.rpartition("/")[2]).symlink_to(program)
         self.converted = subprocess.run([PROGRAM, "roadster.xml", "roadster.vorn"], cwd=self.dir / "build" / "example",
                                         capture_output=True, timeout=120, check=True).stdout.decode()
 
     def test_commands_print_what_is_shown(self):
         sessions = blocks(read("README.md"), "console")
-        self.assertEqual(len(sessions), 3)
+        self.assertEqual(len(sessions), 4)
         for session in sessions:
             steps = re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", session + "\n", re.MULTILINE)
             script = "exec 2>&1\n" + "".join(f"printf '\\001'\n{command}\n" for command, _ in steps)
