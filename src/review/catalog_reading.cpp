@@ -42,10 +42,18 @@ File CopyStandardInput() {
 
 }  // namespace
 
+std::unique_ptr<DocumentReader> CatalogReading::MakeReader(const ReadingOptions& options) {
+    auto reader = MakeXercesReader(options.areDescriptionsRead ? DescriptionVocabulary() : FaultVocabulary());
+    reader->SetOnProgress([this](std::size_t bytes) {
+        if (bar_) {
+            bar_->Show(bytes);
+        }
+    });
+    return reader;
+}
+
 CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& options)
-    : shownPath_(path),
-      manager_(MakeXercesReader(options.areDescriptionsRead ? DescriptionVocabulary() : FaultVocabulary())) {
-    path_ = path;
+    : shownPath_(path), path_(path), manager_(MakeReader(options)) {
     std::string name;
     if (path == kStandardInput) {
         standardInput_ = CopyStandardInput();
@@ -55,6 +63,7 @@ CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& op
     if (!OpenForReading(path_)) {
         throw std::runtime_error("can't read '" + Shown(path) + "'");
     }
+    bar_.emplace(path, FileSize(path_));
     std::string failure;
     manager_.Validate = options.isValidated;
     manager_.ReadNewer = options.areNewerRead;
@@ -63,7 +72,9 @@ CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& op
     manager_.MessageSink = [&](const std::string& text, ImportEvent /*event*/) {
         failure.append(" ").append(text);
     };
-    if (manager_.Import(name, path_, kCatalogGroup, "")) {
+    const bool isImported = manager_.Import(name, path_, kCatalogGroup, "");
+    bar_.reset();
+    if (isImported) {
         catalog_ = manager_.FindCatalog(name);
     } else if (faults_.All().empty()) {
         throw std::runtime_error("can't import '" + Shown(path) + "':" + Shown(failure));

@@ -2,12 +2,16 @@
 
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "catalog/catalog.h"
 #include "import/import_manager.h"
 #include "import/text/files.h"
+#include "review/progress_bar.h"
 
 namespace tarvex::review {
 
@@ -47,10 +51,13 @@ class CatalogReading {
     const std::set<std::string>& OutsideFiles() const { return manager_.OutsideFiles(); }
 
   private:
+    std::unique_ptr<DocumentReader> MakeReader(const ReadingOptions& options);
+
     std::string shownPath_;
     std::string path_;
     File standardInput_;  // what it said
     FaultList faults_;
+    std::optional<ProgressBar> bar_;  // while it is read
     ZMostFCatManager manager_;
     const ZMTCatalog* catalog_ = nullptr;
 };

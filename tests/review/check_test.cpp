@@ -96,7 +96,7 @@ TEST_F(ReviewCheck, GroupsShowTheFirstThreePlaces) {
     const std::string text = CheckFile(dir_.Write("more.xml", catalog), MakeCheckGroups).text;
     const std::size_t group = text.find("error 113, 4 times:\n");
     ASSERT_NE(group, std::string::npos);
-    EXPECT_THAT(text.substr(group), HasSubstr("  and 1 more\n"));
+    EXPECT_THAT(text.substr(group), HasSubstr("  and 1 more\n  Cause: "));
 }
 
 TEST_F(ReviewCheck, JsonHasFaultsAndVerdicts) {
@@ -140,6 +140,7 @@ TEST_F(ReviewCheck, SarifHasWhatTheFormatAsksFor) {
     for (const json& result : run["results"]) {
         const json& rule = driver["rules"].at(result["ruleIndex"].get<std::size_t>());
         EXPECT_EQ(rule["id"], result["ruleId"]);
+        EXPECT_THAT(rule["shortDescription"]["text"].get<std::string>(), testing::Not(testing::IsEmpty()));
         EXPECT_THAT(result["level"].get<std::string>(), testing::AnyOf("warning", "error"));
         EXPECT_THAT(result["message"]["text"].get<std::string>(), testing::Not(testing::IsEmpty()));
         ASSERT_EQ(result["locations"].size(), 1U);

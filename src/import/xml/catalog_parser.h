@@ -43,6 +43,11 @@ class CatalogParser : private ParserBudgetHolder,
     /// The document of the last parse, as long as the parser lives.
     const Element& Document() const { return builder_.Document(); }
 
+    /// Is told while Parse reads: how many bytes are read so far.
+    void SetOnProgress(std::function<void(std::size_t bytes)> onProgress) {
+        budget_.SetOnInput(std::move(onProgress));
+    }
+
     /// Bytes of memory that the parser and the document take.
     std::size_t Memory() const { return budget_.Memory(); }
 

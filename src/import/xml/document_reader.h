@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -31,6 +33,8 @@ class DocumentReader {
     /// Parses a file and reports its faults to the handler. The document stays valid until Release. May throw
     /// anything that the parser throws.
     virtual const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) = 0;
+    /// Is told while documents are read: how many bytes are read so far.
+    virtual void SetOnProgress(std::function<void(std::size_t bytes)> /*onProgress*/) {}
     /// The files that the document was read from, with those of its external entities, until Release.
     virtual std::vector<std::string> Files() const { return {}; }
     /// Those of them that could be opened.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory_resource>
 #include <optional>
 #include <set>
@@ -67,7 +68,14 @@ class ParserBudget : public xercesc::MemoryManager {
     bool IsNewFile(std::uint64_t device, std::uint64_t number) {
         return files_.emplace(device, number).second;
     }
-    void AddInput(std::size_t bytes) { input_ += bytes; }
+    void AddInput(std::size_t bytes) {
+        input_ += bytes;
+        if (onInput_) {
+            onInput_(input_);
+        }
+    }
+    /// Is told whenever more was read: all bytes so far.
+    void SetOnInput(std::function<void(std::size_t bytes)> onInput) { onInput_ = std::move(onInput); }
     /// What is read again counts as content. Throws ParserStop.
     void AddRepeatedInput(std::size_t bytes) { AddContent(bytes); }
     /// An element, a piece of text, a comment or the like, and its characters. Throws ParserStop.
@@ -131,6 +139,7 @@ class ParserBudget : public xercesc::MemoryManager {
     const xercesc::Locator* locator_ = nullptr;
     std::set<std::pair<std::uint64_t, std::uint64_t>> files_;
     std::size_t input_ = 0;
+    std::function<void(std::size_t bytes)> onInput_;
     std::size_t allocated_ = 0;
     std::size_t content_ = 0;
     std::size_t contentPaidBack_ = 0;  // of references that counted as the longest entity and are shorter

@@ -44,8 +44,13 @@ class XercesReader : public DocumentReader {
         }
         parser_ = std::make_unique<CatalogParser>(path, validate, vocabulary_);
         parser_->setErrorHandler(&handler);
+        parser_->SetOnProgress(onProgress_);
         parser_->Parse();
         return &parser_->Document();
+    }
+
+    void SetOnProgress(std::function<void(std::size_t bytes)> onProgress) override {
+        onProgress_ = std::move(onProgress);
     }
 
     std::vector<std::string> Files() const override {
@@ -61,6 +66,7 @@ class XercesReader : public DocumentReader {
 
   private:
     Vocabulary vocabulary_;
+    std::function<void(std::size_t bytes)> onProgress_;
     std::unique_ptr<CatalogParser> parser_;
 };
 
