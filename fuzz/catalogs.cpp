@@ -17,6 +17,7 @@ namespace {
 
 class LastingReader : public DocumentReader {
   public:
+    explicit LastingReader(Vocabulary vocabulary) : reader_(MakeXercesReader(std::move(vocabulary))) {}
     void StartPlatform() override { reader_->StartPlatform(); }
     void StopPlatform() override { reader_->Release(); }
     const Element* Read(const std::string& path, bool validate, ZDOMErrorHandler& handler) override {
@@ -25,7 +26,7 @@ class LastingReader : public DocumentReader {
     void Release() override { reader_->Release(); }
 
   private:
-    std::unique_ptr<DocumentReader> reader_ = MakeXercesReader(CatalogVocabulary());
+    std::unique_ptr<DocumentReader> reader_;
 };
 
 ExportFlags DrawFlags(Draw& draw) {
@@ -68,8 +69,12 @@ void RequireInside(const ZMostParameterListBaseInfo& items, std::size_t begin, s
 
 }  // namespace
 
+std::unique_ptr<DocumentReader> MakeLastingReader(Vocabulary vocabulary) {
+    return std::make_unique<LastingReader>(std::move(vocabulary));
+}
+
 std::unique_ptr<ZMostFCatManager> MakeManager() {
-    return std::make_unique<ZMostFCatManager>(std::make_unique<LastingReader>());
+    return std::make_unique<ZMostFCatManager>(MakeLastingReader(CatalogVocabulary()));
 }
 
 const ZMTCatalog& FixedCatalog() {

@@ -10,7 +10,10 @@
 
 namespace tarvex::fuzz {
 
-/// A manager that keeps the XML platform when a parse has thrown: a run has more catalogs to come.
+/// A reader that keeps the XML platform when a parse has thrown: a run has more catalogs to come.
+std::unique_ptr<DocumentReader> MakeLastingReader(Vocabulary vocabulary);
+
+/// A manager that keeps the XML platform likewise.
 std::unique_ptr<ZMostFCatManager> MakeManager();
 
 /// A small catalog of all kinds of parameters; imported once.

@@ -43,7 +43,8 @@ File CopyStandardInput() {
 }  // namespace
 
 std::unique_ptr<DocumentReader> CatalogReading::MakeReader(const ReadingOptions& options) {
-    auto reader = MakeXercesReader(options.areDescriptionsRead ? DescriptionVocabulary() : FaultVocabulary());
+    auto reader =
+        options.makeReader(options.areDescriptionsRead ? DescriptionVocabulary() : FaultVocabulary());
     reader->SetOnProgress([this](std::size_t bytes) {
         if (bar_) {
             bar_->Show(bytes);

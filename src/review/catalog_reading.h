@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -21,6 +22,8 @@ struct ReadingOptions {
     bool isValidated = false;
     /// Versions, kinds and descriptions are kept, too.
     bool areDescriptionsRead = false;
+    /// Makes what reads the document.
+    std::function<std::unique_ptr<DocumentReader>(Vocabulary)> makeReader = MakeXercesReader;
 };
 
 /// Reads one catalog and keeps tree and elements as long as it lives.

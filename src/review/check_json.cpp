@@ -45,9 +45,9 @@ Json AsJson(const Verdicts& verdicts) {
     json["complete"] = verdicts.complete;
     json["open"] = verdicts.open;
     json["incomplete"] = AsJson(verdicts.incomplete);
-    json["lostBlocks"] = verdicts.lostBlocks;
-    json["lostFunctions"] = verdicts.lostFunctions;
-    json["lostMessages"] = AsJson(verdicts.lostMessages);
+    json["lost_blocks"] = verdicts.lostBlocks;
+    json["lost_functions"] = verdicts.lostFunctions;
+    json["lost_messages"] = AsJson(verdicts.lostMessages);
     return json;
 }
 
@@ -60,9 +60,9 @@ class CheckJson : public CheckReport {
         const CatalogReading& reading = catalog.reading;
         Write(isFirst_ ? "{\"catalogs\": [\n" : ",\n");
         isFirst_ = false;
-        Write("{\"file\": " + Dump(reading.ShownPath()) + ", \"isImported\": " +
+        Write("{\"file\": " + Dump(reading.ShownPath()) + ", \"is_imported\": " +
               Dump(reading.Catalog() != nullptr) + ", \"known\": " + Dump(catalog.known) +
-              ", \"areMoreFaults\": " + Dump(reading.AreFaultsCut()) + ",\n\"faults\": [");
+              ", \"are_more_faults\": " + Dump(reading.AreFaultsCut()) + ",\n\"faults\": [");
         const char* separator = "\n";
         for (const Fault* fault : catalog.faults) {
             Write(separator + Dump(AsJson(reading, *fault)));

@@ -16,9 +16,9 @@ GONE = object()
 # What is changed in the output for a catalog with faults; the schema refuses each.
 BROKEN = [
     (["catalogs"], GONE), (["catalogs"], {}), (["more"], 1),
-    (["catalogs", 0, "file"], None), (["catalogs", 0, "isImported"], "yes"), (["catalogs", 0, "known"], -1),
+    (["catalogs", 0, "file"], None), (["catalogs", 0, "is_imported"], "yes"), (["catalogs", 0, "known"], -1),
     (["catalogs", 0, "verdicts"], GONE), (["catalogs", 0, "verdicts", "incomplete"], 3),
-    (["catalogs", 0, "verdicts", "incomplete", 0], "22.402"), (["catalogs", 0, "verdicts", "lostBlocks"], []),
+    (["catalogs", 0, "verdicts", "incomplete", 0], "22.402"), (["catalogs", 0, "verdicts", "lost_blocks"], []),
     (["catalogs", 0, "faults", 0, "line"], 0), (["catalogs", 0, "faults", 0, "column"], "9"),
     (["catalogs", 0, "faults", 0, "kind"], "hint"), (["catalogs", 0, "faults", 0, "number"], "93"),
     (["catalogs", 0, "faults", 0, "source"], "user"), (["catalogs", 0, "faults", 0, "text"], None),

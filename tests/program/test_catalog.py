@@ -102,7 +102,7 @@ class Verdicts(CatalogTest):
             layouts.setdefault(layout, set()).add(message["identifier"] & 0x1FFFFFF)
         checked = json.loads(self.run_catalog("check", path, "--format", "json").stdout)["catalogs"][0]["verdicts"]
         # A message that lost everything is one of the incomplete in the database.
-        incomplete = {int(address.replace(".", ""), 16) for address in checked["incomplete"] + checked["lostMessages"]}
+        incomplete = {int(address.replace(".", ""), 16) for address in checked["incomplete"] + checked["lost_messages"]}
         self.assertEqual(incomplete, layouts.get("Incomplete", set()))
         self.assertEqual((checked["complete"], checked["open"]),
                          (len(layouts.get("Complete", ())), len(layouts.get("Open", ()))))

@@ -103,7 +103,7 @@ TEST_F(ReviewCheck, JsonHasFaultsAndVerdicts) {
     const json checked = json::parse(CheckFile(path_, MakeCheckJson).text);
     const json& catalog = checked["catalogs"][0];
     EXPECT_EQ(catalog["file"], path_);
-    EXPECT_EQ(catalog["isImported"], true);
+    EXPECT_EQ(catalog["is_imported"], true);
     EXPECT_EQ(catalog["faults"].size(), 5U);
     EXPECT_EQ(catalog["faults"][1], json({{"file", path_},
                                           {"line", 15},
@@ -120,9 +120,9 @@ TEST_F(ReviewCheck, JsonHasFaultsAndVerdicts) {
                                          {"complete", 1},
                                          {"open", 0},
                                          {"incomplete", json::array()},
-                                         {"lostBlocks", 0},
-                                         {"lostFunctions", 1},
-                                         {"lostMessages", {"22.201.C"}}}));
+                                         {"lost_blocks", 0},
+                                         {"lost_functions", 1},
+                                         {"lost_messages", {"22.201.C"}}}));
 }
 
 /// What the format asks for: the names that have to be there, where they have to be, and what they may be.
@@ -224,7 +224,7 @@ TEST_F(ReviewCheck, DocumentsThatCannotBeReadAreFaultsOfTheParser) {
     EXPECT_THAT(checked.text,
                 testing::EndsWith(broken + ": 1 fatal error\n" + broken + ": could not be imported\n"));
     const json catalog = json::parse(CheckFile(broken, MakeCheckJson).text)["catalogs"][0];
-    EXPECT_EQ(catalog["isImported"], false);
+    EXPECT_EQ(catalog["is_imported"], false);
     EXPECT_EQ(catalog["faults"][0]["source"], "parser");
     EXPECT_EQ(catalog["faults"][0]["number"], nullptr);
 }

@@ -1,0 +1,82 @@
+/// A catalog as tarvex-catalog reads it: checks in every form, and against a baseline of its own faults.
+
+#include <nlohmann/json.hpp>
+
+#include "catalog_files.h"
+#include "catalog_mutator.h"
+#include "catalogs.h"
+#include "expansion.h"
+#include "review/check.h"
+
+using namespace tarvex;
+using namespace tarvex::fuzz;
+using namespace tarvex::review;
+
+namespace {
+
+constexpr std::size_t kMaxCatalog = std::size_t{64} << 10;
+
+/// Checks a catalog; what the report says of it.
+template <class Make>
+std::string Checked(const std::string& path, const CheckOptions& options, const Make& make) {
+    std::string text;
+    const auto report = make([&](const std::string& piece) { text += piece; });
+    try {
+        CheckCatalogs({path}, options, *report);
+    } catch (const std::runtime_error& error) {
+        Require(std::string_view(error.what()).starts_with("can't import"), error.what());
+        text.clear();
+    }
+    return text;
+}
+
+std::size_t CountOfLines(const std::string& text) {
+    return static_cast<std::size_t>(std::ranges::count(text, '\n'));
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
+    RequireKnownWords();
+    return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
+                                               unsigned seed) {
+    return MutateCatalog(data, size, maxSize, seed);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Draw draw(TextOf(data, size));
+    const std::string path = WriteCatalog(Expanded(TextOf(data, size), kMaxCatalog));
+    CheckOptions options;
+    options.reading.makeReader = MakeLastingReader;
+    options.reading.areNewerRead = draw.Flag();
+    options.reading.isValidated = draw.Flag();
+    const std::string json = Checked(path, options, MakeCheckJson);
+    if (json.empty()) {
+        return 0;
+    }
+    const nlohmann::json checked = nlohmann::json::parse(json, nullptr, false);
+    Require(checked.is_object(), "the JSON report can be read");
+    const nlohmann::json& catalog = checked.at("catalogs").at(0);
+    const std::size_t faults = catalog.at("faults").size();
+    Require(faults > 0 || catalog.at("is_imported") == true, "what can't be imported has a fault");
+
+    const std::string text = Checked(path, options, MakeCheckText);
+    Require(CountOfLines(text) >= faults + 2, "each fault has a line");
+    const nlohmann::json sarif = nlohmann::json::parse(
+        Checked(path, options, [](Print print) { return MakeCheckSarif(std::move(print), "1"); }), nullptr,
+        false);
+    Require(sarif.is_object() && sarif.at("runs").at(0).at("results").size() == faults,
+            "the SARIF report has all faults");
+    Checked(path, options, MakeCheckGroups);
+
+    options.baselinePath = ScratchFile("review.baseline");
+    options.writesBaseline = true;
+    Checked(path, options, MakeCheckText);
+    options.writesBaseline = false;
+    const nlohmann::json again = nlohmann::json::parse(Checked(path, options, MakeCheckJson), nullptr, false);
+    Require(again.at("catalogs").at(0).at("known") == faults, "all faults are known");
+    return 0;
+}
