@@ -2,6 +2,7 @@
 
 #include "review/explain.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <string_view>
@@ -51,8 +52,9 @@ TEST(Explain, FindsErrorsWithoutANumber) {
 TEST(Explain, SaysWhichNumbersAreNear) {
     EXPECT_EQ(review::NotExplained("64"), "there is no message 64; near it are 63 and 66");
     EXPECT_EQ(review::NotExplained("0153"), "there is no message 153; near it are 152 and 201");
-    EXPECT_EQ(review::NotExplained("216"), "there is no message 216; near it is 215");
-    EXPECT_EQ(review::NotExplained("4294967295"), "there is no message 4294967295; near it is 215");
+    const unsigned last = std::ranges::max(kMessages, {}, &Message::number)->number;
+    EXPECT_EQ(review::NotExplained("4294967295"),
+              "there is no message 4294967295; near it is " + std::to_string(last));
     for (const char* word : {"", "0", "-1", "93.5", "4294967296", "0x5D"}) {
         EXPECT_EQ(review::NotExplained(word),
                   "'" + std::string(word) + "' is no number of a message, nor 'fatal'");
