@@ -54,8 +54,8 @@ inline constexpr Explanation kOfArrays[] = {
      .loss = Loss::Parameter,
      .isIncomplete = true},
     {.message = &kArrayElementFailed,
-     .when = "The element of an array could not be read, or arrays, records and streams stand inside each "
-             "other more than 64 levels deep. The message before it says why.",
+     .when = "The element of an array could not be read, as the message before it says; or arrays, records "
+             "and streams stand inside each other more than 64 levels deep.",
      .becomes = "The array is left out, with what it stands in.",
      .repair = "Mend what the message before it names.",
      .frame = Frame::Type,
@@ -129,8 +129,8 @@ inline constexpr Explanation kOfRecords[] = {
      .loss = Loss::Parameter,
      .isIncomplete = true},
     {.message = &kRecordFieldFailed,
-     .when = "A field could not be read, or arrays, records and streams stand inside each other more than 64 "
-             "levels deep. The message before it says why.",
+     .when = "A field could not be read, as the message before it says; or arrays, records and streams stand "
+             "inside each other more than 64 levels deep.",
      .becomes = "The record is left out, with what it stands in, once all of its fields are looked at.",
      .repair = "Mend what the message before it names.",
      .frame = Frame::Type,

@@ -11,7 +11,7 @@ inline constexpr Explanation kOfBlocks[] = {
     {.message = &kFBlockWithoutName,
      .when = "A block has no `FBlockName`, or an empty one.",
      .becomes = kBlockLeftOut,
-     .repair = "Give it a `FBlockName`.",
+     .repair = "Give it an `FBlockName`.",
      .frame = Frame::Block,
      .excerpt = R"(<FBlock><FBlockID>0x40</FBlockID></FBlock>)",
      .followers = {149},
@@ -19,7 +19,7 @@ inline constexpr Explanation kOfBlocks[] = {
     {.message = &kFBlockWithoutId,
      .when = "A block has no `FBlockID`, or an empty one.",
      .becomes = kBlockLeftOut,
-     .repair = "Give it a `FBlockID`.",
+     .repair = "Give it an `FBlockID`.",
      .frame = Frame::Block,
      .excerpt = R"(<FBlock><FBlockName>Tuner</FBlockName></FBlock>)",
      .followers = {149},
@@ -75,7 +75,7 @@ inline constexpr Explanation kOfBlocks[] = {
     {.message = &kErrorFunctionFailed,
      .when = "An error function (an `ERParam` with a `ParamDefId`) could not be read. The message before it "
              "says why.",
-     .becomes = "It is left out. Functions that refer to it fail with 126.",
+     .becomes = "It is left out. Functions that refer to it raise 126.",
      .repair = "Mend what the message before it names.",
      .frame = Frame::Block,
      .excerpt = R"(<ERParam ParamDefId="Code">

@@ -191,7 +191,7 @@ inline constexpr Explanation kOfEnumerations[] = {
      .newer = "Raised only for a code that does not fit the bytes that the enumeration takes."},
     {.message = &kEnumCodesOverlap,
      .when = "The first or last code of a value is also one of a later value.",
-     .becomes = "Both stay. The disassembler shows the first.",
+     .becomes = "Both stay: the signal has two texts for the code. The disassembler shows the first.",
      .repair = "Give each code to one value only.",
      .frame = Frame::Type,
      .excerpt = R"(<TEnum TypeRef="type_enum" TEnumMax="10">

@@ -47,8 +47,8 @@ inline constexpr Explanation kOfStreams[] = {
      .loss = Loss::Part,
      .isIncomplete = true},
     {.message = &kStreamParamFailed,
-     .when = "A `StreamParam` could not be read, or arrays, records and streams stand inside each other more "
-             "than 64 levels deep. The message before it says why.",
+     .when = "A `StreamParam` could not be read, as the message before it says; or arrays, records and "
+             "streams stand inside each other more than 64 levels deep.",
      .becomes = kCaseLeftOut,
      .repair = "Mend what the message before it names.",
      .frame = Frame::StreamCase,
