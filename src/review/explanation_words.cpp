@@ -44,10 +44,9 @@ std::string_view FrameText(Frame frame) {
         case Frame::Definition:
             return "in `Definition`";
         case Frame::Block:
-            return "in `FunctionCatalog`, behind the block `Amp` with the FBlockID 0x22";
+            return "in `FunctionCatalog`, behind the block `Amp` (0x22) with the function `fkt_mute`";
         case Frame::Function:
-            return "in a block, behind the function `Mute` with the FunctionID 0x400 and the FktDefId "
-                   "`fkt_mute`";
+            return "in a block, behind the function `Mute` (0x400), whose FktDefId is `fkt_mute`";
         case Frame::ManyErrors:
             return "in a catalog with 4097 `ERParam`, the last of which has the ParamDefId `Last`";
         case Frame::Parameter:
