@@ -1,163 +1,25 @@
 #include "vorn/compare.h"
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
-#include <optional>
 #include <string_view>
 #include <utility>
 
-#include "kestrel/json_text.h"
 #include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
-#include "vorn/describe.h"
+#include "vorn/pairing.h"
+#include "vorn/record_fields.h"
+#include "vorn/renamed_nodes.h"
+#include "vorn/unique_names.h"
 
 namespace vorn {
 namespace {
 
+using kestrel::Message;
+using kestrel::NameIn;
 using kestrel::NameText;
-
-/// The properties of a record in words.
-using Fields = std::vector<std::pair<std::string, std::string>>;
-
-std::string YesOrNo(bool flag) {
-    return flag ? "yes" : "no";
-}
-
-std::string NumberText(double number) {
-    std::string text;
-    kestrel::AppendNumber(text, number);
-    return text;
-}
-
-void AddKnownNumber(const char* field, const std::optional<double>& number, Fields& fields) {
-    if (number) {
-        kestrel::AppendShortNumber(fields.emplace_back(field, "").second, *number);
-    }
-}
-
-void AddScaling(const sigscale& scaling, Fields& fields) {
-    AddKnownNumber("factor", scaling.factor, fields);
-    AddKnownNumber("minimum", scaling.minimum, fields);
-    AddKnownNumber("maximum", scaling.maximum, fields);
-    AddKnownNumber("step", scaling.step, fields);
-    if (!scaling.unit.empty()) {
-        fields.emplace_back("unit", scaling.unit);
-    }
-}
-
-void AddAttributes(const kestrel::AttrValues& attributes, kestrel::ValueTexts& values, Fields& fields) {
-    for (const auto& entry : attributes.Values()) {
-        fields.emplace_back("attribute " + NameText(entry.definition->name), values.Of(entry));
-    }
-}
-
-/// Finds the fields of a record by their names. Most records have a handful, which are looked at one by one.
-class FieldFinder {
-  public:
-    explicit FieldFinder(const Fields& fields) : fields_(fields) {
-        if (fields.size() > kFew) {
-            for (const auto& [name, value] : fields) {
-                byName_.try_emplace(name, &value);
-            }
-        }
-    }
-
-    /// The value of the field, or null.
-    const std::string* Find(const std::string& name) const {
-        if (fields_.size() > kFew) {
-            const auto found = byName_.find(name);
-            return found == byName_.end() ? nullptr : found->second;
-        }
-        const auto found = std::ranges::find(fields_, name, &Fields::value_type::first);
-        return found == fields_.end() ? nullptr : &found->second;
-    }
-
-  private:
-    static constexpr std::size_t kFew = 16;
-
-    const Fields& fields_;
-    kestrel::KeyedMap<std::string_view, const std::string*> byName_;
-};
-
-/// The fields of which one record has another value than the other, or none.
-std::vector<FieldChange> CompareFields(const Fields& before, const Fields& after) {
-    std::vector<FieldChange> changes;
-    const FieldFinder beforeFinder(before);
-    const FieldFinder afterFinder(after);
-    for (const auto& [name, value] : after) {
-        const std::string* oldValue = beforeFinder.Find(name);
-        if (oldValue == nullptr || *oldValue != value) {
-            changes.push_back({name, oldValue == nullptr ? std::string() : *oldValue, value});
-        }
-    }
-    for (const auto& [name, value] : before) {
-        if (afterFinder.Find(name) == nullptr) {
-            changes.push_back({name, value, ""});
-        }
-    }
-    return changes;
-}
-
-/// How the records of one kind are compared.
-template <class Record>
-struct Kind {
-    std::string object;
-    /// What a record is found by.
-    std::function<std::string(const Record&)> key;
-    std::function<std::string(const Record&)> name;
-    std::function<Fields(const Record&)> fields;
-    std::function<std::vector<Change>(const Record&, const Record&)> parts;
-};
-
-/// Records by their keys. Those with equal keys are told apart by their number.
-template <class Record>
-std::vector<std::pair<std::string, const Record*>> Keyed(const std::vector<const Record*>& records,
-                                                         const Kind<Record>& kind) {
-    kestrel::KeyedMap<std::string, std::size_t> counts;
-    std::vector<std::pair<std::string, const Record*>> keyed;
-    keyed.reserve(records.size());
-    for (const Record* record : records) {
-        std::string key = kind.key(*record);
-        const std::size_t number = counts[key]++;
-        keyed.emplace_back(key.append("\n").append(std::to_string(number)), record);
-    }
-    return keyed;
-}
-
-template <class Record>
-std::vector<Change> CompareLists(const std::vector<const Record*>& before,
-                                 const std::vector<const Record*>& after, const Kind<Record>& kind) {
-    const auto keyedBefore = Keyed(before, kind);
-    const auto keyedAfter = Keyed(after, kind);
-    kestrel::KeyedMap<std::string, const Record*> left(keyedBefore.begin(), keyedBefore.end());
-    std::vector<Change> changes;
-    for (const auto& [key, record] : keyedAfter) {
-        const auto found = left.find(key);
-        if (found == left.end()) {
-            changes.push_back({ChangeKind::Added, kind.object, kind.name(*record), {}, {}});
-            continue;
-        }
-        Change change{ChangeKind::Changed,
-                      kind.object,
-                      kind.name(*record),
-                      CompareFields(kind.fields(*found->second), kind.fields(*record)),
-                      {}};
-        if (kind.parts) {
-            change.parts = kind.parts(*found->second, *record);
-        }
-        if (!change.fields.empty() || !change.parts.empty()) {
-            changes.push_back(std::move(change));
-        }
-        left.erase(found);
-    }
-    for (const auto& [key, record] : keyedBefore) {
-        if (left.contains(key)) {
-            changes.push_back({ChangeKind::Removed, kind.object, kind.name(*record), {}, {}});
-        }
-    }
-    return changes;
-}
+using kestrel::Signal;
+using Changes = std::vector<Change>;
 
 template <class Records>
 auto PointersTo(const Records& records) {
@@ -169,131 +31,265 @@ auto PointersTo(const Records& records) {
     return pointers;
 }
 
-const Kind<kestrel::AttrDef>& DefinitionKind() {
-    static const Kind<kestrel::AttrDef> kind{
-        "attribute definition",
-        [](const kestrel::AttrDef& definition) {
-            return std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name);
-        },
-        [](const kestrel::AttrDef& definition) {
-            return std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name);
-        },
-        [](const kestrel::AttrDef& definition) {
-            Fields fields{{"type", std::string(kestrel::TypeName(definition.value_type))}};
-            if (definition.value_type == AttrType::Integer) {
-                fields.emplace_back("minimum", NumberText(definition.minimum));
-                fields.emplace_back("maximum", NumberText(definition.maximum));
-                fields.emplace_back("default", NumberText(definition.default_number));
-                return fields;
-            }
-            if (definition.value_type == AttrType::Enumeration) {
-                std::string choices;
-                for (const std::string& choice : kestrel::ChoiceNames(definition)) {
-                    choices += (choices.empty() ? "" : ", ") + choice;
-                }
-                fields.emplace_back("values", choices);
-            }
-            fields.emplace_back("default", kestrel::Text(definition.default_text));
-            return fields;
-        },
-        nullptr};
-    return kind;
-}
-
-/// `values` outlives the result.
-Kind<kestrel::Node> NodeKind(kestrel::ValueTexts& values) {
-    return {"node", [](const kestrel::Node& node) { return NameText(node.name); },
-            [](const kestrel::Node& node) { return NameText(node.name); },
-            [&values](const kestrel::Node& node) {
-                Fields fields;
-                AddAttributes(node.attributes, values, fields);
-                return fields;
-            },
-            nullptr};
-}
-
-const Kind<valdesc>& ValueKind() {
-    static const Kind<valdesc> kind{"value", [](const valdesc& entry) { return std::to_string(entry.value); },
-                                    [](const valdesc& entry) { return std::to_string(entry.value); },
-                                    [](const valdesc& entry) {
-                                        return Fields{{"text", NameText(entry.text)}};
-                                    },
-                                    nullptr};
-    return kind;
-}
-
-std::vector<const valdesc*> ValuesOf(const kestrel::Signal& signal) {
-    std::vector<const valdesc*> values;
-    for (const valdesc* entry = signal.value_descriptions; entry != nullptr; entry = entry->next) {
-        values.push_back(entry);
+/// The entries of a list that are linked by their `next`.
+template <class Entry>
+std::vector<const Entry*> PointersToList(const Entry* entry) {
+    std::vector<const Entry*> pointers;
+    for (; entry != nullptr; entry = entry->next) {
+        pointers.push_back(entry);
     }
-    return values;
+    return pointers;
 }
 
-const Kind<kestrel::Signal>& SignalKind() {
-    static const Kind<kestrel::Signal> kind{
-        "signal", [](const kestrel::Signal& signal) { return NameText(signal.name); },
-        [](const kestrel::Signal& signal) { return NameText(signal.name); },
-        [](const kestrel::Signal& signal) {
-            const bool isMultiplexed = (signal.flags & kSignalMultiplexed) != 0;
-            Fields fields{
-                {"start_bit", std::to_string(signal.start_bit)},
-                {"length", std::to_string(signal.length)},
-                {"byte_order", std::string(kestrel::ByteOrderName(signal))},
-                {"signed", YesOrNo((signal.flags & kSignalSigned) != 0)},
-                {"multiplexor", YesOrNo((signal.flags & kSignalMultiplexor) != 0)},
-                {"multiplexer_value", isMultiplexed ? std::to_string(signal.multiplexer_value) : ""}};
-            if (signal.scaling != nullptr) {
-                AddScaling(*signal.scaling, fields);
-            }
-            return fields;
-        },
-        [](const kestrel::Signal& before, const kestrel::Signal& after) {
-            return CompareLists(ValuesOf(before), ValuesOf(after), ValueKind());
-        }};
-    return kind;
+/// What of a record of each kind a change carries.
+Change ChangeOf(ChangeKind kind, const kestrel::AttrDef& definition) {
+    return {kind, "attribute definition",
+            std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name)};
 }
 
-std::vector<const kestrel::Signal*> SignalsOf(const kestrel::Message& message) {
-    std::vector<const kestrel::Signal*> signals;
-    for (const kestrel::Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
-        signals.push_back(signal);
+Change ChangeOf(ChangeKind kind, const kestrel::Node& node) {
+    return {kind, "node", NameText(node.name)};
+}
+
+Change ChangeOf(ChangeKind kind, const Message& message) {
+    return {kind, "message", NameText(message.name), message.identifier};
+}
+
+Change ChangeOf(ChangeKind kind, const Signal& signal) {
+    return {kind, "signal", NameText(signal.name)};
+}
+
+Change ChangeOf(ChangeKind kind, const valdesc& entry) {
+    return {kind, "value", "", entry.value};
+}
+
+/// The changes of paired records. `fill(change, before, after)` adds fields and parts to a change; one that
+/// stays without any is none.
+template <class Record, class Fill>
+Changes ChangesOf(const Pairing<Record>& pairing, const Fill& fill) {
+    Changes changes;
+    for (std::size_t place = 0; place < pairing.After().size(); ++place) {
+        const Record& after = *pairing.After()[place];
+        const Record* before = pairing.PartnerOf(place);
+        if (before == nullptr) {
+            changes.push_back(ChangeOf(ChangeKind::Added, after));
+            continue;
+        }
+        Change change = ChangeOf(ChangeKind::Changed, after);
+        fill(change, *before, after);
+        if (!change.fields.empty() || !change.parts.empty()) {
+            changes.push_back(std::move(change));
+        }
     }
-    return signals;
+    for (const Record* before : pairing.Rest()) {
+        changes.push_back(ChangeOf(ChangeKind::Removed, *before));
+    }
+    return changes;
 }
 
-/// `values` outlives the result.
-Kind<kestrel::Message> MessageKind(kestrel::ValueTexts& values) {
-    return {"message", [](const kestrel::Message& message) { return std::to_string(message.identifier); },
-            [](const kestrel::Message& message) {
-                return IdentifierText(message.identifier) + " " + NameText(message.name);
-            },
-            [&values](const kestrel::Message& message) {
-                Fields fields{{"name", NameText(message.name)},
-                              {"length", std::to_string(message.length)},
-                              {"node", message.node == nullptr ? "" : NameText(message.node->name)}};
-                AddAttributes(message.attributes, values, fields);
-                return fields;
-            },
-            [](const kestrel::Message& before, const kestrel::Message& after) {
-                return CompareLists(SignalsOf(before), SignalsOf(after), SignalKind());
-            }};
-}
-
-void Append(std::vector<Change>& changes, std::vector<Change> more) {
+void Append(Changes& changes, Changes more) {
     std::ranges::move(more, std::back_inserter(changes));
 }
 
+void Append(std::vector<FieldChange>& fields, std::vector<FieldChange> more) {
+    std::ranges::move(more, std::back_inserter(fields));
+}
+
+/// Where a signal is, and when: a key for messages that have many signals.
+std::string PlaceOf(const Signal& signal) {
+    std::string place = std::to_string(signal.start_bit);
+    if ((signal.flags & kSignalMultiplexed) != 0) {
+        place.append("m").append(std::to_string(signal.multiplexer_value));
+    }
+    return place;
+}
+
+/// Block, function and operation of a message that says all three.
+std::optional<std::string> MeaningOf(const Message& message, kestrel::ValueTexts& values) {
+    std::string meaning;
+    int count = 0;
+    for (const std::string_view wanted : {"FBlock", "Function", "OpType"}) {
+        for (const auto& entry : message.attributes.Values()) {
+            if (NameIn(entry.definition->name) == wanted) {
+                meaning += values.Of(entry) + "\n";
+                ++count;
+            }
+        }
+    }
+    return count == 3 ? std::optional(meaning) : std::nullopt;
+}
+
+/// Compares two databases, once.
+class Comparer {
+  public:
+    Comparer(const kestrel::Database& before, const kestrel::Database& after, const CompareOptions& options)
+        : before_(before), after_(after), options_(options), namesBefore_(before), namesAfter_(after) {}
+
+    Comparison Run() {
+        Comparison comparison{Definitions()};
+        const Pairing<Message> messages = PairMessages();
+        const RenamedNodes renamed(before_, after_, messages);
+        Append(comparison.changes, Nodes(renamed));
+        Append(comparison.changes, Messages(messages, renamed));
+        comparison.uniqueNames = uniqueNames_;
+        return comparison;
+    }
+
+  private:
+    Changes Definitions() const {
+        Pairing<kestrel::AttrDef> pairing(PointersTo(before_.AttrDefs()), PointersTo(after_.AttrDefs()));
+        pairing.By([](const kestrel::AttrDef& definition) {
+            return std::optional(ChangeOf(ChangeKind::Changed, definition).name);
+        });
+        return ChangesOf(pairing, [](Change& change, const auto& before, const auto& after) {
+            change.fields = CompareFields(FieldsOf(before), FieldsOf(after));
+        });
+    }
+
+    Changes Nodes(const RenamedNodes& renamed) {
+        Pairing<kestrel::Node> pairing(PointersTo(before_.Nodes()), PointersTo(after_.Nodes()));
+        const auto name = [](const kestrel::Node& node) { return std::optional(NameText(node.name)); };
+        pairing.By(name);
+        pairing.By(name, [&](const kestrel::Node& node) { return renamed.OldNameOf(node); });
+        return ChangesOf(pairing, [this](Change& change, const auto& before, const auto& after) {
+            CompareNames(change, before, NameIn(before.name) == NameIn(after.name));
+            Append(change.fields,
+                   CompareFields(FieldsOf(before.attributes, values_), FieldsOf(after.attributes, values_)));
+        });
+    }
+
+    Pairing<Message> PairMessages() {
+        Pairing<Message> pairing(PointersTo(before_.Messages()), PointersTo(after_.Messages()));
+        pairing.By([](const Message& message) { return std::optional(message.identifier); });
+        pairing.By([this](const Message& message) { return MeaningOf(message, values_); });
+        pairing.By([](const Message& message) {
+            const std::string_view name = NameIn(message.name);
+            return name.empty() ? std::nullopt : std::optional(name);
+        });
+        return pairing;
+    }
+
+    Changes Messages(const Pairing<Message>& pairing, const RenamedNodes& renamed) {
+        return ChangesOf(pairing, [&](Change& change, const Message& before, const Message& after) {
+            CompareIdentifiers(change, before, after);
+            CompareNames(change, before, AreNamedAlike(before, namesBefore_, after, namesAfter_));
+            Append(change.fields, CompareFields(MessageFields(before), MessageFields(after)));
+            std::erase_if(change.fields, [&](const FieldChange& field) {
+                return field.field == "node" && renamed.AreSame(before.node, after.node);
+            });
+            change.parts = Signals(before, after);
+        });
+    }
+
+    Fields MessageFields(const Message& message) {
+        Fields fields{{"length", static_cast<double>(message.length)}, {"node", std::monostate()}};
+        if (message.node != nullptr) {
+            fields.back().second = NameText(message.node->name);
+        }
+        Fields attributes = FieldsOf(message.attributes, values_);
+        std::ranges::move(attributes, std::back_inserter(fields));
+        return fields;
+    }
+
+    static void CompareIdentifiers(Change& change, const Message& before, const Message& after) {
+        if (before.identifier == after.identifier) {
+            return;
+        }
+        change.kind = ChangeKind::Moved;
+        const auto numberOf = [](const Message& message) {
+            return Identifier{message.identifier & ~kExtendedIdentifier};
+        };
+        const auto isExtended = [](const Message& message) {
+            return (message.identifier & kExtendedIdentifier) != 0;
+        };
+        change.fields = CompareFields({{"identifier", numberOf(before)}, {"extended", isExtended(before)}},
+                                      {{"identifier", numberOf(after)}, {"extended", isExtended(after)}});
+    }
+
+    template <class Record>
+    void CompareNames(Change& change, const Record& before, bool areAlike) {
+        std::string oldName = NameText(before.name);
+        if (oldName == change.name) {
+            return;
+        }
+        uniqueNames_ += areAlike ? 1 : 0;
+        if (!areAlike || options_.withUniqueNames) {
+            change.fields.push_back({"name", std::move(oldName), change.name, areAlike});
+        }
+    }
+
+    /// Most messages are as they were: nothing of them is written down.
+    bool HaveEqualSignals(const Message& before, const Message& after) {
+        if (before.signalCount != after.signalCount) {
+            return false;
+        }
+        const Signal* old = before.firstSignal;
+        for (const Signal* signal = after.firstSignal; signal != nullptr;
+             signal = signal->next, old = old->next) {
+            if (NameIn(old->name) != NameIn(signal->name) || !AreSurelyEqual(*old, *signal)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    Changes Signals(const Message& before, const Message& after) {
+        if (HaveEqualSignals(before, after)) {
+            return {};
+        }
+        return ChangesOf(PairSignals(before, after),
+                         [this](Change& change, const Signal& old, const Signal& signal) {
+                             CompareNames(change, old, AreNamedAlike(old, namesBefore_, signal, namesAfter_));
+                             if (!AreSurelyEqual(old, signal)) {
+                                 Append(change.fields, CompareFields(FieldsOf(old), FieldsOf(signal)));
+                                 change.parts = Values(old, signal);
+                             }
+                         });
+    }
+
+    Pairing<Signal> PairSignals(const Message& before, const Message& after) {
+        Pairing<Signal> pairing(PointersToList(before.firstSignal), PointersToList(after.firstSignal));
+        const auto by = [&](const auto& keyOf) {
+            pairing.By([&](const Signal& signal) { return std::optional(keyOf(signal, namesBefore_)); },
+                       [&](const Signal& signal) { return std::optional(keyOf(signal, namesAfter_)); });
+        };
+        by([](const Signal& signal, UniqueNames& names) {
+            return PlaceOf(signal) + " " + names.StemOf(signal);
+        });
+        // A name may end with letters that were no letters before, because nobody had the name without them.
+        by([](const Signal& signal, UniqueNames&) { return PlaceOf(signal) + " " + NameText(signal.name); });
+        by([](const Signal& signal, UniqueNames& names) { return names.StemOf(signal); });
+        by([](const Signal& signal, UniqueNames&) { return NameText(signal.name); });
+        by([](const Signal& signal, UniqueNames&) { return PlaceOf(signal); });
+        return pairing;
+    }
+
+    static Changes Values(const Signal& before, const Signal& after) {
+        Pairing<valdesc> pairing(PointersToList<valdesc>(before.value_descriptions),
+                                 PointersToList<valdesc>(after.value_descriptions));
+        pairing.By([](const valdesc& entry) { return std::optional(entry.value); });
+        return ChangesOf(pairing, [](Change& change, const valdesc& old, const valdesc& entry) {
+            if (NameIn(old.text) != NameIn(entry.text)) {
+                change.fields =
+                    CompareFields({{"text", NameText(old.text)}}, {{"text", NameText(entry.text)}});
+            }
+        });
+    }
+
+    const kestrel::Database& before_;
+    const kestrel::Database& after_;
+    const CompareOptions options_;
+    UniqueNames namesBefore_;
+    UniqueNames namesAfter_;
+    kestrel::ValueTexts values_;
+    std::size_t uniqueNames_ = 0;
+};
+
 }  // namespace
 
-std::vector<Change> Compare(const kestrel::Database& before, const kestrel::Database& after) {
-    kestrel::ValueTexts values;
-    std::vector<Change> changes =
-        CompareLists(PointersTo(before.AttrDefs()), PointersTo(after.AttrDefs()), DefinitionKind());
-    Append(changes, CompareLists(PointersTo(before.Nodes()), PointersTo(after.Nodes()), NodeKind(values)));
-    Append(changes,
-           CompareLists(PointersTo(before.Messages()), PointersTo(after.Messages()), MessageKind(values)));
-    return changes;
+Comparison Compare(const kestrel::Database& before, const kestrel::Database& after,
+                   const CompareOptions& options) {
+    return Comparer(before, after, options).Run();
 }
 
 }  // namespace vorn

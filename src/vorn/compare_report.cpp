@@ -4,31 +4,53 @@
 
 #include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
+#include "vorn/change_counts.h"
+#include "vorn/describe.h"
 
 namespace vorn {
 namespace {
 
 using tarvex::Shown;
 
-std::string_view KindName(ChangeKind kind) {
-    switch (kind) {
-        case ChangeKind::Added:
-            return "added";
-        case ChangeKind::Removed:
-            return "removed";
-        case ChangeKind::Changed:
-            return "changed";
+std::string NumberText(double number) {
+    std::string text;
+    kestrel::AppendShortNumber(text, number);
+    return text;
+}
+
+/// A value in words; empty for none.
+std::string TextOf(const FieldValue& value) {
+    if (const bool* flag = std::get_if<bool>(&value)) {
+        return *flag ? "yes" : "no";
     }
-    return "";
+    if (const double* number = std::get_if<double>(&value)) {
+        return NumberText(*number);
+    }
+    if (const Identifier* identifier = std::get_if<Identifier>(&value)) {
+        return IdentifierText(identifier->number);
+    }
+    const std::string* text = std::get_if<std::string>(&value);
+    return text == nullptr ? std::string() : Shown(*text);
+}
+
+/// What a record is called: "0x22400C extended Amp_Volume_Set".
+std::string TitleOf(const Change& change) {
+    if (!change.number) {
+        return Shown(change.name);
+    }
+    return change.object == "message" ? IdentifierText(*change.number) + " " + Shown(change.name)
+                                      : std::to_string(*change.number);
 }
 
 std::string Head(const Change& change, const Style& style) {
-    const std::string text = change.object + " " + Shown(change.name);
+    const std::string text = std::string(change.object) + " " + TitleOf(change);
     switch (change.kind) {
         case ChangeKind::Added:
             return style(Colour::Added, "+ " + text);
         case ChangeKind::Removed:
             return style(Colour::Removed, "- " + text);
+        case ChangeKind::Moved:
+            return style(Colour::Changed, "> " + text);
         case ChangeKind::Changed:
             break;
     }
@@ -40,66 +62,83 @@ void AppendText(const std::vector<Change>& changes, const std::string& indent, c
     for (const Change& change : changes) {
         out += indent + Head(change, style) + "\n";
         for (const FieldChange& field : change.fields) {
-            out += indent + "    " + Shown(field.field) + ": \"" + Shown(field.before) + "\" -> \"" +
-                   Shown(field.after) + "\"\n";
+            out += indent + "    " + Shown(field.field) + ": \"" + TextOf(field.before) + "\" -> \"" +
+                   TextOf(field.after) + "\"\n";
         }
         AppendText(change.parts, indent + "  ", style, out);
     }
 }
 
-void AppendMember(std::string& json, const char* key, std::string_view value) {
-    kestrel::AppendQuoted(json, key);
-    json += ": ";
-    kestrel::AppendQuoted(json, value);
+/// A text that Markdown shows as it is.
+std::string Code(const std::string& text) {
+    if (text.empty()) {
+        return "(nothing)";
+    }
+    // Between more backquotes than it has in a row; a blank keeps those at its ends apart.
+    std::string fence = "`";
+    while (text.find(fence) != std::string::npos) {
+        fence += "`";
+    }
+    const std::string blank = text.front() == '`' || text.back() == '`' ? " " : "";
+    return fence + blank + text + blank + fence;
 }
 
-void AppendJson(const std::vector<Change>& changes, const std::string& indent, std::string& json) {
-    json += "[";
+void AppendMarkdown(const std::vector<Change>& changes, const std::string& indent, std::string& out) {
     for (const Change& change : changes) {
-        json += &change == &changes.front() ? "\n" : ",\n";
-        json += indent + "  {";
-        AppendMember(json, "change", KindName(change.kind));
-        json += ", ";
-        AppendMember(json, "object", change.object);
-        json += ", ";
-        AppendMember(json, "name", change.name);
-        if (!change.fields.empty()) {
-            json += ", \"fields\": [";
-            for (const FieldChange& field : change.fields) {
-                if (&field != &change.fields.front()) {
-                    json += ", ";
-                }
-                json += "{";
-                AppendMember(json, "field", field.field);
-                json += ", ";
-                AppendMember(json, "before", field.before);
-                json += ", ";
-                AppendMember(json, "after", field.after);
-                json += "}";
-            }
-            json += "]";
+        out += indent + "- " + std::string(change.object) + " " + Code(TitleOf(change)) + " **" +
+               std::string(NameOf(change.kind)) + "**\n";
+        for (const FieldChange& field : change.fields) {
+            out += indent + "  - " + Code(Shown(field.field)) + ": " + Code(TextOf(field.before)) + " → " +
+                   Code(TextOf(field.after)) + "\n";
         }
-        if (!change.parts.empty()) {
-            json += ", \"parts\": ";
-            AppendJson(change.parts, indent + "  ", json);
-        }
-        json += "}";
+        AppendMarkdown(change.parts, indent + "  ", out);
     }
-    json += changes.empty() ? "]" : "\n" + indent + "]";
 }
 
 }  // namespace
 
-std::string ChangesText(const std::vector<Change>& changes, const Style& style) {
+bool AreSame(const Comparison& comparison) {
+    return CountChanges(comparison) == ChangeCounts{};
+}
+
+std::string Summary(const Comparison& comparison) {
+    const ChangeCounts counts = CountChanges(comparison);
     std::string text;
-    AppendText(changes, "", style, text);
+    for (std::size_t object = 0; object < counts.size(); ++object) {
+        std::string ofObject;
+        for (const ChangeKind kind : kChangeKinds) {
+            if (const std::size_t count = counts[object][static_cast<std::size_t>(kind)]; count > 0) {
+                ofObject += (ofObject.empty() ? "" : ", ") + std::to_string(count) + " ";
+                ofObject += NameOf(kind);
+            }
+        }
+        if (!ofObject.empty()) {
+            text.append(text.empty() ? "" : "; ").append(kObjects[object]).append("s: ").append(ofObject);
+        }
+    }
+    if (comparison.uniqueNames > 0) {
+        text += (text.empty() ? "" : "; ") + std::to_string(comparison.uniqueNames) +
+                (comparison.uniqueNames == 1 ? " name differs only in what makes it unique"
+                                             : " names differ only in what makes them unique");
+    }
     return text;
 }
 
-std::string ChangesJson(const std::vector<Change>& changes) {
-    std::string json;
-    AppendJson(changes, "", json);
-    return json + "\n";
+std::string ChangesText(const Comparison& comparison, const Style& style) {
+    std::string text;
+    AppendText(comparison.changes, "", style, text);
+    const std::string summary = Summary(comparison);
+    return summary.empty() ? text : text + style(Colour::Faint, summary) + "\n";
+}
+
+std::string ChangesMarkdown(const Comparison& comparison) {
+    std::string text;
+    AppendMarkdown(comparison.changes, "", text);
+    const std::string summary = Summary(comparison);
+    if (summary.empty()) {
+        return text;
+    }
+    return text + (text.empty() ? "" : "\n") + summary + "\n";
 }
 
 }  // namespace vorn

@@ -34,6 +34,16 @@ class Trouble : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+struct Arguments {
+    std::string database;
+    std::string other;
+    std::string message;
+    std::string node;
+    std::string pattern;
+    std::string format = "text";
+    bool withNames = false;
+};
+
 std::unique_ptr<kestrel::Database> Read(const std::string& path) {
     try {
         return kestrel::ReadDatabase(path);
@@ -81,13 +91,18 @@ Status Convert(const std::string& from, const std::string& to) {
     }
 }
 
-Status Diff(const std::string& before, const std::string& after, const std::string& format) {
-    const auto oldDatabase = Read(before);
-    const auto newDatabase = Read(after);
-    const auto changes = vorn::Compare(*oldDatabase, *newDatabase);
-    Print(format == "json" ? vorn::ChangesJson(changes)
-                           : vorn::ChangesText(changes, vorn::Style::OfStandardOutput()));
-    return changes.empty() ? kSame : kDifferent;
+Status Diff(const Arguments& arguments) {
+    const auto before = Read(arguments.database);
+    const auto after = Read(arguments.other);
+    const auto comparison = vorn::Compare(*before, *after, {.withUniqueNames = arguments.withNames});
+    if (arguments.format == "json") {
+        Print(vorn::ChangesJson(comparison));
+    } else if (arguments.format == "markdown") {
+        Print(vorn::ChangesMarkdown(comparison));
+    } else {
+        Print(vorn::ChangesText(comparison, vorn::Style::OfStandardOutput()));
+    }
+    return vorn::AreSame(comparison) ? kSame : kDifferent;
 }
 
 Status Check(const std::string& path) {
@@ -99,15 +114,6 @@ Status Check(const std::string& path) {
     Print(text);
     return faults.empty() ? kSame : kDifferent;
 }
-
-struct Arguments {
-    std::string database;
-    std::string other;
-    std::string message;
-    std::string node;
-    std::string pattern;
-    std::string format = "text";
-};
 
 /// ".sqlite, .sqlite3, .db"
 std::string Extensions(const std::function<bool(kestrel::Format)>& isWanted) {
@@ -155,9 +161,11 @@ Status Run(int argc, char** argv) {
         ->required();
     CLI::App& diff = AddCommand(app, "diff", "tells what differs between two databases", "OLD", arguments);
     diff.add_option("NEW", arguments.other, "the other database")->required();
-    diff.add_option("--format", arguments.format, "text or json")
-        ->check(CLI::IsMember({"text", "json"}))
+    diff.add_option("--format", arguments.format, "text, json or markdown")
+        ->check(CLI::IsMember({"text", "json", "markdown"}))
         ->capture_default_str();
+    diff.add_flag("--names", arguments.withNames,
+                  "also tells of names that differ only in what makes them unique");
     CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
     try {
         app.parse(argc, argv);
@@ -176,7 +184,7 @@ Status Run(int argc, char** argv) {
         return Convert(arguments.database, arguments.other);
     }
     if (diff.parsed()) {
-        return Diff(arguments.database, arguments.other, arguments.format);
+        return Diff(arguments);
     }
     if (check.parsed()) {
         return Check(arguments.database);

@@ -2,67 +2,11 @@ import json
 import os
 import pty
 import re
-import shutil
 import sqlite3
 import subprocess
 import textwrap
 
-from support import SOURCE, ProgramTest
-
-VORN = os.environ["TARVEX_VORN"]
-EXAMPLE = SOURCE / "tests" / "data" / "example" / "roadster.vorn"
-COMMANDS = ["show", "list", "convert", "diff", "check"]
-ESCAPE = "\x1b"
-
-
-def database(nodes="[]", messages="[]", version=1):
-    """A database whose nodes stand in line 7 and whose messages begin in line 8."""
-    return (f'{{\n"format": "Vorn",\n"version": {version},\n"database": "cabin",\n"attributes": {{}},\n'
-            f'"attribute_definitions": [],\n"nodes": {nodes},\n"messages": {messages}\n}}\n')
-
-
-def message(identifier, name, signals=""):
-    return (f'{{"identifier": {identifier}, "extended": false, "name": "{name}", "length": 1, "node": null, '
-            f'"attributes": {{}}, "signals": [{signals}]}}')
-
-
-def signal(name, start_bit, length):
-    return (f'{{"name": "{name}", "start_bit": {start_bit}, "length": {length}, "byte_order": "big_endian", '
-            '"signed": false}')
-
-
-ONE = database(messages=f'[{message(16, "Ping", signal("Level", 7, 4))}]')
-TWO = database(messages=f'[{message(16, "Ping", signal("Level", 3, 4))}]')
-# The two signals share bit 4.
-FAULTY = database(messages=f'[{message(16, "Ping", signal("A", 7, 4) + ", " + signal("B", 4, 1))}]')
-DIFFERENCE = '~ message 0x10 Ping\n  ~ signal Level\n      start_bit: "7" -> "3"\n'
-
-
-class VornTest(ProgramTest):
-    def setUp(self):
-        super().setUp()
-        self.maxDiff = None
-        shutil.copy(EXAMPLE, self.dir)
-        self.write("one.vorn", ONE)
-        self.write("two.vorn", TWO)
-        self.write("faulty.vorn", FAULTY)
-
-    def vorn(self, *arguments, **environment):
-        return subprocess.run([VORN, *map(str, arguments)], cwd=self.dir, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=120, check=False, env={**os.environ, **environment})
-
-    def assert_output(self, result, output, status=0):
-        self.assertEqual(result.stderr.decode(), "")
-        self.assertEqual(result.stdout.decode(), output)
-        self.assertEqual(result.returncode, status)
-
-    def assert_trouble(self, result, beginning=""):
-        """Exit status 2, nothing on standard output, and an explanation that begins like this."""
-        errors = result.stderr.decode()
-        self.assertEqual(errors[:len(beginning)], beginning)
-        self.assertRegex(errors, r"[^:\s]\n\Z")
-        self.assertEqual(result.stdout, b"")
-        self.assertEqual(result.returncode, 2)
+from vorn_support import COMMANDS, DIFFERENCE, ESCAPE, EXAMPLE, ONE, VORN, VornTest, database, message
 
 
 class Usage(VornTest):
@@ -221,34 +165,6 @@ class Convert(VornTest):
         self.assertEqual((self.dir / "old.vorn").read_text(), "old")
 
 
-class Diff(VornTest):
-    def test_differences_as_text(self):
-        for options in [(), ("--format", "text"), ("--format=text",)]:
-            self.assert_output(self.vorn("diff", "one.vorn", "two.vorn", *options), DIFFERENCE, 1)
-
-    def test_differences_as_json(self):
-        result = self.vorn("diff", "one.vorn", "two.vorn", "--format", "json")
-        self.assertEqual(json.loads(result.stdout), [
-            {"change": "changed", "object": "message", "name": "0x10 Ping", "parts": [
-                {"change": "changed", "object": "signal", "name": "Level", "fields": [
-                    {"field": "start_bit", "before": "7", "after": "3"}]}]}])
-        self.assertEqual((result.returncode, result.stderr), (1, b""))
-
-    def test_a_file_and_itself_in_another_format_are_the_same(self):
-        self.vorn("convert", "roadster.vorn", "copy.db")
-        for pair in [("roadster.vorn", "copy.db"), ("copy.db", "roadster.vorn"), ("copy.db", "copy.db"),
-                     ("roadster.vorn", "roadster.vorn")]:
-            with self.subTest(pair=pair):
-                self.assert_output(self.vorn("diff", *pair), "")
-                self.assert_output(self.vorn("diff", *pair, "--format", "json"), "[]\n")
-
-    def test_either_file_that_can_not_be_read_is_named(self):
-        self.write("bad.vorn", "hello")
-        self.assert_trouble(self.vorn("diff", "bad.vorn", "one.vorn"), "vorn: bad.vorn: line 1: ")
-        self.assert_trouble(self.vorn("diff", "one.vorn", "bad.vorn"), "vorn: bad.vorn: line 1: ")
-        self.assert_trouble(self.vorn("diff", "one.vorn", "none.vorn"), "vorn: none.vorn: ")
-
-
 class Check(VornTest):
     def test_the_example_has_a_message_whose_signals_overlap(self):
         start = "message TunerSdWest_TrafficMessage_Stat: signals "
@@ -369,7 +285,8 @@ class Output(VornTest):
     def test_a_terminal_shows_differences_in_colour(self):
         status, output = self.on_terminal("diff", "one.vorn", "two.vorn")
         self.assertEqual(output, "\x1b[33m~ message 0x10 Ping\x1b[0m\n  \x1b[33m~ signal Level\x1b[0m\n"
-                                 '      start_bit: "7" -> "3"\n')
+                                 '      start_bit: "7" -> "3"\n'
+                                 "\x1b[2mmessages: 1 changed; signals: 1 changed\x1b[0m\n")
         self.assertEqual(status, 1)
 
     def test_a_terminal_shows_headings_in_colour(self):
@@ -399,105 +316,3 @@ class Output(VornTest):
                 result = self.vorn(*arguments, TERM="xterm")
                 self.assertNotIn(ESCAPE.encode(), result.stdout)
                 self.assertGreater(len(result.stdout), 0)
-
-
-def parameter(name, position, kind):
-    return f"""
-        <PUParam><ParamName>{name}</ParamName>
-          <PUParamOPType><PUReport><PReportStatus><ParamPos>{position}</ParamPos></PReportStatus></PUReport></PUParamOPType>
-          <PUParamType>{kind}</PUParamType></PUParam>"""
-
-
-def number(type_name, reference):
-    return (f'<TNumber><BasisDataType><{type_name} TypeRef="{reference}"/></BasisDataType><Exponent>0</Exponent>'
-            '<RangeMin>0</RangeMin><RangeMax>10</RangeMax><Step>1</Step><Unit UnitRef="unit_none"/></TNumber>')
-
-
-def catalog(level, balance, stereo, mute):
-    """A block with a status of three parameters, the first two of one and two bytes at these positions, the
-    last an enumeration with this name for 1; and a function of this name."""
-    return f"""<?xml version="1.0" encoding="UTF-8"?>
-<FunctionCatalog>
-  <FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>
-    <Function><FunctionID>0x400</FunctionID><FunctionName>Volume</FunctionName>
-      <FunctionClass ClassRef="class_unclassified_property"><Property><PUnclassified>
-        {parameter("Level", level, number("TUByte", "type_unsigned_byte"))}
-        {parameter("Balance", balance, number("TUWord", "type_unsigned_word"))}
-        {parameter("Mode", 3, '<TEnum TypeRef="type_enum" TEnumMax="1"><TEnumValue Code="0x0">Mono</TEnumValue>'
-                              f'<TEnumValue Code="0x1">{stereo}</TEnumValue></TEnum>')}
-      </PUnclassified></Property></FunctionClass></Function>
-    <Function><FunctionID>0x401</FunctionID><FunctionName>{mute}</FunctionName>
-      <FunctionClass ClassRef="class_unclassified_property"><Property><PUnclassified>
-        <PUParam><ParamName/><PUParamOPType><PUCommand><PCmdGet/></PUCommand></PUParamOPType>
-          <PUParamType><TVoid TypeRef="type_void"/></PUParamType></PUParam>
-      </PUnclassified></Property></FunctionClass></Function>
-  </FBlock>
-  <Definition>
-    <TypeDef TypeID="type_unsigned_byte"><TDefName>Byte</TDefName><TDefSize>1</TDefSize></TypeDef>
-    <TypeDef TypeID="type_unsigned_word"><TDefName>Word</TDefName><TDefSize>2</TDefSize></TypeDef>
-    <TypeDef TypeID="type_enum"><TDefName>Enum</TDefName><TDefSize>1</TDefSize></TypeDef>
-    <TypeDef TypeID="type_void"><TDefName>Void</TDefName><TDefSize>0</TDefSize></TypeDef>
-    <UnitDef UnitID="unit_none"><UnitDefName>none</UnitDefName><UnitDefCode>0</UnitDefCode></UnitDef>
-  </Definition>
-</FunctionCatalog>
-"""
-
-
-class ConvertedCatalogs(VornTest):
-    """Two releases of a catalog: a function renamed, a value of an enumeration changed, a parameter moved."""
-
-    def setUp(self):
-        super().setUp()
-        self.write_settings(MakeExtended=1, SetMessageLength=1, WriteSignals=1, StrictExport=0)
-        self.write("old.xml", catalog(level=1, balance=2, stereo="Stereo", mute="Mute"))
-        self.write("new.xml", catalog(level=2, balance=1, stereo="Surround", mute="Silence"))
-
-    def convert(self, old, new):
-        for source, output in [("old.xml", old), ("new.xml", new)]:
-            self.assert_run(self.run_program(source, output), f"Parsing XML '{source}'\nConverting to Kestrel...\n"
-                                                              f"Output file '{output}' written\n", 0)
-
-    def test_their_differences_as_text(self):
-        # Before: byte 0 Level, 1 and 2 Balance, 3 Mode. After: 0 and 1 Balance, 2 Level, 3 Mode.
-        expected = textwrap.dedent("""\
-            ~ message 0x22400C extended Amp_Volume_Status
-              ~ signal Balance
-                  start_bit: "15" -> "7"
-              ~ signal Level
-                  start_bit: "7" -> "23"
-              ~ signal Mode
-                ~ value 1
-                    text: "Stereo" -> "Surround"
-            ~ message 0x224011 extended Amp_Silence_Get
-                name: "Amp_Mute_Get" -> "Amp_Silence_Get"
-                attribute Function: "Mute" -> "Silence"
-            """)
-        for old, new in [("old.vorn", "new.vorn"), ("old.vorn", "new.db"), ("old.sqlite", "new.sqlite3")]:
-            with self.subTest(old=old, new=new):
-                self.convert(old, new)
-                self.assert_output(self.vorn("diff", old, new), expected, 1)
-
-    def test_their_differences_as_json(self):
-        self.convert("old.vorn", "new.vorn")
-        result = self.vorn("diff", "old.vorn", "new.vorn", "--format", "json")
-
-        def moved(name, before, after):
-            return {"change": "changed", "object": "signal", "name": name,
-                    "fields": [{"field": "start_bit", "before": before, "after": after}]}
-
-        self.assertEqual(json.loads(result.stdout), [
-            {"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status", "parts": [
-                moved("Balance", "15", "7"),
-                moved("Level", "7", "23"),
-                {"change": "changed", "object": "signal", "name": "Mode", "parts": [
-                    {"change": "changed", "object": "value", "name": "1",
-                     "fields": [{"field": "text", "before": "Stereo", "after": "Surround"}]}]}]},
-            {"change": "changed", "object": "message", "name": "0x224011 extended Amp_Silence_Get", "fields": [
-                {"field": "name", "before": "Amp_Mute_Get", "after": "Amp_Silence_Get"},
-                {"field": "attribute Function", "before": "Mute", "after": "Silence"}]}])
-        self.assertEqual((result.returncode, result.stderr), (1, b""))
-
-    def test_their_signals_have_no_faults(self):
-        self.convert("old.vorn", "new.db")
-        self.assert_output(self.vorn("check", "old.vorn"), "")
-        self.assert_output(self.vorn("check", "new.db"), "")

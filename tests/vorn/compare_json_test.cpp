@@ -25,37 +25,55 @@ const JsonCase kCases[] = {
      R"([{"change": "added", "object": "attribute definition", "name": "node Rack"}])"},
     {"a definition changed", [](Sample& s) { s.definitions[0].maximum = 15; },
      R"([{"change": "changed", "object": "attribute definition", "name": "node Slot",
-          "fields": [{"field": "maximum", "before": "255", "after": "15"}]}])"},
-    {"a node renamed", [](Sample& s) { s.nodes[1].name = "Radio"; },
-     R"([{"change": "added", "object": "node", "name": "Radio"},
+          "fields": [{"field": "maximum", "before": 255, "after": 15}]}])"},
+    {"nodes, with an attribute that has a number",
+     [](Sample& s) {
+         s.nodes[0].attributes = {{"Slot", 2.5}};
+         s.nodes[1].name = "Radio";
+     },
+     R"([{"change": "changed", "object": "node", "name": "Amp",
+          "fields": [{"field": "attribute Slot", "before": 1, "after": 2.5}]},
+         {"change": "added", "object": "node", "name": "Radio"},
          {"change": "removed", "object": "node", "name": "Tuner"}])"},
     {"a message without its name, length and attributes",
      [](Sample& s) {
-         s.messages[0] = {kVolume, "", 0, s.messages[0].signals, "Amp"};
+         s.messages[0] = {kVolume, "", 0, s.messages[0].signals, ""};
      },
-     R"([{"change": "changed", "object": "message", "name": "0x22400C extended ",
+     R"([{"change": "changed", "object": "message", "identifier": 2244620, "extended": true, "name": "",
           "fields": [{"field": "name", "before": "Amp_Volume_Status", "after": ""},
-                     {"field": "length", "before": "2", "after": "0"},
-                     {"field": "attribute Function", "before": "Volume", "after": ""},
-                     {"field": "attribute Kind", "before": "Status", "after": ""}]}])"},
+                     {"field": "length", "before": 2, "after": 0},
+                     {"field": "node", "before": "Amp", "after": null},
+                     {"field": "attribute Function", "before": "Volume", "after": null},
+                     {"field": "attribute Kind", "before": "Status", "after": null}]}])"},
+    {"a message that moved", [](Sample& s) { s.messages[1].identifier = 0x11 | kExtendedIdentifier; },
+     R"([{"change": "moved", "object": "message", "identifier": 17, "extended": true, "name": "Ping",
+          "fields": [{"field": "identifier", "before": 16, "after": 17},
+                     {"field": "extended", "before": false, "after": true}]}])"},
     {"signals and values, without fields of the records around them",
      [](Sample& s) {
          s.messages[0].signals.push_back({"Top", 15, 1});
          s.messages[0].signals[0].values = {{0, "Off"}, {2, "Loud"}};
      },
-     R"([{"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status",
+     R"([{"change": "changed", "object": "message", "identifier": 2244620, "extended": true,
+          "name": "Amp_Volume_Status",
           "parts": [{"change": "changed", "object": "signal", "name": "Volume",
-                     "parts": [{"change": "added", "object": "value", "name": "2"},
-                               {"change": "removed", "object": "value", "name": "1"}]},
+                     "parts": [{"change": "added", "object": "value", "value": 2},
+                               {"change": "removed", "object": "value", "value": 1}]},
                     {"change": "added", "object": "signal", "name": "Top"}]}])"},
-    {"a scaling",
+    {"fields of signals",
      [](Sample& s) {
-         s.messages[0].signals[1].scaling = sigscale{0.01, {}, {}, {}, "km/h"};
+         s.messages[0].signals[1] = {
+             "Case", 8, 2, kBig | kSelected | kSigned, 3, {}, sigscale{0.01, {}, {}, {}, "km/h"}};
      },
-     R"([{"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status",
+     R"([{"change": "changed", "object": "message", "identifier": 2244620, "extended": true,
+          "name": "Amp_Volume_Status",
           "parts": [{"change": "changed", "object": "signal", "name": "Case",
-                     "fields": [{"field": "factor", "before": "", "after": "0.01"},
-                                {"field": "unit", "before": "", "after": "km/h"}]}]}])"},
+                     "fields": [{"field": "byte_order", "before": "little_endian", "after": "big_endian"},
+                                {"field": "signed", "before": false, "after": true},
+                                {"field": "multiplexor", "before": true, "after": false},
+                                {"field": "multiplexer_value", "before": null, "after": 3},
+                                {"field": "factor", "before": null, "after": 0.01},
+                                {"field": "unit", "before": null, "after": "km/h"}]}]}])"},
     {"special characters",
      [](Sample& s) {
          s.nodes.push_back(
@@ -70,30 +88,38 @@ TEST(CompareJson, ListsChanges) {
     for (const auto& [what, change, json] : kCases) {
         Sample after = Cabin();
         change(after);
-        EXPECT_EQ(ordered_json::parse(JsonDifference(Cabin(), after)).dump(1),
+        EXPECT_EQ(ordered_json::parse(JsonDifference(Cabin(), after)).at("changes").dump(1),
                   ordered_json::parse(json).dump(1))
             << what;
     }
 }
 
-TEST(CompareJson, HasARecordOnEachLine) {
+TEST(CompareJson, HasARecordOnEachLineAndCountsThem) {
     Sample after = Cabin();
     after.nodes.push_back({"Phone"});
     after.messages[0].length = 3;
     after.messages[0].node = "Tuner";
     after.messages[0].signals[0].values[1].second = "Loud";
     after.messages[0].signals.pop_back();
-    EXPECT_EQ(JsonDifference(Cabin(), after), R"([
+    EXPECT_EQ(JsonDifference(Cabin(), after), R"({
+"changes": [
   {"change": "added", "object": "node", "name": "Phone"},
-  {"change": "changed", "object": "message", "name": "0x22400C extended Amp_Volume_Status", "fields": [{"field": "length", "before": "2", "after": "3"}, {"field": "node", "before": "Amp", "after": "Tuner"}], "parts": [
+  {"change": "changed", "object": "message", "identifier": 2244620, "extended": true, "name": "Amp_Volume_Status", "fields": [{"field": "length", "before": 2, "after": 3}, {"field": "node", "before": "Amp", "after": "Tuner"}], "parts": [
     {"change": "changed", "object": "signal", "name": "Volume", "parts": [
-      {"change": "changed", "object": "value", "name": "1", "fields": [{"field": "text", "before": "On", "after": "Loud"}]}
+      {"change": "changed", "object": "value", "value": 1, "fields": [{"field": "text", "before": "On", "after": "Loud"}]}
     ]},
     {"change": "removed", "object": "signal", "name": "Low"}
   ]}
-]
+],
+"summary": {"attribute definitions": {"added": 0, "removed": 0, "moved": 0, "changed": 0}, "nodes": {"added": 1, "removed": 0, "moved": 0, "changed": 0}, "messages": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "signals": {"added": 0, "removed": 1, "moved": 0, "changed": 1}, "values": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "unique names": 0}
+}
 )");
-    EXPECT_EQ(JsonDifference(Cabin(), Cabin()), "[]\n");
+}
+
+TEST(CompareJson, NothingHasASummaryToo) {
+    const auto json = nlohmann::json::parse(JsonDifference(Cabin(), Cabin()));
+    EXPECT_EQ(json.at("changes").dump(), "[]");
+    EXPECT_EQ(json.at("summary").at("messages").at("changed"), 0);
 }
 
 }  // namespace

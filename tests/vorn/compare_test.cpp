@@ -10,8 +10,14 @@
 namespace vorn::test {
 namespace {
 
+/// Without the summary at its end.
 std::string Difference(const Sample& before, const Sample& after) {
-    return ChangesText(Compare(*Build(before), *Build(after)), Style(false));
+    const Comparison comparison = Compare(*Build(before), *Build(after));
+    std::string text = ChangesText(comparison, Style(false));
+    if (const std::string summary = Summary(comparison); !summary.empty()) {
+        text.resize(text.size() - summary.size() - 1);
+    }
+    return text;
 }
 
 struct CompareCase {
@@ -142,11 +148,12 @@ const CompareCase kMessages[] = {
      },
      "+ message 0x7FF Pong\n", "- message 0x7FF Pong\n"},
     {"another identifier", [](Sample& s) { s.messages[1].identifier = 0x11; },
-     "+ message 0x11 Ping\n- message 0x10 Ping\n", "+ message 0x10 Ping\n- message 0x11 Ping\n"},
+     "> message 0x11 Ping\n    identifier: \"0x10\" -> \"0x11\"\n",
+     "> message 0x10 Ping\n    identifier: \"0x11\" -> \"0x10\"\n"},
     {"an identifier that is extended now",
      [](Sample& s) { s.messages[1].identifier = 0x10 | kExtendedIdentifier; },
-     "+ message 0x10 extended Ping\n- message 0x10 Ping\n",
-     "+ message 0x10 Ping\n- message 0x10 extended Ping\n"},
+     "> message 0x10 extended Ping\n    extended: \"no\" -> \"yes\"\n",
+     "> message 0x10 Ping\n    extended: \"yes\" -> \"no\"\n"},
     {"every field",
      [](Sample& s) {
          s.messages[0].name = "Amp_Loud_Status";
@@ -183,16 +190,7 @@ const CompareCase kMessages[] = {
 )"},
     {"a node renamed that sends messages",
      [](Sample& s) { s.nodes[0].name = s.messages[0].node = "Booster"; },
-     R"(+ node Booster
-- node Amp
-~ message 0x22400C extended Amp_Volume_Status
-    node: "Amp" -> "Booster"
-)",
-     R"(+ node Amp
-- node Booster
-~ message 0x22400C extended Amp_Volume_Status
-    node: "Booster" -> "Amp"
-)"},
+     "~ node Booster\n    name: \"Amp\" -> \"Booster\"\n", "~ node Amp\n    name: \"Booster\" -> \"Amp\"\n"},
 };
 
 TEST(Compare, Messages) {
@@ -213,16 +211,16 @@ const CompareCase kSignals[] = {
          s.messages[0].signals[1].length = 3;
      },
      R"(~ message 0x22400C extended Amp_Volume_Status
-  + signal Loud
+  ~ signal Loud
+      name: "Volume" -> "Loud"
   ~ signal Case
       length: "2" -> "3"
-  - signal Volume
 )",
      R"(~ message 0x22400C extended Amp_Volume_Status
-  + signal Volume
+  ~ signal Volume
+      name: "Loud" -> "Volume"
   ~ signal Case
       length: "3" -> "2"
-  - signal Loud
 )"},
     {"every field",
      [](Sample& s) {
@@ -420,7 +418,8 @@ TEST(Compare, LinesOfRecordsAreColoured) {
               "\x1B[31m- node Tuner\x1B[0m\n"
               "\x1B[33m~ message 0x22400C extended Amp_Volume_Status\x1B[0m\n"
               "  \x1B[33m~ signal Volume\x1B[0m\n"
-              "      length: \"8\" -> \"7\"\n");
+              "      length: \"8\" -> \"7\"\n"
+              "\x1B[2mnodes: 1 added, 1 removed; messages: 1 changed; signals: 1 changed\x1B[0m\n");
 }
 
 }  // namespace

@@ -1,0 +1,113 @@
+#include <string_view>
+
+#include "kestrel/json_text.h"
+#include "vorn/change_counts.h"
+#include "vorn/compare_report.h"
+
+namespace vorn {
+namespace {
+
+/// Appends a key and its value to an object; `json` ends with "{" before the first.
+void AppendKey(std::string& json, std::string_view key) {
+    json += json.back() == '{' ? "" : ", ";
+    kestrel::AppendQuoted(json, key);
+    json += ": ";
+}
+
+void AppendMember(std::string& json, std::string_view key, std::string_view value) {
+    AppendKey(json, key);
+    kestrel::AppendQuoted(json, value);
+}
+
+void AppendValue(std::string& json, const FieldValue& value) {
+    if (const bool* flag = std::get_if<bool>(&value)) {
+        json += *flag ? "true" : "false";
+    } else if (const double* number = std::get_if<double>(&value)) {
+        kestrel::AppendShortNumber(json, *number);
+    } else if (const Identifier* identifier = std::get_if<Identifier>(&value)) {
+        kestrel::AppendInteger(json, identifier->number);
+    } else if (const std::string* text = std::get_if<std::string>(&value)) {
+        kestrel::AppendQuoted(json, *text);
+    } else {
+        json += "null";
+    }
+}
+
+/// What tells a record from others of its kind.
+void AppendIdentity(std::string& json, const Change& change) {
+    if (change.object == "message") {
+        AppendKey(json, "identifier");
+        kestrel::AppendInteger(json, *change.number & ~kExtendedIdentifier);
+        AppendKey(json, "extended");
+        json += (*change.number & kExtendedIdentifier) != 0 ? "true" : "false";
+    }
+    if (change.object == "value") {
+        AppendKey(json, "value");
+        kestrel::AppendInteger(json, *change.number);
+    } else {
+        AppendMember(json, "name", change.name);
+    }
+}
+
+void AppendFields(std::string& json, const std::vector<FieldChange>& fields) {
+    json += "[";
+    for (const FieldChange& field : fields) {
+        json += &field == &fields.front() ? "{" : ", {";
+        AppendMember(json, "field", field.field);
+        AppendKey(json, "before");
+        AppendValue(json, field.before);
+        AppendKey(json, "after");
+        AppendValue(json, field.after);
+        json += "}";
+    }
+    json += "]";
+}
+
+void AppendChanges(std::string& json, const std::vector<Change>& changes, const std::string& indent) {
+    json += "[";
+    for (const Change& change : changes) {
+        json += &change == &changes.front() ? "\n" : ",\n";
+        json += indent + "  {";
+        AppendMember(json, "change", NameOf(change.kind));
+        AppendMember(json, "object", change.object);
+        AppendIdentity(json, change);
+        if (!change.fields.empty()) {
+            AppendKey(json, "fields");
+            AppendFields(json, change.fields);
+        }
+        if (!change.parts.empty()) {
+            AppendKey(json, "parts");
+            AppendChanges(json, change.parts, indent + "  ");
+        }
+        json += "}";
+    }
+    json += changes.empty() ? "]" : "\n" + indent + "]";
+}
+
+void AppendSummary(std::string& json, const Comparison& comparison) {
+    const ChangeCounts counts = CountChanges(comparison);
+    json += "{";
+    for (std::size_t object = 0; object < counts.size(); ++object) {
+        AppendKey(json, std::string(kObjects[object]) + "s");
+        json += "{";
+        for (const ChangeKind kind : kChangeKinds) {
+            AppendKey(json, NameOf(kind));
+            json += std::to_string(counts[object][static_cast<std::size_t>(kind)]);
+        }
+        json += "}";
+    }
+    AppendKey(json, "unique names");
+    json += std::to_string(comparison.uniqueNames) + "}";
+}
+
+}  // namespace
+
+std::string ChangesJson(const Comparison& comparison) {
+    std::string json = "{\n\"changes\": ";
+    AppendChanges(json, comparison.changes, "");
+    json += ",\n\"summary\": ";
+    AppendSummary(json, comparison);
+    return json + "\n}\n";
+}
+
+}  // namespace vorn

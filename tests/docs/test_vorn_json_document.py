@@ -1,0 +1,97 @@
+"""The schemas of what `vorn` prints as JSON take what is printed, and nothing that is broken."""
+
+import copy
+import json
+
+import jsonschema
+
+from documents import DocumentTest, read
+
+OBJECTS = ["attribute definition", "node", "message", "signal", "value"]
+DIFF = json.loads(read("vorn-diff.schema.json"))
+
+# A database and what becomes of it: every kind of record added, removed and changed, and a message moved.
+BEFORE = {
+    "format": "Vorn", "version": 1, "database": "cabin", "attributes": {},
+    "attribute_definitions": [
+        {"object": "node", "name": "Slot", "type": "integer", "minimum": 0, "maximum": 255, "default": 0},
+        {"object": "node", "name": "Rack", "type": "string", "default": ""}],
+    "nodes": [{"name": "Amp", "attributes": {"Slot": 1}}, {"name": "Tuner", "attributes": {}}],
+    "messages": [
+        {"identifier": 16, "extended": True, "name": "Volume", "length": 2, "node": "Amp", "attributes": {}, "signals": [
+            {"name": "Level", "start_bit": 7, "length": 8, "byte_order": "big_endian", "signed": False,
+             "values": [[0, "Off"], [1, "On"]]},
+            {"name": "Low", "start_bit": 8, "length": 1, "byte_order": "big_endian", "signed": False}]},
+        {"identifier": 17, "extended": False, "name": "Ping", "length": 0, "node": None, "attributes": {}, "signals": []},
+        {"identifier": 18, "extended": False, "name": "Gone", "length": 0, "node": None, "attributes": {}, "signals": []}],
+}
+
+
+def after():
+    database = copy.deepcopy(BEFORE)
+    database["attribute_definitions"] = [{**BEFORE["attribute_definitions"][0], "maximum": 7},
+                                         {"object": "message", "name": "Rate", "type": "string", "default": ""}]
+    database["nodes"] = [{"name": "Amp", "attributes": {"Slot": 2}}, {"name": "Phone", "attributes": {}}]
+    volume, ping, gone = database["messages"]
+    volume["length"] = 3
+    level, low = volume["signals"]
+    level.update(signed=True, values=[[0, "Mute"], [4294967295, "Max"]], factor=0.5, unit="dB")
+    low.update(name="Top", start_bit=20)
+    ping["identifier"] = 19
+    gone.update(identifier=2147483647, name="New", extended=True)
+    return database
+
+
+def found(value, objects):
+    """Every object of a JSON text that is a change of one of these."""
+    if isinstance(value, dict):
+        if value.get("object") in objects:
+            yield value
+        value = list(value.values())
+    if isinstance(value, list):
+        for part in value:
+            yield from found(part, objects)
+
+
+class DiffSchema(DocumentTest):
+    def setUp(self):
+        super().setUp()
+        self.write("before.vorn", json.dumps(BEFORE))
+        self.write("after.vorn", json.dumps(after()))
+        self.validator = jsonschema.Draft202012Validator(DIFF)
+
+    def difference(self, *arguments):
+        return json.loads(self.vorn("diff", *arguments, "--format", "json").stdout)
+
+    def test_the_schema_is_one(self):
+        jsonschema.Draft202012Validator.check_schema(DIFF)
+
+    def test_every_kind_of_change_is_valid(self):
+        printed = self.difference("before.vorn", "after.vorn")
+        kinds = {(change["object"], change["change"]) for change in found(printed, OBJECTS)}
+        self.assertEqual(kinds, {(name, kind) for name in OBJECTS for kind in ["added", "removed", "changed"]}
+                         | {("message", "moved")})
+        self.validator.validate(printed)
+        for name in OBJECTS:
+            for kind in ["added", "removed", "changed"]:
+                self.assertEqual(printed["summary"][f"{name}s"][kind],
+                                 sum(change["change"] == kind for change in found(printed, [name])))
+
+    def test_nothing_is_valid(self):
+        self.validator.validate(self.difference("before.vorn", "before.vorn"))
+
+    def test_broken_texts_are_invalid(self):
+        printed = self.difference("before.vorn", "after.vorn")
+        for change in found(printed, OBJECTS):
+            for key in list(change):
+                for value in [None, {}, "0x10"]:
+                    if key == "name" and value == "0x10":
+                        continue
+                    whole = change[key]
+                    change[key] = value
+                    self.assertFalse(self.validator.is_valid(printed), (change, key))
+                    change[key] = whole
+            change["more"] = 1
+            self.assertFalse(self.validator.is_valid(printed), change)
+            del change["more"]
+        self.assertTrue(self.validator.is_valid(printed))
