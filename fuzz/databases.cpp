@@ -12,6 +12,8 @@
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
+#include "vorn/message_json.h"
+#include "vorn/selection.h"
 
 namespace tarvex::fuzz {
 namespace {
@@ -60,7 +62,11 @@ void RequireCommands(const kestrel::Database& database) {
     const vorn::Style style(false);
     vorn::Check(database);
     vorn::DatabaseText(database, style);
-    vorn::MessageList(database, "", "*a?");
+    const vorn::Selection selection{.messages = {"*a?", "2?.*.C"}, .fblocks = {"*o*"}, .nodes = {"[a-m]*"}};
+    vorn::MessageList(vorn::Select(database, selection));
+    vorn::WhyNothing(database, selection);
+    Require(nlohmann::json::accept(vorn::MessagesJson(database, vorn::Select(database, {}))),
+            "messages are JSON");
     for (const kestrel::Message& message : database.Messages()) {
         vorn::MessageText(message, style);
     }

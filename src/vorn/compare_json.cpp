@@ -3,21 +3,10 @@
 #include "kestrel/json_text.h"
 #include "vorn/change_counts.h"
 #include "vorn/compare_report.h"
+#include "vorn/json_object.h"
 
 namespace vorn {
 namespace {
-
-/// Appends a key and its value to an object; `json` ends with "{" before the first.
-void AppendKey(std::string& json, std::string_view key) {
-    json += json.back() == '{' ? "" : ", ";
-    kestrel::AppendQuoted(json, key);
-    json += ": ";
-}
-
-void AppendMember(std::string& json, std::string_view key, std::string_view value) {
-    AppendKey(json, key);
-    kestrel::AppendQuoted(json, value);
-}
 
 void AppendValue(std::string& json, const FieldValue& value) {
     if (const bool* flag = std::get_if<bool>(&value)) {
@@ -36,14 +25,11 @@ void AppendValue(std::string& json, const FieldValue& value) {
 /// What tells a record from others of its kind.
 void AppendIdentity(std::string& json, const Change& change) {
     if (change.object == "message") {
-        AppendKey(json, "identifier");
-        kestrel::AppendInteger(json, *change.number & ~kExtendedIdentifier);
-        AppendKey(json, "extended");
-        json += (*change.number & kExtendedIdentifier) != 0 ? "true" : "false";
+        AppendNumber(json, "identifier", *change.number & ~kExtendedIdentifier);
+        AppendFlag(json, "extended", (*change.number & kExtendedIdentifier) != 0);
     }
     if (change.object == "value") {
-        AppendKey(json, "value");
-        kestrel::AppendInteger(json, *change.number);
+        AppendNumber(json, "value", *change.number);
     } else {
         AppendMember(json, "name", change.name);
     }

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
-#include <clocale>
-#include <fnmatch.h>
 #include <optional>
 
 #include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
 #include "kestrel/model_text.h"
+#include "kestrel/most_columns.h"
 #include "vorn/drawing.h"
 
 namespace vorn {
@@ -73,29 +72,6 @@ std::string MessageLine(const Message& message) {
            Padded(Count(message.signalCount, "signal"), 14) + NodeNameOf(message);
 }
 
-/// While it lives, patterns see letters where names have UTF-8.
-class Utf8Locale {
-  public:
-    Utf8Locale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
-        if (locale_ != nullptr) {
-            before_ = uselocale(locale_);
-        }
-    }
-    Utf8Locale(const Utf8Locale&) = delete;
-    Utf8Locale& operator=(const Utf8Locale&) = delete;
-    ~Utf8Locale() {
-        if (locale_ == nullptr) {
-            return;
-        }
-        uselocale(before_);
-        freelocale(locale_);
-    }
-
-  private:
-    locale_t locale_;
-    locale_t before_ = nullptr;
-};
-
 std::string WithoutTrailingBlanks(std::string line) {
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
@@ -114,19 +90,10 @@ std::string IdentifierText(std::uint32_t identifier) {
     return "0x" + text + (number != identifier ? " extended" : "");
 }
 
-std::string MessageList(const kestrel::Database& database, const std::string& node,
-                        const std::string& pattern) {
-    const Utf8Locale locale;
+std::string MessageList(const std::vector<const Message*>& messages) {
     std::string lines;
-    for (const Message& message : database.Messages()) {
-        if (!node.empty() && NodeNameOf(message) != node) {
-            continue;
-        }
-        const std::string name = kestrel::NameText(message.name);
-        if (!pattern.empty() && fnmatch(pattern.c_str(), name.c_str(), 0) != 0) {
-            continue;
-        }
-        lines += WithoutTrailingBlanks(MessageLine(message)) + "\n";
+    for (const Message* message : messages) {
+        lines += WithoutTrailingBlanks(MessageLine(*message)) + "\n";
     }
     return lines;
 }
@@ -147,31 +114,11 @@ std::string DatabaseText(const kestrel::Database& database, const Style& style) 
     return text;
 }
 
-const Message* FindMessage(const kestrel::Database& database, std::string_view nameOrIdentifier) {
-    const bool isHexadecimal = nameOrIdentifier.starts_with("0x") || nameOrIdentifier.starts_with("0X");
-    const std::string_view digits = nameOrIdentifier.substr(isHexadecimal ? 2 : 0);
-    std::uint32_t identifier = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), identifier, isHexadecimal ? 16 : 10);
-    const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-    const auto find = [&](auto isIt) {
-        const auto found = std::ranges::find_if(database.Messages(), isIt);
-        return found == database.Messages().end() ? nullptr : &*found;
-    };
-    const Message* named = find([nameOrIdentifier](const Message& message) {
-        return kestrel::NameText(message.name) == nameOrIdentifier;
-    });
-    if (named != nullptr || !isNumber) {
-        return named;
-    }
-    return find([&](const Message& message) {
-        return ((message.identifier ^ identifier) & ~kExtendedIdentifier) == 0;
-    });
-}
-
 std::string MessageText(const Message& message, const Style& style) {
-    std::string text = style(Colour::Heading, Shown(kestrel::NameText(message.name))) + "  " +
-                       IdentifierText(message.identifier) + ", " + Count(message.length, "byte");
+    const std::string address = kestrel::AddressText(message.identifier);
+    std::string text = style(Colour::Heading, Shown(kestrel::NameText(message.name))) + "  " + address +
+                       (address.empty() ? "" : "  ") + IdentifierText(message.identifier) + ", " +
+                       Count(message.length, "byte");
     if (message.node != nullptr) {
         text += ", from " + NodeNameOf(message);
     }

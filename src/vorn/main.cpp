@@ -1,119 +1,24 @@
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <functional>
 #include <iostream>
-#include <memory>
 #include <new>
-#include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "import/text/shown_text.h"
 #include "kestrel/format.h"
-#include "kestrel/reader.h"
-#include "kestrel/writer.h"
 #include "versions.h"
-#include "vorn/check.h"
-#include "vorn/compare.h"
-#include "vorn/compare_report.h"
-#include "vorn/describe.h"
-#include "vorn/style.h"
+#include "vorn/commands.h"
 
 namespace {
 
-/// The exit status: as other programs that compare have it.
-enum Status : int { kSame = 0, kDifferent = 1, kTrouble = 2 };
-
-/// Ends the program with a text on standard error.
-class Trouble : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-struct Arguments {
-    std::string database;
-    std::string other;
-    std::string message;
-    std::string node;
-    std::string pattern;
-    std::string format = "text";
-    bool withNames = false;
-};
-
-std::unique_ptr<kestrel::Database> Read(const std::string& path) {
-    try {
-        return kestrel::ReadDatabase(path);
-    } catch (const kestrel::ReadError& error) {
-        throw Trouble(path + ": " + error.what());
-    }
-}
-
-void Print(const std::string& text) {
-    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!isWritten || std::fflush(stdout) != 0) {
-        throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
-    }
-}
-
-Status Show(const std::string& path, const std::string& messageName) {
-    const auto database = Read(path);
-    const vorn::Style style = vorn::Style::OfStandardOutput();
-    if (messageName.empty()) {
-        Print(vorn::DatabaseText(*database, style));
-        return kSame;
-    }
-    const kestrel::Message* message = vorn::FindMessage(*database, messageName);
-    if (message == nullptr) {
-        throw Trouble(path + ": there is no message '" + messageName + "'");
-    }
-    Print(vorn::MessageText(*message, style));
-    return kSame;
-}
-
-Status List(const std::string& path, const std::string& node, const std::string& pattern) {
-    Print(vorn::MessageList(*Read(path), node, pattern));
-    return kSame;
-}
-
-Status Convert(const std::string& from, const std::string& to) {
-    const auto database = Read(from);
-    switch (kestrel::WriteDatabase(*database, to.c_str())) {
-        case kKestrelOk:
-            return kSame;
-        case kKestrelCannotOpen:
-            throw Trouble(to + ": can't be written");
-        default:
-            throw Trouble(to + ": could not be written; what was there before is unchanged");
-    }
-}
-
-Status Diff(const Arguments& arguments) {
-    const auto before = Read(arguments.database);
-    const auto after = Read(arguments.other);
-    const auto comparison = vorn::Compare(*before, *after, {.withUniqueNames = arguments.withNames});
-    if (arguments.format == "json") {
-        Print(vorn::ChangesJson(comparison));
-    } else if (arguments.format == "markdown") {
-        Print(vorn::ChangesMarkdown(comparison));
-    } else {
-        Print(vorn::ChangesText(comparison, vorn::Style::OfStandardOutput()));
-    }
-    return vorn::AreSame(comparison) ? kSame : kDifferent;
-}
-
-Status Check(const std::string& path) {
-    const auto faults = vorn::Check(*Read(path));
-    std::string text;
-    for (const std::string& fault : faults) {
-        text += fault + "\n";
-    }
-    Print(text);
-    return faults.empty() ? kSame : kDifferent;
-}
+using vorn::Arguments;
+using vorn::Status;
 
 /// ".sqlite, .sqlite3, .db"
 std::string Extensions(const std::function<bool(kestrel::Format)>& isWanted) {
@@ -139,19 +44,35 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const ch
     return command;
 }
 
-Status Run(int argc, char** argv) {
-    Arguments arguments;
-    CLI::App app("Looks into bus databases, converts and compares them");
-    app.set_version_flag("--version", std::string("vorn ") + tarvex::kProgramVersion);
-    app.require_subcommand(1);
-    app.footer("Exit status: 0 nothing found, 1 differences or faults found, 2 trouble.");
+/// Adds options that choose messages. Each may be given several times.
+void AddSelection(CLI::App& command, vorn::Selection& selection) {
+    const auto add = [&](const char* names, std::vector<std::string>& texts, const char* what) {
+        command.add_option(names, texts, what)->allow_extra_args(false)->type_name("TEXT");
+    };
+    add("--message,--match", selection.messages,
+        "only those with this name, identifier (0x... or decimal) or address (22.402.C)");
+    add("--fblock", selection.fblocks, "only those of this function block: its name, or its number (0x22)");
+    add("--function", selection.functions, "only those of this function: its name, or its number (0x402)");
+    add("--optype", selection.opTypes, "only those of this operation: its name, or its number (0xC)");
+    add("--node", selection.nodes, "only those that this node sends");
+    command.footer(
+        "Names and addresses are found in any case, and may have * ? [abc] as the shell has them.");
+}
+
+void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& formats) {
+    command.add_option("--format", format)->check(CLI::IsMember(formats))->capture_default_str();
+}
+
+/// A command and what it does.
+using Command = std::pair<CLI::App*, Status (*)(const Arguments&)>;
+
+std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     CLI::App& show =
-        AddCommand(app, "show", "shows a database, or one message with its bits", "DB", arguments);
-    show.add_option("--message", arguments.message, "a name, or an identifier (0x... or decimal)");
+        AddCommand(app, "show", "shows a database, or messages with their bits", "DB", arguments);
+    AddSelection(show, arguments.selection);
     CLI::App& list = AddCommand(app, "list", "lists messages", "DB", arguments);
-    list.add_option("--node", arguments.node, "only those that this node sends");
-    list.add_option("--match", arguments.pattern,
-                    "only those whose name matches a pattern, as the shell has them: * ? [abc]");
+    AddSelection(list, arguments.selection);
+    AddFormat(list, arguments.format, {"text", "json"});
     CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
     convert
         .add_option("OUT", arguments.other,
@@ -161,35 +82,39 @@ Status Run(int argc, char** argv) {
         ->required();
     CLI::App& diff = AddCommand(app, "diff", "tells what differs between two databases", "OLD", arguments);
     diff.add_option("NEW", arguments.other, "the other database")->required();
-    diff.add_option("--format", arguments.format, "text, json or markdown")
-        ->check(CLI::IsMember({"text", "json", "markdown"}))
-        ->capture_default_str();
+    AddFormat(diff, arguments.format, {"text", "json", "markdown"});
     diff.add_flag("--names", arguments.withNames,
                   "also tells of names that differ only in what makes them unique");
     CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
+    return {{&show, vorn::Show},
+            {&list, vorn::List},
+            {&convert, vorn::Convert},
+            {&diff, vorn::Diff},
+            {&check, vorn::Check}};
+}
+
+int Run(int argc, char** argv) {
+    Arguments arguments;
+    CLI::App app("Looks into bus databases, converts and compares them");
+    app.set_version_flag("--version", std::string("vorn ") + tarvex::kProgramVersion);
+    app.require_subcommand(1);
+    app.footer(
+        "Exit status: 0 nothing found, 1 differences or faults found, or nothing that was looked for, "
+        "2 trouble.");
+    const std::vector<Command> commands = AddCommands(app, arguments);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         const bool isAnswer = app.exit(error) == 0;
         std::cout.flush();
-        return isAnswer && std::cout ? kSame : kTrouble;
+        return isAnswer && std::cout ? vorn::kSame : vorn::kTrouble;
     }
-    if (show.parsed()) {
-        return Show(arguments.database, arguments.message);
+    for (const auto& [command, run] : commands) {
+        if (command->parsed()) {
+            return run(arguments);
+        }
     }
-    if (list.parsed()) {
-        return List(arguments.database, arguments.node, arguments.pattern);
-    }
-    if (convert.parsed()) {
-        return Convert(arguments.database, arguments.other);
-    }
-    if (diff.parsed()) {
-        return Diff(arguments);
-    }
-    if (check.parsed()) {
-        return Check(arguments.database);
-    }
-    return kTrouble;
+    return vorn::kTrouble;
 }
 
 /// In words that need no memory.
@@ -206,7 +131,7 @@ void TellOutOfMemory() {
         }
     } catch (const std::bad_alloc&) {
         TellOutOfMemory();
-        std::_Exit(kTrouble);
+        std::_Exit(vorn::kTrouble);
     } catch (...) {
         std::abort();
     }
@@ -221,8 +146,8 @@ int main(int argc, char** argv) try {
     return Run(argc, argv);
 } catch (const std::bad_alloc&) {
     TellOutOfMemory();
-    return kTrouble;
+    return vorn::kTrouble;
 } catch (const std::exception& exception) {
     std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
-    return kTrouble;
+    return vorn::kTrouble;
 }

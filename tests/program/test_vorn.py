@@ -14,7 +14,7 @@ class Usage(VornTest):
         for arguments in [(), ("one.vorn",), ("print", "one.vorn"), ("--no-such-option",), ("show",), ("list",),
                           ("check",), ("convert",), ("convert", "one.vorn"), ("diff",), ("diff", "one.vorn"),
                           ("show", "one.vorn", "two.vorn"), ("diff", "one.vorn", "two.vorn", "faulty.vorn"),
-                          ("show", "one.vorn", "--message"), ("show", "one.vorn", "--node", "Amp"),
+                          ("show", "one.vorn", "--message"), ("show", "one.vorn", "--nod", "Amp"),
                           ("list", "one.vorn", "--match"), ("list", "one.vorn", "--node"),
                           ("diff", "one.vorn", "two.vorn", "--format"),
                           ("diff", "one.vorn", "two.vorn", "--format", "xml"),
@@ -30,7 +30,7 @@ class Usage(VornTest):
                 self.assertIn(word, result.stdout.decode())
 
     def test_help_of_a_command_names_its_options_and_needs_no_database(self):
-        words = {"show": ["DB", "--message"], "list": ["DB", "--node", "--match"],
+        words = {"show": ["DB", "--message", "--fblock"], "list": ["DB", "--node", "--match", "--optype", "--format"],
                  "convert": ["IN", "OUT", ".sqlite", ".kcd"], "diff": ["OLD", "NEW", "--format", "text", "json"],
                  "check": ["DB"]}
         for command in COMMANDS:
@@ -60,7 +60,7 @@ class Usage(VornTest):
 class Show(VornTest):
     def test_one_message_with_its_bits(self):
         expected = textwrap.dedent("""\
-            Amp_Mute_Set  0x221130 extended, 1 byte, from AudioAmp
+            Amp_Mute_Set  22.113.0  0x221130 extended, 1 byte, from AudioAmp
               FBlock = AudioAmp
               Function = Mute
               OpType = Set
@@ -73,7 +73,7 @@ class Show(VornTest):
                  1     muted
                  0     audible
             """)
-        for name in ["Amp_Mute_Set", "0x221130", "2232624"]:
+        for name in ["Amp_Mute_Set", "0x221130", "2232624", "22.113.0", "22.01.113.0"]:
             with self.subTest(name=name):
                 self.assert_output(self.vorn("show", "roadster.vorn", "--message", name), expected)
 
@@ -88,11 +88,29 @@ class Show(VornTest):
                          ["0x220001", "extended", "Amp_FktIDs_Get", "0", "bytes", "0", "signals", "AudioAmp"])
         self.assertEqual(result.returncode, 0)
 
-    def test_a_message_that_is_not_there_is_trouble(self):
-        for name in ["Amp_Mute", "0x1", "amp_mute_set", "Amp_Mute_*"]:
-            with self.subTest(name=name):
-                self.assert_trouble(self.vorn("show", "roadster.vorn", "--message", name),
-                                    f"vorn: roadster.vorn: there is no message '{name}'\n")
+    def test_several_messages_have_an_empty_line_between_them(self):
+        result = self.vorn("show", "roadster.vorn", "--fblock", "audioamp", "--function", "Mute", "--optype", "*Get")
+        heads = re.findall(r"(?:^|\n\n)(\w+)  22\.113\.\d  0x", result.stdout.decode())
+        self.assertEqual(heads, ["Amp_Mute_Get", "Amp_Mute_SetGet"])
+
+    def test_what_is_not_there_is_said_with_the_nearest_names(self):
+        for options, text in [
+            (("--message", "Amp_Mut_Set"), "there is no message 'Amp_Mut_Set'; the nearest are Amp_Mute_Set, "
+                                           "Amp_Mute_SetGet and Amp_Mute_Get"),
+            (("--match", "Amp_Mute_?"), "there is no message 'Amp_Mute_?'; the nearest are Amp_Mute_Set, Amp_Mute_Get "
+                                        "and Amp_Mute_Stat"),
+            (("--message", "22.113.E"), "there is no message '22.113.E'; the nearest are 22.113.0, 22.113.1 and "
+                                        "22.113.2"),
+            (("--fblock", "AudoAmp"), "there is no function block 'AudoAmp'; the nearest are "),
+            (("--node", "Fone"), "there is no node 'Fone'; the nearest are Phone, "),
+            (("--node", "Phone", "--optype", "Sett"), "there is no operation 'Sett'; the nearest are Set, SetGet and ")]:
+            for command in ["show", "list"]:
+                with self.subTest(options=options, command=command):
+                    result = self.vorn(command, "roadster.vorn", *options)
+                    self.assertEqual((result.stdout, result.returncode), (b"", 1))
+                    beginning = f"vorn: roadster.vorn: {text}"
+                    self.assertEqual(result.stderr.decode()[:len(beginning)], beginning)
+                    self.assertEqual(result.stderr.count(b"\n"), 1)
 
     def test_control_characters_of_names_do_not_reach_the_output(self):
         self.write("wild.vorn", database(f'[{{"name": "\\u001b[31mAmp\\n", "attributes": {{}}}}]',
@@ -108,7 +126,7 @@ class Show(VornTest):
 class List(VornTest):
     def names(self, *options):
         result = self.vorn("list", "roadster.vorn", *options)
-        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertEqual((result.returncode, result.stderr), (0, b""), options)
         return [line.replace(" extended", "").split()[1] for line in result.stdout.decode().splitlines()]
 
     def test_all_messages_in_the_order_of_the_database(self):
@@ -119,13 +137,21 @@ class List(VornTest):
         for options, names in [(("--match", "Amp_Volume_*"), volume),
                                (("--match", "Amp_Volume_?et"), volume[:2]),
                                (("--match", "Amp_Volume_[FG]et"), volume[1:2]),
-                               (("--node", "AudioAmp", "--match", "*_Volume_Get"), volume[1:2]),
-                               (("--node", "Phone", "--match", "*_Volume_Get"), []),
-                               (("--node", "Nobody"), []), (("--match", "Amp_Volume"), [])]:
+                               (("--node", "AUDIO*", "--match", "*_Volume_Get"), volume[1:2]),
+                               (("--message", "22.400.*"), volume), (("--fblock", "AudioAmp", "--function", "Volume"), volume),
+                               (("--match", "*Volume_Get", "--message", "0x224000"), volume[:2])]:
             with self.subTest(options=options):
                 self.assertEqual(self.names(*options), names)
         phone = [entry["name"] for entry in json.loads(EXAMPLE.read_text())["messages"] if entry["node"] == "Phone"]
         self.assertEqual(self.names("--node", "Phone"), phone)
+
+    def test_as_json(self):
+        result = self.vorn("list", "roadster.vorn", "--format", "json", "--message", "22.113.0")
+        self.assertEqual(json.loads(result.stdout), [
+            {"address": "22.113.0", "fblock": "AudioAmp", "function": "Mute", "optype": "Set", "identifier": 0x221130,
+             "extended": True, "name": "Amp_Mute_Set", "length": 1, "node": "AudioAmp", "signals": 1}])
+        result = self.vorn("list", "roadster.vorn", "--format", "json", "--message", "22.113.E")
+        self.assertEqual((result.stdout, result.returncode), (b"[]\n", 1))
 
 
 class Convert(VornTest):

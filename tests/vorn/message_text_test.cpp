@@ -41,7 +41,7 @@ struct DrawnMessageCase {
 };
 
 const DrawnMessageCase kDrawnMessages[] = {
-    {"nothing but a name", {.messages = {{0x7FF, "Ping", 0}}}, R"(Ping  0x7FF, 0 bytes
+    {"nothing but a name", {.messages = {{0x7FF, "Ping", 0}}}, R"(Ping  00.07F.F  0x7FF, 0 bytes
 
          7 6 5 4 3 2 1 0
 )"},
@@ -55,7 +55,7 @@ const DrawnMessageCase kDrawnMessages[] = {
                     {{"Volume", 7, 8, kBig, 0, {{0, "Off"}, {255, "Loudest"}}}},
                     "Amp",
                     {{"Kind", "Status"}, {"Function", "Volume"}, {"Period", 12.5}}}}},
-     R"(Volume_Status  0x22400C extended, 1 byte, from Amp
+     R"(Volume_Status  22.400.C  0x22400C extended, 1 byte, from Amp
   Kind = Status
   Function = Volume
   Period = 12.5
@@ -74,7 +74,7 @@ A  Volume  start bit 7, 8 bits, big-endian
                     {{"Case", 0, 1, kLittle | kSelector},
                      {"Far", 15, 8, kBig | kSigned | kSelected, 0},
                      {"Near", 8, 1, kLittle | kSelected, 0}}}}},
-     R"(Case  0x1, 2 bytes
+     R"(Case  00.000.1  0x1, 2 bytes
 
 multiplexor 0
          7 6 5 4 3 2 1 0
@@ -103,7 +103,7 @@ C  Near  start bit 8, 1 bit, little-endian, for multiplexor 0
                         "ff"}}}},
                     "A\x1Bmp",
                     {{"Fun\tction", "a\nb"}}}}},
-     R"(Vol.ume  0x1, 1 byte, from A.mp
+     R"(Vol.ume  00.000.1  0x1, 1 byte, from A.mp
   Fun.ction = a.b
 
          7 6 5 4 3 2 1 0
@@ -114,7 +114,7 @@ A  Le.vel  start bit 0, 1 bit, little-endian
 )"},
     {"only the first of several messages",
      {.messages = {{1, "One", 0}, {2, "Two", 1, {{"Level", 7, 8, kBig}}}}},
-     R"(One  0x1, 0 bytes
+     R"(One  00.000.1  0x1, 0 bytes
 
          7 6 5 4 3 2 1 0
 )"},
@@ -146,7 +146,7 @@ TEST(MessageText, LettersStandApartFromTheName) {
 TEST(MessageText, MarksNamesAndLetters) {
     const auto database = BuildMessage(1, {{"Level", 7, 8, kBig, 0, {{0, "Off"}}}});
     EXPECT_EQ(MessageText(database->Messages().front(), Style(true)),
-              "\x1B[1mMsg\x1B[0m  0x10, 1 byte\n"
+              "\x1B[1mMsg\x1B[0m  00.001.0  0x10, 1 byte\n"
               "\n"
               "\x1B[2m         7 6 5 4 3 2 1 0\x1B[0m\n"
               "\x1B[2m0       \x1B[0m A A A A A A A A\n"
@@ -155,60 +155,10 @@ TEST(MessageText, MarksNamesAndLetters) {
               "     0     Off\n");
 }
 
-struct FindCase {
-    const char* wanted;
-    const char* found;  // null: none
-};
-
-// 0x22400C is 2244620, 0x10 is 16; the message "16" has the identifier 0x99.
-constexpr FindCase kFinds[] = {
-    {"Volume_Status", "Volume_Status"},
-    {"volume_status", nullptr},
-    {"Volume", nullptr},
-    {"Volume_Status ", nullptr},
-    {"0x22400C", "Volume_Status"},
-    {"0x22400c", "Volume_Status"},
-    {"0X0022400C", "Volume_Status"},
-    {"2244620", "Volume_Status"},
-    {"0x8022400C", "Volume_Status"},
-    {"22400C", nullptr},
-    {"0x22400", nullptr},
-    {"0x22400CC", nullptr},
-    {"0", "Zero"},
-    {"0x0", "Zero"},
-    {"0x", nullptr},
-    {"", nullptr},
-    {"-1", nullptr},
-    {" 0", nullptr},
-    {"+0", nullptr},
-    {"0x-0", nullptr},
-    {"0x0x0", nullptr},
-    {"0x7FFFFFFF", "Last"},
-    {"2147483647", "Last"},
-    {"4294967296", nullptr},
-    {"0x100000000", nullptr},
-    {"0x99", "16"},
-    {"153", "16"},
-    {"16", "16"},
-    {"Twin", "Twin"},
-};
-
-TEST(FindMessage, ByNameAndByIdentifier) {
-    const auto database = Build({.messages = {{0, "Zero"},
-                                              {kMarked | 0x22400C, "Volume_Status"},
-                                              {0x99, "16"},
-                                              {0x7FFFFFFF, "Last"},
-                                              {0x500, "Twin", 1},
-                                              {0x500, "Twin", 2}}});
-    for (const auto& [wanted, found] : kFinds) {
-        const kestrel::Message* message = FindMessage(*database, wanted);
-        ASSERT_EQ(message != nullptr, found != nullptr) << '"' << wanted << '"';
-        if (found != nullptr) {
-            EXPECT_EQ(kestrel::NameIn(message->name), found) << '"' << wanted << '"';
-        }
-    }
-    EXPECT_EQ(FindMessage(*database, "Twin")->length, 1);
-    EXPECT_EQ(FindMessage(*database, "0x500")->length, 1);
+TEST(MessageText, HasNoAddressForAnIdentifierThatIsMadeOfNone) {
+    const auto database = Build({.messages = {{0x1000000, "Wide"}}});
+    EXPECT_THAT(MessageText(database->Messages().front(), Style(false)),
+                HasSubstr("Wide  0x1000000, 0 bytes\n"));
 }
 
 struct ScaledCase {

@@ -1,0 +1,64 @@
+#include "kestrel/most_columns.h"
+
+#include <algorithm>
+
+#include "kestrel/json_text.h"
+
+namespace kestrel {
+namespace {
+
+constexpr std::uint32_t kLastAddress = 0xFFFFFF;
+
+std::string DefaultOf(const AttrDef& definition) {
+    if (definition.value_type != AttrType::Integer) {
+        return Text(definition.default_text);
+    }
+    std::string number;
+    AppendNumber(number, Finite(definition.default_number));
+    return number;
+}
+
+}  // namespace
+
+std::string AddressText(std::uint32_t identifier) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    const std::uint32_t number = identifier & ~kExtendedIdentifier;
+    std::string text;
+    if (number > kLastAddress) {
+        return text;
+    }
+    for (int shift = 20; shift >= 0; shift -= 4) {
+        text += kDigits[number >> static_cast<unsigned>(shift) & 0xFU];
+        if (shift == 16 || shift == 4) {
+            text += '.';
+        }
+    }
+    return text;
+}
+
+MostColumns::MostColumns(const Database& database) {
+    for (const AttrDef& definition : database.AttrDefs()) {
+        const auto* name = std::ranges::find(kMostColumnNames, NameIn(definition.name));
+        if (definition.object_kind != AttrObject::Message || name == std::end(kMostColumnNames)) {
+            continue;
+        }
+        const auto place = static_cast<std::size_t>(name - std::begin(kMostColumnNames));
+        definitions_[place] = &definition;
+        defaults_[place] = DefaultOf(definition);
+    }
+}
+
+std::string MostColumns::Of(const Message& message, MostColumn column) {
+    const auto place = static_cast<std::size_t>(column);
+    if (definitions_[place] == nullptr) {
+        return {};
+    }
+    for (const AttrValues::Value& entry : message.attributes.Values()) {
+        if (entry.definition == definitions_[place]) {
+            return values_.Of(entry);
+        }
+    }
+    return defaults_[place];
+}
+
+}  // namespace kestrel

@@ -1,0 +1,112 @@
+#include "vorn/commands.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "import/text/shown_text.h"
+#include "kestrel/reader.h"
+#include "kestrel/writer.h"
+#include "vorn/check.h"
+#include "vorn/compare.h"
+#include "vorn/compare_report.h"
+#include "vorn/describe.h"
+#include "vorn/message_json.h"
+#include "vorn/style.h"
+
+namespace vorn {
+namespace {
+
+std::unique_ptr<kestrel::Database> Read(const std::string& path) {
+    try {
+        return kestrel::ReadDatabase(path);
+    } catch (const kestrel::ReadError& error) {
+        throw Trouble(path + ": " + error.what());
+    }
+}
+
+void Print(const std::string& text) {
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!isWritten || std::fflush(stdout) != 0) {
+        throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
+    }
+}
+
+/// The messages that the command line asks for. Says why there are none, unless it did not ask.
+std::vector<const kestrel::Message*> SelectFrom(const kestrel::Database& database,
+                                                const Arguments& arguments) {
+    auto messages = Select(database, arguments.selection);
+    if (messages.empty() && !arguments.selection.IsEmpty()) {
+        const std::string why = arguments.database + ": " + WhyNothing(database, arguments.selection);
+        std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(why).c_str());
+    }
+    return messages;
+}
+
+Status StatusOf(const std::vector<const kestrel::Message*>& messages, const Arguments& arguments) {
+    return messages.empty() && !arguments.selection.IsEmpty() ? kDifferent : kSame;
+}
+
+}  // namespace
+
+Status Show(const Arguments& arguments) {
+    const auto database = Read(arguments.database);
+    const Style style = Style::OfStandardOutput();
+    if (arguments.selection.IsEmpty()) {
+        Print(DatabaseText(*database, style));
+        return kSame;
+    }
+    const auto messages = SelectFrom(*database, arguments);
+    for (const kestrel::Message* message : messages) {
+        Print((message == messages.front() ? "" : "\n") + MessageText(*message, style));
+    }
+    return StatusOf(messages, arguments);
+}
+
+Status List(const Arguments& arguments) {
+    const auto database = Read(arguments.database);
+    const auto messages = SelectFrom(*database, arguments);
+    Print(arguments.format == "json" ? MessagesJson(*database, messages) : MessageList(messages));
+    return StatusOf(messages, arguments);
+}
+
+Status Convert(const Arguments& arguments) {
+    const std::string& to = arguments.other;
+    const auto database = Read(arguments.database);
+    switch (kestrel::WriteDatabase(*database, to.c_str())) {
+        case kKestrelOk:
+            return kSame;
+        case kKestrelCannotOpen:
+            throw Trouble(to + ": can't be written");
+        default:
+            throw Trouble(to + ": could not be written; what was there before is unchanged");
+    }
+}
+
+Status Diff(const Arguments& arguments) {
+    const auto before = Read(arguments.database);
+    const auto after = Read(arguments.other);
+    const auto comparison = Compare(*before, *after, {.withUniqueNames = arguments.withNames});
+    if (arguments.format == "json") {
+        Print(ChangesJson(comparison));
+    } else if (arguments.format == "markdown") {
+        Print(ChangesMarkdown(comparison));
+    } else {
+        Print(ChangesText(comparison, Style::OfStandardOutput()));
+    }
+    return AreSame(comparison) ? kSame : kDifferent;
+}
+
+Status Check(const Arguments& arguments) {
+    const auto faults = Check(*Read(arguments.database));
+    std::string text;
+    for (const std::string& fault : faults) {
+        text += fault + "\n";
+    }
+    Print(text);
+    return faults.empty() ? kSame : kDifferent;
+}
+
+}  // namespace vorn
