@@ -16,8 +16,8 @@ namespace {
 /// What people expect of a file by its name, and no database has. Those that name one of its formats are left
 /// out where they are looked for.
 constexpr std::string_view kOtherFormats[] = {
-    ".json", ".html", ".htm", ".xlsx", ".xls",   ".ods",   ".csv",  ".tsv", ".xml", ".txt", ".md",  ".pdf",
-    ".doc",  ".docx", ".dbc", ".ldf",  ".arxml", ".fibex", ".yaml", ".yml", ".sql", ".sym", ".dbf", ".zip",
+    ".json", ".html", ".htm", ".xlsx",  ".xls",   ".ods",  ".tsv", ".xml", ".txt", ".md",  ".pdf", ".doc",
+    ".docx", ".dbc",  ".ldf", ".arxml", ".fibex", ".yaml", ".yml", ".sql", ".sym", ".dbf", ".zip",
 };
 
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;

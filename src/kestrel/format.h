@@ -8,7 +8,7 @@ namespace kestrel {
 
 /// A switch over the formats names each, without a default, so that the compiler finds every place for a new
 /// one.
-enum class Format { Vorn, Sqlite, Kcd };
+enum class Format { Vorn, Sqlite, Kcd, Csv };
 
 struct FormatRow {
     std::string_view extension;  ///< With its point, in small letters.
@@ -16,10 +16,8 @@ struct FormatRow {
 };
 /// The extensions that ask for a format. Help texts are made of them.
 inline constexpr FormatRow kFormats[] = {
-    {".sqlite", Format::Sqlite},
-    {".sqlite3", Format::Sqlite},
-    {".db", Format::Sqlite},
-    {".kcd", Format::Kcd},
+    {".sqlite", Format::Sqlite}, {".sqlite3", Format::Sqlite}, {".db", Format::Sqlite},
+    {".kcd", Format::Kcd},       {".csv", Format::Csv},
 };
 
 /// The format that a path's extension asks for, in any case; Vorn for every extension that asks for no other.

@@ -1,6 +1,5 @@
 #include "kestrel/kcd_writer.h"
 
-#include <cstdio>
 #include <libxml/xmlwriter.h>
 #include <map>
 #include <memory>
@@ -14,6 +13,7 @@
 #include "kestrel/database.h"
 #include "kestrel/json_text.h"
 #include "kestrel/model_text.h"
+#include "kestrel/most_columns.h"
 
 namespace kestrel {
 
@@ -44,12 +44,6 @@ unsigned MultiplexOffset(const sigblk& signal) {
     const bool isBig = (signal.flags & kSignalBigEndian) != 0;
     const bool fitsInByte = signal.length > 0 && signal.start_bit % kBitsPerByte + 1U >= signal.length;
     return isBig && fitsInByte ? signal.start_bit - (signal.length - 1U) : signal.start_bit;
-}
-
-std::string Hexadecimal(std::uint32_t number) {
-    std::string text(11, '\0');
-    text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "0x%X", number)));
-    return text;
 }
 
 /// XML has no way to write control characters, nor U+FFFE and U+FFFF.
@@ -182,7 +176,7 @@ class KcdWriter {
         }
         const bool isExtended = identifier != message.identifier || identifier > kLargestStandardIdentifier;
         xml_.Start("Message");
-        xml_.Attribute("id", Hexadecimal(identifier));
+        xml_.Attribute("id", HexadecimalText(identifier));
         xml_.Attribute("name", NameText(message.name));
         xml_.Attribute("length", unsigned{message.length});
         xml_.Attribute("format", std::string(isExtended ? "extended" : "standard"));

@@ -1,6 +1,8 @@
 #include "kestrel/most_columns.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <string_view>
 
 #include "kestrel/json_text.h"
 
@@ -9,9 +11,17 @@ namespace {
 
 constexpr std::uint32_t kLastAddress = 0xFFFFFF;
 
+/// A long text in every row would make a table of any size.
+std::string_view StartOf(std::string_view text) {
+    return text.size() <= kMostColumnSize
+               ? text
+               : WithoutCutCharacter(text.substr(0, kMostColumnSize), kMostColumnSize);
+}
+
 std::string DefaultOf(const AttrDef& definition) {
     if (definition.value_type != AttrType::Integer) {
-        return Text(definition.default_text);
+        const std::string text = Text(definition.default_text);
+        return std::string(StartOf(text));
     }
     std::string number;
     AppendNumber(number, Finite(definition.default_number));
@@ -36,6 +46,12 @@ std::string AddressText(std::uint32_t identifier) {
     return text;
 }
 
+std::string HexadecimalText(std::uint32_t number) {
+    std::string text(11, '\0');
+    text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "0x%X", number)));
+    return text;
+}
+
 MostColumns::MostColumns(const Database& database) {
     for (const AttrDef& definition : database.AttrDefs()) {
         const auto* name = std::ranges::find(kMostColumnNames, NameIn(definition.name));
@@ -55,7 +71,8 @@ std::string MostColumns::Of(const Message& message, MostColumn column) {
     }
     for (const AttrValues::Value& entry : message.attributes.Values()) {
         if (entry.definition == definitions_[place]) {
-            return values_.Of(entry);
+            const std::string text = values_.Of(entry);
+            return std::string(StartOf(text));
         }
     }
     return defaults_[place];

@@ -17,16 +17,22 @@ namespace kestrel {
 /// digits. Empty for an identifier of more than 24 bits, which is made of no address.
 std::string AddressText(std::uint32_t identifier);
 
+/// "0x22402C"
+std::string HexadecimalText(std::uint32_t number);
+
 /// Attributes that have a column of their own.
 enum class MostColumn { FBlock, Function, OpType, Layout };
 inline constexpr const char* kMostColumnNames[] = {"FBlock", "Function", "OpType", "Layout"};
+
+inline constexpr std::size_t kMostColumnSize = 200;
 
 /// The attributes of the messages of one database.
 class MostColumns {
   public:
     explicit MostColumns(const Database& database);
 
-    /// The value that was set, else the default; empty where there is no such attribute.
+    /// The value that was set, else the default, at most so many bytes of it; empty where there is no such
+    /// attribute.
     std::string Of(const Message& message, MostColumn column);
 
   private:

@@ -13,9 +13,11 @@ std::unique_ptr<Database> ReadDatabase(const std::string& path) {
         case Format::Sqlite:
             return ReadSqlite(path);
         case Format::Kcd:
+            throw ReadError("KCD files can be written, not read");
+        case Format::Csv:
             break;
     }
-    throw ReadError("KCD files can be written, not read");
+    throw ReadError("CSV files can be written, not read");
 }
 
 }  // namespace kestrel

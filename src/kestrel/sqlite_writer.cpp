@@ -12,6 +12,7 @@
 #include "kestrel/model_text.h"
 #include "kestrel/sqlite.h"
 #include "kestrel/sqlite_tables.h"
+#include "kestrel/sqlite_view.h"
 
 namespace kestrel {
 
@@ -241,6 +242,7 @@ void WriteSqlite(const Database& database, AtomicFile& file) {
         connection.Execute(kSqliteTables);
         SqliteWriter(database, connection).Write();
         connection.Execute(kSqliteIndexes);
+        connection.Execute(SqliteSignalsView(database.HasScalings()));
         connection.Execute("COMMIT");
     } catch (const SqliteError&) {
         file.Fail();

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "kestrel/atomic_file.h"
+#include "kestrel/csv_writer.h"
 #include "kestrel/kcd_writer.h"
 #include "kestrel/sqlite_writer.h"
 #include "kestrel/vorn_writer.h"
@@ -16,6 +17,8 @@ WriteFunction WriterOf(Format format) {
             return WriteSqlite;
         case Format::Kcd:
             return WriteKcd;
+        case Format::Csv:
+            return WriteCsv;
         case Format::Vorn:
             break;
     }

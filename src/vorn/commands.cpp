@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "import/text/shown_text.h"
+#include "kestrel/csv_rows.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
 #include "vorn/check.h"
@@ -18,6 +19,9 @@
 
 namespace vorn {
 namespace {
+
+/// A table is written in blocks of about this size.
+constexpr std::size_t kBlock = 1 << 20;
 
 std::unique_ptr<kestrel::Database> Read(const std::string& path) {
     try {
@@ -45,6 +49,19 @@ std::vector<const kestrel::Message*> SelectFrom(const kestrel::Database& databas
     return messages;
 }
 
+void PrintCsv(const kestrel::Database& database, const std::vector<const kestrel::Message*>& messages) {
+    kestrel::CsvRows rows(database);
+    std::string csv(kestrel::kCsvHeader);
+    for (const kestrel::Message* message : messages) {
+        rows.Append(*message, csv);
+        if (csv.size() > kBlock) {
+            Print(csv);
+            csv.clear();
+        }
+    }
+    Print(csv);
+}
+
 Status StatusOf(const std::vector<const kestrel::Message*>& messages, const Arguments& arguments) {
     return messages.empty() && !arguments.selection.IsEmpty() ? kDifferent : kSame;
 }
@@ -68,7 +85,13 @@ Status Show(const Arguments& arguments) {
 Status List(const Arguments& arguments) {
     const auto database = Read(arguments.database);
     const auto messages = SelectFrom(*database, arguments);
-    Print(arguments.format == "json" ? MessagesJson(*database, messages) : MessageList(messages));
+    if (arguments.format == "json") {
+        Print(MessagesJson(*database, messages));
+    } else if (arguments.format == "csv") {
+        PrintCsv(*database, messages);
+    } else {
+        Print(MessageList(messages));
+    }
     return StatusOf(messages, arguments);
 }
 

@@ -1,7 +1,6 @@
 #include "vorn/describe.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "import/text/shown_text.h"
@@ -80,14 +79,8 @@ std::string WithoutTrailingBlanks(std::string line) {
 }  // namespace
 
 std::string IdentifierText(std::uint32_t identifier) {
-    char digits[9] = {};
     const std::uint32_t number = identifier & ~kExtendedIdentifier;
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr;
-    std::string text(std::begin(digits), end);
-    std::ranges::transform(text, text.begin(), [](char c) {
-        return c >= 'a' && c <= 'f' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return "0x" + text + (number != identifier ? " extended" : "");
+    return kestrel::HexadecimalText(number) + (number != identifier ? " extended" : "");
 }
 
 std::string MessageList(const std::vector<const Message*>& messages) {

@@ -72,7 +72,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     AddSelection(show, arguments.selection);
     CLI::App& list = AddCommand(app, "list", "lists messages", "DB", arguments);
     AddSelection(list, arguments.selection);
-    AddFormat(list, arguments.format, {"text", "json"});
+    AddFormat(list, arguments.format, {"text", "json", "csv"});
     CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
     convert
         .add_option("OUT", arguments.other,

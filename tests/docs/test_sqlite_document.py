@@ -81,12 +81,12 @@ class Sqlite(DocumentTest):
 
     def test_queries_give_what_is_shown(self):
         results = blocks(self.text, "text")
-        self.assertEqual((len(self.queries), len(results)), (5, 5))
+        self.assertEqual((len(self.queries), len(results)), (6, 6))
         for query, result in zip(self.queries, results):
             with self.subTest(query.splitlines()[0]):
                 cursor = self.example.execute(query)
                 header = [column[0] for column in cursor.description]
-                rows = [[str(cell) for cell in row] for row in cursor]
+                rows = [["" if cell is None else str(cell) for cell in row] for row in cursor]
                 self.assertGreater(len(rows), 1)
                 self.assertEqual([header, *rows], split_table(result))
 

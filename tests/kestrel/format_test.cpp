@@ -24,6 +24,7 @@ constexpr FormatCase kCases[] = {
     {"a.sqlite", Format::Sqlite}, {"a.SQLite3", Format::Sqlite}, {"dir/a.b.DB", Format::Sqlite},
     {"a.kcd", Format::Kcd},       {"A.KCD", Format::Kcd},        {".kcd", Format::Kcd},
     {"a.kcd/b", Format::Vorn},    {"a.kcd.txt", Format::Vorn},   {"a.db ", Format::Vorn},
+    {"a.csv", Format::Csv},       {"A.Csv", Format::Csv},        {"a.csv2", Format::Vorn},
     {"a.sqlite33", Format::Vorn}, {"kcd", Format::Vorn},         {"a.kcd/", Format::Vorn},
 };
 
@@ -43,6 +44,7 @@ std::vector<Format> AllFormats() {
             case Format::Vorn:
             case Format::Sqlite:
             case Format::Kcd:
+            case Format::Csv:
                 formats.push_back(format);
                 break;
         }
@@ -75,6 +77,7 @@ const BeginningCase kBeginnings[] = {
     {"a.Db", std::string("SQLite format 3\0", 16)},
     {"a.kcd", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<NetworkDefinition"},
     {"a.KCD", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<NetworkDefinition"},
+    {"a.csv", "address,fblock,"},
 };
 
 class FormatOfFile : public DatabaseTest {};

@@ -21,7 +21,7 @@ class SqliteReader : public FullDatabase {
     /// What is wrong with the full database's file after a statement.
     std::string ErrorAfter(const char* sql) {
         const std::string path = WriteAs("bad.sqlite");
-        SqliteFile(path).Run(sql);
+        SqliteFile(path).Run("DROP VIEW signals; " + std::string(sql));  // which needs its columns
         return ErrorOf(path);
     }
 };
@@ -436,8 +436,8 @@ TEST_F(SqliteReader, PageOfRubbishIsRefused) {
     const std::string whole = ReadFile(WriteAs("out.sqlite"));
     constexpr std::size_t kPage = 4096;
     ASSERT_EQ(whole.size() % kPage, 0U);
-    // Ten tables and five indexes besides the first page.
-    ASSERT_EQ(whole.size() / kPage, 16U);
+    // Ten tables and five indexes besides the first page, and two for what does not fit there.
+    ASSERT_EQ(whole.size() / kPage, 18U);
     for (std::size_t page = 0; page < whole.size(); page += kPage) {
         std::string damaged = whole;
         damaged.replace(page, kPage, kPage, '\xA5');

@@ -56,7 +56,7 @@ TEST_F(SqliteTables, HaveTheirColumns) {
 TEST_F(SqliteTables, AreAllThereAndNoOthers) {
     EXPECT_EQ(file_.Rows("SELECT name FROM sqlite_master WHERE type <> 'index' ORDER BY name"),
               "'attribute_choice'\n'attribute_definition'\n'database'\n'database_attribute'\n'message'\n"
-              "'message_attribute'\n'node'\n'node_attribute'\n'signal'\n'value_description'\n");
+              "'message_attribute'\n'node'\n'node_attribute'\n'signal'\n'signals'\n'value_description'\n");
 }
 
 TEST_F(SqliteTables, ReferToEachOther) {

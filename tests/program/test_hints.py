@@ -387,7 +387,7 @@ class Extensions(HintTest):
             with self.subTest(output):
                 (self.dir / "a.db").mkdir(exist_ok=True)
                 self.assertEqual(self.hints("written\n", output=output), [
-                    f"'{output}' has the format Vorn, as every output but those that end in .sqlite, .sqlite3, .db, .kcd"])
+                    f"'{output}' has the format Vorn, as every output but those that end in .sqlite, .sqlite3, .db, .kcd, .csv"])
 
     def test_an_output_that_is_what_its_name_says(self):
         for output in ["out.vorn", "out", "out.x", "json", "out.sqlite", "out.db", "out.KCD"]:
