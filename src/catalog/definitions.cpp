@@ -66,7 +66,8 @@ bool ZMTDefType::Import(const Element& element, ImportContext& context) {
         return Raise<kTypeDefWithoutId>(context.At(element), "TypeID");
     }
     SetDefName(text);
-    if (!GetChildElementText(element, "TDefSize", text)) {
+    hasSize_ = GetChildElementText(element, "TDefSize", text);
+    if (!hasSize_) {
         Raise<kTypeDefWithoutSize>(context.AtChild(element, "TDefSize"), "TDefSize");
     }
     defSize_ = IntegerOrZero(text);

@@ -39,9 +39,12 @@ class ZMTDefType : public ZMTNodeKind<ZMTDefType, ZMTDef, kDefType> {
 
     /// Size in bytes; 0 when the catalog gives none.
     std::int32_t DefSize() const { return defSize_; }
+    /// The catalog gives one, be it 0 or no number.
+    bool HasSize() const { return hasSize_; }
     std::int32_t Code() const { return defCode_; }
 
   private:
+    bool hasSize_ = false;
     std::int32_t defSize_ = 0;
     std::int32_t defCode_ = 0;
 };

@@ -18,6 +18,8 @@ std::string What(const Hole& hole) {
             return "there is no parameter " + AtPosition(hole);
         case HoleCause::NoSize:
             return "has a type without a size";
+        case HoleCause::CodeUnread:
+            return "has no sure size, as a code could not be read";
         case HoleCause::FieldCount:
             return "has another number of fields than it says";
         case HoleCause::MemberFailed:

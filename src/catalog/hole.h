@@ -15,6 +15,7 @@ enum class HoleCause {
     NamedTwice,  ///< The element of the operation stands twice in a parameter, so that it counts for neither.
     Gap,         ///< No parameter has the position.
     NoSize,      ///< The parameter's type has no size.
+    CodeUnread,  ///< The largest code of an enumeration, which tells its size, could not be read.
     FieldCount,  ///< The record has another number of fields than it says.
     MemberFailed  ///< A field, element or parameter inside has failed its check.
 };

@@ -3,10 +3,14 @@
 #include "disasm/item_list.h"
 #include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "params/layout.h"
 
 namespace tarvex {
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamEnum& enumeration, Bytes message) {
+    if (const auto hole = UnsureEnd(enumeration)) {
+        return FaultAtHole(enumeration, *hole);
+    }
     return TakeItem<ZMostParameterEnum>(*this, enumeration, enumeration.GetBytesInMsg(), message);
 }
 

@@ -106,6 +106,9 @@ bool SignalWriter::WriteParam(const ZMTParam& param, std::uint32_t& bit, Multipl
             WriteNumber(static_cast<const ZMTParamNumber&>(param), bit, multiplexer);
             return true;
         case ParamKind::Enum:
+            if (options_.isSafe && UnsureEnd(param)) {
+                return false;
+            }
             WriteEnum(static_cast<const ZMTParamEnum&>(param), bit, multiplexer);
             return true;
         case ParamKind::Bool:

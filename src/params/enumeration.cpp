@@ -61,11 +61,9 @@ bool IsOpen(const ZMTEnumValue& value) {
     return value.CodeMax() == static_cast<std::uint32_t>(kOpenRangeEnd);
 }
 
-bool NeedsTwoBytes(const ZMTEnumValue& value) {
-    const auto needsTwo = [](std::uint32_t code) {
-        return static_cast<std::int32_t>(code) > static_cast<std::int32_t>(kLargestOneByteCode);
-    };
-    return needsTwo(value.CodeMin()) || (needsTwo(value.CodeMax()) && !IsOpen(value));
+bool NeedsTwoBytes(std::int32_t min, std::int32_t max) {
+    constexpr auto kLargest = static_cast<std::int32_t>(kLargestOneByteCode);
+    return min > kLargest || (max > kLargest && max != kOpenRangeEnd);
 }
 
 }  // namespace
@@ -76,12 +74,12 @@ bool ZMTParamEnum::Import(const Element& element, ImportContext& context) {
         return false;
     }
     const bool hasMax = ImportEnumMax(*enumElement, context);
-    if (ImportTypeRef<kEnumWithoutType>(*enumElement, context)) {
+    const bool hasType = ImportTypeRef<kEnumWithoutType>(*enumElement, context);
+    if (hasType) {
         ImportValues(*enumElement, context);
     }
     if (!hasMax) {
-        enumMax_ = std::ranges::any_of(std::as_const(*this).Items(), NeedsTwoBytes) ? kLargestEnumMax
-                                                                                    : kLargestOneByteCode;
+        TakeMaxFromCodes(*enumElement, hasType);
     }
     if (enumMax_ > kLargestEnumMax) {
         Raise<kEnumMaxOutOfRange>(context.At(enumElement), enumMax_, 0, kLargestEnumMax + 1, kLargestEnumMax);
@@ -108,6 +106,27 @@ bool ZMTParamEnum::ImportEnumMax(const Element& enumElement, ImportContext& cont
     }
     enumMax_ = static_cast<std::uint32_t>(value);
     return true;
+}
+
+/// All codes that stand in the element count, also those of values that are not kept. One that can't be read
+/// might be any; two bytes are the most there are.
+void ZMTParamEnum::TakeMaxFromCodes(const Element& enumElement, bool hasType) {
+    enumMax_ = kLargestOneByteCode;
+    for (const Element* child = FindChildElement(&enumElement, "TEnumValue"); child != nullptr;
+         child = FindNextSiblingElement(*child, "TEnumValue")) {
+        std::string codes;
+        std::int32_t min = 0;
+        std::int32_t max = 0;
+        const bool hasCode = GetAttribute(*child, "Code", codes);
+        if (!hasCode || !ParseRange(codes, min, max)) {
+            const Message& unread = hasCode ? kEnumCodeUnreadable : kEnumValueWithoutCode;
+            unsureBy_ = hasType ? unread.number : kEnumWithoutType.number;
+        } else if (NeedsTwoBytes(min, max)) {
+            enumMax_ = kLargestEnumMax;
+            unsureBy_ = 0;
+            return;
+        }
+    }
 }
 
 void ZMTParamEnum::ImportValues(const Element& enumElement, ImportContext& context) {

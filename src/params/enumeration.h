@@ -23,14 +23,19 @@ class ZMTParamEnum : public ZMTParamKind<ZMTParamEnum, ZMTListNode<ZMTParam, ZMT
     const ZMTEnumValue* FindValue(std::uint32_t code) const;
     /// The largest code, 1 to 65535.
     std::uint32_t EnumMax() const { return enumMax_; }
+    /// Number of the message about a code that could not be read, and that alone would tell how many bytes
+    /// the enumeration takes; 0 where these are sure.
+    unsigned SizeUnsureBy() const { return unsureBy_; }
 
   private:
     bool ImportEnumMax(const Element& enumElement, ImportContext& context);
+    void TakeMaxFromCodes(const Element& enumElement, bool hasType);
     void ImportValues(const Element& enumElement, ImportContext& context);
     void CheckCodes(const Element& enumElement, ImportContext& context);
     void IndexCodes() const;
 
     std::uint32_t enumMax_ = 255;
+    unsigned unsureBy_ = 0;
     bool isAscending_ = false;                   // each value begins behind the one before it
     mutable std::vector<unsigned> slotsByCode_;  // of others, made at the first look-up
 };

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "catalog/definitions.h"
 #include "import/log/messages.h"
 #include "params/array.h"
 #include "params/case_stream.h"
+#include "params/enumeration.h"
 #include "params/number.h"
 #include "params/pos_and_data.h"
 #include "params/record.h"
@@ -111,7 +113,12 @@ std::optional<Hole> MissingMember(const ZMTParam& container) {
 
 std::optional<Hole> UnsureEnd(const ZMTParam& param) {
     if (param.IsType(kParamNumber) && param.GetBytesInMsg() < 1) {
-        return Hole{HoleCause::NoSize, std::nullopt, kTypeDefWithoutSize.number};
+        const bool isTold = param.TypeDefinition() != nullptr && !param.TypeDefinition()->HasSize();
+        return Hole{HoleCause::NoSize, std::nullopt, isTold ? kTypeDefWithoutSize.number : 0};
+    }
+    if (param.IsType(kParamEnum) && static_cast<const ZMTParamEnum&>(param).SizeUnsureBy() != 0) {
+        return Hole{HoleCause::CodeUnread, std::nullopt,
+                    static_cast<const ZMTParamEnum&>(param).SizeUnsureBy()};
     }
     if (param.IsType(kParamRecord) && static_cast<const ZMTParamRecord&>(param).HasOtherCount()) {
         return Hole{HoleCause::FieldCount, std::nullopt, kRecordFieldCountDiffers.number};

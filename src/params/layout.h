@@ -27,7 +27,7 @@ bool HasOpenLength(const ZMTParam& param);
 std::optional<Hole> MissingMember(const ZMTParam& container);
 
 /// Why the place of a parameter's end is not sure, though nothing is missing inside: a number whose type has
-/// no size, a record with another number of fields than it says.
+/// no size, an enumeration whose codes do not tell one, a record with another number of fields than it says.
 std::optional<Hole> UnsureEnd(const ZMTParam& param);
 
 /// The number, a parameter of an operation, chooses what stands in the operation's record.

@@ -184,7 +184,7 @@ constexpr SizeRow kSizes[] = {
 
 TEST(NumberItem, TypeWithoutASizeEndsTheMessage) {
     EXPECT_EQ(OfSize("type_unsigned_long", 0, "0").Shown("01 02"),
-              "!byte 0: Level has a type without a size (message 3); the rest is 01 02");
+              "!byte 0: Level has a type without a size; the rest is 01 02");
 }
 
 TEST(NumberItem, SizesBeyondFourBytesHaveNoValue) {

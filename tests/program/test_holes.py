@@ -15,6 +15,8 @@ GOOD = BYTE.format("type_unsigned_byte")
 OPERATION = "<PReportStatus><ParamPos>{0}</ParamPos></PReportStatus>"
 RECORD = ('<TRecord TypeRef="type_unsigned_byte" NElements="2"><TRecordField FieldIdx="1"><TRecordFieldName>Field'
           f"</TRecordFieldName>{GOOD}</TRecordField></TRecord>")
+# Its codes tell whether it has one byte or two, and one is none.
+ENUMERATION = '<TEnum TypeRef="type_enum"><TEnumValue Code="1">On</TEnumValue><TEnumValue Code="x">Off</TEnumValue></TEnum>'
 
 CATALOG = """<FunctionCatalog><FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>
 <Function><FunctionID>0x400</FunctionID><FunctionName>Tone</FunctionName><FunctionClass><Property><PUnclassified>
@@ -64,6 +66,8 @@ LOSSES = [
      [0, 1, 2], [f"there is no parameter at position {pos} (message 102)" for pos in (1, 2, 3)]),
     ("no size", lambda at: with_loss(at, content=BYTE.format("type_open")), [0, 1, 2],
      [f"{name} has a type without a size (message 3)" for name in "ABC"]),
+    ("a code", lambda at: with_loss(at, content=ENUMERATION), [0, 1, 2],
+     [f"{name} has no sure size, as a code could not be read (message 76)" for name in "ABC"]),
     ("named twice", lambda at: with_loss(at, operations=OPERATION.format(at) * 2), [0, 1, 2],
      [f"the parameter at position {pos} could not be imported (it names the operation twice)" for pos in (1, 2, 3)]),
 ]
