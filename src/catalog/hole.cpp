@@ -24,6 +24,10 @@ std::string What(const Hole& hole) {
             return "has another number of fields than it says";
         case HoleCause::MemberFailed:
             return "could not keep what stands " + AtPosition(hole);
+        case HoleCause::MemberTwice:
+            return "has two things " + AtPosition(hole);
+        case HoleCause::CaseLost:
+            return "has no case that fits, and one that could not be imported";
     }
     return {};
 }

@@ -17,7 +17,9 @@ enum class HoleCause {
     NoSize,      ///< The parameter's type has no size.
     CodeUnread,  ///< The largest code of an enumeration, which tells its size, could not be read.
     FieldCount,  ///< The record has another number of fields than it says.
-    MemberFailed  ///< A field, element or parameter inside has failed its check.
+    MemberFailed,  ///< A field, element or parameter inside has failed its check.
+    MemberTwice,   ///< Two parameters or signals of a stream case claim one place.
+    CaseLost       ///< No case of the stream fits, and one could not be imported.
 };
 
 /// A place in a message from which on nothing is sure.

@@ -90,8 +90,8 @@ bool ZMostParameterListBaseInfo::Fault(const ZMTNode& parameter, std::size_t off
     return false;
 }
 
-bool ZMostParameterListBaseInfo::FaultAtHole(const ZMTNode& parameter, const Hole& hole) {
-    Fault(parameter, offset_, HoleText(hole));
+bool ZMostParameterListBaseInfo::FaultAtHole(const ZMTNode& parameter, std::size_t offset, const Hole& hole) {
+    Fault(parameter, offset, HoleText(hole));
     root_->faults_.back().isHole = true;
     return false;
 }

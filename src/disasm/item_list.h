@@ -86,8 +86,11 @@ class ZMostParameterListBaseInfo : public ParamDecoder {
 
     /// Notes that the message does not fit the parameter at an offset. Always false.
     bool Fault(const ZMTNode& parameter, std::size_t offset, const std::string& what);
-    /// The same for what the catalog does not know: the bytes from here on mean nothing.
-    bool FaultAtHole(const ZMTNode& parameter, const Hole& hole);
+    /// The same for what the catalog does not know: the bytes from there on mean nothing.
+    bool FaultAtHole(const ZMTNode& parameter, const Hole& hole) {
+        return FaultAtHole(parameter, offset_, hole);
+    }
+    bool FaultAtHole(const ZMTNode& parameter, std::size_t offset, const Hole& hole);
     /// Those of the whole message.
     const std::vector<DisassemblyFault>& Faults() const { return root_->faults_; }
 

@@ -24,20 +24,22 @@ bool Holds(const ZMTParamStreamCase& streamCase, std::int64_t value, bool isSign
     return std::int64_t{min} <= value && (isOpen || value <= std::int64_t{max});
 }
 
-/// The first case that holds the selector's value. A single case needs no selector.
+/// The first case that holds the selector's value. A single case needs no selector, and is not asked whether
+/// it names another one.
 const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMostParameterListBaseInfo& info) {
     const ZMTParam* selector = stream.Selector();
+    const bool isOnly = stream.Count() == 1 && !stream.HasLostCases();
     const auto value = SelectorValue(selector, info);
     if (!value) {
-        const bool isOnly = selector == nullptr && stream.Count() == 1 && !stream.HasLostCases();
-        return isOnly ? &*stream.Items().begin() : nullptr;
+        return selector == nullptr && isOnly ? &*stream.Items().begin() : nullptr;
     }
     const bool hasCoordinates = HasCoordinates(*selector);
     const bool isSigned =
         selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
     const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
     for (const ZMTParamStreamCase& streamCase : stream.Items()) {
-        if (Holds(streamCase, *value, isSigned && !hasCoordinates) &&
+        if ((isOnly || !streamCase.IsNameUnknown()) &&
+            Holds(streamCase, *value, isSigned && !hasCoordinates) &&
             (!hasCoordinates || streamCase.AdmitsX(x))) {
             return &streamCase;
         }
@@ -47,6 +49,14 @@ const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMost
 
 bool HasCases(const ZMTParamCaseStream& stream) {
     return stream.Size() > 0 || stream.HasLostCases();
+}
+
+/// Always false. A case that the catalog has and the tree has not may be the one.
+bool FaultWithoutCase(const ZMTParamCaseStream& stream, ZMostParameterListBaseInfo& info) {
+    if (const unsigned message = stream.CaseLostBy(); message != 0) {
+        return info.FaultAtHole(stream, {HoleCause::CaseLost, std::nullopt, message});
+    }
+    return info.Fault(stream, info.Offset(), "has no case that fits");
 }
 
 /// The parts of a message up to the end of a stream of at most so many bytes that begins at the offset.
@@ -77,7 +87,7 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
     }
     const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
     if (streamCase == nullptr && HasCases(stream)) {
-        return Fault(stream, Offset(), "has no case that fits");
+        return FaultWithoutCase(stream, *this);
     }
     auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, 0, *this);
     const bool isOpenEnded = streamCase == nullptr || streamCase->Size() == 0 ||
@@ -94,7 +104,7 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamShortStream& stream, Bytes
     }
     const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
     if (streamCase == nullptr && HasCases(stream)) {
-        return Fault(stream, Offset(), "has no case that fits");
+        return FaultWithoutCase(stream, *this);
     }
     const std::size_t end = Offset() + static_cast<std::size_t>(*size);
     auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, kLengthBytes, *this);
@@ -155,8 +165,13 @@ bool ZMostParameterStream::ReadRepetitions(std::span<const std::uint8_t> message
 bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
     const std::size_t begin = Members().Offset();
     const auto bytes = message.subspan(std::min(begin, message.size()));
+    const std::optional<Hole> missing = MissingMember(*streamCase_);
+    unsigned left = missing ? *missing->position - 1 : ~0U;
     std::size_t bit = 0;
     for (const ZMTParam& param : streamCase_->Items()) {
+        if (left-- == 0) {
+            break;
+        }
         const auto& signal = static_cast<const ZMTParamStreamSignal&>(param);
         const std::size_t first = bit / kBitsPerByte;
         const std::size_t end = BytesFor(bit + signal.BitLength());
@@ -172,7 +187,7 @@ bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
         bit += signal.BitLength();
         Members().SetOffset(begin + end);
     }
-    return true;
+    return !missing || Members().FaultAtHole(*streamCase_, begin + bit / kBitsPerByte, *missing);
 }
 
 std::string ZMostParameterStream::GetText() const {

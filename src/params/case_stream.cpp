@@ -77,6 +77,13 @@ bool ZMTParamCaseStream::BindSelector(const ZMTParam& selector) {
     return Selector() == &selector;
 }
 
+unsigned ZMTParamCaseStream::CaseLostBy() const {
+    if (hasLostCases_) {
+        return kStreamCaseFailed.number;
+    }
+    return Count() < Size() ? kSecondSelector.number : 0;  // they are checked for nothing else
+}
+
 void ZMTParamCaseStream::DumpSelector(ZMostTreeLog& treeLog) const {
     DumpLine(treeLog, FormatText(".SelectorParam: %s", SelectorName(Selector())));
 }

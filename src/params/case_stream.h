@@ -20,7 +20,9 @@ class ZMTParamCaseStream : public ZMTListNode<ZMTParam, ZMTParamStreamCase>, pub
     /// Takes the selector that a case has found. False when another case has found a different one.
     bool BindSelector(const ZMTParam& selector);
     /// The catalog has cases of the stream that failed, so that none is the only one.
-    bool HasLostCases() const { return hasLostCases_ || Count() < Size(); }
+    bool HasLostCases() const { return CaseLostBy() != 0; }
+    /// Number of the message that tells it; 0 when there are none.
+    unsigned CaseLostBy() const;
 
   protected:
     ZMTParamCaseStream() = default;

@@ -26,6 +26,18 @@ std::optional<Hole> EmptySlot(const ZMTChildList<ZMTParam>& list, unsigned first
     return std::nullopt;
 }
 
+/// The first slot that is empty, or whose place is not that of what is in it.
+std::optional<Hole> UnsureSlot(const ZMTParamStreamCase& streamCase) {
+    const std::optional<Hole> empty = EmptySlot(streamCase, 0);
+    const unsigned twice = streamCase.ClaimedTwice();
+    if (twice >= (empty ? *empty->position - 1 : streamCase.Size())) {
+        return empty;
+    }
+    const bool isSignal = streamCase.GetAt(twice)->IsType(kParamStreamSignal);
+    return Hole{HoleCause::MemberTwice, twice + 1,
+                isSignal ? kStreamSignalTwice.number : kStreamParamTwice.number};
+}
+
 bool HasHole(const ZMTParam& param);
 
 bool HasHole(const ZMTChildList<ZMTParam>& members) {
@@ -106,7 +118,7 @@ std::optional<Hole> MissingMember(const ZMTParam& container) {
         return EmptySlot(static_cast<const ZMTParamRecord&>(container), kFirstField);
     }
     if (container.IsType(kParamStreamCase)) {
-        return EmptySlot(static_cast<const ZMTParamStreamCase&>(container), 0);
+        return UnsureSlot(static_cast<const ZMTParamStreamCase&>(container));
     }
     return std::nullopt;
 }

@@ -22,8 +22,8 @@ Layout LayoutOf(const ZMTOperation& operation);
 /// The parameter is of a kind whose length a message alone tells: a string, an array, any stream.
 bool HasOpenLength(const ZMTParam& param);
 
-/// What a parameter of an array, record or stream case lacks, of those that should stand directly in it: the
-/// first of them. Nothing for other parameters.
+/// What a parameter of an array, record or stream case lacks, of those that should stand directly in it, or
+/// has twice: the first of them. Nothing for other parameters.
 std::optional<Hole> MissingMember(const ZMTParam& container);
 
 /// Why the place of a parameter's end is not sure, though nothing is missing inside: a number whose type has

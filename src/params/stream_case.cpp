@@ -116,6 +116,7 @@ bool ZMTParamStreamCase::ImportContent(const Element& element, ImportContext& co
 /// Reads the parameters from the first on and puts them in order.
 bool ZMTParamStreamCase::ImportParams(const Element* child, ImportContext& context) {
     PlacedParams params;
+    std::set<const ZMTParam*> claimed;  // places that another one claims too
     for (; child != nullptr; child = FindNextSiblingElement(*child, "StreamParam")) {
         auto param = ImportMember<kStreamParamUnknown, kStreamParamFailed>(*this, *child, context);
         if (!param) {
@@ -127,6 +128,7 @@ bool ZMTParamStreamCase::ImportParams(const Element* child, ImportContext& conte
         auto& place = params[{param->ParamPos(), param->Sequence()}];
         if (place) {
             Raise<kStreamParamTwice>(context.AtChild(*child, "ParamName"), param->ParamPos());
+            claimed.insert(place.get());
         } else {
             place = std::move(param);
         }
@@ -138,6 +140,11 @@ bool ZMTParamStreamCase::ImportParams(const Element* child, ImportContext& conte
     }
     if (!CheckSequences(ordered, isGroup, context) || (isGroup && !OrderGroup(ordered, context))) {
         return false;
+    }
+    const auto twice =
+        std::ranges::find_if(ordered, [&](const auto& param) { return claimed.contains(param.get()); });
+    if (twice != ordered.end()) {
+        claimedTwice_ = static_cast<unsigned>(twice - ordered.begin());
     }
     for (auto& param : ordered) {
         Append(std::move(param));
@@ -157,6 +164,7 @@ bool ZMTParamStreamCase::ImportSignals(const Element* child, ImportContext& cont
         const std::uint32_t pos = signal->ParamPos();
         if (!signals.try_emplace(pos, std::move(signal)).second) {
             Raise<kStreamSignalTwice>(context.AtChild(*child, "SignalName"), pos);
+            claimedTwice_ = std::min(claimedTwice_, pos - 1);
         }
     }
     for (auto& [pos, signal] : signals) {
@@ -225,7 +233,7 @@ bool ZMTParamStreamCase::Resolve(ImportContext& context) {
 
 /// What the x coordinate names beside the stream (`looksOutward`: or around it, as far as the operation),
 /// else the "Pos" beside it.
-const ZMTParam* ZMTParamStreamCase::FindCaseSelector(bool looksOutward) const {
+const ZMTParam* ZMTParamStreamCase::FindCaseSelector(bool looksOutward) {
     const ZMTNode* stream = GetParent();
     if (stream == nullptr || stream->GetParent() == nullptr) {
         return nullptr;
@@ -238,6 +246,7 @@ const ZMTParam* ZMTParamStreamCase::FindCaseSelector(bool looksOutward) const {
          scope = looksOutward && !scope->IsType(kOperation) ? scope->GetParent() : nullptr) {
         named = FindSelecting(*scope, name);
     }
+    isNameUnknown_ = !name.empty() && named == nullptr && !hasRangeX_;
     return named != nullptr ? named : FindSelecting(*beside, kPosName);
 }
 

@@ -42,12 +42,19 @@ class ZMTParamStreamCase
     std::uint32_t PosYMax() const { return posYMax_; }
     /// The case may stand for that x coordinate: the text names it, a range with it, or says nothing about x.
     bool AdmitsX(unsigned x) const { return !hasRangeX_ || (posXMin_ <= x && x <= posXMax_); }
+    /// The text for the x coordinate names a parameter that is not there, or is of a kind that can't select.
+    /// The selector of the stream, if there is one, is another one then. Known once the case is resolved.
+    bool IsNameUnknown() const { return isNameUnknown_; }
     /// The highest sequence number among the parameters; 0 when none has one.
     std::uint32_t SeqCnt() const { return seqCnt_; }
     /// The slot from which on the parameters are a group that repeats to the end of the stream; kNotRepeated
     /// when each stands once.
     unsigned RepeatedFrom() const { return repeatedFrom_; }
     static constexpr unsigned kNotRepeated = ~0U;
+    /// The first slot whose place two parameters or signals claim, so that the one in it need not be what
+    /// stands there; kNoSlot when there is none.
+    unsigned ClaimedTwice() const { return claimedTwice_; }
+    static constexpr unsigned kNoSlot = ~0U;
 
   private:
     bool ImportRange(const Element& element, ImportContext& context);
@@ -58,7 +65,7 @@ class ZMTParamStreamCase
 
     bool CheckSequences(const Params& params, bool isAcross, ImportContext& context);
     bool OrderGroup(Params& params, ImportContext& context);
-    const ZMTParam* FindCaseSelector(bool looksOutward) const;
+    const ZMTParam* FindCaseSelector(bool looksOutward);
     std::string NameBy(const ZMTParam& selector) const;
 
     std::string posXString_;
@@ -66,6 +73,8 @@ class ZMTParamStreamCase
     std::uint32_t posYMax_ = 0;
     std::uint32_t seqCnt_ = 0;
     unsigned repeatedFrom_ = kNotRepeated;
+    unsigned claimedTwice_ = kNoSlot;
+    bool isNameUnknown_ = false;
     bool hasRangeX_ = false;
     std::uint32_t posXMin_ = 0;
     std::uint32_t posXMax_ = 0;

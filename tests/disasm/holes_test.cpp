@@ -89,6 +89,137 @@ TEST(Holes, WithoutALargestCodeEveryCodeTellsTheSize) {
     });
 }
 
+std::string Signals(const std::vector<const char*>& indices) {
+    std::string xml = R"(<StreamCase><PosDescription PosX="#NULL#" PosY="#NULL#"/>)";
+    for (const char* index : indices) {
+        xml += "<StreamSignal><SignalName SignalIdx=\"" + std::string(index) + "\">S" + index +
+               "</SignalName><SignalBitLength>4</SignalBitLength></StreamSignal>";
+    }
+    return xml + "</StreamCase>";
+}
+
+/// A case that names another parameter is no case of the selector that its neighbours have.
+TEST(Holes, CasesThatNameNothingNeverFitAmongOthers) {
+    const std::string first = Case("X", "1", {{"1", "A", kUByte}});
+    const std::string second = Case("Xx", "2", {{"1", "B", kUByte}});
+    const std::string text = Text("9");
+    Expect({
+        {"the other one",
+         {{"X", kUByte}, {"S", Stream(first + second)}},
+         "01 05",
+         "X@0+1=1 S@1+1=(X=0x01)<A@1+1=5>",
+         Layout::Open},
+        {"it",
+         {{"X", kUByte}, {"S", Stream(first + second)}},
+         "02 05",
+         "X@0+1=2 !byte 1: S has no case that fits",
+         Layout::Open},
+        {"it comes first",
+         {{"X", kUByte}, {"S", Stream(second + first)}},
+         "02 05",
+         "X@0+1=2 !byte 1: S has no case that fits",
+         Layout::Open},
+        {"a string can't select",
+         {{"X", kUByte}, {"Xx", text}, {"S", Stream(first + second)}},
+         "02 01 41 00 05",
+         "X@0+1=2 Xx@1+3=A !byte 4: S has no case that fits",
+         Layout::Open},
+        {"beside a Pos",
+         {{"Pos", kUByte}, {"S", Stream(second + Case("#NULL#", "1", {{"1", "A", kUByte}}))}},
+         "02 05",
+         "Pos@0+1=2 !byte 1: S has no case that fits",
+         Layout::Open},
+        {"alone",
+         {{"Pos", kUByte}, {"S", Stream(second)}},
+         "02 05",
+         "Pos@0+1=2 S@1+1=(Pos=0x02)<B@1+1=5>",
+         Layout::Open},
+        {"alone without any selector",
+         {{"S", Stream(second)}},
+         "05",
+         "S@0+1={StreamCase}<B@0+1=5>",
+         Layout::Open},
+        {"a coordinate is no name",
+         {{"Pos", kUWord}, {"S", Stream(Case("3", "1", {{"1", "A", kUByte}}) + Case("4", "2", {}))}},
+         "03 01 05",
+         "Pos@0+2=PosX=3 PosY=1 S@2+1=(Pos=0x01)<A@2+1=5>",
+         Layout::Open},
+    });
+}
+
+/// Of two that claim a place neither is sure to stand there.
+TEST(Holes, PlacesThatTwoClaimEndTheirCase) {
+    const auto only = [](const std::vector<StreamParamOf>& params) {
+        return Stream(Case("#NULL#", "#NULL#", params));
+    };
+    Expect({
+        {"the second parameter",
+         {{"S", only({{"1", "A", kUByte}, {"2", "B", kUByte}, {"2", "C", kUWord}, {"3", "D", kUByte}})}},
+         "01 02 03",
+         "S@0+1={StreamCase}<A@0+1=1> !byte 1: {StreamCase} has two things at position 2 (message 22); the "
+         "rest is 02 03",
+         Layout::Incomplete},
+        {"the first of a group",
+         {{"S", only({{"1seq1", "A", kUByte}, {"1seq1", "B", kUWord}, {"1seq2", "C", kUByte}})}},
+         "01 02",
+         "!byte 0: {StreamCase} has two things at position 1 (message 22); the rest is 01 02",
+         Layout::Incomplete},
+        // In the order of their sequence numbers they are C, A, B.
+        {"a group in another order",
+         {{"S", only({{"1seq2", "A", kUByte},
+                      {"2seq1", "C", kUByte},
+                      {"3seq3", "B", kUByte},
+                      {"3seq3", "D", kUWord}})}},
+         "01 02 03",
+         "S@0+2={StreamCase}<[1]C@0+1=1 [1]A@1+1=2> !byte 2: {StreamCase} has two things at position 3 "
+         "(message 22); the rest is 03",
+         Layout::Incomplete},
+        {"the second signal",
+         {{"S", Stream(Signals({"3", "2", "1", "2"}))}},
+         "12 34",
+         "S@0+1={StreamCase}<S1@0+1=1> !byte 0: {StreamCase} has two things at position 2 (message 213); the "
+         "rest is 12 34",
+         Layout::Incomplete},
+        {"the first signal",
+         {{"S", Stream(Signals({"1", "1"}))}},
+         "12",
+         "!byte 0: {StreamCase} has two things at position 1 (message 213); the rest is 12",
+         Layout::Incomplete},
+    });
+}
+
+TEST(Holes, CasesThatWereLostAreToldWhereNoneFits) {
+    const std::string good = Case("X", "1", {{"1", "A", kUByte}});
+    const std::string unknown = Case("X", "2", {{"1", "B", "<TOther/>"}});
+    const std::string other = Case("Y", "2", {{"1", "B", kUByte}});
+    const ParamOf x{"X", kUByte};
+    Expect({
+        {"one that is there",
+         {x, {"S", Stream(good + unknown)}},
+         "01 05",
+         "X@0+1=1 S@1+1=(X=0x01)<A@1+1=5>",
+         Layout::Incomplete},
+        {"none",
+         {x, {"S", Stream(good + unknown)}},
+         "02 05",
+         "X@0+1=2 !byte 1: S has no case that fits, and one that could not be imported (message 32); the "
+         "rest is 05",
+         Layout::Incomplete},
+        {"all are lost",
+         {x, {"S", Stream(unknown)}},
+         "02 05",
+         "X@0+1=2 !byte 1: S has no case that fits, and one that could not be imported (message 32); the "
+         "rest is 05",
+         Layout::Incomplete},
+        {"one with another selector",
+         {x, {"Y", kUByte}, {"S", Stream(good + other)}},
+         "02 02 05",
+         "X@0+1=2 Y@1+1=2 !byte 2: S has no case that fits, and one that could not be imported (message 27); "
+         "the rest is 05",
+         Layout::Incomplete},
+    });
+}
+
 /// The message is that of a type without "TDefSize"; one that is 0, or no number, has none.
 TEST(Holes, TypesWithoutASizeAreToldWithTheMessageThatTheyHave) {
     struct SizeRow {

@@ -322,7 +322,7 @@ TEST(NewerForms, GroupsRepeatToTheEndOfTheirStream) {
         {"a number is missing",
          {{"S", Stream(only({{"1seq1", "A", kUByte}, {"1seq3", "B", kUByte}}))}},
          "01",
-         "!byte 0: S has no case that fits",
+         "!byte 0: S has no case that fits, and one that could not be imported (message 32); the rest is 01",
          "Error #0025 in '/Cat/Amp/Volume/S/{StreamCase}':\n  Can't reconstruct sequence of parameters "
          "(check attribute "
          "'ParamIdx' of StreamParams)\nError #0032 in '/Cat/Amp/Volume/S':\n  Failed to import element "

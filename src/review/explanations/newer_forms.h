@@ -140,6 +140,7 @@ inline constexpr Explanation kOfNewerForms[] = {
   <StreamSignal><SignalName SignalIdx="1">Fold</SignalName><SignalBitLength>3</SignalBitLength></StreamSignal>
 </StreamCase>)",
      .loss = Loss::Part,
+     .isIncomplete = true,
      .isNewer = true},
     {.message = &kGapInStreamSignals,
      .when = "The `SignalIdx` of a case are not 1, 2, 3, ...",

@@ -70,7 +70,8 @@ inline constexpr Explanation kOfStreams[] = {
   <StreamParam><ParamName ParamIdx="1">Bass</ParamName><ParamType><TVoid TypeRef="type_void"/></ParamType></StreamParam>
   <StreamParam><ParamName ParamIdx="1">Level</ParamName><ParamType><TVoid TypeRef="type_void"/></ParamType></StreamParam>
 </StreamCase>)",
-     .loss = Loss::Part},
+     .loss = Loss::Part,
+     .isIncomplete = true},
     {.message = &kStreamParamPosInvalid,
      .when = "A `StreamParam` has no position in its case.",
      .noExcerpt = "No catalog raises it: 16 is raised first."},
