@@ -22,6 +22,19 @@ Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
     return {given.y, 0};
 }
 
+/// The only field of the record that stands in the message is not in the tree: it was lost, or the catalog
+/// says that there are more fields than it has. Always false.
+bool FaultWithoutField(const ZMTParamRecord& record, unsigned field, ZMostParameterListBaseInfo& info) {
+    if (field < record.Size()) {
+        return info.FaultAtHole(record, {HoleCause::MemberFailed, field});
+    }
+    const auto unsureEnd = UnsureEnd(record);
+    if (unsureEnd && field <= record.DeclaredCount()) {
+        return info.FaultAtHole(record, *unsureEnd);
+    }
+    return info.Fault(record, info.Offset(), "has no field " + std::to_string(field));
+}
+
 }  // namespace
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes message) {
@@ -37,7 +50,7 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes mess
         item->Members().SetMemberNumber(member);
         isGood = only->Disassemble(item->Members(), message);
     } else {
-        isGood = Fault(record, Offset(), "has no field " + std::to_string(field));
+        isGood = FaultWithoutField(record, field, *this);
     }
     const auto unsureEnd = field == 0 ? UnsureEnd(record) : std::nullopt;
     isGood = ContainerItem::Finish(std::move(item), isGood, *this, message);

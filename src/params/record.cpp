@@ -42,10 +42,9 @@ bool ZMTParamRecord::Import(const Element& element, ImportContext& context) {
         return Raise<kRecordWithoutFields>(context.At(record), "TRecordField");
     }
     nElements_ = count;
-    if (const auto declared = static_cast<std::uint32_t>(IntegerOrZero(text));
-        hasNElements && count != declared) {
-        Raise<kRecordFieldCountDiffers>(context.At(record), count, declared);
-        hasOtherCount_ = true;
+    declaredCount_ = hasNElements ? static_cast<std::uint32_t>(IntegerOrZero(text)) : count;
+    if (HasOtherCount()) {
+        Raise<kRecordFieldCountDiffers>(context.At(record), count, declaredCount_);
     }
     return ImportFields(*record, context);
 }

@@ -32,14 +32,16 @@ class ZMTParamRecord
     std::uint32_t NElements() const { return nElements_; }
     /// The catalog says that there is another number of fields than it has, so that nobody knows where the
     /// record ends.
-    bool HasOtherCount() const { return hasOtherCount_; }
+    bool HasOtherCount() const { return nElements_ != declaredCount_; }
+    /// That number, or that of the fields where the catalog says none.
+    std::uint32_t DeclaredCount() const { return declaredCount_; }
 
   private:
     bool ImportFields(const Element& record, ImportContext& context);
 
     FoundSelector selector_;
     std::uint32_t nElements_ = 0;
-    bool hasOtherCount_ = false;
+    std::uint32_t declaredCount_ = 0;
 };
 
 }  // namespace tarvex

@@ -89,6 +89,42 @@ TEST(Holes, WithoutALargestCodeEveryCodeTellsTheSize) {
     });
 }
 
+/// A record "Data" of which "Pos" in front of it chooses a field.
+std::vector<ParamOf> Chosen(const std::string& record) {
+    return {{"Pos", kUWord}, {"Data", record}};
+}
+
+std::string Declaring(const char* count, std::string record) {
+    const std::string attribute = "NElements=\"";
+    const std::size_t begin = record.find(attribute) + attribute.size();
+    return record.replace(begin, record.find('"', begin) - begin, count);
+}
+
+TEST(Holes, FieldsThatAreChosenMayBeMissing) {
+    // The field "Data" fails its check, as no "Pos" stands beside it.
+    const std::string lost = Record({{"A", kUByte}, {"Data", Record({{"B", kUByte}})}, {"C", kUByte}});
+    const std::string two = Record({{"A", kUByte}, {"B", kUByte}});
+    Expect({
+        {"the one that failed", Chosen(lost), "02 00 05",
+         "Pos@0+2=PosX=2 PosY=0 !byte 2: Data could not keep what stands at position 2; the rest is 05",
+         Layout::Incomplete},
+        {"one behind it", Chosen(lost), "03 00 05", "Pos@0+2=PosX=3 PosY=0 Data@2+1=<C@2+1=5>",
+         Layout::Incomplete},
+        {"no field of so few", Chosen(lost), "04 00 05", "Pos@0+2=PosX=4 PosY=0 !byte 2: Data has no field 4",
+         Layout::Incomplete},
+        {"one that is declared", Chosen(Declaring("3", two)), "03 00 05",
+         "Pos@0+2=PosX=3 PosY=0 !byte 2: Data has another number of fields than it says (message 55); the "
+         "rest is 05",
+         Layout::Incomplete},
+        {"one that is there", Chosen(Declaring("3", two)), "02 00 05",
+         "Pos@0+2=PosX=2 PosY=0 Data@2+1=<B@2+1=5>", Layout::Incomplete},
+        {"one beyond what is declared", Chosen(Declaring("3", two)), "04 00 05",
+         "Pos@0+2=PosX=4 PosY=0 !byte 2: Data has no field 4", Layout::Incomplete},
+        {"fewer are declared", Chosen(Declaring("1", two)), "03 00 05",
+         "Pos@0+2=PosX=3 PosY=0 !byte 2: Data has no field 3", Layout::Incomplete},
+    });
+}
+
 std::string Signals(const std::vector<const char*>& indices) {
     std::string xml = R"(<StreamCase><PosDescription PosX="#NULL#" PosY="#NULL#"/>)";
     for (const char* index : indices) {
