@@ -62,7 +62,7 @@ void ZMTParamNumber::ImportRange(const Element& number, ImportContext& context) 
     const bool hasMax = GetChildElementText(number, "RangeMax", max);
     rangeMin_ = ParseFloat(min);
     rangeMax_ = ParseFloat(max);
-    hasRange_ = hasMin && hasMax;
+    hasRange_ = IsFloat(min) && IsFloat(max);
     if (!hasMin && !hasMax && context.newer.AreRead()) {
         return;
     }

@@ -18,7 +18,7 @@ class ZMTParamNumber : public ZMTParamKind<ZMTParamNumber, ZMTParam, ParamKind::
 
     bool IsSigned() const { return isSigned_; }
     std::int32_t Exponent() const { return exponent_; }
-    /// The catalog gives both bounds.
+    /// The catalog gives both bounds, and both are numbers.
     bool HasRange() const { return hasRange_; }
     /// Bounds and resolution of the physical value; 0 where the catalog gives none.
     double RangeMin() const { return rangeMin_; }

@@ -197,6 +197,21 @@ TEST(ParseFloat, ReadsTheNumberAtTheStart) {
     }
 }
 
+TEST(IsFloat, AsksForTheWholeText) {
+    struct Case {
+        const char* text;
+        bool isFloat;
+    };
+    constexpr Case kCases[] = {{"0.5", true},     {"-2.25", true}, {"1e3", true},    {" 3 ", true},
+                               {"\t3\r\n", true}, {"0x1F", true},  {"12abc", false}, {"3,5", false},
+                               {"5 km", false},   {"1 2", false},  {"abc", false},   {"", false},
+                               {" ", false},      {".", false}};
+    for (const auto& [text, isFloat] : kCases) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(IsFloat(text), isFloat);
+    }
+}
+
 struct RangeCase {
     const char* text;
     bool ok;

@@ -91,6 +91,13 @@ double ParseFloat(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
 }
 
+bool IsFloat(const std::string& text) {
+    char* end = nullptr;
+    std::strtod(text.c_str(), &end);
+    return end != text.c_str() &&
+           std::string_view(end).find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
 bool ParseRange(std::string_view text, std::int32_t& outMin, std::int32_t& outMax) {
     outMin = outMax = 0;
     if (text.empty() || NamesEqual(text, "#NULL#")) {

@@ -37,6 +37,9 @@ std::int32_t IntegerOrZero(std::string_view text);
 /// The number at the start of the text, 0 if there is none.
 double ParseFloat(const std::string& text);
 
+/// The whole text, but for white space around it, is that number.
+bool IsFloat(const std::string& text);
+
 /// "#NULL#" or nothing (0 to 0), a value, "min..max", "min...max", or ">min" (up to kOpenRangeEnd).
 bool ParseRange(std::string_view text, std::int32_t& outMin, std::int32_t& outMax);
 
