@@ -22,7 +22,7 @@ bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
             const std::uint32_t id = function->FunctionID();
             SetAt(std::move(function), id);
         } else {
-            lostFunctions_.Note(*child, "FunctionID", kFunctionIDEnd, context.log.LastError());
+            NoteLost(*child, context);
             Raise<kFunctionFailed>(context.At(child), "Function");
         }
         if (context.log.FatalCount() > 0) {
@@ -33,6 +33,19 @@ bool ZMTFBlock::Import(const Element& element, ImportContext& context) {
         return Raise<kFBlockEmpty>(context.At(element));
     }
     return true;
+}
+
+/// A copy would have had the number of its original, whatever its element says.
+void ZMTFBlock::NoteLost(const Element& functionElement, const ImportContext& context) {
+    const unsigned message = context.log.LastError();
+    std::string fktDefRef;
+    const ZMTNode* original =
+        GetAttribute(functionElement, "FktDefRef", fktDefRef) ? context.functions.Find(fktDefRef) : nullptr;
+    if (original != nullptr && original->IsType(kFunction)) {
+        lostFunctions_.Note(static_cast<const ZMTFunction&>(*original).FunctionID(), message);
+    } else {
+        lostFunctions_.Note(functionElement, "FunctionID", kFunctionIDEnd, message);
+    }
 }
 
 bool ZMTFBlock::ImportHead(const Element& element, ImportContext& context) {

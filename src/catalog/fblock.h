@@ -26,6 +26,7 @@ class ZMTFBlock : public ZMTListNode<ZMTNode, ZMTFunction> {
 
   private:
     bool ImportHead(const Element& element, ImportContext& context);
+    void NoteLost(const Element& functionElement, const ImportContext& context);
 
     std::uint32_t fBlockID_ = 0;
     LostIDs lostFunctions_;

@@ -11,7 +11,7 @@ void LostIDs::Note(const Element& element, std::string_view idElement, std::int3
     std::string text;
     std::int32_t id = 0;
     if (GetChildElementText(element, idElement, text) && ParseInteger(text, id) && id >= 0 && id < end) {
-        messages_.try_emplace(static_cast<unsigned>(id), message);
+        Note(static_cast<unsigned>(id), message);
     }
 }
 

@@ -16,6 +16,8 @@ class LostIDs {
   public:
     /// Takes the number from a child of the element that failed, if it can be read and lies below `end`.
     void Note(const Element& element, std::string_view idElement, std::int32_t end, unsigned message);
+    /// The same for a number that is known.
+    void Note(unsigned id, unsigned message) { messages_.try_emplace(id, message); }
 
     /// 0 for an element that is not lost.
     unsigned MessageOf(unsigned id) const {

@@ -177,6 +177,8 @@ void ParameterAssignment::LoseClassElement(const Element& classElement, const ch
          param = FindNextSiblingElement(*param, parameterElement)) {
         Lose(*param, {HoleCause::Lost, std::nullopt, kFunctionClassUnknown.number, true});
     }
+    function_.NoteLoss(kEveryOperation, {HoleCause::Lost, std::nullopt, kFunctionClassUnknown.number, true},
+                       context_);
 }
 
 bool ParameterAssignment::ImportErrorFunction(const Element& errorParam) {
@@ -241,7 +243,7 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
 }
 
 /// Notes that the operations which the element names have lost its parameter, at the positions that it gives.
-/// Where it names none, all operations may have lost it.
+/// Where it has no element that could name any, all operations may have lost it.
 void ParameterAssignment::Lose(const Element& paramElement, Hole hole) {
     const Element* opTypeElement = FindOpTypeElement(paramElement, true);
     if (opTypeElement == nullptr || hole.message == kParamWithoutOpType.number) {
@@ -258,9 +260,13 @@ void ParameterAssignment::LoseAt(unsigned opType, const Element& operationElemen
     function_.NoteLoss(opType, hole, context_);
 }
 
-/// Of what all operations may have lost nobody knows the place.
+/// Of what all operations may have lost nobody knows the place, nor whether it had more operations.
 void ParameterAssignment::LoseEverywhere() {
-    for (unsigned opType = 0; lostEverywhere_ && opType < std::size(kOpTypes); ++opType) {
+    if (!lostEverywhere_) {
+        return;
+    }
+    function_.NoteLoss(kEveryOperation, *lostEverywhere_, context_);
+    for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
         if (function_.GetAt(opType) != nullptr || function_.LostParams().FirstOf(opType) != nullptr) {
             function_.NoteLoss(opType, *lostEverywhere_, context_);
         }

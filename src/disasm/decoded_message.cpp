@@ -35,7 +35,7 @@ bool FindOperation(const ZMTCatalog& catalog, const CapturedMessage& message, De
         if (const Hole* lost = losses.FirstOf(message.opType)) {
             out.faults.push_back("the catalog has " + what + ", but " + HoleText(*lost));
         } else if (const Hole* all = losses.FirstOf(kEveryOperation)) {
-            out.faults.push_back("unknown " + what + "; the function has lost its parameters (message " +
+            out.faults.push_back("unknown " + what + "; the function has lost parameters (message " +
                                  std::to_string(all->message) + ")");
         } else {
             out.faults.push_back("unknown " + what);

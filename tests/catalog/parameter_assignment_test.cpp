@@ -296,7 +296,8 @@ TEST(Losses, StayWithCopiesOfFunctionsAndWithErrorParameters) {
     EXPECT_EQ(LossesOf(*NodeAt<ZMTFunction>(imported->catalog, "Amp", "B")),
               "12: the parameter at an unknown position could not be imported (message 135)\n"
               "12: the parameter at position 0 could not be imported (message 128)\n"
-              "15: the parameter at an unknown position could not be imported (message 135)\n");
+              "15: the parameter at an unknown position could not be imported (message 135)\n"
+              "16: the parameter at an unknown position could not be imported (message 135)\n");
 }
 
 struct FunctionClassCase {

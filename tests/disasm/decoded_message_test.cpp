@@ -3,6 +3,8 @@
 #include "disasm/decoded_message.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +45,83 @@ TEST(DecodedMessage, UnknownIdentifiersAreFaults) {
         EXPECT_EQ(decoded->faults,
                   *row.fault == '\0' ? std::vector<std::string>() : std::vector<std::string>{row.fault});
         EXPECT_EQ(decoded->items.Items().empty(), decoded->operation == nullptr);
+    }
+}
+
+/// A block of functions, each of these parameter elements of that class.
+struct FunctionOf {
+    const char* id;
+    const char* functionClass;
+    std::string params;
+    const char* attributes = "";
+};
+
+std::string BlockOfFunctions(const std::vector<FunctionOf>& functions) {
+    std::string xml;
+    for (const FunctionOf& function : functions) {
+        xml += "<Function " + std::string(function.attributes) + "><FunctionID>" + function.id +
+               "</FunctionID><FunctionName>F" + function.id + "</FunctionName><FunctionClass><Property><" +
+               function.functionClass + ">" + function.params + "</" + function.functionClass +
+               "></Property></FunctionClass></Function>";
+    }
+    return BlockOf(xml);
+}
+
+/// What a function may have had in any of its operations is told of those that are not there.
+TEST(DecodedMessage, OperationsOfFunctionsThatLostParametersAreNotJustUnknown) {
+    const std::string anywhere = "<PUParam><ParamName>A</ParamName>" + kUByte + "</PUParam>";
+    const std::string nowhere = "<ERParam ParamDefId=\"e\"><ParamName>E</ParamName>" + kVoid + "</ERParam>";
+    const Decoding decoding(CatalogOf(
+        nowhere +
+        BlockOfFunctions({{"1", "PUnclassified", Param("S", kUByte) + anywhere, "FktDefId=\"f\""},
+                          {"2", "PUnclassified", Param("S", kUByte) + "<ERParam ParamDefRef=\"e\"/>"},
+                          {"3", "PSequence", ""},
+                          {"4", "PNone", ""},
+                          {"5", "PUnclassified", Param("S", kUByte)}}) +
+        "<FBlock><FBlockID>0x23</FBlockID><FBlockName>Copy</FBlockName><Function "
+        "FktDefRef=\"f\"/></FBlock>"));
+    struct LostRow {
+        std::uint8_t block;
+        std::uint16_t function;
+        const char* fault;
+    };
+    constexpr LostRow kRows[] = {
+        {0x22, 1, "unknown operation 0x0; the function has lost parameters (message 135)"},
+        {0x22, 2, "unknown operation 0x0; the function has lost parameters (message 135)"},
+        {0x22, 3, "unknown operation 0x0; the function has lost parameters (message 150)"},
+        {0x22, 4, "unknown operation 0x0; the function has lost parameters (message 150)"},
+        {0x22, 5, "unknown operation 0x0"},
+        {0x23, 1, "unknown operation 0x0; the function has lost parameters (message 135)"},
+    };
+    for (const LostRow& row : kRows) {
+        SCOPED_TRACE(row.function);
+        const auto decoded = decoding.Decode(
+            {.fBlockID = row.block, .instID = 0, .fktID = row.function, .opType = 0, .data = {1}});
+        EXPECT_EQ(decoded->faults, std::vector<std::string>{row.fault});
+    }
+}
+
+/// A copy that has no place in its block had the number of its original.
+TEST(DecodedMessage, CopiesThatWereRefusedAreToldByTheNumberOfTheirOriginal) {
+    const std::string status = Param("S", kUByte);
+    const Decoding decoding(
+        CatalogOf(BlockOfFunctions({{"1", "PUnclassified", status, "FktDefId=\"f\""}}) +
+                  "<FBlock><FBlockID>0x23</FBlockID><FBlockName>Copy</FBlockName><Function>"
+                  "<FunctionID>9</FunctionID><FunctionName>F1</FunctionName><FunctionClass><Property>"
+                  "<PUnclassified>" +
+                  status +
+                  "</PUnclassified></Property></FunctionClass></Function><Function FktDefRef=\"f\">"
+                  "<FunctionID>8</FunctionID></Function><Function FktDefRef=\"g\"><FunctionID>7</FunctionID>"
+                  "</Function></FBlock>"));
+    const std::pair<std::uint16_t, const char*> rows[] = {
+        {1, "the catalog has function 0x001, but it could not be imported (message 109)"},
+        {7, "the catalog has function 0x007, but it could not be imported (message 106)"},
+        {8, "unknown function 0x008"},
+    };
+    for (const auto& [function, fault] : rows) {
+        const auto decoded =
+            decoding.Decode({.fBlockID = 0x23, .instID = 0, .fktID = function, .opType = 12, .data = {1}});
+        EXPECT_EQ(decoded->faults, std::vector<std::string>{fault});
     }
 }
 
