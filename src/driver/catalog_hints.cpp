@@ -1,5 +1,6 @@
 #include "driver/catalog_hints.h"
 
+#include <algorithm>
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,24 +25,33 @@ void HintAtFile(const std::string& path, Hints& hints) {
     }
 }
 
-void HintAtForm(const ImportFindings& findings, bool isImported, Hints& hints) {
+bool HasOperations(const ZMTCatalog& catalog) {
+    return std::ranges::any_of(catalog.Items(), [](const ZMTFBlock& block) {
+        return std::ranges::any_of(block.Items(),
+                                   [](const ZMTFunction& function) { return function.Count() > 0; });
+    });
+}
+
+/// `catalog`: null when nothing was imported.
+void HintAtForm(const ImportFindings& findings, const ZMTCatalog* catalog, Hints& hints) {
     if (findings.isRootUnknown) {
         hints.Add(
             "the root element is not FunctionCatalog; if this is a catalog in the XML-schema form, that is "
             "another language and can't be read: export the catalog in the DTD form");
-    } else if (findings.namesSchema && (!isImported || findings.errors > 0)) {
+    } else if (findings.namesSchema && (catalog == nullptr || !HasOperations(*catalog))) {
         hints.Add(
             "the root element names a namespace or a schema: the XML-schema form of catalogs is another "
             "language and can't be read; export the catalog in the DTD form");
     }
 }
 
-void HintAtValidity(const ParserComplaints& complaints, Hints& hints) {
+/// `isReadable`: an import without validation would come somewhere.
+void HintAtValidity(const ParserComplaints& complaints, bool isReadable, Hints& hints) {
     if (complaints.errors >= kManyErrors && !complaints.isFatal) {
         hints.Add("the catalog is not valid: " + Counted(complaints.errors, "error") + ", the first in " +
                   Quoted(complaints.file) + ", line " + std::to_string(complaints.line) + ", column " +
                   std::to_string(complaints.column) + ": " + ShownPart(complaints.text) +
-                  "; FCatImportValidate=0 in [Import] reads it all the same");
+                  (isReadable ? "; FCatImportValidate=0 in [Import] reads it all the same" : ""));
     }
 }
 
@@ -53,14 +63,15 @@ void HintAtFaults(const ImportFindings& findings, Hints& hints) {
     }
 }
 
-void HintAtNewerForms(const ZMTCatalog& catalog, Hints& hints) {
+/// `refused`: forms that were met and not read. Where no operation lost anything by them, streams lost cases.
+void HintAtNewerForms(const ZMTCatalog& catalog, std::size_t refused, Hints& hints) {
     std::size_t functions = 0;
     std::size_t operations = 0;
     for (const ZMTFBlock& block : catalog.Items()) {
         for (const ZMTFunction& function : block.Items()) {
             std::set<unsigned> opTypes;
             for (const auto& [place, hole] : function.LostParams().All()) {
-                if (hole.isNewerForm) {
+                if (hole.isNewerForm && place.first != kEveryOperation) {
                     opTypes.insert(place.first);
                 }
             }
@@ -73,6 +84,9 @@ void HintAtNewerForms(const ZMTCatalog& catalog, Hints& hints) {
             Counted(operations, "operation") + " of " + Counted(functions, "function") +
             " lost parameters that have the form of newer catalogs; FCatImportNewer=1 in [Import] reads "
             "them");
+    } else if (refused > 0) {
+        hints.Add("the catalog has forms of newer catalogs at " + Counted(refused, "place") +
+                  ", which are left out; FCatImportNewer=1 in [Import] reads them");
     }
 }
 
@@ -83,15 +97,15 @@ void HintAtImport(const std::string& catalogPath, const ZMTCatalog* catalog, con
     if (catalog == nullptr) {
         HintAtFile(catalogPath, hints);
         if (settings.importValidate) {
-            HintAtValidity(findings.complaints, hints);
+            HintAtValidity(findings.complaints, findings.hasDefinitions, hints);
         }
     }
-    HintAtForm(findings, catalog != nullptr, hints);
+    HintAtForm(findings, catalog, hints);
     if (!settings.importLog) {
         HintAtFaults(findings, hints);
     }
     if (catalog != nullptr && !settings.importNewer) {
-        HintAtNewerForms(*catalog, hints);
+        HintAtNewerForms(*catalog, findings.newerFormsRefused, hints);
     }
 }
 

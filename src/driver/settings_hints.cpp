@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <optional>
 #include <sys/stat.h>
 
@@ -64,6 +65,26 @@ void HintAtSections(const IniFile& ini, Hints& hints) {
     }
 }
 
+/// The text is this number from its first character to its last, without a sign.
+bool IsWholeNumber(std::string_view text, std::uint32_t number) {
+    const std::string lower = ToLower(text);
+    const int base = lower.starts_with("0x") ? 16 : lower.starts_with("0b") ? 2 : 10;
+    const char* const begin = lower.data() + (base == 10 ? 0 : 2);
+    const char* const end = lower.data() + lower.size();
+    std::uint32_t value = 0;
+    const auto read = std::from_chars(begin, end, value, base);
+    return read.ec == std::errc() && read.ptr == end && value == number;
+}
+
+void HintAtNumber(std::string_view text, const std::string& where, Hints& hints) {
+    std::int32_t number = 0;
+    if (!ParseInteger(text, number)) {
+        hints.Add(where + Quoted(text) + " is no number, and is left out");
+    } else if (!IsWholeNumber(text, static_cast<std::uint32_t>(number))) {
+        hints.Add(where + Quoted(text) + " is not one number, and counts as " + std::to_string(number));
+    }
+}
+
 /// What may be wrong with an entry that counts.
 void HintAtValue(const IniFile& ini, const SettingKey& setting, const IniFile::Entry& entry, Hints& hints) {
     if (setting.IsFlag()) {
@@ -81,12 +102,9 @@ void HintAtValue(const IniFile& ini, const SettingKey& setting, const IniFile::E
         hints.Add(AtLine(entry.line) + "of " + std::string(setting.key) + " only the first " +
                   std::to_string(read.size()) + " characters are read");
     }
-    std::int32_t number = 0;
+    const std::string where = AtLine(entry.line) + "in " + std::string(setting.key) + " ";
     for (const std::string_view token : SplitTokens(read, kListSeparators)) {
-        if (!ParseInteger(token, number)) {
-            hints.Add(AtLine(entry.line) + "in " + std::string(setting.key) + " " + Quoted(token) +
-                      " is no number, and is left out");
-        }
+        HintAtNumber(token, where, hints);
     }
 }
 

@@ -18,9 +18,13 @@ struct ImportFindings {
     ParserComplaints complaints;
     /// The root is another element than that of a catalog.
     bool isRootUnknown = false;
+    /// The root has what no catalog can be read without, definitions of types and units.
+    bool hasDefinitions = false;
     /// The root names a namespace or a schema, as catalogs do that are described by a schema and not by a
     /// DTD.
     bool namesSchema = false;
+    /// How many forms of newer catalogs were met that were not to be read.
+    std::size_t newerFormsRefused = 0;
 };
 
 }  // namespace tarvex

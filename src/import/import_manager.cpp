@@ -248,7 +248,18 @@ const Element* ZMostFCatManager::ParseFile(ImportRun& run) {
         Send(Load(Text::Parser), Reading);
         Send(messages, Reading);
     }
+    if (document != nullptr && !run.handler.Complaints().isFatal) {
+        NoteForm(*document);
+    }
     return run.handler.HasError() ? nullptr : document;
+}
+
+/// Looks at the root, also of a document that is not valid and so is not imported.
+void ZMostFCatManager::NoteForm(const Element& document) {
+    const Element* root = FindChildElement(&document, "FunctionCatalog");
+    findings_.isRootUnknown = root == nullptr;
+    findings_.namesSchema = root != nullptr && NamesSchema(*root);
+    findings_.hasDefinitions = FindChildElement(root, "Definition") != nullptr;
 }
 
 /// Parses the file; null when the parser throws, which ends the XML platform.
@@ -282,18 +293,16 @@ void ZMostFCatManager::ImportDocument(ImportRun& run, const Element& document, Z
     run.log.SetRoom(room);
     run.log.WriteLine(FormatText("%s (Version %s):", Load(Text::ImporterMessages), kImporterVersion));
     if (const Element* root = FindChildElement(&document, "FunctionCatalog")) {
-        findings_.namesSchema = NamesSchema(*root);
         root_ = keepDocument ? root : nullptr;
         ImportRoot(run, *root, catalog);
         TakeWritten(catalog, room, run.log.Room());
     } else {
-        findings_.isRootUnknown = true;
         const Element* other = FirstChildElement(&document);
         run.log.Fatal(FormatText(kNoFunctionCatalog.text.data(), "FunctionCatalog"), "", PlaceOf(other));
     }
 }
 
-void ZMostFCatManager::ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog) const {
+void ZMostFCatManager::ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog) {
     const CatalogParamFactory factory;
     ImportContext context{run.log, factory, catalog.Run()};
     context.newer = NewerForms(ReadNewer);
@@ -304,6 +313,7 @@ void ZMostFCatManager::ImportRoot(ImportRun& run, const Element& root, ZMTCatalo
         run.log.Fatal(spent.what(), catalog.GetPath(), PlaceOf(&root));
         Send(spent.what(), Reading);
     }
+    findings_.newerFormsRefused = context.newer.Refused();
 }
 
 void ZMostFCatManager::ReportResult(ImportRun& run) const {

@@ -107,7 +107,8 @@ class ZMostFCatManager {
     const Element* ReadDocument(ImportRun& run);
     const Element* Fail(ImportRun& run, const std::string& text) const;
     void ImportDocument(ImportRun& run, const Element& document, ZMTCatalog& catalog);
-    void ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog) const;
+    void NoteForm(const Element& document);
+    void ImportRoot(ImportRun& run, const Element& root, ZMTCatalog& catalog);
     void ReportResult(ImportRun& run) const;
     void Register(ZMTCatalog& catalog, std::uint16_t group);
     void Remove(const ZMTCatalog* catalog);

@@ -96,7 +96,10 @@ bool ZMTParamStreamCase::ImportRange(const Element& element, ImportContext& cont
 /// Reads what the case is made of: parameters, in newer catalogs also signals or just bytes.
 bool ZMTParamStreamCase::ImportContent(const Element& element, ImportContext& context) {
     const Element* param = FindChildElement(&element, "StreamParam");
-    const Element* signal = context.newer.AreRead() ? FindChildElement(&element, "StreamSignal") : nullptr;
+    const Element* signal = FindChildElement(&element, "StreamSignal");
+    if (signal != nullptr && !context.newer.Meet()) {
+        signal = nullptr;
+    }
     if (param != nullptr && signal != nullptr) {
         return Raise<kStreamSignalsAndParams>(context.At(element));
     }

@@ -136,6 +136,20 @@ class NewerForms(HintTest):
                 self.assertEqual(self.convert(*functions), [counts + text])
                 self.assertEqual(self.convert(*functions, settings="FCatImportNewer=1\n"), [])
 
+    def test_forms_that_cost_less_than_a_parameter_are_counted_by_themselves(self):
+        case = "<TStream TypeRef='type_void' Length='4'><StreamCase>{}</StreamCase></TStream>"
+        signals = case.format("<StreamSignal><SignalName SignalIdx='1'>A</SignalName><SignalBitLength>3</SignalBitLength>"
+                              "</StreamSignal>")
+        param = case.format(f"<StreamParam><ParamName ParamIdx='1'>A</ParamName>{self.SHORT}</StreamParam>")
+        text = ("the catalog has forms of newer catalogs at {}, which are left out; FCatImportNewer=1 in [Import] reads "
+                "them")
+        for kinds, places in [([signals], "1 place"), ([param], "1 place"), ([param, signals], "2 places")]:
+            parameters = [parameter("PU", f"P{pos}", kind, (self.SET, pos)) for pos, kind in enumerate(kinds, 1)]
+            with self.subTest(places):
+                functions = function(1, "A", "PUnclassified", *parameters)
+                self.assertEqual(self.convert(functions), [text.format(places)])
+                self.assertEqual(self.convert(functions, settings="FCatImportNewer=1\n"), [])
+
     def test_what_is_lost_for_another_reason_is_not_counted(self):
         lost = function(1, "A", "PUnclassified", parameter("PU", "A", self.UNKNOWN, (self.SET, 1)))
         unknown = function(2, "B", "PNothing", parameter("PN", "A", self.VOID, (self.SET, 1)))
@@ -143,22 +157,35 @@ class NewerForms(HintTest):
 
 
 class Validity(HintTest):
-    def convert(self, elements, settings="", end="</FunctionCatalog>\n"):
-        self.write("cat.xml", "<!DOCTYPE FunctionCatalog [<!ELEMENT FunctionCatalog ANY>]>\n<FunctionCatalog>\n"
-                   + "<No/>\n" * elements + end)
+    FIRST = ("the catalog is not valid: {} errors, the first in 'cat.xml', line 3, column 4: no declaration found for "
+             "element 'No'")
+
+    def convert(self, elements, settings="", end=True, root="FunctionCatalog", definition="<Definition/>"):
+        self.write("cat.xml", f"<!DOCTYPE FunctionCatalog [<!ELEMENT {root.split()[0]} ANY><!ELEMENT Definition EMPTY>]>\n"
+                   f"<{root}>\n" + "<No/>\n" * elements + definition + (f"</{root.split()[0]}>\n" if end else ""))
         self.write("TARVEX.ini", SETTINGS + settings)
         return self.hints(NOT_IMPORTED)
 
     def test_a_hundred_errors_name_the_first_one_and_the_setting(self):
-        text = ("the catalog is not valid: {} errors, the first in 'cat.xml', line 3, column 4: no declaration found for "
-                "element 'No'; FCatImportValidate=0 in [Import] reads it all the same")
+        text = self.FIRST + "; FCatImportValidate=0 in [Import] reads it all the same"
         self.assertEqual(self.convert(100), [text.format(100)])
         self.assertEqual(self.convert(250), [text.format(250)])
 
     def test_fewer_errors_and_those_that_no_setting_heals_give_no_hint(self):
         self.assertEqual(self.convert(99), [])
-        self.assertEqual(self.convert(100, end=""), [])
+        self.assertEqual(self.convert(100, end=False), [])
         self.assertEqual(self.convert(100, "[Import]\nFCatImportValidate=0\n"), [])
+
+
+    def test_the_setting_is_not_promised_to_help_where_it_does_not(self):
+        self.assertEqual(self.convert(100, definition=""), [self.FIRST.format(100)])
+        named, schema = self.convert(100, root="FunctionCatalog xmlns='urn:a'", definition="")
+        self.assertIn("the catalog is not valid: 10", named)  # one or two more for the attribute
+        self.assertNotIn("FCatImportValidate", named)
+        self.assertTrue(schema.startswith("the root element names a namespace or a schema: "), schema)
+        other, root = self.convert(100, root="Other")
+        self.assertNotIn("FCatImportValidate", other)
+        self.assertTrue(root.startswith("the root element is not FunctionCatalog; "), root)
 
 
 class SchemaForm(HintTest):
@@ -190,6 +217,12 @@ class SchemaForm(HintTest):
         named = CATALOG.replace("<FunctionCatalog>", "<FunctionCatalog xmlns='urn:a'>")
         self.assertEqual(self.convert(named, CONVERTED), [])
 
+    def test_faults_of_a_catalog_that_was_read_have_nothing_to_do_with_it(self):
+        faulty = CATALOG.replace("<FunctionCatalog>", "<FunctionCatalog xsi:noNamespaceSchemaLocation='a.xsd'>").replace(
+            "  <Definition>", "<FBlock><FBlockID>1</FBlockID></FBlock><Definition>")
+        self.assertEqual(self.convert(faulty, "written\n"), [
+            "the catalog has 2 errors and 0 warnings; FCatImportLog=1 in [Import] writes each into a log beside it"])
+
 
 class Ini(HintTest):
     """The lines of the file are counted from its first one; SETTINGS has three."""
@@ -212,6 +245,13 @@ class Ini(HintTest):
               "line 7: WriteSignals stands in line 4 already, which alone counts"]),
             ("[Import]\nFCatImportLogExclude=68, x9;0x45\n",
              ["line 5: in FCatImportLogExclude 'x9' is no number, and is left out"]),
+            ("[Import]\nFCatImportLogExclude=120-130 -5 1- 0x 0b12,99999999999 8\n",
+             ["line 5: in FCatImportLogExclude '120-130' is not one number, and counts as 120",
+              "line 5: in FCatImportLogExclude '-5' is not one number, and counts as -5",
+              "line 5: in FCatImportLogExclude '1-' is not one number, and counts as 1",
+              "line 5: in FCatImportLogExclude '0x' is not one number, and counts as 0",
+              "line 5: in FCatImportLogExclude '0b12' is no number, and is left out",
+              "line 5: in FCatImportLogExclude '99999999999' is not one number, and counts as 2147483647"]),
             ("[Import]\nFCatImportLogExclude=" + "7," * 1500 + "\n",
              ["line 5: of FCatImportLogExclude only the first 2999 characters are read"]),
             ("Exclude=audio_amp\n",
