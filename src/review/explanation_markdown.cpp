@@ -25,9 +25,10 @@ that is left out takes along what it stands in, or not, as the messages say; fur
 parameter, the parameter, its operation, its function, its block.
 
 **What moves.** Without `SafeLayout` the parameters of an operation behind one that was left out move up, and the signals
-with them: they stand at other bits than in the real message. Of that only 102 tells, and not when it was the first
-parameter. So look for 129, 128, 130 and 135 before you trust the signals of a function, or set `SafeLayout=1`: signals end
-then in front of what is missing, and the message has the attribute `Layout` with the value `Incomplete`.
+with them: they stand at other bits than in the real message. Of that only 102 tells, where the lost one stood at position 1
+or between others: not for position 0, nor for the last one. So look for 129, 128, 130 and 135 before you trust the signals
+of a function, or set `SafeLayout=1`: signals end then in front of what is missing, and the message has the attribute
+`Layout` with the value `Incomplete`.
 
 **What nobody tells.** A parameter whose OPType element names no operation that is known, or one twice, is not in that
 operation. A `TDefSize`, `UnitDefCode`, `Exponent`, `RangeMin`, `RangeMax` or `Step` that is no number counts as 0, and a
