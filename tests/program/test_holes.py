@@ -24,6 +24,7 @@ CATALOG = """<FunctionCatalog><FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</
 <Function><FunctionID>0x401</FunctionID><FunctionName>Mute</FunctionName><FunctionClass><Property><PUnclassified>
 {1}</PUnclassified></Property></FunctionClass></Function></FBlock>
 <Definition><TypeDef TypeID="type_unsigned_byte"><TDefName>Byte</TDefName><TDefSize>1</TDefSize></TypeDef>
+<TypeDef TypeID="type_word"><TDefName>Word</TDefName><TDefSize>2</TDefSize></TypeDef>
 <TypeDef TypeID="type_open"><TDefName>Open</TDefName></TypeDef>
 <UnitDef UnitID="unit_none"><UnitDefName>none</UnitDefName><UnitDefCode>0</UnitDefCode></UnitDef></Definition>
 </FunctionCatalog>
@@ -75,6 +76,43 @@ LOSSES = [
 BYTES = ["01", "02", "03"]
 
 
+def case(selector, value, content=GOOD):
+    return (f'<StreamCase><PosDescription PosX="{selector}" PosY="{value}"/><StreamParam><ParamName ParamIdx="1">In</ParamName>'
+            f"{content}</StreamParam></StreamCase>")
+
+
+def stream(*cases):
+    return f'<TStream TypeRef="t">{"".join(cases)}</TStream>'
+
+
+WORD = BYTE.format("type_word").replace("TUByte", "TUWord")
+# The field "Data" fails its check, as no "Pos" stands beside it.
+FIELDS = ('<TRecord TypeRef="t" NElements="2"><TRecordField FieldIdx="1"><TRecordFieldName>First</TRecordFieldName>'
+          f'{GOOD}</TRecordField><TRecordField FieldIdx="2"><TRecordFieldName>Data</TRecordFieldName>'
+          f'<TRecord TypeRef="t" NElements="1"><TRecordField FieldIdx="1"><TRecordFieldName>In</TRecordFieldName>{GOOD}'
+          "</TRecordField></TRecord></TRecordField></TRecord>")
+
+# What it is, the parameters, the bytes of a message, the signals, what the decoder says.
+CONTAINERS = [
+    ("a case with another selector",
+     param("A", 1) + param("B", 2) + param("C", 3, stream(case("A", 1), case("B", 2))), "02 02 03", {"A": 7, "B": 15},
+     ["  A = 2", "  B = 2", "  error: byte 2: C has no case that fits, and one that could not be imported (message 27); "
+      "the rest is 03"]),
+    ("a lost case", param("A", 1) + param("B", 2, stream(case("A", 1), case("A", 2, "<TOther/>"))), "02 03", {"A": 7},
+     ["  A = 2", "  error: byte 1: B has no case that fits, and one that could not be imported (message 32); the rest is 03"]),
+    ("another case than the lost one", param("A", 1) + param("B", 2, stream(case("A", 1), case("A", 2, "<TOther/>"))),
+     "01 03", {"A": 7}, ["  A = 1", "  B = (A=0x01)", "    In = 3"]),
+    ("a place in a case that two claim",
+     param("A", 1, stream(case("#NULL#", "#NULL#").replace("<StreamParam>", "<StreamParam>{}<StreamParam>".format(
+         f'<ParamName ParamIdx="1">Out</ParamName>{GOOD}</StreamParam>')))), "01", {},
+     ["  error: byte 0: {StreamCase} has two things at position 1 (message 22); the rest is 01"]),
+    # For the value 0 the field "First" stands at byte 2 as for 1.
+    ("a chosen field that failed", param("Pos", 1, WORD) + param("Data", 2, FIELDS), "02 00 05",
+     {"PosX": 0, "First_M0": 23, "First_M1": 23},
+     ["  Pos = PosX=2 PosY=0", "  error: byte 2: Data could not keep what stands at position 2; the rest is 05"]),
+]
+
+
 class Holes(ProgramTest):
     def signals_and_layout(self, params, other=""):
         self.write("TARVEX.ini", "[Import]\nFCatImportNewer=1\n[Conversion]\nSafeLayout=1\nWarnOnOverwrite=0\n"
@@ -114,6 +152,28 @@ class Holes(ProgramTest):
             with self.subTest(at=at):
                 self.assertEqual(self.signals_and_layout(with_loss(at, content=RECORD)), (signals, "Incomplete"))
                 self.assertEqual(self.decoded(), lines)
+
+    def test_what_containers_lack(self):
+        for what, params, line, expected_signals, lines in CONTAINERS:
+            with self.subTest(what):
+                self.assertEqual(self.signals_and_layout(params), (expected_signals, "Incomplete"))
+                self.assertEqual(self.decoded(f"22.01.400.C {line}"), lines)
+
+    def test_a_copy_has_lost_what_its_original_has(self):
+        catalog = CATALOG.replace("<Function>", '<Function FktDefId="tone">', 1).replace(
+            "<Definition>", '<FBlock><FBlockID>0x23</FBlockID><FBlockName>Copy</FBlockName><Function FktDefRef="tone"/>'
+            "</FBlock><Definition>")
+        for what, params, kept, faults in LOSSES:
+            with self.subTest(what):
+                signals, _ = self.signals_and_layout(params(2))
+                self.write("cat.xml", catalog.format(params(2), param("On", 1)))
+                self.assertEqual(self.run_program("cat.xml", "out.vorn").returncode, 0)
+                copy = json.loads((self.dir / "out.vorn").read_text())["messages"][-1]
+                self.assertEqual(copy["identifier"], 0x23400C)
+                # The names of signals are unique in the whole database.
+                self.assertEqual([signal["start_bit"] for signal in copy["signals"]], list(signals.values()))
+                self.assertEqual(copy["attributes"]["Layout"], "Incomplete")
+                self.assertIn(f"byte {kept[1]}: {faults[1]}", self.decoded("23.01.400.C 01 02 03")[-1])
 
     def test_an_operation_that_lost_all_has_its_message(self):
         self.assertEqual(self.signals_and_layout(param("A", 1, content="<TOther/>")), ({}, "Incomplete"))
