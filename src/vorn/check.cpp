@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <set>
 
+#include "drawing/layout.h"
 #include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
 #include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
 #include "vorn/describe.h"
-#include "vorn/layout.h"
 
 namespace vorn {
 namespace {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "drawing/style.h"
 #include "import/text/shown_text.h"
 #include "kestrel/csv_rows.h"
 #include "kestrel/reader.h"
@@ -15,7 +16,6 @@
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
 #include "vorn/message_json.h"
-#include "vorn/style.h"
 
 namespace vorn {
 namespace {

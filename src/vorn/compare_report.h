@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "drawing/style.h"
 #include "vorn/compare.h"
-#include "vorn/style.h"
 
 namespace vorn {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "drawing/drawing.h"
 #include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
 #include "kestrel/model_text.h"
 #include "kestrel/most_columns.h"
-#include "vorn/drawing.h"
 
 namespace vorn {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "drawing/style.h"
 #include "kestrel/database.h"
-#include "vorn/style.h"
 
 namespace vorn {
 

@@ -18,10 +18,11 @@ ROOMS = {
     "import": {"params", "catalog", "import/xml", "import/log", "import/text"},
     "export": {"params", "catalog", "import/text", "kestrel"},
     "disasm": {"params", "catalog", "import/text"},
-    "vorn": {"kestrel", "import/text"},
+    "drawing": {"kestrel"},
+    "vorn": {"drawing", "kestrel", "import/text"},
     "driver": {"export", "disasm", "import", "catalog", "import/log", "import/text", "kestrel"},
-    "review": {"review/explanations", "driver", "export", "import", "params", "catalog", "import/xml", "import/log",
-               "import/text", "kestrel"},
+    "review": {"review/explanations", "drawing", "driver", "export", "import", "params", "catalog", "import/xml",
+               "import/log", "import/text", "kestrel"},
 }
 GENERATED = {"versions.h"}  # by the build
 

@@ -1,6 +1,6 @@
 /// Messages drawn as bits: bytes downwards, bits 7 to 0 from left to right.
 
-#include "vorn/drawing.h"
+#include "drawing/drawing.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

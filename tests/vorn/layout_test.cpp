@@ -1,7 +1,7 @@
 /// Which bits signals take. Bits are numbered in reading order: byte 0 has 0 (its highest) to 7 (its lowest),
 /// byte 1 has 8 to 15.
 
-#include "vorn/layout.h"
+#include "drawing/layout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "vorn/style.h"
+#include "drawing/style.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "vorn/drawing.h"
+#include "drawing/drawing.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "vorn/layout.h"
+#include "drawing/layout.h"
 
 namespace vorn {
 namespace {

@@ -1,4 +1,4 @@
-#include "vorn/layout.h"
+#include "drawing/layout.h"
 
 #include <algorithm>
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "drawing/style.h"
 #include "kestrel/database.h"
-#include "vorn/style.h"
 
 namespace vorn {
 
