@@ -8,6 +8,7 @@
 #include "disasm/number_item.h"
 #include "disasm/stream_item.h"
 #include "disasm/wording.h"
+#include "params/kind_name.h"
 
 namespace tarvex {
 namespace {
@@ -123,43 +124,6 @@ Json NameJson(const Node* node) {
 }
 
 }  // namespace
-
-const char* KindName(ParamKind kind) {
-    switch (kind) {
-        case ParamKind::Array:
-            return "array";
-        case ParamKind::BitField:
-            return "bit_field";
-        case ParamKind::Bool:
-            return "boolean";
-        case ParamKind::BoolField:
-            return "bit";
-        case ParamKind::Enum:
-            return "enumeration";
-        case ParamKind::FktIDBitStream:
-            return "function_ids";
-        case ParamKind::Number:
-            return "number";
-        case ParamKind::Record:
-            return "record";
-        case ParamKind::ClassifiedStream:
-            return "classified_stream";
-        case ParamKind::ShortStream:
-            return "short_stream";
-        case ParamKind::Stream:
-            return "stream";
-        case ParamKind::StreamSignal:
-            return "signal";
-        case ParamKind::String:
-            return "string";
-        case ParamKind::Void:
-            return "void";
-        case ParamKind::Base:
-        case ParamKind::StreamCase:  // becomes no item of its own
-            break;
-    }
-    return "parameter";
-}
 
 void JsonReport::AppendMessage(const LinePlace& place, const CapturedMessage& message,
                                const DecodedMessage& decoded, std::size_t end, std::string& out) const {

@@ -6,9 +6,6 @@
 
 namespace tarvex {
 
-/// What the kind of an item is called.
-const char* KindName(ParamKind kind);
-
 /// One JSON object per line of the capture, with the items nested as the parameters are.
 class JsonReport : public Report {
   public:

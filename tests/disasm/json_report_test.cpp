@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "disasm/decoding.h"
+#include "params/kind_name.h"
 #include "support/param_kinds.h"
 
 namespace tarvex::test::json_report_test {

@@ -1,0 +1,258 @@
+#include "review/param_words.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "import/text/format_text.h"
+#include "import/text/names.h"
+#include "import/text/parse_value.h"
+#include "kestrel/json_text.h"
+#include "params/array.h"
+#include "params/bit_field.h"
+#include "params/classified_stream.h"
+#include "params/kind_name.h"
+#include "params/layout.h"
+#include "params/pos_and_data.h"
+#include "params/record.h"
+#include "params/short_stream.h"
+#include "params/stream.h"
+#include "params/stream_signal.h"
+#include "params/string.h"
+
+namespace tarvex::review {
+namespace {
+
+constexpr std::uint32_t kNoBound = std::numeric_limits<std::uint32_t>::max();
+
+/// "1 byte", "2 bytes"
+std::string Counted(std::uint64_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string AtMost(std::uint32_t count, const std::string& what) {
+    return count == kNoBound ? std::string() : "at most " + Counted(count, what);
+}
+
+/// The fields of a record one behind the other.
+std::optional<std::uint64_t> FixedBytesOf(const ZMTParamRecord& record) {
+    if (UnsureEnd(record) || MissingMember(record) || HasChosenFields(record)) {
+        return std::nullopt;
+    }
+    std::uint64_t sum = 0;
+    for (const ZMTParam& field : record.Items()) {
+        const std::optional<std::uint64_t> bytes = FixedBytes(field);
+        if (!bytes) {
+            return std::nullopt;
+        }
+        sum += *bytes;
+    }
+    return sum;
+}
+
+std::string OpenText(const std::string& limit) {
+    return limit.empty() ? "open" : "open, " + limit;
+}
+
+std::string CodeRange(std::uint32_t min, std::uint32_t max) {
+    if (min == max) {
+        return FormatText("0x%02X", min);
+    }
+    return max == static_cast<std::uint32_t>(kOpenRangeEnd) ? FormatText(">=0x%02X", min)
+                                                            : FormatText("0x%02X..0x%02X", min, max);
+}
+
+/// In one line, whatever the indentation of the catalog.
+std::string Unindented(std::string_view text) {
+    std::string line;
+    for (const std::string_view word : SplitTokens(text, " \t\r\n")) {
+        line.append(line.empty() ? "" : " ").append(word);
+    }
+    return line;
+}
+
+}  // namespace
+
+std::string KindText(const ZMTParam& param) {
+    if (param.Kind() == ParamKind::StreamCase) {
+        return "case";
+    }
+    std::string name = KindName(param.Kind());
+    std::ranges::replace(name, '_', ' ');
+    return name;
+}
+
+std::string TypeText(const ZMTParam& param) {
+    std::string sign;
+    if (param.IsType(kParamNumber)) {
+        sign = static_cast<const ZMTParamNumber&>(param).IsSigned() ? "signed " : "unsigned ";
+    }
+    return sign + KindText(param);
+}
+
+std::optional<std::uint64_t> FixedBytes(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::Enum:
+        case ParamKind::Number:
+            return UnsureEnd(param) ? std::nullopt
+                                    : std::optional(static_cast<std::uint64_t>(param.GetBytesInMsg()));
+        case ParamKind::Record:
+            return FixedBytesOf(static_cast<const ZMTParamRecord&>(param));
+        case ParamKind::Void:
+            return 0;
+        case ParamKind::Array:
+        case ParamKind::Base:
+        case ParamKind::BoolField:
+        case ParamKind::ClassifiedStream:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::ShortStream:
+        case ParamKind::Stream:
+        case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
+        case ParamKind::String:
+            break;
+    }
+    return std::nullopt;
+}
+
+std::string LimitText(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::Array:
+            return AtMost(static_cast<const ZMTParamArray&>(param).NMax(), "element");
+        case ParamKind::ClassifiedStream:
+            return AtMost(static_cast<const ZMTParamClassifiedStream&>(param).MaxLength(), "byte");
+        case ParamKind::ShortStream:
+            return AtMost(static_cast<const ZMTParamShortStream&>(param).MaxLength(), "byte");
+        case ParamKind::Stream: {
+            const std::uint32_t length = static_cast<const ZMTParamStream&>(param).Length();
+            return length == 0 ? std::string() : AtMost(length, "byte");
+        }
+        case ParamKind::String:
+            return AtMost(static_cast<const ZMTParamString&>(param).MaxSize(), "byte");
+        case ParamKind::Base:
+        case ParamKind::BitField:
+        case ParamKind::Bool:
+        case ParamKind::BoolField:
+        case ParamKind::Enum:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Number:
+        case ParamKind::Record:
+        case ParamKind::StreamCase:
+        case ParamKind::StreamSignal:
+        case ParamKind::Void:
+            break;
+    }
+    return {};
+}
+
+std::string LengthText(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::BitField:
+        case ParamKind::Bool: {
+            const auto& field = static_cast<const ZMTParamBitField&>(param);
+            return Counted(static_cast<std::uint64_t>(field.GetBytesInMsg()), "byte") + ", " +
+                   Counted(field.Length(), "bit") + " used";
+        }
+        case ParamKind::BoolField:
+            return Counted(1, "bit");
+        case ParamKind::StreamSignal:
+            return Counted(static_cast<const ZMTParamStreamSignal&>(param).BitLength(), "bit");
+        case ParamKind::Array:
+        case ParamKind::Base:
+        case ParamKind::ClassifiedStream:
+        case ParamKind::Enum:
+        case ParamKind::FktIDBitStream:
+        case ParamKind::Number:
+        case ParamKind::Record:
+        case ParamKind::ShortStream:
+        case ParamKind::Stream:
+        case ParamKind::StreamCase:
+        case ParamKind::String:
+        case ParamKind::Void:
+            break;
+    }
+    if (const std::optional<std::uint64_t> bytes = FixedBytes(param)) {
+        return Counted(*bytes, "byte");
+    }
+    return UnsureEnd(param) ? "unknown" : OpenText(LimitText(param));
+}
+
+std::string NumberText(double number) {
+    if (!std::isfinite(number)) {
+        return FormatText("%f", number);
+    }
+    std::string text;
+    kestrel::AppendShortNumber(text, number);
+    return text;
+}
+
+std::string PhysicalText(std::int64_t raw, std::int32_t exponent) {
+    constexpr std::int32_t kMostPlaces = 18;
+    std::string digits = std::to_string(raw);
+    if (raw == 0 || exponent == 0) {
+        return digits;
+    }
+    if (exponent > kMostPlaces || exponent < -kMostPlaces) {
+        return digits + "e" + std::to_string(exponent);
+    }
+    if (exponent > 0) {
+        return digits.append(static_cast<std::size_t>(exponent), '0');
+    }
+    const std::string sign = raw < 0 ? "-" : "";
+    digits.erase(0, sign.size());
+    const auto places = static_cast<std::size_t>(-exponent);
+    if (digits.size() <= places) {
+        digits.insert(0, places + 1 - digits.size(), '0');
+    }
+    digits.insert(digits.size() - places, ".");
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') {
+        digits.pop_back();
+    }
+    return sign + digits;
+}
+
+std::string RangeText(const ZMTParamNumber& number) {
+    return number.HasRange() ? NumberText(number.RangeMin()) + ".." + NumberText(number.RangeMax())
+                             : std::string();
+}
+
+std::string StepText(const ZMTParamNumber& number) {
+    return number.Step() == 0 ? std::string() : NumberText(number.Step());
+}
+
+std::string UnitText(const ZMTParamNumber& number) {
+    return number.HasPhysicalUnit() && !HasCoordinates(number) ? number.UnitText() : std::string();
+}
+
+std::string CodesText(const ZMTEnumValue& value) {
+    return CodeRange(value.CodeMin(), value.CodeMax());
+}
+
+std::string BitText(const ZMTParamBoolField& bit) {
+    return bit.TrueDesc() + " / " + bit.FalseDesc();
+}
+
+std::string CaseText(const ZMTParamStreamCase& streamCase) {
+    const std::string& x = streamCase.PosXString();
+    const std::string range = CodeRange(streamCase.PosYMin(), streamCase.PosYMax());
+    const std::string y = (range.starts_with(">=") ? "PosY" : "PosY=") + range;
+    return x.empty() || NamesEqual(x, kNoCoordinate) ? y : "PosX=" + x + ", " + y;
+}
+
+std::string DescriptionText(const ZMTParam& param) {
+    if (const Element* element = param.GetElement()) {
+        for (const char* name : {"ParamDescription", "TRecordFieldDesc", "TArrayDesc", "SignalDescription"}) {
+            const Element* description = FindChildElement(element, name);
+            if (description != nullptr && !description->text.empty()) {
+                return Unindented(description->text);
+            }
+        }
+    }
+    return {};
+}
+
+}  // namespace tarvex::review
