@@ -5,6 +5,7 @@
 #include <set>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "drawing/layout.h"
 
@@ -80,8 +81,22 @@ std::span<const std::int32_t> Row(const std::vector<std::int32_t>& cells, std::s
     return std::span(cells).subspan(byte * kBitsPerByte, kBitsPerByte);
 }
 
+/// The first column of a row, for some bytes.
+std::string Label(std::string text, std::size_t width, const Style& style) {
+    text.append(width - std::min(width, text.size()), ' ');
+    return style(Colour::Faint, text);
+}
+
+std::string EndRow(const OpenEnd& end, std::size_t width) {
+    std::string row;
+    for (std::size_t bit = 0; bit < kBitsPerByte; ++bit) {
+        row.append(width, ' ').append(1, end.letter);
+    }
+    return row.append(end.remark.empty() ? "" : "   ").append(end.remark).append("\n");
+}
+
 std::string Drawing(const std::vector<std::int32_t>& cells, const std::vector<DrawnSignal>& signals,
-                    std::size_t length, const Style& style) {
+                    std::size_t length, const Style& style, const std::optional<OpenEnd>& end) {
     std::size_t width = 1;
     for (const std::int32_t cell : cells) {
         width = std::max(width, TextOf(cell, signals).size());
@@ -103,8 +118,7 @@ std::string Drawing(const std::vector<std::int32_t>& cells, const std::vector<Dr
         if (last > byte) {
             label += "-" + std::to_string(last);
         }
-        label.append(labelWidth - label.size(), ' ');
-        text += style(Colour::Faint, label);
+        text += Label(std::move(label), labelWidth, style);
         for (const std::int32_t cell : Row(cells, byte)) {
             const std::string_view letters = TextOf(cell, signals);
             text.append(width - letters.size() + 1, ' ').append(letters);
@@ -112,7 +126,7 @@ std::string Drawing(const std::vector<std::int32_t>& cells, const std::vector<Dr
         text += byte >= length ? "   beyond the message\n" : "\n";
         byte = last + 1;
     }
-    return text;
+    return end ? text + Label(std::to_string(bytes) + "-", labelWidth, style) + EndRow(*end, width) : text;
 }
 
 }  // namespace
@@ -126,7 +140,7 @@ std::vector<DrawnSignal> LetterSignals(const kestrel::Message& message) {
 }
 
 std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSignal>& signals,
-                     const Style& style) {
+                     const Style& style, const std::optional<OpenEnd>& end) {
     std::set<std::uint32_t> values;
     for (const DrawnSignal& drawn : signals) {
         if (IsMultiplexed(*drawn.signal)) {
@@ -134,7 +148,7 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
         }
     }
     if (values.empty()) {
-        return "\n" + Drawing(Cells(message, signals, false, 0), signals, message.length, style);
+        return "\n" + Drawing(Cells(message, signals, false, 0), signals, message.length, style, end);
     }
     std::string text;
     std::size_t count = 0;
@@ -146,7 +160,8 @@ std::string Drawings(const kestrel::Message& message, const std::vector<DrawnSig
             break;
         }
         text += "\n" + style(Colour::Faint, "multiplexor " + std::to_string(value)) + "\n" +
-                Drawing(Cells(message, signals, true, value), signals, message.length, style);
+                Drawing(Cells(message, signals, true, value), signals, message.length, style,
+                        value == 0 ? end : std::nullopt);
     }
     return text;
 }

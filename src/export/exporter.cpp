@@ -80,6 +80,19 @@ int ZVornExporter::Export() {
     return WriteAndClose();
 }
 
+void ZVornExporter::Preview(SignalFilter hasSignals) {
+    if (std::exchange(isReady_, false) && catalog_ != nullptr) {
+        flags_.createNetworkNodes = false;
+        hasSignals_ = std::move(hasSignals);
+        CreateMessages();
+    }
+}
+
+const msgblk* ZVornExporter::MessageOf(std::uint32_t fBlockID, std::uint32_t functionID,
+                                       std::uint32_t opType) {
+    return writer_.GetMessage(IdentifierOf(fBlockID, functionID, opType), nullptr);
+}
+
 void ZVornExporter::ReadAliasNames() {
     if (!aliasNamesPath_.empty()) {
         TellOf(aliasNamesPath_, aliases_.Read(aliasNamesPath_));
@@ -147,13 +160,21 @@ bool ZVornExporter::IsSelected(const ZMTFBlock& block) const {
     return !exclude_.contains(name) || !exclude_.contains(alias);
 }
 
+std::uint32_t ZVornExporter::IdentifierOf(std::uint32_t fBlockID, std::uint32_t functionID,
+                                          std::uint32_t opType) const {
+    const std::uint32_t identifier = MessageIdentifier(fBlockID, functionID, opType);
+    return flags_.makeExtended ? identifier | kExtendedIdentifier : identifier;
+}
+
+bool ZVornExporter::HasSignals(const ZMTOperation& operation) const {
+    return flags_.writeSignals && (!hasSignals_ || hasSignals_(operation)) &&
+           (!flags_.strictExport || PassesStrictCheck(&operation));
+}
+
 void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function,
                                   const ZMTOperation& operation) {
-    std::uint32_t identifier =
-        MessageIdentifier(block.block.FBlockID(), function.function.FunctionID(), operation.OpType());
-    if (flags_.makeExtended) {
-        identifier |= kExtendedIdentifier;
-    }
+    const std::uint32_t identifier =
+        IdentifierOf(block.block.FBlockID(), function.function.FunctionID(), operation.OpType());
     if (writer_.GetMessage(identifier, nullptr) != nullptr) {
         return;  // the first operation with an identifier wins
     }
@@ -176,7 +197,7 @@ void ZVornExporter::CreateMessage(BlockPart& block, const FunctionPart& function
             writer_.SetAttrValue(message, kLayoutAttribute, NumberValue(static_cast<unsigned>(layout)));
         }
     }
-    if (flags_.writeSignals && (!flags_.strictExport || PassesStrictCheck(&operation))) {
+    if (HasSignals(operation)) {
         WriteSignals(message, operation);
     }
 }

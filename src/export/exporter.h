@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
@@ -57,6 +58,14 @@ class ZVornExporter {
     /// network file that cannot be opened is told and left out, of one that is too long the last lines.
     int Export();
 
+    /// Tells whether the message of an operation gets signals.
+    using SignalFilter = std::function<bool(const ZMTOperation& operation)>;
+    /// Creates the messages in memory, in the place of Export, and writes nothing: with the names,
+    /// identifiers, lengths and signals of a database, but without nodes and attributes. Files are not read.
+    void Preview(SignalFilter hasSignals);
+    /// The message of an operation, once there are messages; null for none. It belongs to the exporter.
+    const msgblk* MessageOf(std::uint32_t fBlockID, std::uint32_t functionID, std::uint32_t opType);
+
     Sink MessageSink;  ///< May be empty. Set before Export.
 
   private:
@@ -80,6 +89,8 @@ class ZVornExporter {
         const ZMTFunction& function;
         NamePart name;
     };
+    std::uint32_t IdentifierOf(std::uint32_t fBlockID, std::uint32_t functionID, std::uint32_t opType) const;
+    bool HasSignals(const ZMTOperation& operation) const;
     void CreateMessage(BlockPart& block, const FunctionPart& function, const ZMTOperation& operation);
     void SetAttributes(msgblk& message, const ZMTFBlock& block, const ZMTFunction& function,
                        const ZMTOperation& operation);
@@ -104,6 +115,7 @@ class ZVornExporter {
     NameSet exclude_;
     NodeAddresses nodeAddresses_;
     ExportFlags flags_;
+    SignalFilter hasSignals_;  // none: all messages have
     Allowance attributeBytes_;
     bool areMessagesCut_ = false;
     bool isReady_ = true;
