@@ -1,19 +1,10 @@
-#include <nlohmann/json.hpp>
-
 #include "review/check.h"
-#include "review/explain.h"
-#include "review/explanation_words.h"
-#include "review/fault_text.h"
+#include "review/fault_json.h"
 
 namespace tarvex::review {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-/// Bytes that are no UTF-8 are replaced.
-std::string Dump(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
 
 Json AsJson(const std::vector<Address>& addresses) {
     Json list = Json::array();
@@ -21,20 +12,6 @@ Json AsJson(const std::vector<Address>& addresses) {
         list.push_back(AddressText(address));
     }
     return list;
-}
-
-Json AsJson(const CatalogReading& reading, const Fault& fault) {
-    Json json;
-    json["file"] = reading.FileOf(fault);
-    json["line"] = fault.line == 0 ? Json(nullptr) : Json(fault.line);
-    json["column"] = fault.line == 0 ? Json(nullptr) : Json(fault.column);
-    json["kind"] = KindName(fault.kind);
-    json["source"] = fault.isOfParser ? "parser" : "importer";
-    json["number"] = fault.number == 0 ? Json(nullptr) : Json(fault.number);
-    json["text"] = fault.text;
-    json["element"] = fault.element.empty() ? Json(nullptr) : Json(fault.element);
-    json["path"] = fault.path.empty() ? Json(nullptr) : Json(fault.path);
-    return json;
 }
 
 Json AsJson(const Verdicts& verdicts) {
@@ -60,15 +37,15 @@ class CheckJson : public CheckReport {
         const CatalogReading& reading = catalog.reading;
         Write(isFirst_ ? "{\"catalogs\": [\n" : ",\n");
         isFirst_ = false;
-        Write("{\"file\": " + Dump(reading.ShownPath()) + ", \"is_imported\": " +
-              Dump(reading.Catalog() != nullptr) + ", \"known\": " + Dump(catalog.known) +
-              ", \"are_more_faults\": " + Dump(reading.AreFaultsCut()) + ",\n\"faults\": [");
+        Write("{\"file\": " + DumpJson(reading.ShownPath()) + ", \"is_imported\": " +
+              DumpJson(reading.Catalog() != nullptr) + ", \"known\": " + DumpJson(catalog.known) +
+              ", \"are_more_faults\": " + DumpJson(reading.AreFaultsCut()) + ",\n\"faults\": [");
         const char* separator = "\n";
         for (const Fault* fault : catalog.faults) {
-            Write(separator + Dump(AsJson(reading, *fault)));
+            Write(separator + DumpJson(FaultJson(reading, *fault)));
             separator = ",\n";
         }
-        Write("],\n\"verdicts\": " + Dump(AsJson(catalog.verdicts)) + "}");
+        Write("],\n\"verdicts\": " + DumpJson(AsJson(catalog.verdicts)) + "}");
     }
     void End() override { Write(isFirst_ ? "{\"catalogs\": []}\n" : "\n]}\n"); }
 
