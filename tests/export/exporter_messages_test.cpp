@@ -228,5 +228,31 @@ TEST(Alias, IsLookedUpExactlyAndCountsInTheNameAsItStands) {
     }
 }
 
+TEST(PreviewedMessage, HasTheNameOfTheDatabaseAndSignalsWhereTheyAreWanted) {
+    Conversion conversion(Block("0x22", "Amp", Property("0x400", "Vol ume") + Property("0x401", "Volume")));
+    conversion.flags.writeSignals = true;
+    const auto exporter = conversion.Exporter();
+    const ZMTNode* wanted = conversion.Catalog().GetAt(0x22)->GetAt(0x401);
+    std::size_t asked = 0;
+    exporter->Preview([&](const ZMTOperation& operation) {
+        ++asked;
+        return operation.GetParent() == wanted;
+    });
+    EXPECT_EQ(asked, 2U);
+    const Names names = NamesIn(conversion.Database()["messages"]);
+    EXPECT_EQ(names, (Names{"Amp_Volume_Get", "Amp_Volume_Get00"}));
+    const msgblk* first = exporter->MessageOf(0x22, 0x400, 1);
+    const msgblk* second = exporter->MessageOf(0x22, 0x401, 1);
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(std::string(first->name), names[0]);
+    EXPECT_EQ(std::string(second->name), names[1]);
+    EXPECT_EQ(second->identifier, kExtendedIdentifier | 0x224011U);
+    EXPECT_EQ(first->length, 12);  // that of a message whose signals nobody knows
+    EXPECT_EQ(second->length, 0);
+    EXPECT_EQ(exporter->MessageOf(0x22, 0x401, 12), nullptr);
+    EXPECT_EQ(exporter->Export(), -1);  // an exporter runs once
+}
+
 }  // namespace
 }  // namespace tarvex::test::exporter_messages_test

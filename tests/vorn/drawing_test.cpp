@@ -220,6 +220,51 @@ TEST(Drawing, MarksEverythingButTheBitsAsFaint) {
               "\x1B[2m0       \x1B[0m . . . . A A A A\n");
 }
 
+struct EndCase {
+    const char* what;
+    std::uint16_t length;
+    std::vector<SignalRow> signals;
+    OpenEnd end;
+    const char* drawn;
+};
+
+TEST(Drawing, DrawsOpenEnds) {
+    const EndCase cases[] = {
+        {"behind a signal", 1, {{"Level", 7, 8, kBig}}, {'~', "a text"}, R"(
+         7 6 5 4 3 2 1 0
+0        A A A A A A A A
+1-       ~ ~ ~ ~ ~ ~ ~ ~   a text
+)"},
+        {"with nothing before and nothing to say", 0, {}, {'?', ""}, R"(
+         7 6 5 4 3 2 1 0
+0-       ? ? ? ? ? ? ? ?
+)"},
+        {"behind all fields that a multiplexor chooses from",
+         2,
+         {{"One", 7, 8, kBig | kSelected, 0},
+          {"Two", 15, 8, kBig | kSelected, 0},
+          {"Two1", 7, 8, kBig | kSelected, 2}},
+         {'~', "more"},
+         R"(
+multiplexor 0
+         7 6 5 4 3 2 1 0
+0        A A A A A A A A
+1        B B B B B B B B
+2-       ~ ~ ~ ~ ~ ~ ~ ~   more
+
+multiplexor 2
+         7 6 5 4 3 2 1 0
+0        C C C C C C C C
+1        . . . . . . . .
+)"},
+    };
+    for (const EndCase& one : cases) {
+        const auto database = BuildMessage(one.length, one.signals);
+        const kestrel::Message& message = database->Messages().front();
+        EXPECT_EQ(Drawings(message, LetterSignals(message), Style(false), one.end), one.drawn) << one.what;
+    }
+}
+
 struct LetterCase {
     std::size_t number;
     const char* letters;
