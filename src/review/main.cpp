@@ -20,6 +20,8 @@
 #include "import/text/shown_text.h"
 #include "review/check.h"
 #include "review/explain.h"
+#include "review/fault_text.h"
+#include "review/show.h"
 #include "versions.h"
 
 namespace {
@@ -183,12 +185,67 @@ Command AddCheck(CLI::App& app) {
     return {&command, [arguments] { return Check(*arguments); }};
 }
 
+struct ShowArguments {
+    std::string catalog;
+    std::vector<std::string> words;
+    std::string settingsPath;
+    std::string format = "text";
+};
+
+/// Why a catalog is not there, by the last fault that was met.
+[[noreturn]] void RefuseToShow(const CatalogReading& reading) {
+    throw Trouble("the catalog could not be imported: " + FaultLine(reading, reading.Faults().back()));
+}
+
+Status Show(const ShowArguments& arguments) {
+    ReadingOptions options = ReadingBy(arguments.settingsPath);
+    options.areDescriptionsRead = true;
+    const CatalogReading reading(arguments.catalog, options);
+    if (reading.Catalog() == nullptr) {
+        RefuseToShow(reading);
+    }
+    const bool isJson = arguments.format == "json";
+    const auto report =
+        isJson ? MakeShowJson(reading) : MakeShowText(reading, vorn::Style::OfStandardOutput());
+    if (arguments.words.empty()) {
+        Print(report->Of(ViewOf(reading)));
+        return kClean;
+    }
+    Shower shower(reading);
+    const std::vector<Answer> answers = shower.AnswersTo(arguments.words);
+    Print(report->Of(answers));
+    Status status = kClean;
+    for (const Answer& answer : answers) {
+        if (!answer.IsFound()) {
+            std::fprintf(stderr, "tarvex-catalog: %s\n", NotFoundText(reading, answer).c_str());
+            status = kFound;
+        }
+    }
+    return status;
+}
+
+Command AddShow(CLI::App& app) {
+    auto arguments = std::make_shared<ShowArguments>();
+    CLI::App& command = *app.add_subcommand("show", "shows what is in a catalog");
+    command.add_option("CATALOG", arguments->catalog, "the catalog; - for standard input")->required();
+    command.add_option(
+        "WHAT", arguments->words,
+        "an address (22, 22.402, 22.402.C), a name (AudioAmp.Volume, with * and ?), or a word to "
+        "look for; without any, all blocks");
+    command.add_option("--format", arguments->format, "text or json")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    AddSettings(command, arguments->settingsPath);
+    return {&command, [arguments] { return Show(*arguments); }};
+}
+
 Status Run(int argc, char** argv) {
     CLI::App app("Tells what is wrong with function catalogs, and what is in them");
     app.set_version_flag("--version", std::string("tarvex-catalog ") + tarvex::kProgramVersion);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 nothing found, 1 faults or differences found, 2 trouble.");
-    const std::vector<Command> commands = {AddCheck(app), AddExplain(app)};
+    app.footer(
+        "Exit status: 0 good, 1 faults or differences found, or nothing that was asked for, 2 trouble.");
+    const std::vector<Command> commands = {AddCheck(app), AddExplain(app), AddShow(app)};
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

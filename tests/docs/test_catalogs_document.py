@@ -1,4 +1,4 @@
-"""catalogs.md and the schema of what tarvex-catalog check writes."""
+"""catalogs.md and the schemas of what tarvex-catalog check and show write."""
 
 import copy
 import json
@@ -11,6 +11,7 @@ from documents import CATALOG, DocumentTest, blocks, read
 from support import SOURCE
 
 SCHEMA = json.loads(read("tarvex-catalog-check.schema.json"))
+SHOW_SCHEMA = json.loads(read("tarvex-catalog-show.schema.json"))
 GONE = object()
 
 # What is changed in the output for a catalog with faults; the schema refuses each.
@@ -23,6 +24,19 @@ BROKEN = [
     (["catalogs", 0, "faults", 0, "kind"], "hint"), (["catalogs", 0, "faults", 0, "number"], "93"),
     (["catalogs", 0, "faults", 0, "source"], "user"), (["catalogs", 0, "faults", 0, "text"], None),
     (["catalogs", 0, "faults", 0, "path"], GONE), (["catalogs", 0, "faults", 0, "more"], 1),
+]
+
+# The same for what is shown of a function.
+FUNCTION = ["answers", 0, "functions", 0]
+BROKEN_FUNCTION = [
+    (["answers"], GONE), (["blocks"], []), (["version", "date"], GONE), (["answers", 0, "what"], None),
+    ([*FUNCTION, "fblock_id"], 256), ([*FUNCTION, "function_id"], "402"), ([*FUNCTION, "kind"], "event"),
+    ([*FUNCTION, "more"], 1), ([*FUNCTION, "operations", 0, "op_type"], 16),
+    ([*FUNCTION, "operations", 0, "address"], "22.402"), ([*FUNCTION, "operations", 0, "layout"], "complete"),
+    ([*FUNCTION, "operations", 0, "end"], {}), ([*FUNCTION, "operations", 0, "message", "signals", 0, "length"], -1),
+    ([*FUNCTION, "parameters", 0, "unit"], GONE), ([*FUNCTION, "parameters", 0, "range"], [1]),
+    ([*FUNCTION, "parameters", 0, "values"], []), ([*FUNCTION, "parameters", 0, "kind"], "string"),
+    ([*FUNCTION, "faults", 0, "line"], 0), ([*FUNCTION, "faults", 0, "more"], 1),
 ]
 
 
@@ -45,18 +59,27 @@ class CatalogsDocument(DocumentTest):
             shutil.copy(SOURCE / "examples" / name, self.dir)
         self.write("TARVEX.ini", "[Import]\nFCatImportValidate=0\n")
 
+    def run_catalog(self, *arguments):
+        return subprocess.run([CATALOG, *arguments], cwd=self.dir, capture_output=True, check=False)
+
     def check(self, *arguments):
-        return subprocess.run([CATALOG, "check", *arguments], cwd=self.dir, capture_output=True, check=False)
+        return self.run_catalog("check", *arguments)
+
+    def show(self, *arguments):
+        return json.loads(self.run_catalog("show", "--format", "json", *arguments).stdout)
 
     def test_what_it_shows(self):
         shown = blocks(read("catalogs.md"), "text")
-        self.assertEqual(len(shown), 2)
+        self.assertEqual(len(shown), 4)
         result = self.check("roadster.xml", "--settings", "TARVEX.ini")
         lines = result.stdout.decode().splitlines()
         self.assertEqual(result.returncode, 1)
         for line in shown[0].splitlines():
             self.assertIn(line, lines)
         self.assertEqual(lines[-2:], shown[1].splitlines())
+        for what, text in [("22.408", shown[2]), ("dB", shown[3])]:
+            result = self.run_catalog("show", "roadster.xml", what)
+            self.assertEqual((result.returncode, result.stdout.decode().rstrip("\n")), (0, text.rstrip("\n")))
 
     def test_the_schema_takes_what_is_written_and_nothing_else(self):
         validator = jsonschema.Draft202012Validator(SCHEMA)
@@ -65,5 +88,23 @@ class CatalogsDocument(DocumentTest):
         validator.validate(whole)
         self.assertTrue(whole["catalogs"][0]["verdicts"]["incomplete"])
         for path, value in BROKEN:
+            with self.subTest((path, value)):
+                self.assertFalse(validator.is_valid(changed(whole, path, value)))
+
+    def test_the_schema_of_show_takes_what_is_written_and_nothing_else(self):
+        validator = jsonschema.Draft202012Validator(SHOW_SCHEMA)
+        validator.validate(self.show("roadster.xml"))
+        shutil.copy(SOURCE / "examples" / "convertible.xml", self.dir)
+        for catalog in ["roadster.xml", "convertible.xml"]:
+            blocks_shown = self.show(catalog)["blocks"]
+            answers = self.show(catalog, *[f"{block['fblock_id']:02X}" for block in blocks_shown])["answers"]
+            words = [f"{function['fblock_id']:02X}.{function['function_id']:03X}"
+                     for answer in answers for function in answer["blocks"][0]["functions"]]
+            whole = self.show(catalog, "*.*", "dB", "nowhere.*", "50.306.2", *words)
+            validator.validate({**whole, "answers": answers})
+            validator.validate(whole)
+            self.assertEqual(sum(len(answer["functions"]) for answer in whole["answers"][4:]), len(words))
+        whole = self.show("roadster.xml", "22.402")
+        for path, value in BROKEN_FUNCTION:
             with self.subTest((path, value)):
                 self.assertFalse(validator.is_valid(changed(whole, path, value)))

@@ -1,4 +1,4 @@
-"""tarvex-catalog from outside: check."""
+"""tarvex-catalog from outside: check and show."""
 
 import json
 import os
@@ -131,3 +131,56 @@ class Verdicts(CatalogTest):
         for example in ["roadster.xml", "convertible.xml"]:
             with self.subTest(example):
                 self.assert_equal_verdicts(SOURCE / "examples" / example)
+
+
+class Show(CatalogTest):
+    def test_exit_status(self):
+        self.write("amp.xml", CATALOG)
+        self.write("broken.xml", "<a>")
+        for arguments, status, error in [
+            (["amp.xml"], 0, ""),
+            (["amp.xml", "Audio_Amp"], 0, ""),
+            (["amp.xml", "Audio Amp", "nowhere.at.all"], 1,
+             "tarvex-catalog: nothing in amp.xml is 'nowhere.at.all'; the nearest names: "),
+            (["amp.xml", "--format", "json", "nowhere.at.all"], 1, "tarvex-catalog: nothing in amp.xml is "),
+            (["amp.xml", "--format", "sarif"], 2, "--format: "),
+            (["missing.xml"], 2, "tarvex-catalog: can't read 'missing.xml'\n"),
+            (["broken.xml"], 2, "tarvex-catalog: the catalog could not be imported: broken.xml:1:4: "),
+            ([], 2, "CATALOG is required"),
+        ]:
+            with self.subTest(arguments):
+                result = self.run_catalog("show", *arguments)
+                self.assertEqual(result.returncode, status)
+                self.assertTrue(result.stderr.decode().startswith(error), result.stderr)
+                self.assertEqual(result.stderr == b"", error == "")
+
+    def test_standard_input(self):
+        result = self.run_catalog("show", "-", "audio*", stdin=CATALOG.encode())
+        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertIn("  Audio_Amp\n", result.stdout.decode())
+        self.assertNotIn("\x1b", result.stdout.decode())
+
+    def test_messages_are_those_of_a_database(self):
+        """Names, identifiers, lengths and signals of all messages of the examples."""
+        for name in ["roadster", "convertible"]:
+            source = self.write("example.xml", (SOURCE / "examples" / f"{name}.xml").read_bytes())
+            self.write("TARVEX.ini", (SOURCE / "examples" / "recommended.ini").read_text(encoding="utf-8"))
+            self.assertEqual(self.run_program(source, f"{name}.vorn").returncode, 0)
+            database = json.loads((self.dir / f"{name}.vorn").read_text(encoding="utf-8"))
+            words = {f"{message['identifier'] >> 16:02X}.{message['identifier'] >> 4 & 0xFFF:03X}": 0
+                     for message in database["messages"]}
+            shown = json.loads(self.run_catalog("show", source, "--format", "json", *words).stdout)
+            messages = {}
+            for answer in shown["answers"]:
+                for operation in answer["functions"][0]["operations"]:
+                    message = operation["message"]
+                    messages[message["identifier"]] = (
+                        message["name"], operation["known_bytes"], operation["layout"],
+                        [(signal["name"], signal["start_bit"], signal["length"], signal["byte_order"])
+                         for signal in message["signals"]])
+            self.assertEqual(messages, {
+                message["identifier"]: (
+                    message["name"], message["length"], message["attributes"].get("Layout", "Complete"),
+                    [(signal["name"], signal["start_bit"], signal["length"], signal["byte_order"])
+                     for signal in message["signals"]])
+                for message in database["messages"]})

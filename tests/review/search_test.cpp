@@ -1,0 +1,74 @@
+/// Where words stand in catalogs.
+
+#include "review/search.h"
+
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "review/examples.h"
+
+namespace tarvex::test::search_test {
+namespace {
+
+using namespace review;
+using testing::ElementsAre;
+
+/// "Block.Function: what"
+std::vector<std::string> Places(const CatalogReading& reading, const char* word) {
+    std::vector<std::string> places;
+    Search(*reading.Catalog(), word, [&](const Place& place) {
+        const ZMTFunction* function = place.target.function;
+        places.push_back(place.target.block->GetName() +
+                         (function == nullptr ? "" : "." + function->GetName()) + ": " + place.what);
+    });
+    return places;
+}
+
+std::vector<std::string> InRoadster(const char* word) {
+    return Places(Roadster(), word);
+}
+
+TEST(ReviewSearch, FindsEveryKindOfName) {
+    EXPECT_THAT(InRoadster("AudioAmp"), ElementsAre("AudioAmp: block"));
+    EXPECT_THAT(InRoadster("Treble"),
+                ElementsAre("AudioAmp.Bass__Treble: function", "AudioAmp.Bass__Treble: parameter Treble"));
+    EXPECT_THAT(InRoadster("Gain"), ElementsAre("AudioAmp.SpeakerSetup: parameter Data.Gain"));
+    EXPECT_THAT(InRoadster("Own preset"),
+                ElementsAre("AudioAmp.EqualizerPreset: value 0x20..0x2F Own preset of Preset"));
+    EXPECT_THAT(InRoadster("Main relay"),
+                ElementsAre("AudioAmp.RelayFaults: bit 12 of Relays, Main_relay: stuck / works"));
+    EXPECT_THAT(InRoadster("scratched"),
+                ElementsAre("Disc_Player.MediaFlags: bit 9 of Flags, scratched / clean"));
+    EXPECT_THAT(Places(Convertible(), "QuarterHours"),
+                ElementsAre("Cabin.ClimateProgram: signal Program.QuarterHours"));
+    EXPECT_THAT(Places(Convertible(), "°c"),
+                testing::Contains("Cabin.ClimateProgram: unit °C of Program.Curve.Degrees"));
+}
+
+TEST(ReviewSearch, FindsPartsInAnyCase) {
+    EXPECT_THAT(InRoadster("own PRE"),
+                ElementsAre("AudioAmp.EqualizerPreset: value 0x20..0x2F Own preset of Preset"));
+    EXPECT_THAT(InRoadster("own_pre"), InRoadster("own PRE"));
+}
+
+TEST(ReviewSearch, FindsNothing) {
+    for (const char* word : {"", " ", "nowhere", "not_defined", "{Void}", "Void", "StreamCase"}) {
+        EXPECT_THAT(InRoadster(word), ElementsAre()) << word;
+    }
+}
+
+TEST(ReviewSearch, FindsAParameterOnceInAFunction) {
+    EXPECT_THAT(InRoadster("FadeTime"), ElementsAre("AudioAmp.berblendzeit: parameter FadeTime"));
+}
+
+TEST(ReviewSearch, FindsCopiesInEachFunction) {
+    EXPECT_THAT(InRoadster("FktIDList"),
+                ElementsAre("AudioAmp.FktIDs: parameter FktIDList", "Disc_Player.FktIDs: parameter FktIDList",
+                            "Tuner_SdWest.FktIDs: parameter FktIDList"));
+}
+
+}  // namespace
+}  // namespace tarvex::test::search_test
