@@ -8,7 +8,7 @@
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
 #include "support.h"
-#include "vorn/check.h"
+#include "vorn/check_report.h"
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
@@ -60,7 +60,8 @@ void RequireKcd(const kestrel::Database& database) {
 
 void RequireCommands(const kestrel::Database& database) {
     const vorn::Style style(false);
-    vorn::Check(database);
+    vorn::FaultsText(vorn::FaultsOf(database));
+    Require(nlohmann::json::accept(vorn::FaultsJson(vorn::FaultsOf(database))), "faults are JSON");
     vorn::DatabaseText(database, style);
     const vorn::Selection selection{.messages = {"*a?", "2?.*.C"}, .fblocks = {"*o*"}, .nodes = {"[a-m]*"}};
     vorn::MessageList(vorn::Select(database, selection));

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "drawing/layout.h"
-#include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
 #include "kestrel/keyed_hash.h"
 #include "kestrel/model_text.h"
@@ -14,20 +14,52 @@ namespace vorn {
 namespace {
 
 using kestrel::Message;
+using kestrel::NameText;
 using kestrel::Signal;
-using tarvex::Shown;
 
 /// Of one message so many overlaps are told, and so many pairs of runs compared: real messages have a few
 /// hundred signals, of which none or a handful overlap.
 constexpr std::size_t kMaxOverlaps = 1000;
 constexpr std::size_t kMaxComparisons = 20'000'000;
 
-std::string NameOf(const Signal& signal) {
-    return Shown(kestrel::NameText(signal.name));
+Fault FaultOf(Cause cause, const kestrel::Node& node) {
+    return {cause, "node", NameText(node.name)};
 }
 
-std::string NameOf(const Message& message) {
-    return Shown(kestrel::NameText(message.name));
+Fault FaultOf(Cause cause, const Message& message) {
+    return {cause, "message", NameText(message.name), message.identifier};
+}
+
+void Note(Fault& fault, const std::string& example, const std::string& sentence) {
+    if (++fault.count == 1) {
+        fault.sentence = sentence;
+    }
+    if (fault.examples.size() < kMaxExamples) {
+        fault.examples.push_back(example);
+    }
+}
+
+std::string Bytes(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
+}
+
+/// A run of bits and the signal that has it.
+struct Run {
+    BitRange range;
+    const Signal* signal;
+    std::size_t number;  // of the signal
+};
+
+std::vector<Run> RunsOf(const Message& message) {
+    std::vector<Run> runs;
+    std::size_t number = 0;
+    for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next, ++number) {
+        for (const BitRange& range : RangesOf(*signal)) {
+            runs.push_back({range, signal, number});
+        }
+    }
+    std::ranges::stable_sort(runs, {}, [](const Run& run) { return run.range.begin; });
+    return runs;
 }
 
 /// Collects faults, and names that occur twice.
@@ -35,121 +67,144 @@ class Checker {
   public:
     explicit Checker(const kestrel::Database& database) : database_(database) {}
 
-    std::vector<std::string> Run() {
-        CheckNodes();
-        CheckMessages();
+    std::vector<Fault> Faults() {
+        kestrel::KeyedMap<std::string, std::size_t> nodes;
+        for (const kestrel::Node& node : database_.Nodes()) {
+            CheckName(node, nodes);
+        }
+        kestrel::KeyedMap<std::string, std::size_t> names;
+        kestrel::KeyedMap<std::uint32_t, const Message*> identifiers;
+        for (const Message& message : database_.Messages()) {
+            CheckName(message, names);
+            const auto [other, isNew] = identifiers.try_emplace(message.identifier, &message);
+            if (!isNew) {
+                const std::string name = NameText(other->second->name);
+                Fault fault = FaultOf(Cause::Identifier, message);
+                Note(fault, name, "has the identifier " + IdentifierText(message.identifier) + " of " + name);
+                Keep(std::move(fault));
+            }
+            CheckSignals(message);
+        }
         return std::move(faults_);
     }
 
   private:
-    void CheckNodes() {
-        kestrel::KeyedSet<std::string> names;
-        for (const kestrel::Node& node : database_.Nodes()) {
-            const std::string name = kestrel::NameText(node.name);
-            if (!names.insert(name).second) {
-                faults_.push_back("node " + Shown(name) + ": the name occurs twice");
-            }
+    static constexpr std::size_t kNoFault = static_cast<std::size_t>(-1);
+
+    void Keep(Fault fault) {
+        if (fault.count > 0) {
+            faults_.push_back(std::move(fault));
         }
     }
 
-    void CheckMessages() {
-        kestrel::KeyedSet<std::string> names;
-        kestrel::KeyedMap<std::uint32_t, const Message*> identifiers;
-        for (const Message& message : database_.Messages()) {
-            if (!names.insert(kestrel::NameText(message.name)).second) {
-                Add(message, "the name occurs twice");
-            }
-            const auto [other, isNew] = identifiers.try_emplace(message.identifier, &message);
-            if (!isNew) {
-                Add(message, "has the identifier " + IdentifierText(message.identifier) + " of " +
-                                 NameOf(*other->second));
-            }
-            CheckSignals(message);
+    /// `names`: for each name that has been seen its fault.
+    template <class Record>
+    void CheckName(const Record& record, kestrel::KeyedMap<std::string, std::size_t>& names) {
+        const auto [entry, isNew] = names.try_emplace(NameText(record.name), kNoFault);
+        if (isNew) {
+            return;
         }
+        if (entry->second == kNoFault) {
+            entry->second = faults_.size();
+            faults_.push_back(FaultOf(Cause::Name, record));
+            faults_.back().sentence = "the name occurs twice";
+        }
+        ++faults_[entry->second].count;
     }
 
     void CheckSignals(const Message& message) {
+        Fault name = FaultOf(Cause::SignalName, message);
+        Fault end = FaultOf(Cause::End, message);
+        Fault range = FaultOf(Cause::Range, message);
         kestrel::KeyedSet<std::string> names;
         for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
-            if (!names.insert(kestrel::NameText(signal->name)).second) {
-                Add(message, "the name of signal " + NameOf(*signal) + " occurs twice");
+            const std::string text = NameText(signal->name);
+            if (!names.insert(text).second) {
+                Note(name, text, "the name of signal " + text + " occurs twice");
             }
-            if (EndByte(*signal) > message.length) {
-                Add(message,
-                    "signal " + NameOf(*signal) + " needs " + std::to_string(EndByte(*signal)) +
-                        (EndByte(*signal) == 1 ? " byte, the message has " : " bytes, the message has ") +
-                        std::to_string(message.length));
+            if (const std::size_t bytes = EndByte(*signal); bytes > message.length) {
+                Note(end, text + " (" + Bytes(bytes) + ")",
+                     "signal " + text + " needs " + Bytes(bytes) + ", the message has " +
+                         std::to_string(message.length));
             }
-            CheckRange(message, *signal);
+            CheckRange(*signal, text, range);
         }
+        Keep(std::move(name));
+        Keep(std::move(end));
+        Keep(std::move(range));
+        CheckMultiplexor(message);
         CheckOverlaps(message);
     }
 
-    void CheckRange(const Message& message, const Signal& signal) {
+    static void CheckRange(const Signal& signal, const std::string& name, Fault& fault) {
         const sigscale* scaling = signal.scaling;
-        if (scaling != nullptr && scaling->minimum && scaling->maximum &&
-            *scaling->minimum > *scaling->maximum) {
-            std::string text = "the minimum of signal " + NameOf(signal) + ", ";
-            kestrel::AppendShortNumber(text, *scaling->minimum);
-            kestrel::AppendShortNumber(text += ", is above its maximum, ", *scaling->maximum);
-            Add(message, text);
+        if (scaling == nullptr || !scaling->minimum || !scaling->maximum ||
+            *scaling->minimum <= *scaling->maximum) {
+            return;
         }
+        std::string sentence = "the minimum of signal " + name + ", ";
+        kestrel::AppendShortNumber(sentence, *scaling->minimum);
+        kestrel::AppendShortNumber(sentence += ", is above its maximum, ", *scaling->maximum);
+        Note(fault, name, sentence);
+    }
+
+    void CheckMultiplexor(const Message& message) {
+        Fault fault = FaultOf(Cause::Multiplexor, message);
+        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
+            if ((signal->flags & kSignalMultiplexor) != 0) {
+                return;
+            }
+            if ((signal->flags & kSignalMultiplexed) != 0) {
+                const std::string name = NameText(signal->name);
+                Note(fault, name, "signal " + name + " is multiplexed, but there is no multiplexor");
+            }
+        }
+        Keep(std::move(fault));
     }
 
     /// Goes through the runs of bits from the beginning of the message to its end, and compares each with
     /// those that have not ended.
     void CheckOverlaps(const Message& message) {
-        struct Run {
-            BitRange range;
-            const Signal* signal;
-            std::size_t number;  // of the signal
-        };
-        std::vector<Run> runs;
-        std::size_t number = 0;
-        for (const Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next, ++number) {
-            for (const BitRange& range : RangesOf(*signal)) {
-                runs.push_back({range, signal, number});
-            }
-        }
-        std::ranges::stable_sort(runs, {}, [](const Run& run) { return run.range.begin; });
+        Fault fault = FaultOf(Cause::Overlap, message);
         std::set<std::pair<std::size_t, std::size_t>> told;
         std::vector<Run> open;
         std::size_t comparisons = 0;
-        for (const Run& run : runs) {
+        for (const Run& run : RunsOf(message)) {
             std::erase_if(open, [&](const Run& other) { return other.range.end <= run.range.begin; });
             comparisons += open.size();
-            if (told.size() >= kMaxOverlaps || comparisons > kMaxComparisons) {
-                Add(message, "more signals may overlap");
-                return;
+            fault.isAtLeast = told.size() >= kMaxOverlaps || comparisons > kMaxComparisons;
+            if (fault.isAtLeast) {
+                break;
             }
             for (const Run& other : open) {
-                const auto [first, second] = std::minmax(run.number, other.number);
-                if (first == second || !CanMeet(*run.signal, *other.signal)) {
-                    continue;
+                const auto pair = std::minmax(run.number, other.number);
+                if (pair.first != pair.second && CanMeet(*run.signal, *other.signal) &&
+                    told.emplace(pair).second) {
+                    const bool isFirst = run.number == pair.first;
+                    NoteOverlap(fault, isFirst ? *run.signal : *other.signal,
+                                isFirst ? *other.signal : *run.signal);
                 }
-                if (!told.emplace(first, second).second) {
-                    continue;
-                }
-                const bool isFirst = run.number == first;
-                Add(message, "signals " + NameOf(isFirst ? *run.signal : *other.signal) + " and " +
-                                 NameOf(isFirst ? *other.signal : *run.signal) + " overlap");
             }
             open.push_back(run);
         }
+        if (fault.isAtLeast || fault.count > 0) {
+            faults_.push_back(std::move(fault));
+        }
     }
 
-    void Add(const Message& message, const std::string& what) {
-        faults_.push_back("message " + NameOf(message) + ": " + what);
+    static void NoteOverlap(Fault& fault, const Signal& first, const Signal& second) {
+        const std::string pair = NameText(first.name) + " and " + NameText(second.name);
+        Note(fault, pair, "signals " + pair + " overlap");
     }
 
     const kestrel::Database& database_;
-    std::vector<std::string> faults_;
+    std::vector<Fault> faults_;
 };
 
 }  // namespace
 
-std::vector<std::string> Check(const kestrel::Database& database) {
-    return Checker(database).Run();
+std::vector<Fault> FaultsOf(const kestrel::Database& database) {
+    return Checker(database).Faults();
 }
 
 }  // namespace vorn

@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,9 +12,44 @@
 
 namespace vorn {
 
-/// A line for each fault: signals that share bits of a message although they can meet in it, signals beyond
-/// the end of their message, ranges whose minimum is above their maximum, names of nodes,
-/// messages or signals and identifiers that occur twice.
-std::vector<std::string> Check(const kestrel::Database& database);
+enum class Cause {
+    /// A node or a message has the name of another.
+    Name,
+    /// A message has the identifier of another.
+    Identifier,
+    /// A signal has the name of another one of its message.
+    SignalName,
+    /// A signal ends behind its message.
+    End,
+    /// The minimum of a signal is above its maximum.
+    Range,
+    /// A signal is multiplexed, but the message has no multiplexor.
+    Multiplexor,
+    /// Two signals share bits although they can be in the message at the same time.
+    Overlap,
+};
+
+/// All that one cause does to one node or message.
+struct Fault {
+    Cause cause;
+    /// "node" or "message".
+    std::string object;
+    std::string name;
+    /// Of a message.
+    std::optional<std::uint32_t> identifier = {};
+    /// How many signals or pairs of them, or nodes and messages of that name besides the first.
+    std::size_t count = 0;
+    /// There may be more.
+    bool isAtLeast = false;
+    /// The first of them in words, at most `kMaxExamples`.
+    std::vector<std::string> examples = {};
+    /// What is wrong if there is but one.
+    std::string sentence = {};
+};
+
+inline constexpr std::size_t kMaxExamples = 3;
+
+/// The faults, those of nodes first, then message by message. A message has one for each cause.
+std::vector<Fault> FaultsOf(const kestrel::Database& database);
 
 }  // namespace vorn

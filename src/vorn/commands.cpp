@@ -11,7 +11,7 @@
 #include "kestrel/csv_rows.h"
 #include "kestrel/reader.h"
 #include "kestrel/writer.h"
-#include "vorn/check.h"
+#include "vorn/check_report.h"
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
@@ -123,12 +123,8 @@ Status Diff(const Arguments& arguments) {
 }
 
 Status Check(const Arguments& arguments) {
-    const auto faults = Check(*Read(arguments.database));
-    std::string text;
-    for (const std::string& fault : faults) {
-        text += fault + "\n";
-    }
-    Print(text);
+    const auto faults = FaultsOf(*Read(arguments.database));
+    Print(arguments.format == "json" ? FaultsJson(faults) : FaultsText(faults));
     return faults.empty() ? kSame : kDifferent;
 }
 

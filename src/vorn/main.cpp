@@ -86,6 +86,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     diff.add_flag("--names", arguments.withNames,
                   "also tells of names that differ only in what makes them unique");
     CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
+    AddFormat(check, arguments.format, {"text", "json"});
     return {{&show, vorn::Show},
             {&list, vorn::List},
             {&convert, vorn::Convert},

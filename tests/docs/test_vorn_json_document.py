@@ -95,3 +95,46 @@ class DiffSchema(DocumentTest):
             self.assertFalse(self.validator.is_valid(printed), change)
             del change["more"]
         self.assertTrue(self.validator.is_valid(printed))
+
+
+# A name twice, an identifier twice, and in the last message everything that signals can get wrong.
+FAULTY = copy.deepcopy(BEFORE)
+FAULTY["nodes"].append({"name": "Amp", "attributes": {}})
+FAULTY["messages"][2].update(identifier=17, length=1, signals=[
+    {"name": "A", "start_bit": 7, "length": 16, "byte_order": "big_endian", "signed": False, "multiplexer_value": 1},
+    {"name": "A", "start_bit": 7, "length": 8, "byte_order": "big_endian", "signed": False, "factor": 1, "minimum": 1,
+     "maximum": 0}])
+CAUSES = ["name twice", "identifier twice", "signal name twice", "beyond the message", "minimum above maximum",
+          "no multiplexor", "overlap"]
+
+
+class CheckSchema(DocumentTest):
+    def setUp(self):
+        super().setUp()
+        self.write("faulty.vorn", json.dumps(FAULTY))
+        self.write("before.vorn", json.dumps(BEFORE))
+        self.schema = json.loads(read("vorn-check.schema.json"))
+        self.validator = jsonschema.Draft202012Validator(self.schema)
+
+    def faults(self, name):
+        return json.loads(self.vorn("check", name, "--format", "json").stdout)
+
+    def test_every_cause_is_valid(self):
+        jsonschema.Draft202012Validator.check_schema(self.schema)
+        printed = self.faults("faulty.vorn")
+        self.assertEqual([fault["cause"] for fault in printed], CAUSES)
+        self.validator.validate(printed)
+        self.assertEqual(self.faults("before.vorn"), [])
+        self.validator.validate([])
+
+    def test_broken_texts_are_invalid(self):
+        printed = self.faults("faulty.vorn")
+        for fault in printed:
+            for key in list(fault):
+                whole = fault[key]
+                fault[key] = {}
+                self.assertFalse(self.validator.is_valid(printed), (fault, key))
+                del fault[key]
+                self.assertFalse(self.validator.is_valid(printed), (fault, key))
+                fault[key] = whole
+        self.assertTrue(self.validator.is_valid(printed))

@@ -18,7 +18,7 @@ class Usage(VornTest):
                           ("list", "one.vorn", "--match"), ("list", "one.vorn", "--node"),
                           ("diff", "one.vorn", "two.vorn", "--format"),
                           ("diff", "one.vorn", "two.vorn", "--format", "xml"),
-                          ("check", "one.vorn", "--format", "json"), ("show", "one.vorn", "list", "one.vorn")]:
+                          ("check", "one.vorn", "--format", "markdown"), ("show", "one.vorn", "list", "one.vorn")]:
             with self.subTest(arguments=arguments):
                 self.assert_trouble(self.vorn(*arguments))
 
@@ -192,11 +192,22 @@ class Convert(VornTest):
 
 
 class Check(VornTest):
-    def test_the_example_has_a_message_whose_signals_overlap(self):
-        start = "message TunerSdWest_TrafficMessage_Stat: signals "
-        self.assert_output(self.vorn("check", "roadster.vorn"),
-                           f"{start}Event_M0 and RoadB_M0 overlap\n{start}Event_M1 and RoadB_M1 overlap\n"
-                           f"{start}Road_M0 and DirectionB_M0 overlap\n", 1)
+    def test_each_cause_of_a_message_of_the_example_is_one_line(self):
+        result = self.vorn("check", "roadster.vorn")
+        self.assertEqual((result.returncode, result.stderr), (1, b""))
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual(lines[0], "message CDBox_Magazine_Stat: 2 signals are multiplexed, but there is no multiplexor: "
+                                   "Loaded_NN_0_M0, Loaded_NN_0_M1")
+        self.assertIn("message TunerSdWest_TrafficMessage_Stat: 3 pairs of signals overlap: Event_M0 and RoadB_M0, "
+                      "Event_M1 and RoadB_M1, Road_M0 and DirectionB_M0", lines)
+        self.assertEqual(len(lines), 6)
+
+    def test_as_json(self):
+        result = self.vorn("check", "faulty.vorn", "--format", "json")
+        self.assertEqual(json.loads(result.stdout), [
+            {"cause": "overlap", "object": "message", "identifier": 16, "extended": False, "name": "Ping", "count": 1,
+             "at least": False, "examples": ["A and B"]}])
+        self.assertEqual(result.returncode, 1)
 
     def test_nothing_is_said_of_a_database_without_faults(self):
         self.assert_output(self.vorn("check", "one.vorn"), "")

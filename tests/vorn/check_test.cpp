@@ -1,18 +1,29 @@
 /// Faults of databases.
 
-#include "vorn/check.h"
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "sample.h"
+#include "vorn/check_report.h"
 
 namespace vorn::test {
 namespace {
 
-using testing::UnorderedElementsAre;
+using testing::ElementsAre;
 
 using Faults = std::vector<std::string>;
+
+/// The lines that tell the faults.
+Faults Check(const kestrel::Database& database) {
+    Faults lines;
+    std::istringstream text(FaultsText(FaultsOf(database)));
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
 
 struct MessageFaultCase {
     const char* what;
@@ -35,21 +46,38 @@ const MessageFaultCase kSignalFaults[] = {
     {"two pairs",
      2,
      {{"A", 7, 8, kBig}, {"B", 15, 8, kBig}, {"C", 0, 1}, {"D", 8, 1}},
-     {"signals A and C overlap", "signals B and D overlap"}},
+     {"2 pairs of signals overlap: A and C, B and D"}},
     {"one with two others",
      2,
      {{"A", 7, 8, kBig}, {"B", 15, 8, kBig}, {"C", 7, 16, kBig}},
-     {"signals A and C overlap", "signals B and C overlap"}},
+     {"2 pairs of signals overlap: A and C, B and C"}},
     {"multiplexed for different values",
      1,
      {{"A", 7, 8, kBig | kSelected, 0}, {"B", 7, 8, kBig | kSelected, 1}, {"C", 0, 8, kSelected, 2}},
-     {}},
+     {"3 signals are multiplexed, but there is no multiplexor: A, B, C"}},
     {"multiplexed for one value",
      1,
-     {{"A", 7, 8, kBig | kSelected, 5}, {"B", 0, 1, kSelected, 6}, {"C", 0, 1, kSelected, 5}},
+     {{"A", 7, 8, kBig | kSelected, 5},
+      {"B", 0, 1, kSelected, 6},
+      {"C", 0, 1, kSelected, 5},
+      {"D", 0, 0, kSelector}},
      {"signals A and C overlap"}},
-    {"plain and multiplexed", 1, {{"A", 7, 8, kBig}, {"B", 0, 1, kSelected, 6}}, {"signals A and B overlap"}},
-    {"multiplexed and plain", 1, {{"A", 0, 1, kSelected, 6}, {"B", 7, 8, kBig}}, {"signals A and B overlap"}},
+    {"plain and multiplexed",
+     1,
+     {{"A", 7, 8, kBig}, {"B", 0, 1, kSelected, 6}},
+     {"signal B is multiplexed, but there is no multiplexor", "signals A and B overlap"}},
+    {"multiplexed and plain",
+     1,
+     {{"A", 0, 1, kSelected, 6}, {"B", 7, 8, kBig}},
+     {"signal A is multiplexed, but there is no multiplexor", "signals A and B overlap"}},
+    {"more than are told",
+     1,
+     {{"A", 0, 1, kSelected, 1},
+      {"B", 0, 1, kSelected, 2},
+      {"C", 0, 1, kSelected, 3},
+      {"D", 0, 1, kSelected, 4},
+      {"E", 0, 1, kSelected, 5}},
+     {"5 signals are multiplexed, but there is no multiplexor: A, B, C and 2 more"}},
     {"multiplexor and multiplexed",
      1,
      {{"A", 7, 8, kBig | kSelector}, {"B", 0, 1, kSelected, 0}},
@@ -62,18 +90,26 @@ const MessageFaultCase kSignalFaults[] = {
     {"beyond the message",
      1,
      {{"A", 3, 5, kBig}, {"B", 16, 1}},
-     {"signal A needs 2 bytes, the message has 1", "signal B needs 3 bytes, the message has 1"}},
+     {"2 signals end behind the message: A (2 bytes), B (3 bytes)"}},
     {"in a message without bytes", 0, {{"A", 0, 1}}, {"signal A needs 1 byte, the message has 0"}},
     {"a name twice", 1, {{"A", 0, 1}, {"B", 1, 1}, {"A", 2, 1}}, {"the name of signal A occurs twice"}},
     {"a name twice for different values of the multiplexor",
      1,
-     {{"A", 0, 1, kSelected, 1}, {"A", 0, 1, kSelected, 2}},
+     {{"A", 0, 1, kSelected, 1}, {"A", 0, 1, kSelected, 2}, {"B", 1, 1, kSelector}},
      {"the name of signal A occurs twice"}},
+    {"names more than once",
+     1,
+     {{"A", 0, 1}, {"B", 1, 1}, {"A", 2, 1}, {"B", 3, 1}, {"A", 4, 1}, {"A", 5, 1}},
+     {"4 signals have the name of another: A, B, A and 1 more"}},
     {"names that differ in case", 1, {{"A", 0, 1}, {"a", 1, 1}}, {}},
     {"a minimum above the maximum",
      2,
      {{"A", 0, 8, kLittle, 0, {}, sigscale{1, 0.5, -3}}, {"B", 8, 8, kLittle, 0, {}, sigscale{1, 7, 7}}},
      {"the minimum of signal A, 0.5, is above its maximum, -3"}},
+    {"two of them",
+     2,
+     {{"A", 0, 8, kLittle, 0, {}, sigscale{1, 0.5, -3}}, {"B", 8, 8, kLittle, 0, {}, sigscale{1, 7, 6}}},
+     {"2 signals have a minimum above their maximum: A, B"}},
     {"a minimum or a maximum alone",
      2,
      {{"A", 0, 8, kLittle, 0, {}, sigscale{1, 9}}, {"B", 8, 8, kLittle, 0, {}, sigscale{1, {}, -9}}},
@@ -97,23 +133,20 @@ TEST(Check, SignalsOfAMessage) {
 
 /// In reading order C runs through A (bits 7 to 4), B (3 to 0, 15 to 12) and A again (11 to 8).
 TEST(Check, PairThatMeetsInTwoPlacesIsToldOnce) {
-    EXPECT_THAT(
-        Check(*BuildMessage(2, {{"A", 4, 8}, {"B", 3, 8, kBig}, {"C", 7, 16, kBig}})),
-        UnorderedElementsAre("message Msg: signals A and C overlap", "message Msg: signals B and C overlap"));
+    EXPECT_THAT(Check(*BuildMessage(2, {{"A", 4, 8}, {"B", 3, 8, kBig}, {"C", 7, 16, kBig}})),
+                ElementsAre("message Msg: 2 pairs of signals overlap: A and C, B and C"));
 }
 
 TEST(Check, EveryPairOfThreeSignalsOnOneBitIsTold) {
-    EXPECT_THAT(
-        Check(*BuildMessage(1, {{"A", 0, 1}, {"B", 0, 1}, {"C", 0, 1}})),
-        UnorderedElementsAre("message Msg: signals A and B overlap", "message Msg: signals A and C overlap",
-                             "message Msg: signals B and C overlap"));
+    EXPECT_THAT(Check(*BuildMessage(1, {{"A", 0, 1}, {"B", 0, 1}, {"C", 0, 1}})),
+                ElementsAre("message Msg: 3 pairs of signals overlap: A and B, A and C, B and C"));
 }
 
 TEST(Check, MultiplexedSignalMeetsPlainOnesAlsoWhereAnotherLies) {
     EXPECT_THAT(
-        Check(*BuildMessage(1, {{"A", 0, 1}, {"B", 0, 1, kSelected, 1}, {"C", 0, 1, kSelected, 1}})),
-        UnorderedElementsAre("message Msg: signals A and B overlap", "message Msg: signals A and C overlap",
-                             "message Msg: signals B and C overlap"));
+        Check(*BuildMessage(
+            1, {{"A", 0, 1}, {"B", 0, 1, kSelected, 1}, {"C", 0, 1, kSelected, 1}, {"D", 0, 0, kSelector}})),
+        ElementsAre("message Msg: 3 pairs of signals overlap: A and B, A and C, B and C"));
 }
 
 struct DatabaseFaultCase {
@@ -129,6 +162,7 @@ const DatabaseFaultCase kDatabases[] = {
      {}},
     {"nodes", {.nodes = {{"A"}, {"B"}, {"A"}}}, {"node A: the name occurs twice"}},
     {"messages", {.messages = {{1, "A"}, {2, "B"}, {3, "A"}}}, {"message A: the name occurs twice"}},
+    {"more than twice", {.nodes = {{"A"}, {"A"}, {"B"}, {"A"}}}, {"node A: the name occurs 3 times"}},
     {"names that differ in case", {.nodes = {{"A"}, {"a"}}, .messages = {{1, "B"}, {2, "b"}}}, {}},
     {"identifiers",
      {.messages = {{0x22400C | kExtendedIdentifier, "A"}, {2, "B"}, {0x22400C | kExtendedIdentifier, "C"}}},
@@ -166,8 +200,25 @@ TEST(Check, VeryManyOverlapsAreNotAllTold) {
         rows.push_back({name.c_str(), 0, 1});
     }
     const Faults faults = Check(*BuildMessage(1, rows));  // of 4,950 pairs
-    EXPECT_LT(faults.size(), 1200U);
-    EXPECT_EQ(faults.back(), "message Msg: more signals may overlap");
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_THAT(faults[0],
+                testing::MatchesRegex("message Msg: at least 1[0-9]+ pairs of signals overlap: S0 and S1, "
+                                      "S0 and S2, S1 and S2 and 1[0-9]+ more"));
+}
+
+TEST(Check, AsJson) {
+    const auto database =
+        Build({.nodes = {{"N"}, {"N"}},
+               .messages = {{1 | kExtendedIdentifier, "A\n", 0, {{"S", 0, 1}, {"T", 1, 1}}},
+                            {1 | kExtendedIdentifier, "B", 1, {{"U", 0, 1, kSelected, 2}}}}});
+    EXPECT_EQ(FaultsJson(FaultsOf(*database)), R"json([
+  {"cause": "name twice", "object": "node", "name": "N", "count": 1, "at least": false, "examples": []},
+  {"cause": "beyond the message", "object": "message", "identifier": 1, "extended": true, "name": "A\n", "count": 2, "at least": false, "examples": ["S (1 byte)", "T (1 byte)"]},
+  {"cause": "identifier twice", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "at least": false, "examples": ["A\n"]},
+  {"cause": "no multiplexor", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "at least": false, "examples": ["U"]}
+]
+)json");
+    EXPECT_EQ(FaultsJson({}), "[]\n");
 }
 
 }  // namespace
