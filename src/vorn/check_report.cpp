@@ -14,17 +14,17 @@ namespace {
 std::string_view NameOf(Cause cause) {
     switch (cause) {
         case Cause::Name:
-            return "name twice";
+            return "name_twice";
         case Cause::Identifier:
-            return "identifier twice";
+            return "identifier_twice";
         case Cause::SignalName:
-            return "signal name twice";
+            return "signal_name_twice";
         case Cause::End:
-            return "beyond the message";
+            return "beyond_the_message";
         case Cause::Range:
-            return "minimum above maximum";
+            return "minimum_above_maximum";
         case Cause::Multiplexor:
-            return "no multiplexor";
+            return "no_multiplexor";
         case Cause::Overlap:
             return "overlap";
     }
@@ -90,7 +90,7 @@ std::string FaultsJson(const std::vector<Fault>& faults) {
         AppendMember(json, "name", fault.name);
         AppendKey(json, "count");
         json += std::to_string(fault.count);
-        AppendFlag(json, "at least", fault.isAtLeast);
+        AppendFlag(json, "is_at_least", fault.isAtLeast);
         AppendKey(json, "examples");
         json += "[";
         for (const std::string& example : fault.examples) {

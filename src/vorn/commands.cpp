@@ -10,12 +10,12 @@
 #include "import/text/shown_text.h"
 #include "kestrel/csv_rows.h"
 #include "kestrel/reader.h"
-#include "kestrel/writer.h"
 #include "vorn/check_report.h"
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
 #include "vorn/message_json.h"
+#include "vorn/output.h"
 
 namespace vorn {
 namespace {
@@ -96,16 +96,9 @@ Status List(const Arguments& arguments) {
 }
 
 Status Convert(const Arguments& arguments) {
-    const std::string& to = arguments.other;
-    const auto database = Read(arguments.database);
-    switch (kestrel::WriteDatabase(*database, to.c_str())) {
-        case kKestrelOk:
-            return kSame;
-        case kKestrelCannotOpen:
-            throw Trouble(to + ": can't be written");
-        default:
-            throw Trouble(to + ": could not be written; what was there before is unchanged");
-    }
+    RequireReplaceable(arguments.output, arguments.isForced);
+    Write(*Read(arguments.database), arguments.output);
+    return kSame;
 }
 
 Status Diff(const Arguments& arguments) {

@@ -22,9 +22,11 @@ class Trouble : public std::runtime_error {
 struct Arguments {
     std::string database;
     std::string other;
+    std::string output;
     Selection selection;
     std::string format = "text";
     bool withNames = false;
+    bool isForced = false;
 };
 
 /// Each command writes to standard output, tells on standard error why it found nothing, and throws `Trouble`

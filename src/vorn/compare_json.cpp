@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string_view>
 
 #include "kestrel/json_text.h"
@@ -74,7 +75,9 @@ void AppendSummary(std::string& json, const Comparison& comparison) {
     const ChangeCounts counts = CountChanges(comparison);
     json += "{";
     for (std::size_t object = 0; object < counts.size(); ++object) {
-        AppendKey(json, std::string(kObjects[object]) + "s");
+        std::string key = std::string(kObjects[object]) + "s";
+        std::ranges::replace(key, ' ', '_');
+        AppendKey(json, key);
         json += "{";
         for (const ChangeKind kind : kChangeKinds) {
             AppendKey(json, NameOf(kind));
@@ -82,7 +85,7 @@ void AppendSummary(std::string& json, const Comparison& comparison) {
         }
         json += "}";
     }
-    AppendKey(json, "unique names");
+    AppendKey(json, "unique_names");
     json += std::to_string(comparison.uniqueNames) + "}";
 }
 

@@ -1,45 +1,35 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <functional>
 #include <iostream>
+#include <iterator>
 #include <new>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "import/text/shown_text.h"
-#include "kestrel/format.h"
 #include "versions.h"
 #include "vorn/commands.h"
+#include "vorn/misspelling.h"
+#include "vorn/output.h"
 
 namespace {
 
 using vorn::Arguments;
 using vorn::Status;
 
-/// ".sqlite, .sqlite3, .db"
-std::string Extensions(const std::function<bool(kestrel::Format)>& isWanted) {
-    std::string list;
-    for (const auto& [extension, format] : kestrel::kFormats) {
-        if (isWanted(format)) {
-            list.append(list.empty() ? "" : ", ").append(extension);
-        }
-    }
-    return list;
-}
-
 /// Adds a command with its database.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* what, const char* databaseName,
                      Arguments& arguments) {
     CLI::App& command = *app.add_subcommand(name, what);
     command
-        .add_option(databaseName, arguments.database,
-                    "a database: Vorn, or SQLite (" + Extensions([](kestrel::Format format) {
-                        return format == kestrel::Format::Sqlite;
-                    }) + ")")
+        .add_option(databaseName, arguments.database, "a database: Vorn or SQLite, whatever its extension")
         ->required();
     return command;
 }
@@ -59,6 +49,15 @@ void AddSelection(CLI::App& command, vorn::Selection& selection) {
         "Names and addresses are found in any case, and may have * ? [abc] as the shell has them.");
 }
 
+/// Adds a database that is written.
+void AddOutput(CLI::App& command, Arguments& arguments) {
+    command
+        .add_option("OUT", arguments.output,
+                    "its extension chooses the format: " + vorn::OutputExtensions() + "; Vorn without one")
+        ->required();
+    command.add_flag("--force", arguments.isForced, "replaces a file that is no database, too");
+}
+
 void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& formats) {
     command.add_option("--format", format)->check(CLI::IsMember(formats))->capture_default_str();
 }
@@ -74,12 +73,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     AddSelection(list, arguments.selection);
     AddFormat(list, arguments.format, {"text", "json", "csv"});
     CLI::App& convert = AddCommand(app, "convert", "writes a database in another format", "IN", arguments);
-    convert
-        .add_option("OUT", arguments.other,
-                    "its extension chooses the format: " + Extensions([](kestrel::Format /*format*/) {
-                        return true;
-                    }) + "; else Vorn")
-        ->required();
+    AddOutput(convert, arguments);
     CLI::App& diff = AddCommand(app, "diff", "tells what differs between two databases", "OLD", arguments);
     diff.add_option("NEW", arguments.other, "the other database")->required();
     AddFormat(diff, arguments.format, {"text", "json", "markdown"});
@@ -94,6 +88,46 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
             {&check, vorn::Check}};
 }
 
+std::vector<std::string> OptionsOf(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    return names;
+}
+
+/// What is wrong with the first command or option that there is not; empty if there are all.
+std::string MisspellingIn(const CLI::App& app, const std::vector<Command>& commands,
+                          std::span<char* const> words) {
+    const CLI::App* command = &app;
+    for (const std::string_view word : words) {
+        std::vector<std::string> names;
+        if (word == "--") {
+            break;
+        }
+        if (word.starts_with("--")) {
+            names = OptionsOf(*command);
+        } else if (command == &app && !word.starts_with("-")) {
+            std::ranges::transform(commands, std::back_inserter(names),
+                                   [](const Command& each) { return each.first->get_name(); });
+        } else {
+            continue;
+        }
+        const std::string_view given = word.substr(0, word.starts_with("--") ? word.find('=') : word.npos);
+        const std::string text =
+            vorn::Misspelling(word.starts_with("--") ? "option" : "command", given, names);
+        if (!text.empty()) {
+            return command == &app ? text : command->get_name() + ": " + text;
+        }
+        if (!word.starts_with("--")) {
+            command = app.get_subcommand(std::string(word));
+        }
+    }
+    return "";
+}
+
 int Run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Looks into bus databases, converts and compares them");
@@ -106,6 +140,13 @@ int Run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        const std::string misspelling =
+            error.get_exit_code() == 0
+                ? ""
+                : MisspellingIn(app, commands, std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+        if (!misspelling.empty()) {
+            throw vorn::Trouble(misspelling);
+        }
         const bool isAnswer = app.exit(error) == 0;
         std::cout.flush();
         return isAnswer && std::cout ? vorn::kSame : vorn::kTrouble;

@@ -55,7 +55,7 @@ class ManPages(DocumentTest):
 
     def test_every_format_is_documented(self):
         shown = " ".join(self.help(VORN, "convert").split())
-        extensions = re.search(r"chooses the format: (.*?); else Vorn", shown).group(1).split(", ")
+        extensions = re.search(r"chooses the format: (.*?); Vorn without one", shown).group(1).split(", ")
         self.assertIn(".kcd", extensions)
         for extension in extensions:
             word = re.compile(re.escape(extension) + r"(?![a-z0-9])")

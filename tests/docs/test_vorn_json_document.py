@@ -74,7 +74,7 @@ class DiffSchema(DocumentTest):
         self.validator.validate(printed)
         for name in OBJECTS:
             for kind in ["added", "removed", "changed"]:
-                self.assertEqual(printed["summary"][f"{name}s"][kind],
+                self.assertEqual(printed["summary"][f"{name}s".replace(" ", "_")][kind],
                                  sum(change["change"] == kind for change in found(printed, [name])))
 
     def test_nothing_is_valid(self):
@@ -104,8 +104,8 @@ FAULTY["messages"][2].update(identifier=17, length=1, signals=[
     {"name": "A", "start_bit": 7, "length": 16, "byte_order": "big_endian", "signed": False, "multiplexer_value": 1},
     {"name": "A", "start_bit": 7, "length": 8, "byte_order": "big_endian", "signed": False, "factor": 1, "minimum": 1,
      "maximum": 0}])
-CAUSES = ["name twice", "identifier twice", "signal name twice", "beyond the message", "minimum above maximum",
-          "no multiplexor", "overlap"]
+CAUSES = ["name_twice", "identifier_twice", "signal_name_twice", "beyond_the_message", "minimum_above_maximum",
+          "no_multiplexor", "overlap"]
 
 
 class CheckSchema(DocumentTest):

@@ -412,11 +412,10 @@ TEST_F(SqliteReader, OtherSqliteFilesAreRefused) {
 }
 
 TEST_F(SqliteReader, OtherFilesAreRefused) {
-    MakeFile(directory_ / "vorn.sqlite", kFullVorn);
     MakeFile(directory_ / "text.db", "hello");
     MakeFile(directory_ / "empty.sqlite3", "");
     fs::create_directory(directory_ / "dir.sqlite");
-    for (const char* name : {"vorn.sqlite", "text.db", "empty.sqlite3", "dir.sqlite"}) {
+    for (const char* name : {"text.db", "empty.sqlite3", "dir.sqlite"}) {
         EXPECT_NE(ErrorOf(directory_ / name), "") << name;
     }
     EXPECT_EQ(ErrorOf(directory_ / "dir.sqlite"), "Is a directory");

@@ -170,7 +170,7 @@ struct FileCase {
 };
 
 constexpr FileCase kFiles[] = {
-    {"an empty file", "", "line 1: "},
+    {"an empty file", "", "the file is empty; vorn reads Vorn and SQLite"},
     {"only blanks", " \n\n ", "line 3: "},
     {"a number", "5", "line 1: a Vorn file is one object"},
     {"a text", "\n\"Vorn\"", "line 2: a Vorn file is one object"},
@@ -181,7 +181,7 @@ constexpr FileCase kFiles[] = {
     {"UTF-16", "\xFF\xFE{", "line 1: "},
     {"plain text", "Hello", "line 1: "},
     {"a SQLite file", "SQLite format 3", "line 1: "},
-    {"XML", "<?xml version=\"1.0\"?>", "line 1: "},
+    {"XML", "<?xml version=\"1.0\"?>", "this is XML; vorn reads Vorn and SQLite"},
     {"a comment", "{ // Vorn\n}", "line 1: "},
 };
 
@@ -192,9 +192,13 @@ TEST_F(VornReader, OtherFilesAreRefused) {
     }
 }
 
-TEST_F(VornReader, SqliteFileCalledVornIsRefused) {
-    std::filesystem::rename(WriteAs("out.sqlite"), directory_ / "out.vorn");
-    EXPECT_EQ(ErrorOf(directory_ / "out.vorn").substr(0, 8), "line 1: ");
+TEST_F(VornReader, FilesAreReadAsWhatTheyAreWhateverTheirNames) {
+    for (const auto& [written, called] :
+         {std::pair("out.sqlite", "a.vorn"), std::pair("out.vorn", "b.sqlite"),
+          std::pair("out.vorn", "c.kcd"), std::pair("out.db", "d.csv")}) {
+        std::filesystem::rename(WriteAs(written), directory_ / called);
+        EXPECT_EQ(ReadAsVorn(directory_ / called), kFullVorn) << called;
+    }
 }
 
 TEST_F(VornReader, FilesThatCanNotBeReadAreRefused) {
@@ -209,9 +213,11 @@ TEST_F(VornReader, PipesAndDevicesAreRefused) {
     EXPECT_EQ(ErrorOf("/dev/zero"), "Not a regular file");
 }
 
-TEST_F(VornReader, KcdIsNotRead) {
+TEST_F(VornReader, FormatsThatAreWrittenOnlyAreNotRead) {
     EXPECT_EQ(ErrorOf(WriteAs("out.kcd")), "KCD files can be written, not read");
-    EXPECT_EQ(ErrorOf(directory_ / "none.KCD"), "KCD files can be written, not read");
+    EXPECT_EQ(ErrorOf(WriteAs("out.csv")), "CSV files can be written, not read");
+    MakeFile(directory_ / "text.KCD", "hello");
+    EXPECT_EQ(ErrorOf(directory_ / "text.KCD"), "KCD files can be written, not read");
 }
 
 }  // namespace

@@ -93,6 +93,9 @@ def expected_frame(message):
     }
 
 
+# What is taken for a database that may be replaced.
+OLD = '{"format": "Vorn"} old'
+
 class FormatTest(ProgramTest):
     """What both catalogs have in common."""
 
@@ -407,14 +410,14 @@ class Outputs(FormatTest):
         self.convert("in.vorn")
         for name in ["out.vorn", "out.sqlite", "out.sqlite3", "out.db", "out.kcd"]:
             with self.subTest(name=name):
-                os.chmod(self.write(name, "old"), 0o444)
+                os.chmod(self.write(name, OLD), 0o444)
                 result = self.run_program("cat.xml", name)
                 self.assertEqual(result.returncode, 255)
                 self.assertTrue(result.stdout.decode().endswith("Failed to export to vorn!\n"))
                 result = self.run_vorn("convert", "in.vorn", name)
                 self.assertEqual((result.returncode, result.stdout), (2, b""))
                 self.assertTrue(result.stderr.decode().startswith(f"vorn: {name}: "))
-                self.assertEqual(self.content(name), b"old")
+                self.assertEqual(self.content(name), OLD.encode())
                 self.assertEqual(stat.S_IMODE(os.stat(self.dir / name).st_mode), 0o444)
 
     def test_a_setting_makes_every_output_read_only(self):
@@ -427,7 +430,7 @@ class Outputs(FormatTest):
     def test_failure_leaves_the_old_file_and_nothing_else(self):
         self.convert("in.vorn")
         for name in ["out.vorn", "out.sqlite", "out.kcd"]:
-            self.write(name, "old")
+            self.write(name, OLD)
         before = sorted(os.listdir(self.dir))
         # No file may grow beyond one block of 512 bytes, as on a full disk; the signal of that is ignored.
         script = 'trap "" XFSZ; ulimit -f 1; exec "$0" convert in.vorn "$1"'
@@ -437,7 +440,7 @@ class Outputs(FormatTest):
                                         check=False)
                 self.assertEqual((result.returncode, result.stdout), (2, b""))
                 self.assertTrue(result.stderr.decode().startswith(f"vorn: {name}: "), result.stderr)
-                self.assertEqual(self.content(name), b"old")
+                self.assertEqual(self.content(name), OLD.encode())
                 self.assertEqual(sorted(os.listdir(self.dir)), before)
 
     def test_a_database_that_cannot_be_read_leaves_the_old_file(self):
@@ -449,11 +452,11 @@ class Outputs(FormatTest):
         for source in ["in.vorn", "in.sqlite", "in.kcd", "none.vorn", "none.db"]:
             for target in ["out.vorn", "out.sqlite", "out.kcd"]:
                 with self.subTest(source=source, target=target):
-                    self.write(target, "old")
+                    self.write(target, OLD)
                     result = self.run_vorn("convert", source, target)
                     self.assertEqual((result.returncode, result.stdout), (2, b""))
                     self.assertTrue(result.stderr.decode().startswith(f"vorn: {source}: "), result.stderr)
-                    self.assertEqual(self.content(target), b"old")
+                    self.assertEqual(self.content(target), OLD.encode())
 
     def test_a_database_is_converted_onto_itself(self):
         self.convert("out.vorn", "out.sqlite")

@@ -87,7 +87,7 @@ const MessageFaultCase kSignalFaults[] = {
      {{"A", 7, 8, kBig, 1}, {"B", 7, 8, kBig, 2}},
      {"signals A and B overlap"}},
     {"up to the end of the message", 3, {{"A", 7, 8, kBig}, {"B", 15, 16, kBig}}, {}},
-    {"beyond the message",
+    {"beyond_the_message",
      1,
      {{"A", 3, 5, kBig}, {"B", 16, 1}},
      {"2 signals end behind the message: A (2 bytes), B (3 bytes)"}},
@@ -212,10 +212,10 @@ TEST(Check, AsJson) {
                .messages = {{1 | kExtendedIdentifier, "A\n", 0, {{"S", 0, 1}, {"T", 1, 1}}},
                             {1 | kExtendedIdentifier, "B", 1, {{"U", 0, 1, kSelected, 2}}}}});
     EXPECT_EQ(FaultsJson(FaultsOf(*database)), R"json([
-  {"cause": "name twice", "object": "node", "name": "N", "count": 1, "at least": false, "examples": []},
-  {"cause": "beyond the message", "object": "message", "identifier": 1, "extended": true, "name": "A\n", "count": 2, "at least": false, "examples": ["S (1 byte)", "T (1 byte)"]},
-  {"cause": "identifier twice", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "at least": false, "examples": ["A\n"]},
-  {"cause": "no multiplexor", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "at least": false, "examples": ["U"]}
+  {"cause": "name_twice", "object": "node", "name": "N", "count": 1, "is_at_least": false, "examples": []},
+  {"cause": "beyond_the_message", "object": "message", "identifier": 1, "extended": true, "name": "A\n", "count": 2, "is_at_least": false, "examples": ["S (1 byte)", "T (1 byte)"]},
+  {"cause": "identifier_twice", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "is_at_least": false, "examples": ["A\n"]},
+  {"cause": "no_multiplexor", "object": "message", "identifier": 1, "extended": true, "name": "B", "count": 1, "is_at_least": false, "examples": ["U"]}
 ]
 )json");
     EXPECT_EQ(FaultsJson({}), "[]\n");

@@ -111,7 +111,7 @@ TEST(CompareJson, HasARecordOnEachLineAndCountsThem) {
     {"change": "removed", "object": "signal", "name": "Low"}
   ]}
 ],
-"summary": {"attribute definitions": {"added": 0, "removed": 0, "moved": 0, "changed": 0}, "nodes": {"added": 1, "removed": 0, "moved": 0, "changed": 0}, "messages": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "signals": {"added": 0, "removed": 1, "moved": 0, "changed": 1}, "values": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "unique names": 0}
+"summary": {"attribute_definitions": {"added": 0, "removed": 0, "moved": 0, "changed": 0}, "nodes": {"added": 1, "removed": 0, "moved": 0, "changed": 0}, "messages": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "signals": {"added": 0, "removed": 1, "moved": 0, "changed": 1}, "values": {"added": 0, "removed": 0, "moved": 0, "changed": 1}, "unique_names": 0}
 }
 )");
 }
