@@ -9,13 +9,16 @@
 #include "drawing/style.h"
 #include "import/text/shown_text.h"
 #include "kestrel/csv_rows.h"
+#include "kestrel/database_builder.h"
 #include "kestrel/reader.h"
 #include "vorn/check_report.h"
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
+#include "vorn/merge.h"
 #include "vorn/message_json.h"
 #include "vorn/output.h"
+#include "vorn/subset.h"
 
 namespace vorn {
 namespace {
@@ -60,6 +63,21 @@ void PrintCsv(const kestrel::Database& database, const std::vector<const kestrel
         }
     }
     Print(csv);
+}
+
+/// All messages but those, in the order of the database, which they have, too.
+std::vector<const kestrel::Message*> AllBut(const kestrel::Database& database,
+                                            const std::vector<const kestrel::Message*>& messages) {
+    std::vector<const kestrel::Message*> others;
+    auto next = messages.begin();
+    for (const kestrel::Message& message : database.Messages()) {
+        if (next != messages.end() && *next == &message) {
+            ++next;
+        } else {
+            others.push_back(&message);
+        }
+    }
+    return others;
 }
 
 Status StatusOf(const std::vector<const kestrel::Message*>& messages, const Arguments& arguments) {
@@ -119,6 +137,45 @@ Status Check(const Arguments& arguments) {
     const auto faults = FaultsOf(*Read(arguments.database));
     Print(arguments.format == "json" ? FaultsJson(faults) : FaultsText(faults));
     return faults.empty() ? kSame : kDifferent;
+}
+
+Status Subset(const Arguments& arguments) {
+    RequireReplaceable(arguments.output, arguments.isForced);
+    if (arguments.selection.IsEmpty()) {
+        throw Trouble(
+            "subset: nothing says which messages: --message, --fblock, --function, --optype or --node");
+    }
+    const auto database = Read(arguments.database);
+    auto messages = SelectFrom(*database, arguments);
+    if (messages.empty()) {
+        return kDifferent;
+    }
+    if (arguments.isExcept) {
+        messages = AllBut(*database, messages);
+    }
+    Write(*SubsetOf(*database, messages), arguments.output);
+    return kSame;
+}
+
+Status Merge(const Arguments& arguments) {
+    RequireReplaceable(arguments.output, arguments.isForced);
+    const auto first = Read(arguments.database);
+    const auto second = Read(arguments.other);
+    const Comparison conflicts = ConflictsOf(*first, *second);
+    if (!AreSame(conflicts) && arguments.preferred.empty()) {
+        Print(ChangesText(conflicts, Style::OfStandardOutput()));
+        std::fputs("vorn: these differ in both databases; --prefer first or --prefer second chooses\n",
+                   stderr);
+        return kDifferent;
+    }
+    try {
+        const Preference preference =
+            arguments.preferred == "second" ? Preference::Second : Preference::First;
+        Write(*Merge(*first, *second, preference), arguments.output);
+    } catch (const kestrel::BadRecord& error) {
+        throw Trouble(arguments.output + ": can't be made of both: " + error.what());
+    }
+    return kSame;
 }
 
 }  // namespace vorn

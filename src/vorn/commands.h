@@ -27,6 +27,9 @@ struct Arguments {
     std::string format = "text";
     bool withNames = false;
     bool isForced = false;
+    bool isExcept = false;
+    /// "first", "second" or empty.
+    std::string preferred;
 };
 
 /// Each command writes to standard output, tells on standard error why it found nothing, and throws `Trouble`
@@ -36,5 +39,7 @@ Status List(const Arguments& arguments);
 Status Convert(const Arguments& arguments);
 Status Diff(const Arguments& arguments);
 Status Check(const Arguments& arguments);
+Status Subset(const Arguments& arguments);
+Status Merge(const Arguments& arguments);
 
 }  // namespace vorn

@@ -9,6 +9,7 @@
 #include "kestrel/model_text.h"
 #include "vorn/pairing.h"
 #include "vorn/record_fields.h"
+#include "vorn/record_pairs.h"
 #include "vorn/renamed_nodes.h"
 #include "vorn/unique_names.h"
 
@@ -20,16 +21,6 @@ using kestrel::NameIn;
 using kestrel::NameText;
 using kestrel::Signal;
 using Changes = std::vector<Change>;
-
-template <class Records>
-auto PointersTo(const Records& records) {
-    std::vector<const typename Records::value_type*> pointers;
-    pointers.reserve(records.size());
-    for (const auto& record : records) {
-        pointers.push_back(&record);
-    }
-    return pointers;
-}
 
 /// The entries of a list that are linked by their `next`.
 template <class Entry>
@@ -104,21 +95,6 @@ std::string PlaceOf(const Signal& signal) {
     return place;
 }
 
-/// Block, function and operation of a message that says all three.
-std::optional<std::string> MeaningOf(const Message& message, kestrel::ValueTexts& values) {
-    std::string meaning;
-    int count = 0;
-    for (const std::string_view wanted : {"FBlock", "Function", "OpType"}) {
-        for (const auto& entry : message.attributes.Values()) {
-            if (NameIn(entry.definition->name) == wanted) {
-                meaning += values.Of(entry) + "\n";
-                ++count;
-            }
-        }
-    }
-    return count == 3 ? std::optional(meaning) : std::nullopt;
-}
-
 /// Compares two databases, once.
 class Comparer {
   public:
@@ -127,7 +103,7 @@ class Comparer {
 
     Comparison Run() {
         Comparison comparison{Definitions()};
-        const Pairing<Message> messages = PairMessages();
+        const Pairing<Message> messages = PairMessages(before_, after_);
         const RenamedNodes renamed(before_, after_, messages);
         Append(comparison.changes, Nodes(renamed));
         Append(comparison.changes, Messages(messages, renamed));
@@ -137,36 +113,19 @@ class Comparer {
 
   private:
     Changes Definitions() const {
-        Pairing<kestrel::AttrDef> pairing(PointersTo(before_.AttrDefs()), PointersTo(after_.AttrDefs()));
-        pairing.By([](const kestrel::AttrDef& definition) {
-            return std::optional(ChangeOf(ChangeKind::Changed, definition).name);
-        });
-        return ChangesOf(pairing, [](Change& change, const auto& before, const auto& after) {
-            change.fields = CompareFields(FieldsOf(before), FieldsOf(after));
-        });
+        return ChangesOf(PairDefinitions(before_, after_),
+                         [](Change& change, const auto& before, const auto& after) {
+                             change.fields = CompareFields(FieldsOf(before), FieldsOf(after));
+                         });
     }
 
     Changes Nodes(const RenamedNodes& renamed) {
-        Pairing<kestrel::Node> pairing(PointersTo(before_.Nodes()), PointersTo(after_.Nodes()));
-        const auto name = [](const kestrel::Node& node) { return std::optional(NameText(node.name)); };
-        pairing.By(name);
-        pairing.By(name, [&](const kestrel::Node& node) { return renamed.OldNameOf(node); });
-        return ChangesOf(pairing, [this](Change& change, const auto& before, const auto& after) {
-            CompareNames(change, before, NameIn(before.name) == NameIn(after.name));
-            Append(change.fields,
-                   CompareFields(FieldsOf(before.attributes, values_), FieldsOf(after.attributes, values_)));
-        });
-    }
-
-    Pairing<Message> PairMessages() {
-        Pairing<Message> pairing(PointersTo(before_.Messages()), PointersTo(after_.Messages()));
-        pairing.By([](const Message& message) { return std::optional(message.identifier); });
-        pairing.By([this](const Message& message) { return MeaningOf(message, values_); });
-        pairing.By([](const Message& message) {
-            const std::string_view name = NameIn(message.name);
-            return name.empty() ? std::nullopt : std::optional(name);
-        });
-        return pairing;
+        return ChangesOf(PairNodes(before_, after_, renamed),
+                         [this](Change& change, const auto& before, const auto& after) {
+                             CompareNames(change, before, NameIn(before.name) == NameIn(after.name));
+                             Append(change.fields, CompareFields(FieldsOf(before.attributes, values_),
+                                                                 FieldsOf(after.attributes, values_)));
+                         });
     }
 
     Changes Messages(const Pairing<Message>& pairing, const RenamedNodes& renamed) {

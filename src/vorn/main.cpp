@@ -81,11 +81,17 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
                   "also tells of names that differ only in what makes them unique");
     CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
     AddFormat(check, arguments.format, {"text", "json"});
-    return {{&show, vorn::Show},
-            {&list, vorn::List},
-            {&convert, vorn::Convert},
-            {&diff, vorn::Diff},
-            {&check, vorn::Check}};
+    CLI::App& subset = AddCommand(app, "subset", "writes some messages of a database", "IN", arguments);
+    AddOutput(subset, arguments);
+    AddSelection(subset, arguments.selection);
+    subset.add_flag("--except", arguments.isExcept, "writes all messages but those");
+    CLI::App& merge = AddCommand(app, "merge", "writes two databases as one", "A", arguments);
+    merge.add_option("B", arguments.other, "the other database")->required();
+    AddOutput(merge, arguments);
+    merge.add_option("--prefer", arguments.preferred, "what is taken where they differ")
+        ->check(CLI::IsMember({"first", "second"}));
+    return {{&show, vorn::Show},   {&list, vorn::List},     {&convert, vorn::Convert}, {&diff, vorn::Diff},
+            {&check, vorn::Check}, {&subset, vorn::Subset}, {&merge, vorn::Merge}};
 }
 
 std::vector<std::string> OptionsOf(const CLI::App& command) {
@@ -130,7 +136,7 @@ std::string MisspellingIn(const CLI::App& app, const std::vector<Command>& comma
 
 int Run(int argc, char** argv) {
     Arguments arguments;
-    CLI::App app("Looks into bus databases, converts and compares them");
+    CLI::App app("Looks into bus databases, converts, compares and joins them");
     app.set_version_flag("--version", std::string("vorn ") + tarvex::kProgramVersion);
     app.require_subcommand(1);
     app.footer(

@@ -96,6 +96,7 @@ def expected_frame(message):
 # What is taken for a database that may be replaced.
 OLD = '{"format": "Vorn"} old'
 
+
 class FormatTest(ProgramTest):
     """What both catalogs have in common."""
 

@@ -32,7 +32,8 @@ class Usage(VornTest):
     def test_help_of_a_command_names_its_options_and_needs_no_database(self):
         words = {"show": ["DB", "--message", "--fblock"], "list": ["DB", "--node", "--match", "--optype", "--format"],
                  "convert": ["IN", "OUT", ".sqlite", ".kcd"], "diff": ["OLD", "NEW", "--format", "text", "json"],
-                 "check": ["DB"]}
+                 "check": ["DB"], "subset": ["IN", "OUT", "--except", "--force"],
+                 "merge": ["A", "B", "OUT", "--prefer"]}
         for command in COMMANDS:
             with self.subTest(command=command):
                 result = self.vorn(command, "--help")

@@ -5,7 +5,7 @@ import sqlite3
 from vorn_support import EXAMPLE, ONE, VornTest
 
 EXTENSIONS = ".vorn, .sqlite, .sqlite3, .db, .kcd, .csv"
-COMMANDS = "show, list, convert, diff, check"
+COMMANDS = "show, list, convert, diff, check, subset, merge"
 XML = "this is XML; vorn reads Vorn and SQLite"
 
 # The command line, the exit status, and what is said.

@@ -8,7 +8,7 @@ from support import SOURCE, ProgramTest
 
 VORN = os.environ["TARVEX_VORN"]
 EXAMPLE = SOURCE / "tests" / "data" / "example" / "roadster.vorn"
-COMMANDS = ["show", "list", "convert", "diff", "check"]
+COMMANDS = ["show", "list", "convert", "diff", "check", "subset", "merge"]
 ESCAPE = "\x1b"
 
 
