@@ -8,6 +8,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "import/test_texts.h"
+#include "import/xml/dom_error_handler.h"
 
 namespace tarvex::test::platform_stop_test {
 namespace {
@@ -41,6 +42,19 @@ std::vector<SinkText> FailedParse(const std::string& path) {
     return {{"Parsing XML '" + path + "'", 1},
             {"Error during parsing '" + path + "'\n", 1},
             {"Error(s) occured, XML database not available", 1}};
+}
+
+/// Stands first, since the platform does not run any more after the other.
+TEST(PlatformStop, WaitsForTheDocumentsOfOtherReaders) {
+    TempDir dir;
+    ZDOMErrorHandler handler;
+    const std::unique_ptr<DocumentReader> reader = MakeXercesReader();
+    reader->StartPlatform();
+    ASSERT_NE(reader->Read(dir.Write("First.xml", CleanCatalog()), false, handler), nullptr);
+    MakeXercesReader()->StopPlatform();
+    EXPECT_TRUE(IsPlatformRunning());
+    reader->Release();
+    EXPECT_NE(reader->Read(dir.Write("Second.xml", CleanCatalog()), false, handler), nullptr);
 }
 
 TEST(PlatformStop, NothingIsParsedAnyMoreAfterAParseHasThrown) {

@@ -16,10 +16,15 @@ namespace {
 /// The state of the XML platform. It belongs to the process, not to a reader.
 enum class Platform { NotStarted, Started, Stopped };
 Platform platform = Platform::NotStarted;
+/// Parsers that keep a document, of all readers. They need the platform to their end.
+unsigned parsers = 0;
 
 class XercesReader : public DocumentReader {
   public:
     explicit XercesReader(Vocabulary vocabulary) : vocabulary_(std::move(vocabulary)) {}
+    XercesReader(const XercesReader&) = delete;
+    XercesReader& operator=(const XercesReader&) = delete;
+    ~XercesReader() override { ReleaseParser(); }
 
     void StartPlatform() override {
         // The parser would refuse every document type. How they are read is decided here.
@@ -32,7 +37,7 @@ class XercesReader : public DocumentReader {
 
     void StopPlatform() override {
         Release();
-        if (platform == Platform::Started) {
+        if (platform == Platform::Started && parsers == 0) {
             xercesc::XMLPlatformUtils::Terminate();
             platform = Platform::Stopped;
         }
@@ -42,7 +47,9 @@ class XercesReader : public DocumentReader {
         if (platform != Platform::Started) {
             throw std::logic_error("the XML platform has been stopped");
         }
+        ReleaseParser();
         parser_ = std::make_unique<CatalogParser>(path, validate, vocabulary_);
+        ++parsers;
         parser_->setErrorHandler(&handler);
         parser_->SetOnProgress(onProgress_);
         parser_->Parse();
@@ -62,9 +69,14 @@ class XercesReader : public DocumentReader {
     }
     std::size_t Memory() const override { return parser_ ? parser_->Memory() : 0; }
 
-    void Release() override { parser_.reset(); }
+    void Release() override { ReleaseParser(); }
 
   private:
+    void ReleaseParser() {
+        parsers -= parser_ ? 1 : 0;
+        parser_.reset();
+    }
+
     Vocabulary vocabulary_;
     std::function<void(std::size_t bytes)> onProgress_;
     std::unique_ptr<CatalogParser> parser_;
