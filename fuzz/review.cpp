@@ -1,4 +1,5 @@
-/// A catalog as tarvex-catalog reads it: checks in every form, and against a baseline of its own faults.
+/// A catalog as tarvex-catalog reads it: checks in every form, and against a baseline of its own faults;
+/// differences from a catalog of all kinds.
 
 #include <nlohmann/json.hpp>
 
@@ -7,6 +8,8 @@
 #include "catalogs.h"
 #include "expansion.h"
 #include "review/check.h"
+#include "review/diff.h"
+#include "review/diff_report.h"
 
 using namespace tarvex;
 using namespace tarvex::fuzz;
@@ -34,6 +37,37 @@ std::size_t CountOfLines(const std::string& text) {
     return static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
 
+/// The lines about the differences. Both JSON and table have each of them.
+std::size_t CountOfDifferences(const ZMTCatalog& before, const ZMTCatalog& after,
+                               const DiffOptions& options) {
+    const DiffReport report{"old", "new", CompareCatalogs(before, after, options)};
+    std::string text;
+    const auto print = [&](const std::string& piece) { text += piece; };
+    PrintDiffText(report, print);
+    Require(CountOfLines(text) == report.changes.size() + 1, "each difference has a line");
+    text.clear();
+    PrintDiffJson(report, print);
+    const nlohmann::json json = nlohmann::json::parse(text, nullptr, false);
+    Require(json.is_object() && json.at("changes").size() == report.changes.size(),
+            "the JSON report has all differences");
+    text.clear();
+    PrintDiffMarkdown(report, print);
+    Require(CountOfLines(text) > report.changes.size(), "each difference has a row");
+    return report.changes.size();
+}
+
+void CompareWithItselfAndOthers(const std::string& path, const ReadingOptions& options, bool areBytesOnly) {
+    const CatalogReading reading(path, options);
+    if (const ZMTCatalog* catalog = reading.Catalog()) {
+        const DiffOptions all{.areDescriptionsCompared = true};
+        Require(CountOfDifferences(*catalog, *catalog, all) == 0, "a catalog does not differ from itself");
+        const DiffOptions some{.areBytesOnly = areBytesOnly};
+        const std::size_t there = CountOfDifferences(FixedCatalog(), *catalog, some);
+        Require((there == 0) == (CountOfDifferences(*catalog, FixedCatalog(), some) == 0),
+                "catalogs that differ do so both ways");
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
@@ -57,6 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (json.empty()) {
         return 0;
     }
+    CompareWithItselfAndOthers(path, options.reading, draw.Flag());
     const nlohmann::json checked = nlohmann::json::parse(json, nullptr, false);
     Require(checked.is_object(), "the JSON report can be read");
     const nlohmann::json& catalog = checked.at("catalogs").at(0);

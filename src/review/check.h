@@ -3,13 +3,13 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "review/catalog_reading.h"
+#include "review/print.h"
 #include "review/verdicts.h"
 
 namespace tarvex::review {
@@ -32,9 +32,6 @@ struct CheckedCatalog {
     std::vector<const Fault*> faults;
     std::size_t known = 0;  ///< Faults that the baseline has.
 };
-
-/// Takes text as it comes.
-using Print = std::function<void(const std::string& text)>;
 
 /// A form in which checks are told.
 class CheckReport {

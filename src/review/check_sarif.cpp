@@ -1,11 +1,10 @@
 #include <map>
 
-#include <nlohmann/json.hpp>
-
 #include "import/text/format_text.h"
 #include "review/check.h"
 #include "review/explain.h"
 #include "review/explanation_words.h"
+#include "review/fault_json.h"
 #include "review/fault_text.h"
 
 namespace tarvex::review {
@@ -65,7 +64,7 @@ class CheckSarif : public CheckReport {
     void Catalog(const CheckedCatalog& catalog) override {
         for (const Fault* fault : catalog.faults) {
             BeginResult();
-            Write(Dump(ResultOf(catalog.reading, *fault)));
+            Write(DumpJson(ResultOf(catalog.reading, *fault)));
         }
     }
 
@@ -79,7 +78,7 @@ class CheckSarif : public CheckReport {
         if (!hasBegun_) {
             Write(kBeginning);
         }
-        Write("\n],\n\"columnKind\": \"utf16CodeUnits\",\n\"tool\": " + Dump(Json{{"driver", driver}}) +
+        Write("\n],\n\"columnKind\": \"utf16CodeUnits\",\n\"tool\": " + DumpJson(Json{{"driver", driver}}) +
               "}]}\n");
     }
 
@@ -87,10 +86,6 @@ class CheckSarif : public CheckReport {
     void BeginResult() {
         Write(hasBegun_ ? ",\n" : kBeginning);
         hasBegun_ = true;
-    }
-
-    static std::string Dump(const Json& json) {
-        return json.dump(-1, ' ', false, Json::error_handler_t::replace);
     }
 
     Json ResultOf(const CatalogReading& reading, const Fault& fault) {

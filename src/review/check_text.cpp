@@ -3,17 +3,13 @@
 
 #include "import/text/shown_text.h"
 #include "review/check.h"
+#include "review/counted.h"
 #include "review/explain.h"
 #include "review/explanation_words.h"
 #include "review/fault_text.h"
 
 namespace tarvex::review {
 namespace {
-
-/// "1 block", "2 blocks"
-std::string Counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 std::size_t CountOf(const std::vector<const Fault*>& faults, Kind kind) {
     return static_cast<std::size_t>(std::ranges::count(faults, kind, &Fault::kind));

@@ -1,6 +1,7 @@
 #include "review/fault_text.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "import/text/shown_text.h"
 #include "review/explanation_words.h"
@@ -13,6 +14,14 @@ std::string PlaceText(const CatalogReading& reading, const Fault& fault) {
         text += ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column);
     }
     return text;
+}
+
+const ZMTCatalog& TreeOf(const CatalogReading& reading) {
+    if (reading.Catalog() == nullptr) {
+        throw std::runtime_error("the catalog could not be imported: " +
+                                 FaultLine(reading, reading.Faults().back()));
+    }
+    return *reading.Catalog();
 }
 
 std::string FaultText(const Fault& fault) {

@@ -12,6 +12,9 @@ namespace tarvex::review {
 /// "roadster.xml:812:9", as editors know it; the file alone for a fault without a place.
 std::string PlaceText(const CatalogReading& reading, const Fault& fault);
 
+/// The tree of a catalog. Throws std::runtime_error, with the last fault that was met, where there is none.
+const ZMTCatalog& TreeOf(const CatalogReading& reading);
+
 /// What is wrong, in one line, with the name of the element at fault where the message does not have it.
 std::string FaultText(const Fault& fault);
 

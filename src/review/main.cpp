@@ -19,6 +19,7 @@
 #include "driver/settings.h"
 #include "import/text/shown_text.h"
 #include "review/check.h"
+#include "review/diff_run.h"
 #include "review/explain.h"
 #include "review/fault_text.h"
 #include "review/show.h"
@@ -185,6 +186,26 @@ Command AddCheck(CLI::App& app) {
     return {&command, [arguments] { return Check(*arguments); }};
 }
 
+Command AddDiff(CLI::App& app) {
+    auto run = std::make_shared<DiffRun>();
+    auto settingsPath = std::make_shared<std::string>();
+    CLI::App& command =
+        *app.add_subcommand("diff", "tells what differs between two catalogs, and what of it is on the bus");
+    command.add_option("OLD", run->before, "a catalog; - for standard input")->required();
+    command.add_option("NEW", run->after, "the catalog that takes its place")->required();
+    command.add_option("--format", run->format, "text, json or markdown")
+        ->check(CLI::IsMember({"text", "json", "markdown"}))
+        ->capture_default_str();
+    command.add_flag("--only-bytes", run->options.areBytesOnly,
+                     "only what changes messages, their addresses or their bytes");
+    command.add_flag("--descriptions", run->options.areDescriptionsCompared, "descriptions, too");
+    AddSettings(command, *settingsPath);
+    return {&command, [run, settingsPath] {
+                run->reading = ReadingBy(*settingsPath);
+                return DiffCatalogs(*run, Print) ? kFound : kClean;
+            }};
+}
+
 struct ShowArguments {
     std::string catalog;
     std::vector<std::string> words;
@@ -192,18 +213,11 @@ struct ShowArguments {
     std::string format = "text";
 };
 
-/// Why a catalog is not there, by the last fault that was met.
-[[noreturn]] void RefuseToShow(const CatalogReading& reading) {
-    throw Trouble("the catalog could not be imported: " + FaultLine(reading, reading.Faults().back()));
-}
-
 Status Show(const ShowArguments& arguments) {
     ReadingOptions options = ReadingBy(arguments.settingsPath);
     options.areDescriptionsRead = true;
     const CatalogReading reading(arguments.catalog, options);
-    if (reading.Catalog() == nullptr) {
-        RefuseToShow(reading);
-    }
+    TreeOf(reading);  // there has to be one
     const bool isJson = arguments.format == "json";
     const auto report =
         isJson ? MakeShowJson(reading) : MakeShowText(reading, vorn::Style::OfStandardOutput());
@@ -245,7 +259,7 @@ Status Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(
         "Exit status: 0 good, 1 faults or differences found, or nothing that was asked for, 2 trouble.");
-    const std::vector<Command> commands = {AddCheck(app), AddExplain(app), AddShow(app)};
+    const std::vector<Command> commands = {AddCheck(app), AddDiff(app), AddExplain(app), AddShow(app)};
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

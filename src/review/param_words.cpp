@@ -20,16 +20,12 @@
 #include "params/stream.h"
 #include "params/stream_signal.h"
 #include "params/string.h"
+#include "review/counted.h"
 
 namespace tarvex::review {
 namespace {
 
 constexpr std::uint32_t kNoBound = std::numeric_limits<std::uint32_t>::max();
-
-/// "1 byte", "2 bytes"
-std::string Counted(std::uint64_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 std::string AtMost(std::uint32_t count, const std::string& what) {
     return count == kNoBound ? std::string() : "at most " + Counted(count, what);
@@ -244,15 +240,17 @@ std::string CaseText(const ZMTParamStreamCase& streamCase) {
 }
 
 std::string DescriptionText(const ZMTParam& param) {
-    if (const Element* element = param.GetElement()) {
-        for (const char* name : {"ParamDescription", "TRecordFieldDesc", "TArrayDesc", "SignalDescription"}) {
-            const Element* description = FindChildElement(element, name);
-            if (description != nullptr && !description->text.empty()) {
-                return Unindented(description->text);
-            }
+    for (const char* name : {"ParamDescription", "TRecordFieldDesc", "TArrayDesc", "SignalDescription"}) {
+        if (std::string text = DescriptionText(param.GetElement(), name); !text.empty()) {
+            return text;
         }
     }
     return {};
+}
+
+std::string DescriptionText(const Element* element, const char* name) {
+    const Element* description = FindChildElement(element, name);
+    return description == nullptr ? std::string() : Unindented(description->text);
 }
 
 }  // namespace tarvex::review

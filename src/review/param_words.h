@@ -55,5 +55,7 @@ std::string CaseText(const ZMTParamStreamCase& streamCase);
 /// What the catalog says about the parameter to people, in one line; empty where it says nothing, or was read
 /// without descriptions.
 std::string DescriptionText(const ZMTParam& param);
+/// The same of a block or function: the text of that child. The element may be null.
+std::string DescriptionText(const Element* element, const char* name);
 
 }  // namespace tarvex::review

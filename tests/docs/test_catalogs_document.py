@@ -1,4 +1,4 @@
-"""catalogs.md and the schemas of what tarvex-catalog check and show write."""
+"""catalogs.md and the schemas of what tarvex-catalog writes."""
 
 import copy
 import json
@@ -12,6 +12,7 @@ from support import SOURCE
 
 SCHEMA = json.loads(read("tarvex-catalog-check.schema.json"))
 SHOW_SCHEMA = json.loads(read("tarvex-catalog-show.schema.json"))
+DIFF_SCHEMA = json.loads(read("tarvex-catalog-diff.schema.json"))
 GONE = object()
 
 # What is changed in the output for a catalog with faults; the schema refuses each.
@@ -24,6 +25,16 @@ BROKEN = [
     (["catalogs", 0, "faults", 0, "kind"], "hint"), (["catalogs", 0, "faults", 0, "number"], "93"),
     (["catalogs", 0, "faults", 0, "source"], "user"), (["catalogs", 0, "faults", 0, "text"], None),
     (["catalogs", 0, "faults", 0, "path"], GONE), (["catalogs", 0, "faults", 0, "more"], 1),
+]
+# The same of differences.
+BROKEN_DIFF = [
+    (["before"], GONE), (["after"], None), (["changes"], {}), (["more"], 1), (["summary"], GONE),
+    (["summary", "moved"], "1"), (["summary", "bytes"], GONE), (["summary", "more"], 1),
+    *[(["changes", 0, key], GONE) for key in ["change", "function", "operations", "item", "lost_by", "also_in"]],
+    (["changes", 0, "change"], "replaced"), (["changes", 0, "object"], "signal"), (["changes", 0, "aspect"], "colour"),
+    (["changes", 0, "effect"], True), (["changes", 0, "block"], None), (["changes", 0, "block", "number"], 4096),
+    (["changes", 0, "function", "name"], GONE), (["changes", 0, "operations"], "Set"), (["changes", 0, "before"], ""),
+    (["changes", 0, "lost_by"], 0), (["changes", 0, "also_in"], -1), (["changes", 0, "more"], 1),
 ]
 
 # The same for what is shown of a function.
@@ -70,7 +81,7 @@ class CatalogsDocument(DocumentTest):
 
     def test_what_it_shows(self):
         shown = blocks(read("catalogs.md"), "text")
-        self.assertEqual(len(shown), 4)
+        self.assertEqual(len(shown), 5)
         result = self.check("roadster.xml", "--settings", "TARVEX.ini")
         lines = result.stdout.decode().splitlines()
         self.assertEqual(result.returncode, 1)
@@ -80,6 +91,33 @@ class CatalogsDocument(DocumentTest):
         for what, text in [("22.408", shown[2]), ("dB", shown[3])]:
             result = self.run_catalog("show", "roadster.xml", what)
             self.assertEqual((result.returncode, result.stdout.decode().rstrip("\n")), (0, text.rstrip("\n")))
+
+    def change(self):
+        """The new catalog, as the document makes it."""
+        commands = next(block for block in blocks(read("catalogs.md"), "sh") if block.startswith("sed "))
+        subprocess.run(["sh", "-c", commands.splitlines()[0]], cwd=self.dir, check=True)
+
+    def diff(self, *arguments):
+        return subprocess.run([CATALOG, "diff", *arguments], cwd=self.dir, capture_output=True, check=False)
+
+    def test_the_differences_that_it_shows(self):
+        self.change()
+        result = self.diff("roadster.xml", "next.xml")
+        self.assertEqual(result.stdout.decode(), blocks(read("catalogs.md"), "text")[4] + "\n")
+        self.assertEqual(result.returncode, 1)
+
+    def test_the_schema_of_differences_takes_what_is_written_and_nothing_else(self):
+        validator = jsonschema.Draft202012Validator(DIFF_SCHEMA)
+        self.change()
+        whole = json.loads(self.diff("roadster.xml", "next.xml", "--format", "json").stdout)
+        validator.validate(whole)
+        for path, value in BROKEN_DIFF:
+            with self.subTest((path, value)):
+                self.assertFalse(validator.is_valid(changed(whole, path, value)))
+        shutil.copy(SOURCE / "examples" / "convertible.xml", self.dir)
+        other = json.loads(self.diff("roadster.xml", "convertible.xml", "--format", "json").stdout)
+        validator.validate(other)
+        self.assertTrue(all(change["function"] is None for change in other["changes"]))
 
     def test_the_schema_takes_what_is_written_and_nothing_else(self):
         validator = jsonschema.Draft202012Validator(SCHEMA)

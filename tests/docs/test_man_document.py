@@ -95,7 +95,7 @@ class ManPages(DocumentTest):
                                          {"--message", "--node", "--match", "--format"})
 
     def test_the_page_of_tarvex_catalog_has_its_commands_and_options(self):
-        self.assert_commands_and_options("tarvex-catalog", {"check", "explain", "show"}, {"--all", "--baseline", "--format"})
+        self.assert_commands_and_options("tarvex-catalog", {"check", "diff", "explain", "show"}, {"--all", "--baseline", "--format"})
 
     def test_the_page_of_tarvex_has_every_setting_in_order(self):
         settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")

@@ -1,4 +1,4 @@
-"""tarvex-catalog from outside: check and show."""
+"""tarvex-catalog from outside: check, diff and show."""
 
 import json
 import os
@@ -90,6 +90,32 @@ class Check(CatalogTest):
                                     stderr=subprocess.PIPE, check=False)
         self.assertEqual((result.returncode, result.stderr),
                          (2, b"tarvex-catalog: can't write the output: No space left on device\n"))
+
+
+class Diff(CatalogTest):
+    def test_exit_status(self):
+        self.write("old.xml", CATALOG)
+        self.write("new.xml", CATALOG.replace(">Volume<", ">Loudness<"))
+        self.write("broken.xml", "<FunctionCatalog>\n  <FBlock>\n")
+        renamed = ("Audio_Amp (22) Loudness (400): function renamed Volume -> Loudness\n"
+                   "1 change: 1 renamed; bytes on the bus: 0\n")
+        for arguments, status, output, error in [
+            (["old.xml", "old.xml"], 0, "no changes\n", ""),
+            (["old.xml", "new.xml"], 1, renamed, ""),
+            (["-", "new.xml"], 1, renamed, ""),
+            (["old.xml", "new.xml", "--only-bytes"], 0, "no changes\n", ""),
+            (["old.xml"], 2, "", "NEW is required"),
+            (["-", "-"], 2, "", "standard input can be one of the catalogs, not both"),
+            (["old.xml", "missing.xml"], 2, "", "can't read 'missing.xml'"),
+            (["old.xml", "broken.xml"], 2, "", "tarvex-catalog: the catalog could not be imported: broken.xml:3:1: fatal error: "),
+            (["broken.xml", "new.xml"], 2, "", "tarvex-catalog: the catalog could not be imported: broken.xml:3:1: fatal error: "),
+            (["old.xml", "new.xml", "--format", "sarif"], 2, "", "sarif"),
+        ]:
+            with self.subTest(arguments):
+                result = self.run_catalog("diff", *arguments, stdin=CATALOG.encode())
+                self.assertEqual((result.returncode, result.stdout.decode()), (status, output))
+                self.assertIn(error, result.stderr.decode())
+                self.assertEqual(bool(error), bool(result.stderr))
 
 
 class Verdicts(CatalogTest):

@@ -1,0 +1,55 @@
+#include "review/diff_function.h"
+
+#include <utility>
+
+namespace tarvex::review {
+
+std::string ContentOf(const Change& change) {
+    std::string content;
+    for (const std::string_view part :
+         {KindName(change.kind), ObjectName(change.object), AspectName(change.aspect),
+          std::string_view(change.path), std::string_view(change.item), std::string_view(change.before),
+          std::string_view(change.after)}) {
+        content.append(part).push_back('\n');  // which none of the parts has
+    }
+    return content;
+}
+
+bool FunctionChanges::IsWanted(const Change& change) const {
+    return !options_.areBytesOnly || change.effect == Effect::Bytes;
+}
+
+void FunctionChanges::BeginOperation(unsigned opType) {
+    operation_ = static_cast<std::uint16_t>(1U << opType);
+    counts_.clear();
+}
+
+/// The second of two parameters of one name that change alike is not the first one in another operation.
+void FunctionChanges::AddOfParameter(Change change, const Origin& origin) {
+    if (!IsWanted(change)) {
+        return;
+    }
+    std::string content = ContentOf(change);
+    const std::size_t ordinal = counts_[content]++;
+    content += std::to_string(ordinal);
+    const auto [place, isNew] = places_.try_emplace(std::move(content), all_.size());
+    if (isNew) {
+        all_.push_back({std::move(change), origin, operation_, ordinal});
+    } else {
+        all_[place->second].operations |= operation_;
+    }
+}
+
+void FunctionChanges::Add(Change change, const Origin& origin) {
+    if (IsWanted(change)) {
+        all_.push_back({std::move(change), origin, 0, 0});
+    }
+}
+
+std::vector<FunctionChange> FunctionChanges::Take() {
+    places_.clear();
+    counts_.clear();
+    return std::exchange(all_, {});
+}
+
+}  // namespace tarvex::review

@@ -1,0 +1,63 @@
+/// The differences between two versions of a function, as they are found.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "catalog/function.h"
+#include "kestrel/keyed_hash.h"
+#include "review/diff_change.h"
+#include "review/diff_options.h"
+
+namespace tarvex::review {
+
+/// The elements that a change is about, of each catalog; null where there is none. Changes that several
+/// functions have for the same reason are about the same elements.
+struct Origin {
+    const Element* before = nullptr;
+    const Element* after = nullptr;
+};
+
+/// A change of a function, still without block and function.
+struct FunctionChange {
+    Change change;
+    Origin origin;
+    std::uint16_t operations = 0;  ///< A bit for each OPType.
+    std::size_t ordinal = 0;       ///< So many equal changes stand in front of it in the same operation.
+};
+
+/// Takes the changes operation by operation. A parameter stands in several operations as a rule, and what
+/// changes in all of them is one change.
+class FunctionChanges {
+  public:
+    explicit FunctionChanges(const DiffOptions& options) : options_(options) {}
+
+    bool AreDescriptionsCompared() const { return options_.areDescriptionsCompared; }
+
+    /// What follows is about parameters of that operation.
+    void BeginOperation(unsigned opType);
+    /// Takes a change of a parameter.
+    void AddOfParameter(Change change, const Origin& origin);
+    /// Takes a change of the function or of an operation.
+    void Add(Change change, const Origin& origin);
+
+    /// All changes so far; none are left.
+    std::vector<FunctionChange> Take();
+
+  private:
+    bool IsWanted(const Change& change) const;
+
+    DiffOptions options_;
+    std::uint16_t operation_ = 0;
+    std::vector<FunctionChange> all_;
+    kestrel::KeyedMap<std::string, std::size_t> places_;  // of changes in the list, by what they say
+    kestrel::KeyedMap<std::string, std::size_t> counts_;  // of equal changes of the operation
+};
+
+/// What a change says, wherever it stands: equal for equal ones.
+std::string ContentOf(const Change& change);
+
+}  // namespace tarvex::review
