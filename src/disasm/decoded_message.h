@@ -17,6 +17,8 @@ struct DecodedMessage {
     const ZMTFBlock* block = nullptr;
     const ZMTFunction* function = nullptr;
     const ZMTOperation* operation = nullptr;
+    /// A copy of the bytes, which the items point into.
+    std::vector<std::uint8_t> data;
     /// The parameters as far as they could be read.
     ZMostParameterListBaseInfo items;
     /// What does not fit, in words; empty for a message as described.

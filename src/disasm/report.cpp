@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "import/text/format_text.h"
-
 namespace tarvex {
 
 bool Report::Message(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
@@ -19,7 +17,16 @@ bool Report::Message(const LinePlace& place, const CapturedMessage& message, con
 }
 
 std::string AddressText(const CapturedMessage& message) {
-    return FormatText("%02X.%02X.%03X.%X", message.fBlockID, message.instID, message.fktID, message.opType);
+    std::string text;
+    AppendAddress(message, text);
+    return text;
+}
+
+void AppendAddress(const CapturedMessage& message, std::string& out) {
+    AppendHexNumber(out, message.fBlockID, 2);
+    AppendHexNumber(out += '.', message.instID, 2);
+    AppendHexNumber(out += '.', message.fktID, 3);
+    AppendHexNumber(out += '.', message.opType, 1);
 }
 
 }  // namespace tarvex

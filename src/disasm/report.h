@@ -49,5 +49,7 @@ class Report {
 
 /// "22.01.200.C", as messages are written everywhere.
 std::string AddressText(const CapturedMessage& message);
+/// The same, appended.
+void AppendAddress(const CapturedMessage& message, std::string& out);
 
 }  // namespace tarvex

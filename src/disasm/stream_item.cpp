@@ -32,7 +32,7 @@ const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMost
         const bool isOnly = selector == nullptr && stream.Count() == 1 && !stream.HasLostCases();
         return isOnly ? &*stream.Items().begin() : nullptr;
     }
-    const bool hasCoordinates = HasCoordinates(*selector);
+    const bool hasCoordinates = HasBothCoordinates(*selector);
     const bool isSigned =
         selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
     const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
@@ -47,6 +47,21 @@ const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMost
 
 bool HasCases(const ZMTParamCaseStream& stream) {
     return stream.Size() > 0 || stream.HasLostCases();
+}
+
+/// The stream is what an error report says beside its ErrorCode, has no case for that code, and the report
+/// ends in front of it. Most codes say no more.
+bool IsErrorWithoutInfo(const ZMTParamCaseStream& stream, std::size_t offset,
+                        std::span<const std::uint8_t> message) {
+    const ZMTNode* parent = stream.GetParent();
+    constexpr unsigned kErrorAck = 0x9;
+    constexpr unsigned kError = 0xF;
+    if (offset < message.size() || parent == nullptr || !parent->IsType(kOperation) || !HasCases(stream) ||
+        !NamesEqual(stream.GetName(), "ErrorInfo")) {
+        return false;
+    }
+    const unsigned opType = static_cast<const ZMTOperation&>(*parent).OpType();
+    return opType == kError || opType == kErrorAck;
 }
 
 /// The parts of a message up to the end of a stream of at most so many bytes that begins at the offset.
@@ -76,7 +91,7 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
         return false;
     }
     const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
-    if (streamCase == nullptr && HasCases(stream)) {
+    if (streamCase == nullptr && HasCases(stream) && !IsErrorWithoutInfo(stream, Offset(), message)) {
         return Fault(stream, Offset(), "has no case that fits");
     }
     auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, 0, *this);
@@ -88,11 +103,16 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamShortStream& stream, Bytes message) {
     constexpr std::size_t kLengthBytes = 1;
+    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
+    if (streamCase == nullptr && IsErrorWithoutInfo(stream, Offset(), message)) {
+        return Reserve(stream) &&
+               ContainerItem::Finish(std::make_unique<ZMostParameterStream>(stream, nullptr, 0, *this), true,
+                                     *this, message);
+    }
     const auto size = PeekLength(stream, kLengthBytes, stream.MaxLength(), message);
     if (!size || !Reserve(stream)) {
         return false;
     }
-    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
     if (streamCase == nullptr && HasCases(stream)) {
         return Fault(stream, Offset(), "has no case that fits");
     }
@@ -175,16 +195,21 @@ bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
     return true;
 }
 
-std::string ZMostParameterStream::GetText() const {
-    std::string name = streamCase_ == nullptr ? std::string() : streamCase_->GetName();
+void ZMostParameterStream::AppendText(std::string& out) const {
+    const std::string_view name =
+        streamCase_ == nullptr ? std::string_view() : std::string_view(streamCase_->GetName());
     if (streamCase_ != nullptr && streamCase_->Size() > 0) {
-        return name;
+        out += name;
+        return;
     }
     const bool hasSelector =
         static_cast<const ZMTParamCaseStream&>(static_cast<const ZMTParam&>(Parameter())).Selector() !=
         nullptr;
-    const std::string bytes = HexText(Bytes().subspan(std::min(lengthBytes_, Bytes().size())), " ");
-    return !hasSelector || name.empty() ? bytes : bytes.empty() ? name : name + " " + bytes;
+    const auto content = Bytes().subspan(std::min(lengthBytes_, Bytes().size()));
+    if (hasSelector) {
+        out.append(name).append(name.empty() || content.empty() ? "" : " ");
+    }
+    AppendHex(out, content, " ");
 }
 
 unsigned ZMostParameterStream::EntryNumber(std::size_t member) const {

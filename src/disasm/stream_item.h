@@ -3,6 +3,7 @@
 #pragma once
 
 #include "disasm/container_item.h"
+#include "disasm/wording.h"
 #include "params/case_stream.h"
 #include "params/stream_signal.h"
 
@@ -20,7 +21,7 @@ class ZMostParameterStream : public ContainerItem {
 
     /// The name of the case, the selector and its values; without parameters the bytes, behind the name if
     /// there is a selector.
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
     unsigned EntryNumber(std::size_t member) const override;
 
     /// Reads the content, which ends with `message`. False, and a fault, when it does not fit.
@@ -41,7 +42,7 @@ class ZMostParameterStreamSignal : public ZMostParameter {
                                std::size_t offset, std::uint32_t value)
         : ZMostParameter(signal, bytes, offset), value_(value) {}
 
-    std::string GetText() const override { return std::to_string(value_); }
+    void AppendText(std::string& out) const override { AppendNumber(out, value_); }
     std::uint32_t Value() const { return value_; }
 
   private:

@@ -1,5 +1,10 @@
 #include "disasm/wording.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
 #include "import/text/shown_text.h"
 #include "import/text/utf8.h"
 
@@ -8,6 +13,8 @@ namespace {
 
 constexpr std::size_t kMaxShown = 200;
 
+constexpr char kDigits[] = "0123456789ABCDEF";
+
 }  // namespace
 
 std::string ByteCount(std::size_t count) {
@@ -15,25 +22,55 @@ std::string ByteCount(std::size_t count) {
 }
 
 std::string HexText(std::span<const std::uint8_t> bytes, std::string_view separator) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
     std::string text;
-    text.reserve(bytes.size() * (2 + separator.size()));
-    for (const std::uint8_t byte : bytes) {
-        if (!text.empty()) {
-            text += separator;
-        }
-        text += kDigits[byte >> 4];
-        text += kDigits[byte & 0xF];
-    }
+    AppendHex(text, bytes, separator);
     return text;
+}
+
+void AppendHex(std::string& out, std::span<const std::uint8_t> bytes, std::string_view separator) {
+    if (bytes.empty()) {
+        return;
+    }
+    const std::size_t begin = out.size();
+    out.resize(begin + bytes.size() * (2 + separator.size()) - separator.size());
+    char* at = out.data() + begin;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i > 0) {
+            at = std::copy(separator.begin(), separator.end(), at);
+        }
+        *at++ = kDigits[bytes[i] >> 4];
+        *at++ = kDigits[bytes[i] & 0xF];
+    }
+}
+
+void AppendHexNumber(std::string& out, std::uint32_t number, unsigned digits) {
+    constexpr unsigned kMost = 8;
+    for (unsigned left = kMost; left > 0; --left) {
+        const std::uint32_t rest = number >> 4 * (left - 1);
+        if (left <= digits || rest != 0) {
+            out += kDigits[rest & 0xF];
+        }
+    }
+}
+
+void AppendNumber(std::string& out, std::int64_t number) {
+    std::array<char, std::numeric_limits<std::int64_t>::digits10 + 2> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    out.append(digits.data(), result.ptr);
 }
 
 std::string ShownText(std::string_view text) {
     return Shown(CutAtCharacter(text, kMaxShown)) + (text.size() > kMaxShown ? "..." : "");
 }
 
-std::string ShownName(const std::string& name) {
-    return name.size() > kMaxShown ? std::string(CutAtCharacter(name, kMaxShown)) + "..." : name;
+std::string ShownName(std::string_view name) {
+    std::string shown;
+    AppendShownName(shown, name);
+    return shown;
+}
+
+void AppendShownName(std::string& out, std::string_view name) {
+    out.append(CutAtCharacter(name, kMaxShown)).append(name.size() > kMaxShown ? "..." : "");
 }
 
 }  // namespace tarvex

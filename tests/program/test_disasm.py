@@ -323,7 +323,8 @@ class Allowance(DisasmTest):
         self.assertEqual([lines[n] for n in range(0, count * whole, whole)], [message] * count)
         rest = lines[count * whole:]
         # The short message has to wait, too, until what was decoded in vain is earned again.
-        faults = [f"{GET} ()", f"  error: {TOO_LARGE}"] * (100 - count) + ["23.01.400.1 ()", f"  error: {TOO_LARGE}"]
+        faults = [line for number in range(count + 1, 102)
+                  for line in (f"{GET if number < 101 else '23.01.400.1'} ()", f"  error: line {number}: {TOO_LARGE}")]
         self.assertEqual(rest[:len(faults)], faults)
         rest = rest[len(faults):]
         self.assertEqual([rest[0], rest[whole]], [message] * 2)
