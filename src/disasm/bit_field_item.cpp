@@ -1,6 +1,6 @@
 #include "disasm/bit_field_item.h"
 
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {

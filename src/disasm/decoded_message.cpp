@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {

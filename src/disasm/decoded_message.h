@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "capture/captured_message.h"
 #include "catalog/catalog.h"
 #include "disasm/item_list.h"
-#include "disasm/message_line.h"
 
 namespace tarvex {
 

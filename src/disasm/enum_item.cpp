@@ -1,7 +1,7 @@
 #include "disasm/enum_item.h"
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 

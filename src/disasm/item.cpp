@@ -1,6 +1,6 @@
 #include "disasm/item.h"
 
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 

@@ -6,7 +6,7 @@
 #include "disasm/json_text.h"
 #include "disasm/number_item.h"
 #include "disasm/stream_item.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -133,6 +133,25 @@ void AppendItems(const ZMostParameterListBaseInfo& items, const ZMostParameter* 
     out += ']';
 }
 
+/// What a capture says of where a message comes from.
+void AppendOrigin(const CapturedMessage& message, std::string& out) {
+    if (!message.time.empty()) {
+        AddField(out, ",\"time\":", std::string_view(message.time));
+    }
+    if (!message.direction.empty()) {
+        AddField(out, ",\"direction\":", std::string_view(message.direction));
+    }
+    constexpr unsigned kDeviceDigits = 4;
+    if (message.source) {
+        AppendHexNumber(out.append(",\"source\":\""), *message.source, kDeviceDigits);
+        out += '"';
+    }
+    if (message.destination) {
+        AppendHexNumber(out.append(",\"destination\":\""), *message.destination, kDeviceDigits);
+        out += '"';
+    }
+}
+
 /// Opens the object of a line.
 void AppendPlace(const LinePlace& place, std::string& out) {
     out += '{';
@@ -194,6 +213,7 @@ const char* KindName(ParamKind kind) {
 void JsonReport::AppendMessage(const LinePlace& place, const CapturedMessage& message,
                                const DecodedMessage& decoded, std::size_t end, std::string& out) const {
     AppendPlace(place, out);
+    AppendOrigin(message, out);
     AppendAddress(message, out.append(",\"message\":\""));
     AddField(out, "\",\"data\":", std::span(message.data));
     AddNodeName(out, ",\"function_block\":", decoded.block);

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "import/text/wording.h"
 #include "params/layout.h"
 #include "params/pos_and_data.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "disasm/coordinates.h"
-#include "disasm/wording.h"
 #include "import/text/parse_value.h"
+#include "import/text/wording.h"
 #include "params/number.h"
 #include "params/pos_and_data.h"
 #include "params/short_stream.h"

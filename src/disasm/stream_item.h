@@ -3,7 +3,7 @@
 #pragma once
 
 #include "disasm/container_item.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 #include "params/case_stream.h"
 #include "params/stream_signal.h"
 

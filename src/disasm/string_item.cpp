@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
 #include "import/text/shown_text.h"
 #include "import/text/utf8.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "disasm/bit_field_item.h"
 #include "disasm/number_item.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -83,6 +83,7 @@ void AppendItemLines(const ZMostParameterListBaseInfo& items, const ZMostParamet
 
 void TextReport::AppendMessage(const LinePlace& place, const CapturedMessage& message,
                                const DecodedMessage& decoded, std::size_t end, std::string& out) const {
+    AppendPrefix(message, out);
     AppendAddress(message, out);
     AppendHex(out.append(" ("), message.data, " ");
     out += ')';

@@ -6,9 +6,9 @@
 #include <optional>
 #include <sys/stat.h>
 
-#include "driver/nearest_name.h"
 #include "export/alias_names.h"
 #include "import/text/names.h"
+#include "import/text/nearest_name.h"
 #include "import/text/parse_value.h"
 
 namespace tarvex {

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "disasm/decoding.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex::test::text_report_test {
 namespace {

@@ -16,9 +16,10 @@ ROOMS = {
     "params": {"catalog", "import/xml", "import/log", "import/text"},
     "import": {"params", "catalog", "import/xml", "import/log", "import/text"},
     "export": {"params", "catalog", "import/text", "kestrel"},
-    "disasm": {"params", "catalog", "import/text"},
+    "capture": {"catalog", "import/text"},
+    "disasm": {"capture", "params", "catalog", "import/text"},
     "vorn": {"kestrel", "import/text"},
-    "driver": {"export", "disasm", "import", "catalog", "import/log", "import/text", "kestrel"},
+    "driver": {"export", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
 }
 GENERATED = {"versions.h"}  # by the build
 

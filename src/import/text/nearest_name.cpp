@@ -1,4 +1,4 @@
-#include "driver/nearest_name.h"
+#include "import/text/nearest_name.h"
 
 #include <algorithm>
 #include <numeric>

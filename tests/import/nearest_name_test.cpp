@@ -1,6 +1,6 @@
 /// Which name somebody may have meant.
 
-#include "driver/nearest_name.h"
+#include "import/text/nearest_name.h"
 
 #include <string>
 

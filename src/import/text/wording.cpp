@@ -1,4 +1,4 @@
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 #include <algorithm>
 #include <array>
