@@ -47,14 +47,6 @@ std::size_t FindComment(std::string_view text) {
     return text.size();
 }
 
-/// The end of the address at the front of a line. Names may have parentheses, an OPType has none.
-std::size_t AddressEnd(std::string_view line) {
-    const std::size_t end = std::min(line.find_first_of(kByteGaps), line.size());
-    const std::string_view token = line.substr(0, end);
-    const std::size_t lastPoint = token.rfind('.');
-    return std::min(token.find('(', lastPoint == std::string_view::npos ? 0 : lastPoint), end);
-}
-
 /// A length that stands before the data, without its marks.
 std::string_view LengthIn(std::string_view token) {
     if (token.ends_with(':')) {
@@ -121,6 +113,13 @@ std::string ParseFields(std::string_view text, CapturedMessage& out, const Addre
 }
 
 }  // namespace
+
+std::size_t AddressEnd(std::string_view line) {
+    const std::size_t end = std::min(line.find_first_of(kByteGaps), line.size());
+    const std::string_view token = line.substr(0, end);
+    const std::size_t lastPoint = token.rfind('.');
+    return std::min(token.find('(', lastPoint == std::string_view::npos ? 0 : lastPoint), end);
+}
 
 bool IsCommentLine(std::string_view line) {
     const std::string_view text = TrimBlanks(line);

@@ -12,6 +12,9 @@ namespace tarvex {
 /// A blank line, or one that begins with "#", ";" or "//".
 bool IsCommentLine(std::string_view line);
 
+/// The end of the address at the front of a line. Names may have parentheses, an OPType has none.
+std::size_t AddressEnd(std::string_view line);
+
 /// Reads a message: what TakePrefix knows, an address as AddressNames reads it, and the data bytes, in
 /// parentheses or not. A length may stand before the data: as a fifth field of the address, before the
 /// parentheses, as a single digit, or as "[12]" or "12:". A comment may follow, and behind parentheses the

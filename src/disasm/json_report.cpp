@@ -210,6 +210,15 @@ const char* KindName(ParamKind kind) {
     return "parameter";
 }
 
+void AppendJsonMessage(const CapturedMessage& message, std::string& out) {
+    const std::size_t begin = out.size();
+    AppendOrigin(message, out);
+    AppendAddress(message, out.append(",\"message\":\""));
+    AddField(out, "\",\"data\":", std::span(message.data));
+    out += "}\n";
+    out[begin] = '{';  // where the first comma was
+}
+
 void JsonReport::AppendMessage(const LinePlace& place, const CapturedMessage& message,
                                const DecodedMessage& decoded, std::size_t end, std::string& out) const {
     AppendPlace(place, out);

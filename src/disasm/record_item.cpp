@@ -12,17 +12,14 @@ bool IsContainerAt(const ZMTParamRecord& record, unsigned pos) {
     return field != nullptr && IsContainer(*field);
 }
 
-/// Which field the coordinates name, and which of its members. A record is no list of entries: one coordinate
-/// alone names the field, whichever it is, and with both the first one does if its field is an array or
-/// record.
+}  // namespace
+
 Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
     if (given.y == 0 || (given.x != 0 && IsContainerAt(record, given.x))) {
         return given;
     }
     return {given.y, 0};
 }
-
-}  // namespace
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes message) {
     if (!Reserve(record)) {

@@ -24,27 +24,6 @@ bool Holds(const ZMTParamStreamCase& streamCase, std::int64_t value, bool isSign
     return std::int64_t{min} <= value && (isOpen || value <= std::int64_t{max});
 }
 
-/// The first case that holds the selector's value. A single case needs no selector.
-const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMostParameterListBaseInfo& info) {
-    const ZMTParam* selector = stream.Selector();
-    const auto value = SelectorValue(selector, info);
-    if (!value) {
-        const bool isOnly = selector == nullptr && stream.Count() == 1 && !stream.HasLostCases();
-        return isOnly ? &*stream.Items().begin() : nullptr;
-    }
-    const bool hasCoordinates = HasBothCoordinates(*selector);
-    const bool isSigned =
-        selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
-    const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
-    for (const ZMTParamStreamCase& streamCase : stream.Items()) {
-        if (Holds(streamCase, *value, isSigned && !hasCoordinates) &&
-            (!hasCoordinates || streamCase.AdmitsX(x))) {
-            return &streamCase;
-        }
-    }
-    return nullptr;
-}
-
 bool HasCases(const ZMTParamCaseStream& stream) {
     return stream.Size() > 0 || stream.HasLostCases();
 }
@@ -86,11 +65,32 @@ constexpr std::size_t BytesFor(std::size_t bits) {
 
 }  // namespace
 
+const ZMTParamStreamCase* FindStreamCase(const ZMTParamCaseStream& stream,
+                                         const ZMostParameterListBaseInfo& info) {
+    const ZMTParam* selector = stream.Selector();
+    const auto value = SelectorValue(selector, info);
+    if (!value) {
+        const bool isOnly = selector == nullptr && stream.Count() == 1 && !stream.HasLostCases();
+        return isOnly ? &*stream.Items().begin() : nullptr;
+    }
+    const bool hasCoordinates = HasBothCoordinates(*selector);
+    const bool isSigned =
+        selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
+    const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
+    for (const ZMTParamStreamCase& streamCase : stream.Items()) {
+        if (Holds(streamCase, *value, isSigned && !hasCoordinates) &&
+            (!hasCoordinates || streamCase.AdmitsX(x))) {
+            return &streamCase;
+        }
+    }
+    return nullptr;
+}
+
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes message) {
     if (!Reserve(stream)) {
         return false;
     }
-    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
+    const ZMTParamStreamCase* streamCase = FindStreamCase(stream, *this);
     if (streamCase == nullptr && HasCases(stream) && !IsErrorWithoutInfo(stream, Offset(), message)) {
         return Fault(stream, Offset(), "has no case that fits");
     }
@@ -103,7 +103,7 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamShortStream& stream, Bytes message) {
     constexpr std::size_t kLengthBytes = 1;
-    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
+    const ZMTParamStreamCase* streamCase = FindStreamCase(stream, *this);
     if (streamCase == nullptr && IsErrorWithoutInfo(stream, Offset(), message)) {
         return Reserve(stream) &&
                ContainerItem::Finish(std::make_unique<ZMostParameterStream>(stream, nullptr, 0, *this), true,

@@ -9,6 +9,11 @@
 
 namespace tarvex {
 
+/// The first case that holds the value of the selector, which stands in the list or around it. A single case
+/// needs no selector. Null when none fits.
+const ZMTParamStreamCase* FindStreamCase(const ZMTParamCaseStream& stream,
+                                         const ZMostParameterListBaseInfo& info);
+
 /// What one case of a stream holds, or the bytes of a stream without one.
 class ZMostParameterStream : public ContainerItem {
   public:

@@ -8,6 +8,29 @@
 #include "import/text/wording.h"
 
 namespace tarvex {
+char32_t Latin9Character(std::uint8_t byte) {
+    switch (byte) {
+        case 0xA4:
+            return 0x20AC;
+        case 0xA6:
+            return 0x0160;
+        case 0xA8:
+            return 0x0161;
+        case 0xB4:
+            return 0x017D;
+        case 0xB8:
+            return 0x017E;
+        case 0xBC:
+            return 0x0152;
+        case 0xBD:
+            return 0x0153;
+        case 0xBE:
+            return 0x0178;
+        default:
+            return byte;
+    }
+}
+
 namespace {
 
 constexpr bool IsAscii(std::uint8_t byte) {
@@ -73,30 +96,6 @@ void AppendUtf16(std::string& out, std::span<const std::uint8_t> bytes) {
     }
 }
 
-/// The characters that ISO 8859-15 has in other places than Unicode.
-char32_t Latin9(std::uint8_t byte) {
-    switch (byte) {
-        case 0xA4:
-            return 0x20AC;
-        case 0xA6:
-            return 0x0160;
-        case 0xA8:
-            return 0x0161;
-        case 0xB4:
-            return 0x017D;
-        case 0xB8:
-            return 0x017E;
-        case 0xBC:
-            return 0x0152;
-        case 0xBD:
-            return 0x0153;
-        case 0xBE:
-            return 0x0178;
-        default:
-            return byte;
-    }
-}
-
 /// The characters in UTF-8, whatever they are.
 void AppendCharacters(std::string& out, std::uint8_t encoding, std::span<const std::uint8_t> bytes) {
     switch (encoding) {
@@ -105,7 +104,7 @@ void AppendCharacters(std::string& out, std::uint8_t encoding, std::span<const s
             break;
         case kLatin9:
             for (const std::uint8_t byte : bytes) {
-                AppendUtf8(out, Latin9(byte));
+                AppendUtf8(out, Latin9Character(byte));
             }
             break;
         case kUtf8:

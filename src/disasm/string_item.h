@@ -11,6 +11,9 @@ namespace tarvex {
 /// character.
 enum StringEncoding : std::uint8_t { kUtf16 = 0, kLatin9 = 1, kUtf8 = 2 };
 
+/// The character of a byte in ISO 8859-15, which has eight in other places than Unicode.
+char32_t Latin9Character(std::uint8_t byte);
+
 /// A text. Its first byte tells the width of the characters that follow, up to a zero one.
 class ZMostParameterString : public ZMostParameter {
   public:

@@ -18,8 +18,9 @@ ROOMS = {
     "export": {"params", "catalog", "import/text", "kestrel"},
     "capture": {"catalog", "import/text"},
     "disasm": {"capture", "params", "catalog", "import/text"},
+    "asm": {"disasm", "capture", "params", "catalog", "import/text"},
     "vorn": {"kestrel", "import/text"},
-    "driver": {"export", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
+    "driver": {"export", "asm", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
 }
 GENERATED = {"versions.h"}  # by the build
 
