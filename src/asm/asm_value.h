@@ -27,13 +27,13 @@ struct AsmValue {
 
     Form form = Form::Word;
     /// Of words, quoted texts and items.
-    std::string text = {};
+    std::string text;
     /// That somebody asks for, of quoted texts.
-    std::optional<StringEncoding> encoding = {};
-    std::vector<std::uint8_t> bytes = {};
-    std::vector<AsmValue> list = {};
-    std::vector<AsmField> fields = {};
-    AsmPlace place = {};
+    std::optional<StringEncoding> encoding;
+    std::vector<std::uint8_t> bytes;
+    std::vector<AsmValue> list;
+    std::vector<AsmField> fields;
+    AsmPlace place;
 };
 
 /// A value and the parameter that it is for.

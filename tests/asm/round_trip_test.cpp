@@ -310,6 +310,9 @@ TEST(RoundTrip, ValuesComeAgain) {
         ForRandomMessages(
             name, 2,
             [](const ZMTCatalog& catalog, const CapturedMessage& message, const DecodedMessage& decoded) {
+                if (test::Shown(decoded).find("{NotTerm}") != std::string::npos) {
+                    return;  // where a text ends is up to the bytes behind it
+                }
                 const std::string line =
                     AddressText(message) + " " + FieldsOf(decoded.items, nullptr, Style::Values, " ");
                 const std::string assembled = Assembled(catalog, line, true);

@@ -10,6 +10,7 @@ from support import PROGRAM, SOURCE, ProgramTest
 DOCS = SOURCE / "docs"
 VORN = os.environ["TARVEX_VORN"]
 DISASM = os.environ["TARVEX_DISASM"]
+ASM = os.environ["TARVEX_ASM"]
 
 
 def read(name):

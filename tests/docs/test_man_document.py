@@ -5,9 +5,9 @@ import re
 import shutil
 import subprocess
 
-from documents import DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
+from documents import ASM, DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
 
-PAGES = {"TARVEX": PROGRAM, "tarvex-disasm": DISASM, "vorn": VORN}
+PAGES = {"TARVEX": PROGRAM, "tarvex-asm": ASM, "tarvex-disasm": DISASM, "vorn": VORN}
 
 
 def page(name):
@@ -75,6 +75,11 @@ class ManPages(DocumentTest):
         options = self.options(DISASM)
         self.assertLessEqual({"-h", "--help", "--format", "--version"}, options)
         self.assertEqual(self.documented_options("tarvex-disasm"), options)
+
+    def test_the_page_of_tarvex_asm_has_its_options(self):
+        options = self.options(ASM)
+        self.assertLessEqual({"-h", "--format", "--force"}, options)
+        self.assertEqual(self.documented_options("tarvex-asm"), options)
 
     def test_the_page_of_vorn_has_its_commands_and_options(self):
         listed = self.help(VORN).partition("\nSubcommands:\n")[2].partition("\n\n")[0]

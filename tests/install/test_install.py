@@ -15,10 +15,11 @@ HERE = Path(__file__).parent
 
 # Without the directory of libraries, whose name depends on the system.
 FILES = [
-    "bin/TARVEX", "bin/tarvex-disasm", "bin/vorn",
+    "bin/TARVEX", "bin/tarvex-asm", "bin/tarvex-disasm", "bin/vorn",
     "include/kestrel/errors.h", "include/kestrel/kestrel.h", "include/kestrel/reader.h", "include/kestrel/records.h",
     "include/kestrel/write_manager.h",
-    "share/man/man1/TARVEX.1", "share/man/man1/tarvex-disasm.1", "share/man/man1/vorn.1",
+    "share/man/man1/TARVEX.1", "share/man/man1/tarvex-asm.1", "share/man/man1/tarvex-disasm.1",
+    "share/man/man1/vorn.1",
     "share/doc/TARVEX/examples/TARVEX.ini", "share/doc/TARVEX/examples/roadster.xml",
     "share/doc/TARVEX/examples/fcat.dtd",
 ]
@@ -65,7 +66,7 @@ class Installation(unittest.TestCase):
     def test_every_program_tells_the_version_of_the_project(self):
         self.assertIn(f"TARVEX V{VERSION} ", subprocess.run([self.prefix / "bin/TARVEX"], capture_output=True, text=True,
                                                            check=False).stdout)
-        for name in ["tarvex-disasm", "vorn"]:
+        for name in ["tarvex-asm", "tarvex-disasm", "vorn"]:
             self.assertEqual(run(self.prefix / "bin" / name, "--version"), f"{name} {VERSION}\n")
 
     def test_a_program_is_built_against_the_library(self):
