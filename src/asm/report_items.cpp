@@ -15,7 +15,7 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr std::size_t kIndent = 2;
-constexpr std::size_t kDeepest = 2 * kMaxNesting;
+constexpr std::size_t kDeepest = std::size_t{2} * kMaxNesting;
 
 std::size_t LevelOf(std::string_view line) {
     return std::min(line.find_first_not_of(' '), line.size()) / kIndent;

@@ -68,9 +68,11 @@ struct Split {
 Split SplitAtPoints(std::string_view text) {
     Split split;
     for (std::size_t begin = 0; split.count < kMostFields;) {
-        const std::size_t point = split.count + 1 < kMostFields ? text.find('.', begin) : text.npos;
-        split.fields[split.count++] = text.substr(begin, point == text.npos ? text.npos : point - begin);
-        if (point == text.npos) {
+        const std::size_t point =
+            split.count + 1 < kMostFields ? text.find('.', begin) : std::string_view::npos;
+        split.fields[split.count++] =
+            text.substr(begin, point == std::string_view::npos ? std::string_view::npos : point - begin);
+        if (point == std::string_view::npos) {
             break;
         }
         begin = point + 1;

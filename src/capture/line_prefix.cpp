@@ -79,7 +79,8 @@ double DaysOf(std::uint32_t year, std::uint32_t month, std::uint32_t day) {
     constexpr std::uint32_t kFirstMonth = 3;  // years that begin in March have their odd day at the end
     const std::uint32_t y = month < kFirstMonth ? year - 1 : year;
     const std::uint32_t m = month < kFirstMonth ? month + 9 : month - kFirstMonth;
-    return 365.0 * y + y / 4 - y / 100 + y / 400 + (153 * m + 2) / 5 + day;
+    const std::uint32_t days = 365 * y + y / 4 - y / 100 + y / 400 + (153 * m + 2) / 5 + day;
+    return days;
 }
 
 /// "2024-06-03" or "03.06.2024", as days.

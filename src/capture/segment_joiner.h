@@ -2,9 +2,9 @@
 
 #pragma once
 
-#include <compare>
 #include <map>
 #include <optional>
+#include <tuple>
 
 #include "capture/captured_message.h"
 
@@ -36,12 +36,8 @@ class SegmentJoiner : public MessageSink {
     void Finish();
 
   private:
-    struct Key {
-        std::uint32_t source;
-        std::uint32_t address;
-        std::uint32_t operation;
-        auto operator<=>(const Key&) const = default;
-    };
+    /// Source, block with instance, function with operation.
+    using Key = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>;
     struct Open {
         CapturedMessage message;
         std::uint8_t number = 0;    // of the last segment
@@ -54,10 +50,10 @@ class SegmentJoiner : public MessageSink {
     using OpenMessages = std::map<Key, Open>;
 
     void Begin(const Key& key, const CapturedMessage& segment);
-    void GoOn(OpenMessages::iterator open, const CapturedMessage& segment);
+    void GoOn(OpenMessages::iterator found, const CapturedMessage& segment);
     bool IsDoubled(const Open& open, const CapturedMessage& segment) const;
     void Append(Open& open, const CapturedMessage& segment);
-    void GiveUp(OpenMessages::iterator open, const std::string& why);
+    void GiveUp(OpenMessages::iterator found, const std::string& why);
     void GiveUpOld(const CapturedMessage& now);
     void GiveUpOldest();
     void Close(OpenMessages::iterator open);

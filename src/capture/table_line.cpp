@@ -97,6 +97,7 @@ Column ColumnOf(std::string_view name) {
 
 std::optional<TableColumns> TableColumns::Make(const std::vector<std::string>& names, char separator) {
     std::vector<Column> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names) {
         columns.push_back(ColumnOf(name));
     }

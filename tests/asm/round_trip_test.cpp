@@ -25,7 +25,7 @@
 namespace tarvex::test::round_trip_test {
 namespace {
 
-constexpr std::size_t kMessages = 600;
+constexpr std::size_t kMessages = 200;
 
 std::size_t MessageCount() {
     const char* text = std::getenv("TARVEX_RANDOM_MESSAGES");
