@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "capture/message_line.h"
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
 #include "import/import_manager.h"

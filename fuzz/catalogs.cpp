@@ -5,10 +5,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include "capture/message_line.h"
 #include "databases.h"
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
 #include "export/exporter.h"
+#include "import/text/wording.h"
 #include "kestrel/reader.h"
 #include "params/catalog_vocabulary.h"
 

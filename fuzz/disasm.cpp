@@ -1,6 +1,7 @@
 /// A message of the fixed catalog: the first byte chooses the operation, the second whether the rest are the
 /// bytes of the message or, as text, what stands behind its address in a capture.
 
+#include "capture/message_line.h"
 #include "catalogs.h"
 
 using namespace tarvex;

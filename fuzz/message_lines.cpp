@@ -1,14 +1,10 @@
-/// The lines of a capture, in pieces as a pipe would give them. The byte 0xFF and the one behind it stand for
-/// 65,536 of the latter, so that short inputs make lines that are cut.
+/// The lines of a capture in any style, in pieces as a pipe would give them. The byte 0xFF and the one behind
+/// it stand for 65,536 of the latter, so that short inputs make lines that are cut.
 
 #include <algorithm>
 #include <unistd.h>
 
-#include <nlohmann/json.hpp>
-
-#include "catalogs.h"
-#include "disasm/json_report.h"
-#include "disasm/text_report.h"
+#include "captures.h"
 #include "driver/line_reader.h"
 
 using namespace tarvex;
@@ -83,22 +79,6 @@ class Pipe {
     int ends_[2] = {-1, -1};
 };
 
-void RequireReport(std::string_view line) {
-    CapturedMessage message;
-    const std::string fault = ParseMessageLine(line, message);
-    if (fault.empty()) {
-        RequireSameLine(message);
-        RequireDecoding(FixedCatalog(), message);
-        return;
-    }
-    std::string text;
-    TextReport().BadLine({.file = "capture", .number = 1}, line, fault, text);
-    std::string json;
-    JsonReport().BadLine({.file = "", .number = 1}, line, fault, json);
-    Require(nlohmann::json::accept(json), "a bad line makes JSON");
-    Require(json.find('\n') == json.size() - 1, "a bad line makes one line");
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -106,14 +86,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Pipe pipe(text, Draw(text));
     LineReader reader(pipe.Descriptor(), [&] { return pipe.Feed(); });
     std::string_view line;
+    CaptureCheck check;
     for (const std::string_view expected : LinesOf(text)) {
         Require(reader.Next(line), "every line is read");
         Require(line == expected.substr(0, kMaxLine), "a line is read as it stands");
         Require(reader.IsCut() == (expected.size() > kMaxLine), "a long line is told to be cut");
-        if (!IsCommentLine(line) && !reader.IsCut()) {
-            RequireReport(line);
-        }
+        check.TakeLine(line, reader.IsCut());
     }
+    check.Finish();
     Require(!reader.Next(line) && !reader.HasFailed(), "behind the last line is the end");
     return 0;
 }

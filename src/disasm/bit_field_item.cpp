@@ -1,7 +1,6 @@
 #include "disasm/bit_field_item.h"
 
-#include "disasm/wording.h"
-#include "import/text/format_text.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -19,31 +18,65 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamBoolField& /*bit*/, Bytes 
     return false;
 }
 
-ZMostParameterBitField::ZMostParameterBitField(const ZMTParamBitField& field,
-                                               std::span<const std::uint8_t> bytes, std::size_t offset)
-    : ZMostParameter(field, bytes, offset) {
+ZMostParameterBoolField ZMostParameterBitField::BitAt(unsigned bit) const {
+    return {field_, field_.FindBit(bit), bit, (RawValue() >> bit & 1U) != 0, Offset()};
+}
+
+const ZMostParameterListBaseInfo* ZMostParameterBitField::Members() const {
+    if (!bits_) {
+        bits_ = std::make_unique<ZMostParameterListBaseInfo>();
+        const std::uint32_t value = RawValue();
+        for (unsigned bit = 0; bit < BitCount(); ++bit) {
+            bits_->Append(std::make_unique<ZMostParameterBoolField>(field_, field_.FindBit(bit), bit,
+                                                                    (value >> bit & 1U) != 0, Offset()));
+        }
+    }
+    return bits_.get();
+}
+
+void ZMostParameterBitField::AppendOtherBits(std::string& out) const {
     const std::uint32_t value = RawValue();
-    for (unsigned bit = 0; bit < field.Length(); ++bit) {
-        bits_.Append(std::make_unique<ZMostParameterBoolField>(field, field.FindBit(bit), bit,
-                                                               (value >> bit & 1U) != 0, offset));
+    std::string values;
+    for (unsigned end = BitCount(); end > 0; --end) {
+        unsigned first = end;
+        for (; first > 0 && field_.FindBit(first - 1) == nullptr; --first) {
+        }
+        if (first == end) {
+            continue;
+        }
+        out += values.empty() ? "[bit" : " ";
+        values += values.empty() ? "" : " ";
+        AppendNumber(out, end - 1);
+        if (end - first > 1) {
+            out += "..";
+            AppendNumber(out, first);
+        }
+        for (; end > first; --end) {
+            values += (value >> (end - 1) & 1U) != 0 ? '1' : '0';
+        }
+        ++end;  // the loop goes on below the run
     }
+    out.append(values.empty() ? "" : "] = ").append(values);
 }
 
-std::string ZMostParameterBoolField::GetName() const {
-    return boolField_ == nullptr ? std::string() : boolField_->GetName();
+std::string_view ZMostParameterBoolField::GetName() const {
+    return boolField_ == nullptr ? std::string_view() : std::string_view(boolField_->GetName());
 }
 
-std::string ZMostParameterBoolField::GetLabel() const {
-    const std::string number = FormatText(field_.Length() >= kLongField ? "[bit%2d]" : "[bit%d]", bit_);
-    const std::string name = GetName();
-    return name.empty() ? number : number + " " + name;
+void ZMostParameterBoolField::AppendLabel(std::string& out) const {
+    constexpr unsigned kTwoDigits = 10;
+    out += field_.Length() >= kLongField && bit_ < kTwoDigits ? "[bit " : "[bit";
+    AppendNumber(out, bit_);
+    out += GetName().empty() ? "]" : "] ";
+    AppendShownName(out, GetName());
 }
 
-std::string ZMostParameterBoolField::GetText() const {
+void ZMostParameterBoolField::AppendText(std::string& out) const {
     if (boolField_ == nullptr) {
-        return value_ ? "1" : "0";
+        out += value_ ? '1' : '0';
+    } else {
+        AppendShownName(out, value_ ? boolField_->TrueDesc() : boolField_->FalseDesc());
     }
-    return ShownName(value_ ? boolField_->TrueDesc() : boolField_->FalseDesc());
 }
 
 }  // namespace tarvex

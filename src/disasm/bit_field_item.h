@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <memory>
+
 #include "disasm/item_list.h"
 #include "params/bit_field.h"
 
@@ -17,14 +19,16 @@ class ZMostParameterBoolField : public ZMostParameter {
 
     NodeType GetType() const override { return kParamBoolField; }
     /// Empty for a bit without a name.
-    std::string GetName() const override;
+    std::string_view GetName() const override;
     /// "[bit3]", in long fields "[bit 3]", with the bit's name if it has one.
-    std::string GetLabel() const override;
+    void AppendLabel(std::string& out) const override;
     /// The catalog's text for the value, else "1" or "0".
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
 
     unsigned Bit() const { return bit_; }
     bool Value() const { return value_; }
+    /// The catalog says something of the bit.
+    bool IsDescribed() const { return boolField_ != nullptr; }
 
   private:
     const ZMTParamBitField& field_;
@@ -37,12 +41,22 @@ class ZMostParameterBoolField : public ZMostParameter {
 class ZMostParameterBitField : public ZMostParameter {
   public:
     ZMostParameterBitField(const ZMTParamBitField& field, std::span<const std::uint8_t> bytes,
-                           std::size_t offset);
+                           std::size_t offset)
+        : ZMostParameter(field, bytes, offset), field_(field) {}
 
-    const ZMostParameterListBaseInfo* Members() const override { return &bits_; }
+    /// Made when somebody asks for them.
+    const ZMostParameterListBaseInfo* Members() const override;
+
+    unsigned BitCount() const { return field_.Length(); }
+    /// The item of a bit below BitCount.
+    ZMostParameterBoolField BitAt(unsigned bit) const;
+    /// Appends the bits that the catalog says nothing of, from the highest to the lowest, and what they are:
+    /// "[bit15..13 8] = 000 1". Nothing when there are none.
+    void AppendOtherBits(std::string& out) const;
 
   private:
-    ZMostParameterListBaseInfo bits_;
+    const ZMTParamBitField& field_;
+    mutable std::unique_ptr<ZMostParameterListBaseInfo> bits_;
 };
 
 }  // namespace tarvex

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -36,13 +36,13 @@ std::span<const std::uint8_t> ZMostParameterClassifiedStream::Content() const {
                               : rest.subspan(static_cast<std::size_t>(zero - rest.begin()) + 1);
 }
 
-std::string ZMostParameterClassifiedStream::GetText() const {
+void ZMostParameterClassifiedStream::AppendText(std::string& out) const {
     if (Bytes().size() == kLengthBytes) {
-        return {};
+        return;
     }
     const bool isTerminated = std::ranges::find(Bytes().subspan(kLengthBytes), 0) != Bytes().end();
-    const std::string text = MediaType() + (isTerminated ? "" : " {NotTerm}");
-    return Content().empty() ? text : text + ": " + HexText(Content(), " ");
+    out.append(MediaType()).append(isTerminated ? "" : " {NotTerm}").append(Content().empty() ? "" : ": ");
+    AppendHex(out, Content(), " ");
 }
 
 }  // namespace tarvex

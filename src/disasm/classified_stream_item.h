@@ -19,7 +19,7 @@ class ZMostParameterClassifiedStream : public ZMostParameter {
     /// What stands behind the media type; nothing when no zero byte ends that.
     std::span<const std::uint8_t> Content() const;
     /// The media type, " {NotTerm}" when no zero byte ends it, and the bytes of the content.
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
 };
 
 }  // namespace tarvex

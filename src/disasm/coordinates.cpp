@@ -5,6 +5,10 @@
 
 namespace tarvex {
 
+bool HasBothCoordinates(const ZMTParam& selector) {
+    return HasCoordinates(selector) || IsPositionRecord(selector);
+}
+
 Coordinates CoordinatesOf(const ZMTParam& container, const ZMTParam* selector,
                           const ZMostParameterListBaseInfo& info) {
     if (selector == nullptr) {
@@ -14,10 +18,10 @@ Coordinates CoordinatesOf(const ZMTParam& container, const ZMTParam* selector,
         return {info.MemberNumber(), 0};
     }
     const ZMostParameter* item = info.Find(*selector);
-    if (item == nullptr || item->Members() != nullptr) {
+    if (item == nullptr || (item->Members() != nullptr && !IsPositionRecord(*selector))) {
         return {};
     }
-    if (HasCoordinates(*selector)) {
+    if (HasBothCoordinates(*selector)) {
         return {item->RawValue(0, 1), item->RawValue(1, 1)};
     }
     return {item->RawValue(), 0};
@@ -25,10 +29,10 @@ Coordinates CoordinatesOf(const ZMTParam& container, const ZMTParam* selector,
 
 std::optional<std::int64_t> SelectorValue(const ZMTParam* selector, const ZMostParameterListBaseInfo& info) {
     const ZMostParameter* item = selector == nullptr ? nullptr : info.Find(*selector);
-    if (item == nullptr || item->Members() != nullptr) {
+    if (item == nullptr || (item->Members() != nullptr && !IsPositionRecord(*selector))) {
         return std::nullopt;
     }
-    if (HasCoordinates(*selector)) {
+    if (HasBothCoordinates(*selector)) {
         return item->RawValue(1, 1);
     }
     return item->IsType(kParamNumber) ? static_cast<const ZMostParameterNumber&>(*item).SignedValue()

@@ -17,6 +17,9 @@ struct Coordinates {
     unsigned y = 0;
 };
 
+/// The selector is a "Pos" of two bytes, x and y: a number, or a record of two fields.
+bool HasBothCoordinates(const ZMTParam& selector);
+
 /// The coordinates of an array or record: those of its "Pos", or the one that the container around it leaves.
 /// The selector is the container's own, null for none.
 Coordinates CoordinatesOf(const ZMTParam& container, const ZMTParam* selector,

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -75,7 +75,8 @@ void DecodeMessage(const ZMTCatalog& catalog, const CapturedMessage& message, De
     if (!FindOperation(catalog, message, out)) {
         return;
     }
-    const bool isGood = ReadParams(*out.operation, message.data, out);
+    out.data = message.data;
+    const bool isGood = ReadParams(*out.operation, out.data, out);
     for (const DisassemblyFault& fault : out.items.Faults()) {
         out.faults.push_back(AtByte(fault.offset) + fault.text +
                              (fault.isHole ? RestText(message.data, fault.offset) : std::string()));

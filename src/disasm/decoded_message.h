@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "capture/captured_message.h"
 #include "catalog/catalog.h"
 #include "disasm/item_list.h"
-#include "disasm/message_line.h"
 
 namespace tarvex {
 
@@ -17,6 +17,8 @@ struct DecodedMessage {
     const ZMTFBlock* block = nullptr;
     const ZMTFunction* function = nullptr;
     const ZMTOperation* operation = nullptr;
+    /// A copy of the bytes, which the items point into.
+    std::vector<std::uint8_t> data;
     /// The parameters as far as they could be read.
     ZMostParameterListBaseInfo items;
     /// What does not fit, in words; empty for a message as described.

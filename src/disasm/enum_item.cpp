@@ -1,8 +1,8 @@
 #include "disasm/enum_item.h"
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "import/text/wording.h"
 #include "params/layout.h"
 
 namespace tarvex {
@@ -14,16 +14,17 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamEnum& enumeration, Bytes m
     return TakeItem<ZMostParameterEnum>(*this, enumeration, enumeration.GetBytesInMsg(), message);
 }
 
-std::string ZMostParameterEnum::GetText() const {
-    const std::string code = FormatText(Bytes().size() > 1 ? "0x%04X" : "0x%02X", RawValue());
-    const std::string name = ValueName();
-    return name.empty() ? code : name + " (" + code + ")";
+void ZMostParameterEnum::AppendText(std::string& out) const {
+    const std::string_view name = ValueName();
+    AppendShownName(out, name);
+    out += name.empty() ? "0x" : " (0x";
+    AppendHexNumber(out, RawValue(), Bytes().size() > 1 ? 4 : 2);
+    out += name.empty() ? "" : ")";
 }
 
-std::string ZMostParameterEnum::ValueName() const {
-    const std::uint32_t code = RawValue();
-    const ZMTEnumValue* value = enumeration_.FindValue(code);
-    return value == nullptr ? std::string() : ShownName(value->GetName());
+std::string_view ZMostParameterEnum::ValueName() const {
+    const ZMTEnumValue* value = enumeration_.FindValue(RawValue());
+    return value == nullptr ? std::string_view() : std::string_view(value->GetName());
 }
 
 }  // namespace tarvex

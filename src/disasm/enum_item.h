@@ -15,9 +15,9 @@ class ZMostParameterEnum : public ZMostParameter {
         : ZMostParameter(enumeration, bytes, offset), enumeration_(enumeration) {}
 
     /// The name and the code, "Play (0x00)", or the code alone.
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
     /// The name of the first value that has the code; empty if none has.
-    std::string ValueName() const;
+    std::string_view ValueName() const;
 
   private:
     const ZMTParamEnum& enumeration_;

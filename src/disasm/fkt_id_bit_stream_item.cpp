@@ -3,13 +3,16 @@
 #include <algorithm>
 
 #include "disasm/item_list.h"
-#include "import/text/format_text.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
 
 /// A run of so many FunctionIDs or more is written as its first and last one.
 constexpr std::size_t kLongRun = 3;
+
+/// Of a FunctionID.
+constexpr unsigned kDigits = 3;
 
 /// The first bit of the stream is the highest one of its first byte.
 bool IsSet(std::span<const std::uint8_t> bytes, std::size_t bit) {
@@ -24,8 +27,8 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamFktIDBitStream& stream, By
     return TakeItem<ZMostParameterFktIDBitStream>(*this, stream, static_cast<std::int64_t>(left), message);
 }
 
-std::string ZMostParameterFktIDBitStream::GetText() const {
-    std::string text;
+void ZMostParameterFktIDBitStream::AppendText(std::string& out) const {
+    const std::size_t begin = out.size();
     const std::size_t end = Bytes().size() * kBitsPerByte;
     for (std::size_t first = 0; first < end; ++first) {
         if (!IsSet(Bytes(), first)) {
@@ -36,15 +39,14 @@ std::string ZMostParameterFktIDBitStream::GetText() const {
             ++last;
         }
         const std::size_t run = last - first + 1;
-        text += text.empty() ? "" : ", ";
-        text += FormatText("%03X", static_cast<unsigned>(first));
+        out += out.size() == begin ? "" : ", ";
+        AppendHexNumber(out, static_cast<std::uint32_t>(first), kDigits);
         if (run > 1) {
-            text += run >= kLongRun ? ".." : ", ";
-            text += FormatText("%03X", static_cast<unsigned>(last));
+            out += run >= kLongRun ? ".." : ", ";
+            AppendHexNumber(out, static_cast<std::uint32_t>(last), kDigits);
         }
         first = last;
     }
-    return text;
 }
 
 }  // namespace tarvex

@@ -14,9 +14,9 @@ class ZMostParameterFktIDBitStream : public ZMostParameter {
                                  std::size_t offset)
         : ZMostParameter(stream, bytes, offset) {}
 
-    std::string GetName() const override { return "FktIDs"; }
+    std::string_view GetName() const override { return "FktIDs"; }
     /// The FunctionIDs in ascending order: "000, 001, 100..105".
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
 };
 
 }  // namespace tarvex

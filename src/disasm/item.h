@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "catalog/node.h"
 
@@ -14,12 +14,12 @@ namespace tarvex {
 
 class ZMostParameterListBaseInfo;
 
-/// One decoded parameter of a message: the parameter of the catalog, a copy of its bytes, and the offset in
-/// the message at which they stand. The catalog outlives the item.
+/// One decoded parameter of a message: the parameter of the catalog, its bytes, and the offset in the message
+/// at which they stand. The catalog and the bytes of the message outlive the item.
 class ZMostParameter {
   public:
     ZMostParameter(const ZMTNode& parameter, std::span<const std::uint8_t> bytes, std::size_t offset)
-        : parameter_(parameter), bytes_(bytes.begin(), bytes.end()), offset_(offset) {}
+        : parameter_(parameter), bytes_(bytes), offset_(offset) {}
     ZMostParameter(const ZMostParameter&) = delete;
     ZMostParameter& operator=(const ZMostParameter&) = delete;
     virtual ~ZMostParameter() = default;
@@ -29,11 +29,14 @@ class ZMostParameter {
     bool IsType(int code) const { return code == GetType(); }
     ParamKind Kind() const { return static_cast<ParamKind>(GetType()); }
     /// How the item is called: the parameter's name, unless the kind has names of its own.
-    virtual std::string GetName() const { return parameter_.GetName(); }
-    /// How a text for people calls it.
-    virtual std::string GetLabel() const { return GetName(); }
-    /// The value in words; empty for kinds that have none.
-    virtual std::string GetText() const { return {}; }
+    virtual std::string_view GetName() const { return parameter_.GetName(); }
+    /// Appends how a text for people calls it.
+    virtual void AppendLabel(std::string& out) const;
+    /// Appends the value in words; nothing for kinds that have none.
+    virtual void AppendText(std::string& /*out*/) const {}
+    /// What AppendLabel and AppendText append.
+    std::string GetLabel() const;
+    std::string GetText() const;
     /// The items of which this one is made, in the order of the message; null for a scalar.
     virtual const ZMostParameterListBaseInfo* Members() const { return nullptr; }
 
@@ -54,11 +57,11 @@ class ZMostParameter {
 
   protected:
     /// For items that know their bytes only when their members are decoded.
-    void SetBytes(std::span<const std::uint8_t> bytes) { bytes_.assign(bytes.begin(), bytes.end()); }
+    void SetBytes(std::span<const std::uint8_t> bytes) { bytes_ = bytes; }
 
   private:
     const ZMTNode& parameter_;
-    std::vector<std::uint8_t> bytes_;
+    std::span<const std::uint8_t> bytes_;
     std::size_t offset_;
 };
 

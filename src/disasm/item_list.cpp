@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {

@@ -6,6 +6,9 @@
 
 namespace tarvex {
 
+/// Appends a message as a line of its own, as captures may have it: where it comes from, address and data.
+void AppendJsonMessage(const CapturedMessage& message, std::string& out);
+
 /// One JSON object per line of the capture, with the items nested as the parameters are.
 class JsonReport : public Report {
   public:

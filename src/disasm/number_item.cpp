@@ -3,31 +3,33 @@
 #include <cmath>
 
 #include "disasm/item_list.h"
-#include "disasm/wording.h"
 #include "import/text/format_text.h"
+#include "import/text/wording.h"
 #include "params/layout.h"
 #include "params/pos_and_data.h"
 
 namespace tarvex {
 namespace {
 
-struct Scale {
-    std::int32_t exponent;
-    double factor;
-    const char* format;
-};
-constexpr Scale kScales[] = {
-    {0, 1, "%.0f"},      {1, 10, "%.0f"},      {2, 100, "%.0f"},      {3, 1'000, "%.0f"},
-    {4, 10'000, "%.0f"}, {5, 100'000, "%.0f"}, {-1, 0.1, "%.1f"},     {-2, 0.01, "%.2f"},
-    {-3, 0.001, "%.3f"}, {-4, 0.0001, "%.4f"}, {-5, 0.00001, "%.5f"},
-};
+/// Exponents of so much at most are written in full, others with six digits or in powers of ten.
+constexpr std::int32_t kFullExponent = 5;
 
-std::string ScaledText(double raw, std::int32_t exponent) {
-    for (const Scale& scale : kScales) {
-        if (scale.exponent == exponent) {
-            return FormatText(scale.format, raw * scale.factor);
-        }
+/// A number that is not 0, with its point moved to the left or to the right.
+void AppendScaled(std::string& out, std::int64_t raw, std::int32_t exponent) {
+    const std::size_t begin = out.size() + (raw < 0 ? 1 : 0);
+    AppendNumber(out, raw);
+    if (exponent >= 0) {
+        out.append(static_cast<std::size_t>(exponent), '0');
+        return;
     }
+    const auto decimals = static_cast<std::size_t>(-exponent);
+    if (const std::size_t digits = out.size() - begin; digits <= decimals) {
+        out.insert(begin, decimals + 1 - digits, '0');
+    }
+    out.insert(out.size() - decimals, 1, '.');
+}
+
+std::string PowerText(double raw, std::int32_t exponent) {
     const double value = raw * std::pow(10.0, exponent);
     const double magnitude = std::fabs(value);
     return FormatText(magnitude > 0.1 && magnitude < 10 ? "%f" : "%e", value);
@@ -67,16 +69,32 @@ std::int64_t ZMostParameterNumber::SignedValue() const {
     }
 }
 
-std::string ZMostParameterNumber::GetText() const {
-    if (HasCoordinates(number_)) {
-        return FormatText("PosX=%u PosY=%u", RawValue(0, 1), RawValue(1, 1));
+void ZMostParameterNumber::AppendText(std::string& out) const {
+    if (IsPosition()) {
+        out += "PosX=";
+        AppendNumber(out, RawValue(0, 1));
+        out += " PosY=";
+        AppendNumber(out, RawValue(1, 1));
+        return;
     }
     const std::int64_t value = SignedValue();
-    return value == 0 ? "0" : ScaledText(static_cast<double>(value), number_.Exponent());
+    const std::int32_t exponent = number_.Exponent();
+    if (value == 0) {
+        out += '0';
+    } else if (-kFullExponent <= exponent && exponent <= kFullExponent) {
+        AppendScaled(out, value, exponent);
+    } else {
+        out += PowerText(static_cast<double>(value), exponent);
+    }
 }
 
-std::string ZMostParameterNumber::UnitText() const {
-    return number_.HasPhysicalUnit() && !HasCoordinates(number_) ? number_.UnitText() : std::string();
+bool ZMostParameterNumber::IsPosition() const {
+    return HasCoordinates(number_);
+}
+
+std::string_view ZMostParameterNumber::UnitText() const {
+    return number_.HasPhysicalUnit() && !IsPosition() ? std::string_view(number_.UnitText())
+                                                      : std::string_view();
 }
 
 }  // namespace tarvex

@@ -15,11 +15,13 @@ class ZMostParameterNumber : public ZMostParameter {
         : ZMostParameter(number, bytes, offset), number_(number) {}
 
     /// Scaled by the number's Exponent, without its unit.
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
     /// The raw value with the number's sign.
     std::int64_t SignedValue() const;
     /// The physical unit as the catalog writes it; empty for none.
-    std::string UnitText() const;
+    std::string_view UnitText() const;
+    /// The number is both coordinates of a "Pos".
+    bool IsPosition() const;
 
   private:
     const ZMTParamNumber& number_;

@@ -12,16 +12,6 @@ bool IsContainerAt(const ZMTParamRecord& record, unsigned pos) {
     return field != nullptr && IsContainer(*field);
 }
 
-/// Which field the coordinates name, and which of its members. A record is no list of entries: one coordinate
-/// alone names the field, whichever it is, and with both the first one does if its field is an array or
-/// record.
-Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
-    if (given.y == 0 || (given.x != 0 && IsContainerAt(record, given.x))) {
-        return given;
-    }
-    return {given.y, 0};
-}
-
 /// The only field of the record that stands in the message is not in the tree: it was lost, or the catalog
 /// says that there are more fields than it has. Always false.
 bool FaultWithoutField(const ZMTParamRecord& record, unsigned field, ZMostParameterListBaseInfo& info) {
@@ -36,6 +26,13 @@ bool FaultWithoutField(const ZMTParamRecord& record, unsigned field, ZMostParame
 }
 
 }  // namespace
+
+Coordinates FieldCoordinates(const ZMTParamRecord& record, Coordinates given) {
+    if (given.y == 0 || (given.x != 0 && IsContainerAt(record, given.x))) {
+        return given;
+    }
+    return {given.y, 0};
+}
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamRecord& record, Bytes message) {
     if (!Reserve(record)) {

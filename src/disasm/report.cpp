@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "import/text/format_text.h"
-
 namespace tarvex {
 
 bool Report::Message(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
@@ -16,10 +14,6 @@ bool Report::Message(const LinePlace& place, const CapturedMessage& message, con
         return false;
     }
     return true;
-}
-
-std::string AddressText(const CapturedMessage& message) {
-    return FormatText("%02X.%02X.%03X.%X", message.fBlockID, message.instID, message.fktID, message.opType);
 }
 
 }  // namespace tarvex

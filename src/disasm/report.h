@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "disasm/decoded_message.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 
@@ -37,6 +37,8 @@ class Report {
     /// much more are never made.
     bool Message(const LinePlace& place, const CapturedMessage& message, const DecodedMessage& decoded,
                  std::string& out, std::size_t room = kMaxReport) const;
+    /// What stands in front of everything; nothing for most formats.
+    virtual void Begin(std::string& /*out*/) const {}
     /// A line that is no message.
     virtual void BadLine(const LinePlace& place, std::string_view line, std::string_view fault,
                          std::string& out) const = 0;
@@ -46,8 +48,5 @@ class Report {
     virtual void AppendMessage(const LinePlace& place, const CapturedMessage& message,
                                const DecodedMessage& decoded, std::size_t end, std::string& out) const = 0;
 };
-
-/// "22.01.200.C", as messages are written everywhere.
-std::string AddressText(const CapturedMessage& message);
 
 }  // namespace tarvex

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "disasm/coordinates.h"
-#include "disasm/wording.h"
 #include "import/text/parse_value.h"
+#include "import/text/wording.h"
 #include "params/number.h"
 #include "params/pos_and_data.h"
 #include "params/short_stream.h"
@@ -24,29 +24,6 @@ bool Holds(const ZMTParamStreamCase& streamCase, std::int64_t value, bool isSign
     return std::int64_t{min} <= value && (isOpen || value <= std::int64_t{max});
 }
 
-/// The first case that holds the selector's value. A single case needs no selector, and is not asked whether
-/// it names another one.
-const ZMTParamStreamCase* FindCase(const ZMTParamCaseStream& stream, const ZMostParameterListBaseInfo& info) {
-    const ZMTParam* selector = stream.Selector();
-    const bool isOnly = stream.Count() == 1 && !stream.HasLostCases();
-    const auto value = SelectorValue(selector, info);
-    if (!value) {
-        return selector == nullptr && isOnly ? &*stream.Items().begin() : nullptr;
-    }
-    const bool hasCoordinates = HasCoordinates(*selector);
-    const bool isSigned =
-        selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
-    const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
-    for (const ZMTParamStreamCase& streamCase : stream.Items()) {
-        if ((isOnly || !streamCase.IsNameUnknown()) &&
-            Holds(streamCase, *value, isSigned && !hasCoordinates) &&
-            (!hasCoordinates || streamCase.AdmitsX(x))) {
-            return &streamCase;
-        }
-    }
-    return nullptr;
-}
-
 bool HasCases(const ZMTParamCaseStream& stream) {
     return stream.Size() > 0 || stream.HasLostCases();
 }
@@ -57,6 +34,21 @@ bool FaultWithoutCase(const ZMTParamCaseStream& stream, ZMostParameterListBaseIn
         return info.FaultAtHole(stream, {HoleCause::CaseLost, std::nullopt, message});
     }
     return info.Fault(stream, info.Offset(), "has no case that fits");
+}
+
+/// The stream is what an error report says beside its ErrorCode, has no case for that code, and the report
+/// ends in front of it. Most codes say no more.
+bool IsErrorWithoutInfo(const ZMTParamCaseStream& stream, std::size_t offset,
+                        std::span<const std::uint8_t> message) {
+    const ZMTNode* parent = stream.GetParent();
+    constexpr unsigned kErrorAck = 0x9;
+    constexpr unsigned kError = 0xF;
+    if (offset < message.size() || parent == nullptr || !parent->IsType(kOperation) || !HasCases(stream) ||
+        !NamesEqual(stream.GetName(), "ErrorInfo")) {
+        return false;
+    }
+    const unsigned opType = static_cast<const ZMTOperation&>(*parent).OpType();
+    return opType == kError || opType == kErrorAck;
 }
 
 /// The parts of a message up to the end of a stream of at most so many bytes that begins at the offset.
@@ -81,12 +73,34 @@ constexpr std::size_t BytesFor(std::size_t bits) {
 
 }  // namespace
 
+const ZMTParamStreamCase* FindStreamCase(const ZMTParamCaseStream& stream,
+                                         const ZMostParameterListBaseInfo& info) {
+    const ZMTParam* selector = stream.Selector();
+    const bool isOnly = stream.Count() == 1 && !stream.HasLostCases();
+    const auto value = SelectorValue(selector, info);
+    if (!value) {
+        return selector == nullptr && isOnly ? &*stream.Items().begin() : nullptr;
+    }
+    const bool hasCoordinates = HasBothCoordinates(*selector);
+    const bool isSigned =
+        selector->IsType(kParamNumber) && static_cast<const ZMTParamNumber&>(*selector).IsSigned();
+    const unsigned x = hasCoordinates ? info.Find(*selector)->RawValue(0, 1) : 0;
+    for (const ZMTParamStreamCase& streamCase : stream.Items()) {
+        if ((isOnly || !streamCase.IsNameUnknown()) &&
+            Holds(streamCase, *value, isSigned && !hasCoordinates) &&
+            (!hasCoordinates || streamCase.AdmitsX(x))) {
+            return &streamCase;
+        }
+    }
+    return nullptr;
+}
+
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes message) {
     if (!Reserve(stream)) {
         return false;
     }
-    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
-    if (streamCase == nullptr && HasCases(stream)) {
+    const ZMTParamStreamCase* streamCase = FindStreamCase(stream, *this);
+    if (streamCase == nullptr && HasCases(stream) && !IsErrorWithoutInfo(stream, Offset(), message)) {
         return FaultWithoutCase(stream, *this);
     }
     auto item = std::make_unique<ZMostParameterStream>(stream, streamCase, 0, *this);
@@ -98,11 +112,16 @@ bool ZMostParameterListBaseInfo::Decode(const ZMTParamStream& stream, Bytes mess
 
 bool ZMostParameterListBaseInfo::Decode(const ZMTParamShortStream& stream, Bytes message) {
     constexpr std::size_t kLengthBytes = 1;
+    const ZMTParamStreamCase* streamCase = FindStreamCase(stream, *this);
+    if (streamCase == nullptr && IsErrorWithoutInfo(stream, Offset(), message)) {
+        return Reserve(stream) &&
+               ContainerItem::Finish(std::make_unique<ZMostParameterStream>(stream, nullptr, 0, *this), true,
+                                     *this, message);
+    }
     const auto size = PeekLength(stream, kLengthBytes, stream.MaxLength(), message);
     if (!size || !Reserve(stream)) {
         return false;
     }
-    const ZMTParamStreamCase* streamCase = FindCase(stream, *this);
     if (streamCase == nullptr && HasCases(stream)) {
         return FaultWithoutCase(stream, *this);
     }
@@ -190,16 +209,21 @@ bool ZMostParameterStream::ReadSignals(std::span<const std::uint8_t> message) {
     return !missing || Members().FaultAtHole(*streamCase_, begin + bit / kBitsPerByte, *missing);
 }
 
-std::string ZMostParameterStream::GetText() const {
-    std::string name = streamCase_ == nullptr ? std::string() : streamCase_->GetName();
+void ZMostParameterStream::AppendText(std::string& out) const {
+    const std::string_view name =
+        streamCase_ == nullptr ? std::string_view() : std::string_view(streamCase_->GetName());
     if (streamCase_ != nullptr && streamCase_->Size() > 0) {
-        return name;
+        out += name;
+        return;
     }
     const bool hasSelector =
         static_cast<const ZMTParamCaseStream&>(static_cast<const ZMTParam&>(Parameter())).Selector() !=
         nullptr;
-    const std::string bytes = HexText(Bytes().subspan(std::min(lengthBytes_, Bytes().size())), " ");
-    return !hasSelector || name.empty() ? bytes : bytes.empty() ? name : name + " " + bytes;
+    const auto content = Bytes().subspan(std::min(lengthBytes_, Bytes().size()));
+    if (hasSelector) {
+        out.append(name).append(name.empty() || content.empty() ? "" : " ");
+    }
+    AppendHex(out, content, " ");
 }
 
 unsigned ZMostParameterStream::EntryNumber(std::size_t member) const {

@@ -3,10 +3,16 @@
 #pragma once
 
 #include "disasm/container_item.h"
+#include "import/text/wording.h"
 #include "params/case_stream.h"
 #include "params/stream_signal.h"
 
 namespace tarvex {
+
+/// The first case that holds the value of the selector, which stands in the list or around it. A single case
+/// needs no selector. Null when none fits.
+const ZMTParamStreamCase* FindStreamCase(const ZMTParamCaseStream& stream,
+                                         const ZMostParameterListBaseInfo& info);
 
 /// What one case of a stream holds, or the bytes of a stream without one.
 class ZMostParameterStream : public ContainerItem {
@@ -20,7 +26,7 @@ class ZMostParameterStream : public ContainerItem {
 
     /// The name of the case, the selector and its values; without parameters the bytes, behind the name if
     /// there is a selector.
-    std::string GetText() const override;
+    void AppendText(std::string& out) const override;
     unsigned EntryNumber(std::size_t member) const override;
 
     /// Reads the content, which ends with `message`. False, and a fault, when it does not fit.
@@ -41,7 +47,7 @@ class ZMostParameterStreamSignal : public ZMostParameter {
                                std::size_t offset, std::uint32_t value)
         : ZMostParameter(signal, bytes, offset), value_(value) {}
 
-    std::string GetText() const override { return std::to_string(value_); }
+    void AppendText(std::string& out) const override { AppendNumber(out, value_); }
     std::uint32_t Value() const { return value_; }
 
   private:

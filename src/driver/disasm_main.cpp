@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "disasm/csv_report.h"
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
 #include "driver/disasm_run.h"
-#include "driver/settings.h"
 #include "import/text/shown_text.h"
 #include "versions.h"
 
@@ -18,15 +18,29 @@ int main(int argc, char** argv) try {
     std::vector<std::string> captures;
     std::string format = "text";
     std::string settingsPath;
+    bool wantsStats = false;
+    double segmentSeconds = 0;
+    tarvex::DisasmOptions options;
     CLI::App app(
-        "Tells what MOST messages say. Each line of a capture is FBlockID.InstID.FktID.OPType, all "
-        "hexadecimal, "
-        "and the data bytes; blank lines and lines that begin with # are skipped.");
+        "Tells what MOST messages say. A capture has lines such as 22.01.400.C (32), names in place of the "
+        "numbers, tables with a header, or JSON objects; blank lines and lines that begin with # are "
+        "skipped.");
     app.add_option("CATALOG", catalog, "the function catalog")->required();
     app.add_option("FILE", captures, "captures; - or none: standard input");
-    app.add_option("--format", format, "text: a block of lines per message; json: one object per line")
-        ->check(CLI::IsMember({"text", "json"}))
+    app.add_option("--format", format,
+                   "text: a block of lines per message; json: an object per line; csv: a row per value")
+        ->check(CLI::IsMember({"text", "json", "csv"}))
         ->capture_default_str();
+    app.add_option("--only", options.only,
+                   "FAULTY, or the beginning of an address (22.01, 22.*.400) or a name (AudioAmp.Volume)")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_flag("--stats", wantsStats, "how many messages each address has, in place of the messages");
+    app.add_option("--columns", options.columns,
+                   "columns of tables without a header: time,fblock,inst,function,optype,length,data,...");
+    CLI::Option* timeout = app.add_option("--segment-timeout", segmentSeconds,
+                                          "seconds until the next segment of a message is given up (5)")
+                               ->check(CLI::NonNegativeNumber);
     app.add_option(
         "--settings", settingsPath,
         "read the catalog as the [Import] section of this TARVEX.ini says; else all forms, not validated");
@@ -40,22 +54,27 @@ int main(int argc, char** argv) try {
         return isAnswer && std::cout ? tarvex::kDisasmClean : tarvex::kDisasmTrouble;
     }
     std::unique_ptr<tarvex::Report> report;
+    tarvex::StatsFormat stats = tarvex::StatsFormat::Text;
     if (format == "json") {
         report = std::make_unique<tarvex::JsonReport>();
+        stats = tarvex::StatsFormat::Json;
+    } else if (format == "csv") {
+        report = std::make_unique<tarvex::CsvReport>();
+        stats = tarvex::StatsFormat::Csv;
     } else {
         report = std::make_unique<tarvex::TextReport>();
     }
-    tarvex::CatalogForms forms;
-    if (!settingsPath.empty()) {
-        const tarvex::IniFile ini(settingsPath);
-        if (!ini.IsRead()) {
-            std::fprintf(stderr, "tarvex-disasm: can't read '%s'\n", tarvex::Shown(settingsPath).c_str());
-            return tarvex::kDisasmTrouble;
-        }
-        const tarvex::Settings settings = tarvex::ReadSettings(ini);
-        forms = {settings.importNewer, settings.importValidate};
+    if (wantsStats) {
+        options.stats = stats;
     }
-    return tarvex::RunDisasm(catalog, captures, *report, forms);
+    if (timeout->count() > 0) {
+        options.segmentSeconds = segmentSeconds;
+    }
+    if (!settingsPath.empty() && !tarvex::ReadForms(settingsPath, options.forms)) {
+        tarvex::Complain("tarvex-disasm", "can't read '" + tarvex::Shown(settingsPath) + "'");
+        return tarvex::kDisasmTrouble;
+    }
+    return tarvex::RunDisasm(catalog, captures, *report, options);
 } catch (const std::exception& exception) {
     std::fprintf(stderr, "tarvex-disasm: %s\n", exception.what());
     return tarvex::kDisasmTrouble;

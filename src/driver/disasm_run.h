@@ -2,12 +2,13 @@
 
 #pragma once
 
-#include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "disasm/report.h"
-#include "import/text/allowance.h"
+#include "disasm/traffic_stats.h"
+#include "driver/catalog_import.h"
 
 namespace tarvex {
 
@@ -20,20 +21,23 @@ enum DisasmStatus : int {
     kDisasmTrouble = 2,
 };
 
-/// How catalogs are read: unless told otherwise whatever their version, and without regard to their DTD.
-struct CatalogForms {
-    bool areNewerRead = true;
-    bool areValidated = false;
+/// What a run is asked for beside the catalog and the captures.
+struct DisasmOptions {
+    CatalogForms forms;
+    /// Columns of tables without a header; empty for none.
+    std::string columns;
+    /// Which messages are told, as MessageFilter takes it; all when there is nothing.
+    std::vector<std::string> only;
+    /// Tables of addresses in place of the messages.
+    std::optional<StatsFormat> stats;
+    /// How long the next segment of a message may take; nothing for the usual time.
+    std::optional<double> segmentSeconds;
 };
 
-/// How much a run says of messages, by the bytes of the captures. Some thousand parameters without a byte of
-/// their own would make megabytes of every line otherwise. The messages of the example take a sixteenth
-/// of it.
-inline constexpr Bound kReportBytes{std::size_t{64} << 20, 256};
-
 /// Decodes the messages of capture files ("-" and none at all mean standard input) with a catalog, and writes
-/// the report to standard output as it goes. Problems of the catalog are told on standard error in one line.
+/// the report to standard output as it goes. Problems of the catalog are told on standard error in one line,
+/// and at the end how many messages there were.
 DisasmStatus RunDisasm(const std::string& catalogPath, const std::vector<std::string>& captures,
-                       const Report& report, const CatalogForms& forms = {});
+                       const Report& report, const DisasmOptions& options = {});
 
 }  // namespace tarvex

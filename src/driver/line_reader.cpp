@@ -1,15 +1,13 @@
 #include "driver/line_reader.h"
 
-#include <cerrno>
 #include <cstring>
-#include <unistd.h>
 #include <utility>
 
 namespace tarvex {
 
 // One byte more than the longest line, so that its line feed can be seen.
 LineReader::LineReader(int descriptor, std::function<bool()> beforeRead)
-    : descriptor_(descriptor), beforeRead_(std::move(beforeRead)), buffer_(kMaxLine + 1) {}
+    : input_(descriptor), beforeRead_(std::move(beforeRead)), buffer_(kMaxLine + 1) {}
 
 bool LineReader::Next(std::string_view& line) {
     if (std::exchange(isCut_, false)) {
@@ -56,10 +54,7 @@ bool LineReader::Fill() {
     if (isAtEnd_) {
         return false;
     }
-    ssize_t count = 0;
-    do {
-        count = ::read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
-    } while (count < 0 && errno == EINTR);
+    const ssize_t count = input_.Read(buffer_.data() + end_, buffer_.size() - end_);
     hasFailed_ = count < 0;
     isAtEnd_ = count <= 0;
     end_ += isAtEnd_ ? 0 : static_cast<std::size_t>(count);

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "driver/text_input.h"
+
 namespace tarvex {
 
 /// Of a longer line only so many bytes are given; the rest is skipped.
@@ -32,7 +34,7 @@ class LineReader {
     bool FindLineFeed(std::size_t from, std::size_t& at) const;
     void SkipRestOfLine();
 
-    int descriptor_;
+    TextInput input_;
     std::function<bool()> beforeRead_;
     std::vector<char> buffer_;
     std::size_t begin_ = 0;  // of what was not given out yet

@@ -1,6 +1,9 @@
 #include "params/pos_and_data.h"
 
+#include <algorithm>
+
 #include "import/text/names.h"
+#include "params/record.h"
 #include "params/selector.h"
 
 namespace tarvex {
@@ -8,6 +11,17 @@ namespace tarvex {
 bool HasCoordinates(const ZMTParam& param) {
     return param.IsType(kParamNumber) && NamesEqual(param.GetName(), kPosName) &&
            param.GetBytesInMsg() == kPosBytes;
+}
+
+bool IsPositionRecord(const ZMTParam& param) {
+    if (!param.IsType(kParamRecord) || !NamesEqual(param.GetName(), kPosName)) {
+        return false;
+    }
+    const auto& record = static_cast<const ZMTParamRecord&>(param);
+    constexpr unsigned kCoordinates = 2;
+    return record.Count() == kCoordinates && std::ranges::all_of(record.Items(), [](const ZMTParam& field) {
+               return field.GetBytesInMsg() == 1 && (field.IsType(kParamNumber) || field.IsType(kParamEnum));
+           });
 }
 
 bool IsContainer(const ZMTNode& node) {

@@ -19,6 +19,9 @@ inline constexpr const char* kDataName = "Data";
 /// The parameter is a number called "Pos" with room for both coordinates.
 bool HasCoordinates(const ZMTParam& param);
 
+/// The parameter is a record called "Pos" of two fields, x and y, that have a byte each.
+bool IsPositionRecord(const ZMTParam& param);
+
 /// The node is an array or a record, whose parts "Pos" may name.
 bool IsContainer(const ZMTNode& node);
 

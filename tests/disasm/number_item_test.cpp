@@ -342,7 +342,8 @@ TEST(Item, RawValueIsMostSignificantByteFirstAndZeroBeyondTheBytes) {
     for (const RawRow& row : kRaws) {
         SCOPED_TRACE(std::string(row.bytes) + " from " + std::to_string(row.begin) + " " +
                      std::to_string(row.length));
-        const ZMostParameter item(decoded->items.Items()[0]->Parameter(), BytesOf(row.bytes), 0);
+        const std::vector<std::uint8_t> bytes = BytesOf(row.bytes);
+        const ZMostParameter item(decoded->items.Items()[0]->Parameter(), bytes, 0);
         EXPECT_EQ(item.RawValue(row.begin, row.length), row.value);
     }
 }
@@ -366,7 +367,8 @@ TEST(Item, RawValueOfAllBytesNeedsOneToFour) {
     ASSERT_EQ(decoded->items.Items().size(), 1U);
     for (const WholeRow& row : kWholes) {
         SCOPED_TRACE(row.bytes);
-        const ZMostParameter item(decoded->items.Items()[0]->Parameter(), BytesOf(row.bytes), 7);
+        const std::vector<std::uint8_t> bytes = BytesOf(row.bytes);
+        const ZMostParameter item(decoded->items.Items()[0]->Parameter(), bytes, 7);
         EXPECT_EQ(item.RawValue(), row.value);
         EXPECT_EQ(item.Offset(), 7U);
     }

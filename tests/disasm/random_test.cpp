@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "capture/message_line.h"
 #include "disasm/decoding.h"
 #include "disasm/json_report.h"
-#include "disasm/message_line.h"
 #include "disasm/text_report.h"
 
 namespace tarvex::test::random_test {

@@ -117,6 +117,28 @@ TEST(RecordItem, PosOfOneByteIsTheField) {
     Expect(Decoding({{"Pos", kUByte}, {"Data", Record({{"A", kUByte}, {"B", kUWord}})}}), kSmallPos);
 }
 
+constexpr RecordRow kRecordPos[] = {
+    {"00 00 01 00 02", "Pos@0+2=<x@0+1=0 y@1+1=0> Data@2+3=<A@2+1=1 B@3+2=2>"},
+    {"02 00 00 07", "Pos@0+2=<x@0+1=2 y@1+1=0> Data@2+2=<B@2+2=7>"},
+    {"00 02 00 07", "Pos@0+2=<x@0+1=0 y@1+1=2> Data@2+2=<B@2+2=7>"},
+    {"03 00 07", "Pos@0+2=<x@0+1=3 y@1+1=0> !byte 2: Data has no field 3"},
+    {"02", "Pos@0+1=<x@0+1=2> !byte 1: y needs 1 byte, 0 are left"},
+};
+
+TEST(RecordItem, PosThatIsARecordOfXAndYSelectsAsANumberDoes) {
+    const std::string data = Record({{"A", kUByte}, {"B", kUWord}});
+    Expect(Decoding({{"Pos", Record({{"x", kUByte}, {"y", kUByte}})}, {"Data", data}}), kRecordPos);
+    // Records of other fields select nothing.
+    const std::string other = "Pos@0+3=<x@0+1=1 y@1+2=0> Data@3+3=<A@3+1=1 B@4+2=2>";
+    EXPECT_EQ(
+        Decoding({{"Pos", Record({{"x", kUByte}, {"y", kUWord}})}, {"Data", data}}).Shown("010000010002"),
+        other);
+    const std::string three = "Pos@0+3=<x@0+1=1 y@1+1=0 z@2+1=0> Data@3+3=<A@3+1=1 B@4+2=2>";
+    EXPECT_EQ(Decoding({{"Pos", Record({{"x", kUByte}, {"y", kUByte}, {"z", kUByte}})}, {"Data", data}})
+                  .Shown("010000010002"),
+              three);
+}
+
 constexpr RecordRow kEnumPos[] = {
     {"02 00 07", "Pos@0+1=Auto (0x02) Data@1+2=<B@1+2=7>"},
     {"01 07", "Pos@0+1=On (0x01) Data@1+1=<A@1+1=7>"},

@@ -267,5 +267,63 @@ TEST(StreamItem, TellsItsType) {
     EXPECT_EQ(decoded->items.Items()[0]->GetType(), kParamStream);
 }
 
+std::string ErrorParam(std::string_view name, std::string_view type, int pos, std::string_view operation) {
+    const std::string tag(operation);
+    return Param(name, type, "<" + tag + "><ParamPos>" + std::to_string(pos) + "</ParamPos></" + tag + ">");
+}
+
+/// An operation with an ErrorCode and a stream, which has a case for code 3 alone.
+std::string CatalogOfErrors(std::string_view operation, std::string_view stream,
+                            std::string_view type = "TStream") {
+    std::string cases = "<" + std::string(type) + " TypeRef=\"type_stream\" Length=\"9\">";
+    cases += Case("ErrorCode", "3", {{"1", "A", kUByte}}) + "</" + std::string(type) + ">";
+    return CatalogOfParams(ErrorParam("ErrorCode", kUByte, 1, operation) +
+                           ErrorParam(stream, cases, 2, operation));
+}
+
+struct ErrorRow {
+    const char* operation;
+    const char* stream;
+    const char* type;
+    unsigned opType;
+    const char* bytes;
+    const char* shown;
+};
+constexpr ErrorRow kErrors[] = {
+    {"PReportError", "ErrorInfo", "TStream", 0xF, "03 05",
+     "ErrorCode@0+1=3 ErrorInfo@1+1=(ErrorCode=0x03)<A@1+1=5>"},
+    {"PReportError", "ErrorInfo", "TStream", 0xF, "04", "ErrorCode@0+1=4 ErrorInfo@1+0=<>"},
+    {"PReportError", "ErrorInfo", "TShortStream", 0xF, "04", "ErrorCode@0+1=4 ErrorInfo@1+0=<>"},
+    // Something is left, a case has too little, another name, another operation.
+    {"PReportError", "ErrorInfo", "TStream", 0xF, "04 05",
+     "ErrorCode@0+1=4 !byte 1: ErrorInfo has no case that fits"},
+    {"PReportError", "ErrorInfo", "TStream", 0xF, "03",
+     "ErrorCode@0+1=3 !byte 1: A needs 1 byte, 0 are left"},
+    {"PReportError", "Info", "TStream", 0xF, "04", "ErrorCode@0+1=4 !byte 1: Info has no case that fits"},
+    {"PReportStatus", "ErrorInfo", "TStream", 0xC, "04",
+     "ErrorCode@0+1=4 !byte 1: ErrorInfo has no case that fits"},
+};
+
+TEST(StreamItem, ErrorReportMayEndWhereItsCodeHasNoCase) {
+    for (const ErrorRow& row : kErrors) {
+        SCOPED_TRACE(std::string(row.stream) + " " + row.type + " " + row.bytes);
+        const Decoding decoding(CatalogOfErrors(row.operation, row.stream, row.type), true);
+        EXPECT_EQ(Shown(*decoding.Decode({.fBlockID = 0x22,
+                                          .instID = 1,
+                                          .fktID = 0x400,
+                                          .opType = row.opType,
+                                          .data = BytesOf(row.bytes)})),
+                  row.shown);
+    }
+}
+
+TEST(StreamItem, PosThatIsARecordTellsCaseAndX) {
+    const std::string cases = Case("1", "5", {{"1", "A", kUByte}}) + Case("2", "5", {{"1", "B", kUWord}});
+    const Decoding decoding({{"Pos", Record({{"x", kUByte}, {"y", kUByte}})}, {"S", Stream(cases)}});
+    EXPECT_EQ(decoding.Shown("01 05 07"), "Pos@0+2=<x@0+1=1 y@1+1=5> S@2+1=(Pos=0x05)<A@2+1=7>");
+    EXPECT_EQ(decoding.Shown("02 05 00 07"), "Pos@0+2=<x@0+1=2 y@1+1=5> S@2+2=(Pos=0x05)<B@2+2=7>");
+    EXPECT_EQ(decoding.Shown("03 05 07"), "Pos@0+2=<x@0+1=3 y@1+1=5> !byte 2: S has no case that fits");
+}
+
 }  // namespace
 }  // namespace tarvex::test::stream_item_test

@@ -32,7 +32,18 @@ constexpr TextRow kNarrow[] = {
     // What cannot be printed.
     {"255", "01 1F 20 21 7E 7F 00", "T@0+7=. !~."},
     {"255", "01 41 0A 42 09 43 0D 44 00", "T@0+9=A.B.C.D"},
-    {"255", "01 80 FF 9F 00", "T@0+5=..."},
+    {"255", "01 80 FF 9F 00", "T@0+5=.\u00FF."},
+    // ISO 8859-15, which has eight characters where Latin-1 has others.
+    {"255", "01 E4 A4 A6 A8 B4 B8 BC BD BE A5 00",
+     "T@0+12=\u00E4\u20AC\u0160\u0161\u017D\u017E\u0152\u0153\u0178\u00A5"},
+    // UTF-8; what is none is shown byte by byte.
+    {"255", "02 C3 A4 E2 82 AC F0 9F 8E B5 00", "T@0+11=\u00E4\u20AC\U0001F3B5"},
+    {"255", "02 C3 41 FF C3 00", "T@0+6=.A.."},
+    {"255", "02 E2 80 AE 41 C2 9B 00", "T@0+8=.A."},
+    {"2", "02 C3 A4 C3 00", "T@0+3=\u00E4 {NotTerm} !byte 3: 2 bytes left over"},
+    // Encodings of which only ASCII is sure.
+    {"255", "03 41 E4 00", "T@0+4=A."},
+    {"255", "FF 41 E4 00", "T@0+4=A."},
     {"255", "01 25 73 25 6E 00", "T@0+6=%s%n"},
 };
 
@@ -48,8 +59,13 @@ constexpr TextRow kWide[] = {
     {"255", "00 61", "T@0+1= {NotTerm} !byte 1: 1 byte left over"},
     {"255", "00 00 61 00 62 00", "T@0+5=ab {NotTerm} !byte 5: 1 byte left over"},
     // A zero half ends nothing, and the low half alone is not the character.
-    {"255", "00 61 00 00 62 00 00", "T@0+7=.b"},
-    {"255", "00 00 41 01 41 20 AC 00 42 00 00", "T@0+11=A..B"},
+    {"255", "00 61 00 00 62 00 00", "T@0+7=\u6100b"},
+    {"255", "00 00 41 01 41 20 AC 00 42 00 00", "T@0+11=A\u0141\u20ACB"},
+    // A pair of halves is one character, a half alone is none.
+    {"255", "00 D8 3C DF B5 00 41 00 00", "T@0+9=\U0001F3B5A"},
+    {"255", "00 D8 3C 00 41 DF B5 D8 3C 00 00", "T@0+11=.A.."},
+    {"1", "00 D8 3C DF B5 00 00", "T@0+3=. {NotTerm} !byte 3: 4 bytes left over"},
+    {"255", "00 20 2E 00 9B 00 41 00 00", "T@0+9=..A"},
     {"255", "00 00 1F 00 20 00 7E 00 7F 00 00", "T@0+11=. ~."},
 };
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "disasm/decoding.h"
-#include "disasm/wording.h"
+#include "import/text/wording.h"
 
 namespace tarvex::test::text_report_test {
 namespace {
@@ -89,29 +89,68 @@ TEST(TextReport, FaultsStandBelowTheParameters) {
               "22.01.400.C (05 00 06 07) Amp.Volume.Status\n"
               "  Level = 5\n"
               "  Size = 6\n"
-              "  error: byte 3: 1 byte left over\n");
+              "  error: line 7: byte 3: 1 byte left over\n");
     EXPECT_EQ(ReportOf(decoding, Status("05 00")),
               "22.01.400.C (05 00) Amp.Volume.Status\n"
               "  Level = 5\n"
-              "  error: byte 1: Size needs 2 bytes, 1 is left\n");
+              "  error: line 7: byte 1: Size needs 2 bytes, 1 is left\n");
     EXPECT_EQ(ReportOf(decoding, Status("")),
               "22.01.400.C () Amp.Volume.Status\n"
-              "  error: byte 0: Level needs 1 byte, 0 are left\n");
+              "  error: line 7: byte 0: Level needs 1 byte, 0 are left\n");
 }
 
 TEST(TextReport, UnknownMessagesShowWhatIsKnown) {
     const Decoding decoding({{"Level", kUByte}});
     EXPECT_EQ(ReportOf(decoding, {0x22, 1, 0x400, 0x2, {5}}),
-              "22.01.400.2 (05) Amp.Volume\n  error: unknown operation 0x2\n");
+              "22.01.400.2 (05) Amp.Volume\n  error: line 7: unknown operation 0x2\n");
     EXPECT_EQ(ReportOf(decoding, {0x22, 1, 0x200, 0xC, {}}),
-              "22.01.200.C () Amp\n  error: unknown function 0x200\n");
+              "22.01.200.C () Amp\n  error: line 7: unknown function 0x200\n");
     EXPECT_EQ(ReportOf(decoding, {0x23, 0xA, 0x400, 0xC, {5, 0xFF}}),
-              "23.0A.400.C (05 FF)\n  error: unknown function block 0x23\n");
+              "23.0A.400.C (05 FF)\n  error: line 7: unknown function block 0x23\n");
 }
 
-TEST(TextReport, MessagesOfAFileLookTheSame) {
+TEST(TextReport, OnlyFaultsTellTheFile) {
     const Decoding decoding({{"Level", kUByte}});
     EXPECT_EQ(ReportOf(decoding, Status("05"), "drive.txt"), ReportOf(decoding, Status("05")));
+    EXPECT_EQ(ReportOf(decoding, Status("05 06"), "drive.txt"),
+              "22.01.400.C (05 06) Amp.Volume.Status\n"
+              "  Level = 5\n"
+              "  error: line 7 of drive.txt: byte 1: 1 byte left over\n");
+}
+
+struct BitsRow {
+    int length;
+    std::vector<int> described;
+    const char* bytes;
+    const char* lines;
+};
+
+TEST(TextReport, BitsWithoutDescriptionShareALine) {
+    const BitsRow rows[] = {
+        {1, {}, "01", "    [bit0] = 1\n"},
+        {8, {}, "A5", "    [bit7..0] = 10100101\n"},
+        {8, {0}, "A5", "    [bit0] B = True\n    [bit7..1] = 1010010\n"},
+        {8, {7}, "A5", "    [bit7] B = True\n    [bit6..0] = 0100101\n"},
+        {8,
+         {1, 4, 5},
+         "A5",
+         "    [bit1] B = False\n    [bit4] B = False\n    [bit5] B = True\n    [bit7..6 3..2 0] = 10 01 1\n"},
+        {16,
+         {12, 8},
+         "92 80",
+         "    [bit 8] B = False\n    [bit12] B = True\n    [bit15..13 11..9 7..0] = 100 001 10000000\n"},
+        {2, {0, 1}, "02", "    [bit0] B = False\n    [bit1] B = True\n"},
+    };
+    for (const BitsRow& row : rows) {
+        SCOPED_TRACE(row.lines);
+        std::string bits;
+        for (const int bit : row.described) {
+            bits +=
+                "<TBoolField BitPos=\"" + std::to_string(bit) + "\"><ParamName>B</ParamName></TBoolField>";
+        }
+        const std::string report = ReportOf(Decoding({{"F", Bits(row.length, bits)}}), Status(row.bytes));
+        EXPECT_EQ(report.substr(report.find('\n') + 1), std::string("  F\n") + row.lines);
+    }
 }
 
 TEST(TextReport, AppendsToTheText) {

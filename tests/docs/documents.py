@@ -11,6 +11,7 @@ DOCS = SOURCE / "docs"
 VORN = os.environ["TARVEX_VORN"]
 DISASM = os.environ["TARVEX_DISASM"]
 CATALOG = os.environ["TARVEX_CATALOG"]
+ASM = os.environ["TARVEX_ASM"]
 
 
 def read(name):

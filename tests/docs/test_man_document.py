@@ -5,9 +5,9 @@ import re
 import shutil
 import subprocess
 
-from documents import CATALOG, DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
+from documents import ASM, CATALOG, DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
 
-PAGES = {"TARVEX": PROGRAM, "tarvex-catalog": CATALOG, "tarvex-disasm": DISASM, "vorn": VORN}
+PAGES = {"TARVEX": PROGRAM, "tarvex-asm": ASM, "tarvex-catalog": CATALOG, "tarvex-disasm": DISASM, "vorn": VORN}
 
 
 def page(name):
@@ -75,6 +75,11 @@ class ManPages(DocumentTest):
         options = self.options(DISASM)
         self.assertLessEqual({"-h", "--help", "--format", "--version"}, options)
         self.assertEqual(self.documented_options("tarvex-disasm"), options)
+
+    def test_the_page_of_tarvex_asm_has_its_options(self):
+        options = self.options(ASM)
+        self.assertLessEqual({"-h", "--format", "--force"}, options)
+        self.assertEqual(self.documented_options("tarvex-asm"), options)
 
     def assert_commands_and_options(self, name, least_commands, least_options):
         """The page has the commands and options that the program's help has, among them some that it must have."""

@@ -4,7 +4,7 @@ import re
 import shutil
 import subprocess
 
-from documents import CATALOG, DISASM, PROGRAM, SOURCE, VORN, DocumentTest, blocks
+from documents import ASM, CATALOG, DISASM, PROGRAM, SOURCE, VORN, DocumentTest, blocks
 
 DOCUMENTS = ["README.md", "CONTRIBUTING.md", *sorted(f"docs/{path.name}" for path in (SOURCE / "docs").glob("*.md"))]
 
@@ -26,7 +26,7 @@ class Readme(DocumentTest):
         shutil.copytree(SOURCE / "examples", self.dir / "examples")
         shutil.copytree(SOURCE / "examples", self.dir / "build" / "example")
         (self.dir / "build" / "release").mkdir()
-        for program in (PROGRAM, CATALOG, DISASM, VORN):
+        for program in (PROGRAM, ASM, CATALOG, DISASM, VORN):
             (self.dir / "build" / "release" / program.rpartition("/")[2]).symlink_to(program)
         self.converted = subprocess.run([PROGRAM, "roadster.xml", "roadster.vorn"], cwd=self.dir / "build" / "example",
                                         capture_output=True, timeout=120, check=True).stdout.decode()

@@ -15,10 +15,10 @@ HERE = Path(__file__).parent
 
 # Without the directory of libraries, whose name depends on the system.
 FILES = [
-    "bin/TARVEX", "bin/tarvex-catalog", "bin/tarvex-disasm", "bin/vorn",
+    "bin/TARVEX", "bin/tarvex-asm", "bin/tarvex-catalog", "bin/tarvex-disasm", "bin/vorn",
     "include/kestrel/errors.h", "include/kestrel/kestrel.h", "include/kestrel/reader.h", "include/kestrel/records.h",
     "include/kestrel/write_manager.h",
-    "share/man/man1/TARVEX.1", "share/man/man1/tarvex-catalog.1", "share/man/man1/tarvex-disasm.1",
+    "share/man/man1/TARVEX.1", "share/man/man1/tarvex-asm.1", "share/man/man1/tarvex-catalog.1", "share/man/man1/tarvex-disasm.1",
     "share/man/man1/vorn.1",
     "share/doc/TARVEX/examples/TARVEX.ini", "share/doc/TARVEX/examples/roadster.xml",
     "share/doc/TARVEX/examples/fcat.dtd",

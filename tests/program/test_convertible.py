@@ -101,7 +101,7 @@ class Convertible(ProgramTest):
     def test_text_report_is_as_expected_byte_for_byte(self):
         result = self.disasm("convertible.xml", "convertible.capture")
         self.assert_file("convertible.capture.txt", result.stdout)
-        self.assertEqual(result.stderr, b"")
+        self.assertEqual(result.stderr, b"tarvex-disasm: 113 messages, 31 faulty; 0 unreadable\n")
         self.assertEqual(result.returncode, 1)
 
     def test_every_operation_has_a_message_and_a_line_in_the_capture(self):
@@ -133,6 +133,6 @@ class Convertible(ProgramTest):
         self.assertEqual({operation_of(line) for line in lines}, wanted)
         older = self.disasm("--settings", "older.ini", "older.xml", stdin="\n".join(lines))
         newer = self.disasm("--settings", "newer.ini", "convertible.xml", stdin="\n".join(lines))
-        self.assertEqual(older.stderr.decode(), "")
+        self.assertEqual(older.stderr.decode(), "tarvex-disasm: 30 messages, 2 faulty; 0 unreadable\n")
         self.assertEqual(newer.stdout.decode(), older.stdout.decode())
         self.assertEqual(newer.returncode, older.returncode)

@@ -1,5 +1,6 @@
 import json
 import os
+import re
 import select
 import shutil
 import subprocess
@@ -18,8 +19,14 @@ SHOWN = "22.01.400.1 () Audio_Amp.Volume.Get\n  {Void}\n"
 BAD = "hello"
 
 
+NO_BLOCK = "no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'hello'"
+
+# How a run ends that could read its captures.
+CLOSING = re.compile(r"tarvex-disasm: \d+ messages?, \d+ faulty; \d+ unreadable\n\Z")
+
+
 def shown_bad(place):
-    return f"hello\n  error: {place}: no valid FBlockID\n"
+    return f"hello\n  error: {place}: {NO_BLOCK}\n"
 
 
 class DisasmTest(ProgramTest):
@@ -35,7 +42,10 @@ class DisasmTest(ProgramTest):
 
     def assert_result(self, result, output, status, errors=""):
         self.assertEqual(result.stdout.decode(), output)
-        self.assertEqual(result.stderr.decode(), errors)
+        told = result.stderr.decode()
+        self.assertEqual(CLOSING.sub("", told), errors)
+        if "cat.xml" in result.args or "roadster.xml" in result.args:
+            self.assertRegex(told, CLOSING)
         self.assertEqual(result.returncode, status)
 
     def assert_trouble(self, result, *words):
@@ -43,7 +53,7 @@ class DisasmTest(ProgramTest):
         self.assertEqual(result.stdout, b"")
         for word in words:
             self.assertIn(word, result.stderr.decode())
-        self.assertNotEqual(result.stderr, b"")
+        self.assertNotEqual(CLOSING.sub("", result.stderr.decode()), "")
         self.assertEqual(result.returncode, 2)
 
 
@@ -156,8 +166,8 @@ class Captures(DisasmTest):
                 self.assertNotIn(b"\x1b", result.stdout)
 
     def test_a_message_is_told_before_the_next_one_comes(self):
-        with subprocess.Popen([DISASM, "cat.xml"], cwd=self.dir, stdin=subprocess.PIPE,
-                              stdout=subprocess.PIPE, bufsize=0) as process:
+        with subprocess.Popen([DISASM, "cat.xml"], cwd=self.dir, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, bufsize=0) as process:
             for _ in range(3):
                 process.stdin.write(f"{GET}\n".encode())
                 output = b""
@@ -190,6 +200,96 @@ class Output(DisasmTest):
 
     def test_full_output_is_trouble_in_faulty_captures_too(self):
         self.assertEqual(self.run_in_shell("> /dev/full", BAD).returncode, 2)
+
+
+class Options(DisasmTest):
+    """Which messages are told, and how."""
+
+    CAPTURE = f"1.5 {GET}\n2.5 {GET} 05\n{BAD}\n2024-06-03T12:00:00Z 22.02.400.C 07\n"
+
+    def run_capture(self, *arguments, capture=CAPTURE):
+        self.write("drive.txt", capture)
+        return self.disasm("cat.xml", "drive.txt", *arguments)
+
+    def told(self, *arguments):
+        """The lines of the report that begin a message or an unreadable line."""
+        output = self.run_capture(*arguments).stdout.decode()
+        return [line for line in output.splitlines() if not line.startswith("  ")]
+
+    def test_the_end_tells_how_many_there_were(self):
+        for capture, closing in [("", "0 messages, 0 faulty; 0 unreadable"), (GET, "1 message, 0 faulty; 0 unreadable"),
+                                 (self.CAPTURE, "3 messages, 2 faulty; 1 unreadable")]:
+            for arguments in [(), ("--format", "json"), ("--format", "csv"), ("--stats",), ("--only", "22.09")]:
+                with self.subTest(capture=capture, arguments=arguments):
+                    result = self.run_capture(*arguments, capture=capture)
+                    self.assertEqual(result.stderr.decode(), f"tarvex-disasm: {closing}\n")
+
+    def test_only_tells_some(self):
+        first = "1.5 22.01.400.1 () Audio_Amp.Volume.Get"
+        second = "2.5 22.01.400.1 (05) Audio_Amp.Volume.Get"
+        third = "2024-06-03T12:00:00Z 22.02.400.C (07) Audio_Amp.Volume"
+        for wanted, lines in [(("FAULTY",), [second, BAD, third]), (("faulty", "22.01"), [second]),
+                              (("22",), [first, second, third]), (("0x22.*.400.C",), [third]), (("23",), []),
+                              (("Audio_Amp",), [first, second, third]), (("volume",), [first, second, third]),
+                              (("Audio_Amp.Volume.Get",), [first, second]), (("Audio_Amp.02",), [third]),
+                              (("22.02", "Audio_Amp.01.Volume.1"), [first, second, third])]:
+            with self.subTest(wanted=wanted):
+                self.assertEqual(self.told(*(word for one in wanted for word in ("--only", one))), lines)
+
+    def test_only_of_an_unknown_name_is_trouble(self):
+        for wanted, words in [("Audio_Amq", "(Audio_Amp?)"), ("Audio_Amp.Volme", "(Volume?)"), ("22.400.1.1", "InstID"),
+                              ("1.2.3.4.5", "neither"), ("", "neither")]:
+            with self.subTest(wanted=wanted):
+                result = self.run_capture("--only", wanted)
+                self.assert_trouble(result, words)
+
+    def test_stats_count_by_address(self):
+        text = ("address      messages    faulty  first         last          name\n"
+                "22.01.400.1         2         1  1.5           2.5           Audio_Amp.Volume.Get\n"
+                "22.02.400.C         1         1  2024-06-03T12:00:00Z 2024-06-03T12:00:00Z Audio_Amp.Volume\n")
+        rows = ("address,function_block,function,operation,messages,faulty,first,last\n"
+                "22.01.400.1,Audio_Amp,Volume,Get,2,1,1.5,2.5\n"
+                "22.02.400.C,Audio_Amp,Volume,,1,1,2024-06-03T12:00:00Z,2024-06-03T12:00:00Z\n")
+        self.assertEqual(self.run_capture("--stats").stdout.decode(), text)
+        self.assertEqual(self.run_capture("--stats", "--format", "csv").stdout.decode(), rows)
+        self.assertEqual(self.run_capture("--stats", "--format", "json", "--only", "22.02").stdout.decode(),
+                         '{"message":"22.02.400.C","function_block":"Audio_Amp","function":"Volume","operation":null,'
+                         '"messages":1,"faulty":1,"first":"2024-06-03T12:00:00Z","last":"2024-06-03T12:00:00Z"}\n')
+        self.assertEqual(self.run_capture("--stats").returncode, 1)
+
+    def test_columns_are_those_of_a_table_without_header(self):
+        result = self.run_capture("--columns", "time,message,data", capture="1.5;22.01.400.1;\n")
+        self.assertEqual(result.stdout.decode(), f"1.5 {SHOWN}")
+        self.assert_trouble(self.run_capture("--columns", "time,data"), "--columns", "fblock")
+
+    def test_segments_wait_as_long_as_they_may(self):
+        capture = "time,message,telid,data\n1.0,22.01.400.1,1,00\n3.5,22.01.400.1,3,01\n"
+        self.assertEqual(self.run_capture(capture=capture).stdout.decode(), f"1.0 {SHOWN}")
+        self.assertEqual(self.run_capture("--segment-timeout", "2.5", capture=capture).returncode, 0)
+        late = self.run_capture("--segment-timeout", "2", capture=capture)
+        self.assertIn("  error: line 2 of drive.txt: the message has no last segment within", late.stdout.decode())
+        self.assertEqual(late.returncode, 1)
+        self.assert_trouble(self.run_capture("--segment-timeout", "-1"), "--segment-timeout")
+
+    def test_files_of_utf_16_are_read(self):
+        for encoding in ["utf-16", "utf-16-le", "utf-16-be"]:
+            mark = b"" if encoding == "utf-16" else "\ufeff".encode(encoding)
+            for text in [f"{GET}\n", f"# \U0001F3B5\n{GET}", "\n" * 20000 + GET]:
+                with self.subTest(encoding=encoding, size=len(text)):
+                    result = self.disasm("cat.xml", stdin=mark + text.encode(encoding))
+                    self.assert_result(result, SHOWN, 0)
+        self.assertEqual(self.disasm("cat.xml", stdin=b"\xff").returncode, 1)
+        self.assertEqual(self.disasm("cat.xml", stdin=b"\xff\xfe\x32").returncode, 1)
+
+    def test_csv_has_a_row_for_each_value(self):
+        self.assertEqual(self.run_capture("--format", "csv").stdout.decode(), (
+            "file,line,time,address,function_block,function,operation,item,raw,physical,unit,text,error\n"
+            "drive.txt,1,1.5,22.01.400.1,Audio_Amp,Volume,Get,{Void},,,,,\n"
+            "drive.txt,2,2.5,22.01.400.1,Audio_Amp,Volume,Get,{Void},,,,,\n"
+            "drive.txt,2,2.5,22.01.400.1,Audio_Amp,Volume,Get,,,,,,byte 0: 1 byte left over\n"
+            f'drive.txt,3,,,,,,,,,,hello,"{NO_BLOCK}"\n'
+            "drive.txt,4,2024-06-03T12:00:00Z,22.02.400.C,Audio_Amp,Volume,,,,,,,unknown operation 0xC\n"
+        ))
 
 
 class Catalogs(DisasmTest):
@@ -236,7 +336,7 @@ class Json(DisasmTest):
                          [self.KEYS, ["line", "text", "errors"], self.KEYS, self.KEYS])
         self.assertEqual([entry["line"] for entry in objects], [2, 3, 5, 6])
         self.assertEqual([entry["errors"] for entry in objects],
-                         [[], ["no valid FBlockID"], ["byte 0: 2 bytes left over"], ["unknown function block 0x23"]])
+                         [[], [NO_BLOCK], ["byte 0: 2 bytes left over"], ["unknown function block 0x23"]])
         self.assertEqual(objects[2]["data"], "0506")
         self.assertIsNone(objects[3]["function_block"])
 
@@ -323,7 +423,8 @@ class Allowance(DisasmTest):
         self.assertEqual([lines[n] for n in range(0, count * whole, whole)], [message] * count)
         rest = lines[count * whole:]
         # The short message has to wait, too, until what was decoded in vain is earned again.
-        faults = [f"{GET} ()", f"  error: {TOO_LARGE}"] * (100 - count) + ["23.01.400.1 ()", f"  error: {TOO_LARGE}"]
+        faults = [line for number in range(count + 1, 102)
+                  for line in (f"{GET if number < 101 else '23.01.400.1'} ()", f"  error: line {number}: {TOO_LARGE}")]
         self.assertEqual(rest[:len(faults)], faults)
         rest = rest[len(faults):]
         self.assertEqual([rest[0], rest[whole]], [message] * 2)
@@ -344,7 +445,7 @@ class Memory(DisasmTest):
         """Peak memory in bytes of a run that has decoded so many messages."""
         end = b"end of the capture"
         with subprocess.Popen([DISASM, "cat.xml", "--format", form], cwd=self.dir, stdin=subprocess.PIPE,
-                              stdout=subprocess.PIPE, bufsize=0) as process:
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, bufsize=0) as process:
             writer = os.fork()
             if writer == 0:
                 process.stdout.close()

@@ -1,13 +1,13 @@
 /// The lines of a capture: every spelling of a message, and what is wrong with the others.
 
-#include "disasm/message_line.h"
+#include "capture/message_line.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "disasm/decoding.h"
-#include "disasm/report.h"
+#include "import/text/wording.h"
 
 namespace tarvex::test::message_line_test {
 namespace {
@@ -142,36 +142,36 @@ struct FaultRow {
     const char* fault;
 };
 constexpr FaultRow kFaults[] = {
-    {"hello", "no valid FBlockID"},
-    {".01.400.C", "no valid FBlockID"},
-    {"100.01.400.C", "no valid FBlockID"},
-    {"G2.01.400.C", "no valid FBlockID"},
-    {"-1.01.400.C", "no valid FBlockID"},
-    {"+1.01.400.C", "no valid FBlockID"},
-    {"FFFFFFFFFFFFFFFFFF22.01.400.C", "no valid FBlockID"},
-    {"100000022.01.400.C", "no valid FBlockID"},
-    {"22", "no valid InstID"},
-    {"22.", "no valid InstID"},
-    {"22..400.C", "no valid InstID"},
-    {"22.100.400.C", "no valid InstID"},
-    {"22.X.400.C", "no valid InstID"},
-    {"22.01", "no valid FktID"},
-    {"22.01.", "no valid FktID"},
-    {"22.01..C", "no valid FktID"},
-    {"22.01.1000.C", "no valid FktID"},
-    {"22.01.4-0.C", "no valid FktID"},
-    {"22.01.400", "no valid OPType"},
-    {"22.01.400.", "no valid OPType"},
-    {"22.01.400.10", "no valid OPType"},
-    {"22.01.400.G", "no valid OPType"},
-    {"22.01.400. C", "no valid OPType"},
-    {"22.01.400.C 05 6", "half a data byte in '6'"},
-    {"22.01.400.C 050", "half a data byte in '050'"},
-    {"22.01.400.C 05 06 070", "half a data byte in '070'"},
-    {"22.01.400.C (5)", "half a data byte in '5'"},
-    {"22.01.400.C 05 GG", "no data byte 'GG'"},
-    {"22.01.400.C 0x", "no data byte '0x'"},
-    {"22.01.400.C (05 -1)", "no data byte '-1'"},
+    {"hello", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {".01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"100.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"G2.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"-1.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"+1.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"FFFFFFFFFFFFFFFFFF22.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"100000022.01.400.C", "no valid FBlockID, expected FBlockID.InstID.FktID.OPType"},
+    {"22", "no valid InstID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.", "no valid InstID, expected FBlockID.InstID.FktID.OPType"},
+    {"22..400.C", "no valid InstID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.100.400.C", "no valid InstID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.X.400.C", "no valid InstID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01", "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.", "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01..C", "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.1000.C", "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.4-0.C", "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400", "no valid OPType, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400.", "no valid OPType, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400.10", "no valid OPType, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400.G", "no valid OPType, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400. C", "no valid OPType, expected FBlockID.InstID.FktID.OPType"},
+    {"22.01.400.C 05 6", "half a data byte in '6', expected two hexadecimal digits"},
+    {"22.01.400.C 050", "half a data byte in '050', expected two hexadecimal digits"},
+    {"22.01.400.C 05 06 070", "half a data byte in '070', expected two hexadecimal digits"},
+    {"22.01.400.C (5)", "half a data byte in '5', expected two hexadecimal digits"},
+    {"22.01.400.C 05 GG", "no data byte 'GG', expected two hexadecimal digits"},
+    {"22.01.400.C 0x", "no data byte '0x', expected two hexadecimal digits"},
+    {"22.01.400.C (05 -1)", "no data byte '-1', expected two hexadecimal digits"},
     {"22.01.400.C (05 06", "no closing parenthesis"},
     {"22.01.400.C (", "no closing parenthesis"},
     {"22.01.400.C 1 (05", "no closing parenthesis"},
@@ -223,7 +223,8 @@ TEST(MessageLine, NeverTakesALineThatIsNoMessage) {
 TEST(MessageLine, NulByteIsNoPartOfAMessage) {
     CapturedMessage message;
     EXPECT_NE(ParseMessageLine(std::string_view("22.01.400.C 05\0 06", 18), message), "");
-    EXPECT_EQ(ParseMessageLine(std::string_view("\0", 1), message), "no valid FBlockID");
+    EXPECT_EQ(ParseMessageLine(std::string_view("\0", 1), message),
+              "no valid FBlockID, expected FBlockID.InstID.FktID.OPType");
 }
 
 struct CountRow {
@@ -264,6 +265,9 @@ constexpr CommentRow kComments[] = {
     {"#", true},
     {"# note", true},
     {"#22.01.400.C", true},
+    {"; note", true},
+    {" // note", true},
+    {"/ note", false},
     {"22.01.400.C", false},
     {"22.01.400.C # note", false},
     {"hello", false},

@@ -1,0 +1,22 @@
+/// Values from what the reports of the disassembler say.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "asm/asm_value.h"
+
+namespace tarvex {
+
+/// The parameters below a message in a text report. Lines are indented by two blanks per level; those that
+/// tell errors are left out.
+std::vector<AsmField> ItemsOfText(const std::vector<std::string>& lines);
+
+/// The "items" of a message in a JSON report. Numbers, codes, bits and signals have their raw value,
+/// everything else its text. False for anything that no report has.
+bool ItemsOfJson(const nlohmann::json& items, std::vector<AsmField>& out);
+
+}  // namespace tarvex

@@ -1,0 +1,480 @@
+#include "asm/scalars.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+
+#include "capture/hexadecimal.h"
+#include "import/text/format_text.h"
+#include "import/text/names.h"
+#include "import/text/nearest_name.h"
+#include "import/text/wording.h"
+#include "params/pos_and_data.h"
+
+namespace tarvex {
+namespace {
+
+constexpr std::int32_t kMaxValueBytes = 4;
+
+AsmResult Fault(const AsmValue& value, std::string text) {
+    return {std::move(text), value.place};
+}
+
+/// The word or item as text; quoted numbers are as good.
+bool IsText(const AsmValue& value) {
+    return value.form == AsmValue::Form::Word || value.form == AsmValue::Form::Quoted ||
+           value.form == AsmValue::Form::Item;
+}
+
+/// A number in decimal digits, as its digits and the power of ten that they are multiplied with.
+struct Decimal {
+    std::int64_t digits = 0;
+    std::int32_t exponent = 0;
+    std::string_view rest;  // behind it
+};
+
+std::optional<Decimal> ReadDecimal(std::string_view text) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max() / 10 - 1;
+    Decimal number;
+    std::size_t at = 0;
+    const bool isNegative = text.starts_with('-');
+    at += isNegative || text.starts_with('+') ? 1 : 0;
+    bool isBehindPoint = false;
+    bool hasDigits = false;
+    for (; at < text.size(); ++at) {
+        if (text[at] == '.' && !isBehindPoint) {
+            isBehindPoint = true;
+        } else if (text[at] >= '0' && text[at] <= '9') {
+            if (number.digits > kMost) {
+                return std::nullopt;
+            }
+            number.digits = 10 * number.digits + (text[at] - '0');
+            number.exponent -= isBehindPoint ? 1 : 0;
+            hasDigits = true;
+        } else {
+            break;
+        }
+    }
+    if (!hasDigits) {
+        return std::nullopt;
+    }
+    if (at + 2 < text.size() && FoldCase(text[at]) == 'e' && (text[at + 1] == '-' || text[at + 1] == '+')) {
+        const std::string_view power = text.substr(at + 2);
+        const auto end =
+            std::find_if_not(power.begin(), power.end(), [](char c) { return c >= '0' && c <= '9'; });
+        const auto count = static_cast<std::size_t>(end - power.begin());
+        constexpr std::uint32_t kMaxPower = 400;
+        const auto value = DigitsOf(power.substr(0, count), 10);
+        if (!value || *value > kMaxPower) {
+            return std::nullopt;
+        }
+        number.exponent +=
+            text[at + 1] == '-' ? -static_cast<std::int32_t>(*value) : static_cast<std::int32_t>(*value);
+        at += 2 + count;
+    }
+    number.digits = isNegative ? -number.digits : number.digits;
+    number.rest = TrimBlanks(text.substr(at));
+    return number;
+}
+
+/// The digits times a power of ten; nothing when that is no whole number or far too large.
+std::optional<std::int64_t> Shifted(std::int64_t digits, std::int32_t power) {
+    constexpr std::int64_t kMost = std::int64_t{1} << 40;
+    for (; power > 0 && digits != 0; --power) {
+        if (std::abs(digits) > kMost) {
+            return std::nullopt;
+        }
+        digits *= 10;
+    }
+    for (; power < 0 && digits != 0; ++power) {
+        if (digits % 10 != 0) {
+            return std::nullopt;
+        }
+        digits /= 10;
+    }
+    return std::abs(digits) > kMost ? std::nullopt : std::optional(digits);
+}
+
+/// Digits of a double as catalogs have them: "12.5", "0.1".
+std::string Short(double value) {
+    return FormatText("%.10g", value);
+}
+
+bool IsMultiple(double value, double step) {
+    constexpr double kTolerance = 1e-6;
+    const double count = value / step;
+    return std::fabs(count - std::round(count)) < kTolerance * std::max(1.0, std::fabs(count));
+}
+
+bool HasBounds(const ZMTParamNumber& number) {
+    return number.HasRange() && number.RangeMin() < number.RangeMax();
+}
+
+/// The bits of a number that has a value.
+unsigned ValueBits(const ZMTParamNumber& number) {
+    return 8 * static_cast<unsigned>(std::clamp(number.GetBytesInMsg(), 1, kMaxValueBytes));
+}
+
+std::int64_t LeastOf(const ZMTParamNumber& number) {
+    return number.IsSigned() ? -(std::int64_t{1} << (ValueBits(number) - 1)) : 0;
+}
+
+std::int64_t MostOf(const ZMTParamNumber& number) {
+    return (std::int64_t{1} << (ValueBits(number) - (number.IsSigned() ? 1 : 0))) - 1;
+}
+
+/// Both coordinates: "PosX=1 PosY=2", {x=1,y=2} or [1,2].
+std::optional<std::uint32_t> PairOf(const AsmValue& value) {
+    std::vector<std::string> texts;
+    if (IsText(value)) {
+        for (const std::string_view token : SplitTokens(value.text, " ")) {
+            const std::size_t equals = token.find('=');
+            texts.emplace_back(equals == std::string_view::npos ? std::string_view()
+                                                                : token.substr(equals + 1));
+        }
+    }
+    for (const AsmValue& entry : value.list) {
+        texts.push_back(entry.text);
+    }
+    for (const AsmField& field : value.fields) {
+        texts.push_back(field.value.text);
+    }
+    if (texts.size() != 2) {
+        return std::nullopt;
+    }
+    const auto x = DigitsOf(texts[0], 10);
+    const auto y = DigitsOf(texts[1], 10);
+    constexpr std::uint32_t kMax = 0xFF;
+    return x && y && *x <= kMax && *y <= kMax ? std::optional(*x << 8 | *y) : std::nullopt;
+}
+
+/// The raw value of a physical one, if it has one.
+std::optional<std::int64_t> RawOf(const ZMTParamNumber& number, const Decimal& decimal) {
+    return Shifted(decimal.digits, decimal.exponent - number.Exponent());
+}
+
+AsmResult CheckNumber(const ZMTParamNumber& number, const AsmValue& value, std::int64_t raw) {
+    const double physical = static_cast<double>(raw) * std::pow(10.0, number.Exponent());
+    constexpr double kTolerance = 1e-9;
+    const double room = kTolerance * std::max(std::fabs(number.RangeMin()), std::fabs(number.RangeMax()));
+    if (HasBounds(number) && (physical < number.RangeMin() - room || physical > number.RangeMax() + room)) {
+        return {Short(physical) + " is out of range, expected " + ExpectedOf(number), value.place, true};
+    }
+    const double step = number.Step();
+    if (step > 0 && !IsMultiple(physical, step) &&
+        !(HasBounds(number) && IsMultiple(physical - number.RangeMin(), step))) {
+        return {Short(physical) + " is off the step, expected " + ExpectedOf(number), value.place, true};
+    }
+    return {};
+}
+
+/// "12.5 dB": the unit, if one is given, has to be the number's.
+bool IsUnit(const ZMTParamNumber& number, std::string_view unit) {
+    return unit.empty() || NamesEqual(unit, TrimBlanks(number.UnitText())) ||
+           NamesEqual(unit, number.UnitName());
+}
+
+std::vector<std::string_view> NamesOf(const ZMTParamEnum& enumeration) {
+    std::vector<std::string_view> names;
+    for (const ZMTEnumValue& value : enumeration.Items()) {
+        names.push_back(value.GetName());
+    }
+    return names;
+}
+
+/// A code, as a number or behind its name: "Play (0x00)".
+std::optional<std::uint32_t> CodeIn(std::string_view text) {
+    if (text.ends_with(')')) {
+        const std::size_t open = text.rfind('(');
+        text = open == std::string_view::npos ? text : text.substr(open + 1, text.size() - open - 2);
+    }
+    return text.starts_with("0x") || text.starts_with("0X") ? HexOf(text) : DigitsOf(text, 10);
+}
+
+/// What a bit may be called: "on", "1", the catalog's text.
+std::optional<bool> BitValue(const ZMTParamBoolField* bit, std::string_view text) {
+    if (bit != nullptr && NamesEqual(text, ShownName(bit->TrueDesc()))) {
+        return true;
+    }
+    if (bit != nullptr && NamesEqual(text, ShownName(bit->FalseDesc()))) {
+        return false;
+    }
+    for (const char* yes : {"1", "on", "true", "yes"}) {
+        if (NamesEqual(text, yes)) {
+            return true;
+        }
+    }
+    for (const char* no : {"0", "off", "false", "no"}) {
+        if (NamesEqual(text, no)) {
+            return false;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The bits that a label of a report names, from the left: "[bit15..13 8]" are 15, 14, 13 and 8. "bit3" and
+/// "[bit3] Name" are 3. Nothing for other texts.
+std::vector<std::uint32_t> BitsOfLabel(std::string_view label) {
+    std::vector<std::uint32_t> bits;
+    std::string_view inner = label.starts_with('[') ? label.substr(1, label.find(']') - 1) : label;
+    if (inner.size() < 3 || !NamesEqual(inner.substr(0, 3), "bit")) {
+        return {};
+    }
+    for (const std::string_view token : SplitTokens(inner.substr(3), " ")) {
+        const std::size_t dots = token.find("..");
+        const auto first = DigitsOf(token.substr(0, dots), 10);
+        const auto last = dots == std::string_view::npos ? first : DigitsOf(token.substr(dots + 2), 10);
+        constexpr std::uint32_t kEnd = 16;
+        if (!first || !last || *first >= kEnd || *last > *first) {
+            return {};
+        }
+        for (std::uint32_t bit = *first + 1; bit > *last; --bit) {
+            bits.push_back(bit - 1);
+        }
+    }
+    return bits;
+}
+
+/// The bit of that name.
+std::optional<std::uint32_t> BitNamed(const ZMTParamBitField& field, std::string_view name) {
+    for (std::uint32_t bit = 0; bit < field.Length(); ++bit) {
+        const ZMTParamBoolField* named = field.FindBit(bit);
+        if (named != nullptr && !named->GetName().empty() && NamesEqual(named->GetName(), name)) {
+            return bit;
+        }
+    }
+    return std::nullopt;
+}
+
+AsmResult EncodeBitField(const ZMTParamBitField& field, const AsmField& given, std::uint32_t& out) {
+    std::vector<std::uint32_t> bits = BitsOfLabel(given.name);
+    if (const auto named = BitNamed(field, given.name)) {
+        bits = {*named};
+    }
+    if (bits.empty() || std::ranges::any_of(bits, [&](auto bit) { return bit >= field.Length(); })) {
+        std::vector<std::string_view> names;
+        for (const ZMTParamBoolField& bit : field.Items()) {
+            if (!bit.GetName().empty()) {
+                names.push_back(bit.GetName());
+            }
+        }
+        return {"unknown bit '" + ShownText(given.name) + "'" +
+                    (names.empty() ? ", expected bit0 to bit" + std::to_string(field.Length() - 1)
+                                   : ExpectedNames(given.name, names)),
+                given.place};
+    }
+    std::string text = given.value.text;
+    if (bits.size() > 1) {
+        std::erase(text, ' ');
+        if (text.size() != bits.size()) {
+            return Fault(given.value, "expected " + std::to_string(bits.size()) + " bits, 0 or 1");
+        }
+    }
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        const auto value =
+            BitValue(field.FindBit(bits[i]),
+                     bits.size() > 1 ? std::string_view(text).substr(i, 1) : std::string_view(text));
+        if (!value) {
+            return Fault(given.value, "no value of a bit '" + ShownText(text) +
+                                          "', expected on, off or the text of the bit");
+        }
+        out = (out & ~(1U << bits[i])) | static_cast<std::uint32_t>(*value) << bits[i];
+    }
+    return {};
+}
+
+/// A number in place of the bits, or the value of the only one that is described.
+std::optional<std::uint32_t> WholeBits(const ZMTParamBitField& field, std::string_view text) {
+    if (text.starts_with("0x") || text.starts_with("0X")) {
+        return HexOf(text);
+    }
+    if (field.Count() == 1) {
+        const ZMTParamBoolField& only = *field.Items().begin();
+        if (const auto value = BitValue(&only, text)) {
+            return static_cast<std::uint32_t>(*value) << only.BitPos();
+        }
+    }
+    return DigitsOf(text, 10);
+}
+
+}  // namespace
+
+void AppendBytes(AsmBytes& out, std::uint32_t number, std::int32_t count) {
+    for (std::int32_t left = count; left > 0; --left) {
+        out.push_back(static_cast<std::uint8_t>(left > kMaxValueBytes ? 0 : number >> 8 * (left - 1)));
+    }
+}
+
+std::string ExpectedNames(std::string_view given, const std::vector<std::string_view>& names) {
+    const std::string_view nearest = NearestName(given, names);
+    if (!nearest.empty()) {
+        return " (" + ShownName(nearest) + "?)";
+    }
+    constexpr std::size_t kMostShown = 8;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(names.size(), kMostShown); ++i) {
+        text += (text.empty() ? ", expected " : ", ") + ShownName(names[i]);
+    }
+    return text + (names.size() > kMostShown ? ", ..." : "");
+}
+
+AsmResult EncodeNumber(const ZMTParamNumber& number, const AsmValue& value, AsmBytes& out) {
+    const std::int32_t size = number.GetBytesInMsg();
+    if (HasCoordinates(number)) {
+        if (const auto both = PairOf(value)) {
+            AppendBytes(out, *both, size);
+            return {};
+        }
+    }
+    const std::string wrong = "no number '" + ShownText(value.text) + "', expected " + ExpectedOf(number);
+    if (!IsText(value) || size < 1 || size > kMaxValueBytes) {
+        return Fault(value, size > kMaxValueBytes ? "the number has too many bytes, expected hex:" : wrong);
+    }
+    const std::string_view text = TrimBlanks(value.text);
+    if (text.starts_with("0x") || text.starts_with("0X")) {
+        const auto raw = HexOf(text);
+        if (!raw || std::uint64_t{*raw} >> ValueBits(number) != 0) {
+            return Fault(value, wrong);
+        }
+        AppendBytes(out, *raw, size);
+        return {};
+    }
+    const auto decimal = ReadDecimal(text);
+    if (!decimal || !IsUnit(number, decimal->rest)) {
+        return Fault(
+            value, decimal ? "the unit is '" + ShownText(decimal->rest) + "', expected " + ExpectedOf(number)
+                           : wrong);
+    }
+    const auto raw = RawOf(number, *decimal);
+    if (!raw || *raw < LeastOf(number) || *raw > MostOf(number)) {
+        return Fault(value, "no value for '" + ShownText(text) + "', expected " + ExpectedOf(number));
+    }
+    AppendBytes(out, static_cast<std::uint32_t>(*raw), size);
+    return CheckNumber(number, value, *raw);
+}
+
+AsmResult EncodeEnum(const ZMTParamEnum& enumeration, const AsmValue& value, AsmBytes& out) {
+    const std::string_view text = TrimBlanks(value.text);
+    std::optional<std::uint32_t> code;
+    for (const ZMTEnumValue& one : enumeration.Items()) {
+        if (!code && !one.GetName().empty() && NamesEqual(one.GetName(), text)) {
+            code = one.CodeMin();
+        }
+    }
+    if (!code && IsText(value)) {
+        code = CodeIn(text);
+    }
+    const std::uint32_t most = enumeration.GetBytesInMsg() > 1 ? 0xFFFF : 0xFF;
+    if (!code || *code > most) {
+        return Fault(value, "no value '" + ShownText(text) + "'" + ExpectedNames(text, NamesOf(enumeration)));
+    }
+    AppendBytes(out, *code, enumeration.GetBytesInMsg());
+    return {};
+}
+
+AsmResult EncodeBits(const ZMTParamBitField& field, const AsmValue& value, AsmBytes& out) {
+    std::uint32_t bits = 0;
+    if (value.fields.empty() && value.form != AsmValue::Form::Fields) {
+        const auto whole = WholeBits(field, TrimBlanks(value.text));
+        if (!whole || *whole >= 1U << 8 * std::clamp(field.GetBytesInMsg(), 1, 2)) {
+            return Fault(value, "no bits '" + ShownText(value.text) + "', expected " + ExpectedOf(field));
+        }
+        bits = *whole;
+    }
+    for (const AsmField& given : value.fields) {
+        if (AsmResult result = EncodeBitField(field, given, bits); !result.IsGood()) {
+            return result;
+        }
+    }
+    AppendBytes(out, bits, field.GetBytesInMsg());
+    return {};
+}
+
+AsmResult EncodeFunctionIDs(const AsmValue& value, AsmBytes& out) {
+    std::vector<std::string_view> tokens = SplitTokens(value.text, ", ");
+    for (const AsmValue& entry : value.list) {
+        tokens.push_back(entry.text);
+    }
+    AsmBytes stream;
+    for (const std::string_view token : tokens) {
+        const std::size_t dots = token.find("..");
+        const auto first = HexOf(token.substr(0, dots));
+        const auto last = dots == std::string_view::npos ? first : HexOf(token.substr(dots + 2));
+        constexpr std::uint32_t kEnd = 65535 * 8;
+        if (!first || !last || *last >= kEnd || *first > *last) {
+            return Fault(value,
+                         "no FunctionIDs '" + ShownText(token) + "', expected such as 000 or 100..105");
+        }
+        stream.resize(std::max<std::size_t>(stream.size(), *last / 8 + 1));
+        for (std::uint32_t id = *first; id <= *last; ++id) {
+            stream[id / 8] = static_cast<std::uint8_t>(stream[id / 8] | 0x80U >> id % 8);
+        }
+    }
+    out.insert(out.end(), stream.begin(), stream.end());
+    return {};
+}
+
+AsmResult ReadSignal(const ZMTParamStreamSignal& signal, const AsmValue& value, std::uint32_t& out) {
+    const std::string_view text = TrimBlanks(value.text);
+    const auto number = text.starts_with("0x") || text.starts_with("0X") ? HexOf(text) : DigitsOf(text, 10);
+    constexpr std::uint32_t kAllBits = 32;
+    if (!number || (signal.BitLength() < kAllBits && *number >> signal.BitLength() != 0)) {
+        return Fault(value, "no value '" + ShownText(text) + "', expected " + ExpectedOf(signal));
+    }
+    out = *number;
+    return {};
+}
+
+std::string ExpectedOf(const ZMTParam& param) {
+    switch (param.Kind()) {
+        case ParamKind::Number: {
+            const auto& number = static_cast<const ZMTParamNumber&>(param);
+            const double scale = std::pow(10.0, number.Exponent());
+            const bool hasBounds = HasBounds(number);
+            std::string text = "a number from ";
+            text +=
+                Short(hasBounds ? number.RangeMin() : static_cast<double>(LeastOf(number)) * scale) + " to ";
+            text += Short(hasBounds ? number.RangeMax() : static_cast<double>(MostOf(number)) * scale);
+            text += number.HasPhysicalUnit() ? " " + number.UnitText() : "";
+            return text + (number.Step() > 0 ? " in steps of " + Short(number.Step()) : "");
+        }
+        case ParamKind::Enum: {
+            const auto& enumeration = static_cast<const ZMTParamEnum&>(param);
+            const std::string names = ExpectedNames({}, NamesOf(enumeration));
+            constexpr std::string_view kExpected = ", expected ";
+            return names.size() > kExpected.size() ? "one of " + names.substr(kExpected.size()) : "a code";
+        }
+        case ParamKind::Bool:
+        case ParamKind::BitField:
+            return "bits such as {bit0=on} or 0x01";
+        case ParamKind::String: {
+            const std::uint32_t most = static_cast<const ZMTParamString&>(param).MaxSize();
+            return most == ZMTParamString::kUnbounded
+                       ? "a text"
+                       : "a text of at most " + std::to_string(most) + " characters";
+        }
+        case ParamKind::Array:
+            return "a list such as [1,2]";
+        case ParamKind::Record:
+            return "fields such as {a=1,b=2}";
+        case ParamKind::Stream:
+        case ParamKind::ShortStream:
+            return "fields such as {a=1} or bytes such as hex:01FF";
+        case ParamKind::ClassifiedStream:
+            return "bytes such as hex:01FF, or {media_type=\"text/plain\",content=hex:41}";
+        case ParamKind::FktIDBitStream:
+            return "FunctionIDs such as [000,100..105]";
+        case ParamKind::StreamSignal:
+            return "a number of " +
+                   std::to_string(static_cast<const ZMTParamStreamSignal&>(param).BitLength()) + " bits";
+        case ParamKind::Base:
+        case ParamKind::BoolField:
+        case ParamKind::StreamCase:
+        case ParamKind::Void:
+            break;
+    }
+    return "nothing";
+}
+
+}  // namespace tarvex

@@ -1,0 +1,25 @@
+/// What monitors write in front of a message: times, directions and addresses of devices.
+
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "capture/captured_message.h"
+
+namespace tarvex {
+
+/// Seconds with a fraction, a time of day, or a date and a time in one piece.
+bool IsTime(std::string_view token);
+
+/// A date alone: 2024-06-03, 2024/06/03 or 03.06.2024.
+bool IsDate(std::string_view token);
+
+/// The seconds that a time stands for, from midnight or, with a date, from some day on; nothing for a text
+/// that is no time. Times of one capture can be compared.
+std::optional<double> SecondsOf(std::string_view time);
+
+/// Takes what stands in front of the address off a line that begins with no blank.
+void TakePrefix(std::string_view& line, CapturedMessage& out);
+
+}  // namespace tarvex

@@ -1,0 +1,145 @@
+#include "capture/message_line.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "capture/data_bytes.h"
+#include "capture/hexadecimal.h"
+#include "capture/line_prefix.h"
+#include "import/text/names.h"
+#include "import/text/wording.h"
+
+namespace tarvex {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kByteGaps = " \t\r,;";
+
+void Clear(CapturedMessage& message) {
+    message.data.clear();
+    message.time.clear();
+    message.direction.clear();
+    message.source.reset();
+    message.destination.reset();
+    message.telegram = Telegram::Whole;
+}
+
+constexpr bool IsCommentMark(std::string_view text) {
+    return text.starts_with('#') || text.starts_with("//");
+}
+
+/// The bytes of data that is nothing else.
+bool IsAllBytes(std::string_view text) {
+    std::vector<std::uint8_t> bytes;
+    return ReadDataBytes(text, bytes).empty() && !bytes.empty();
+}
+
+/// Where a comment begins behind data. A semicolon begins one when a blank stands in front of it, or
+/// something else than bytes behind it.
+std::size_t FindComment(std::string_view text) {
+    for (std::size_t i = text.find_first_of("#/;"); i < text.size(); i = text.find_first_of("#/;", i + 1)) {
+        const bool isBehindBlank = i == 0 || kBlanks.find(text[i - 1]) != std::string_view::npos;
+        if (text[i] == ';' ? isBehindBlank || !IsAllBytes(text.substr(i + 1))
+                           : IsCommentMark(text.substr(i))) {
+            return i;
+        }
+    }
+    return text.size();
+}
+
+/// A length that stands before the data, without its marks.
+std::string_view LengthIn(std::string_view token) {
+    if (token.ends_with(':')) {
+        return token.substr(0, token.size() - 1);
+    }
+    if (token.size() > 2 && token.starts_with('[') && token.ends_with(']')) {
+        return token.substr(1, token.size() - 2);
+    }
+    return token;
+}
+
+/// Behind the parentheses stands nothing, a comment, or names with points between them.
+bool MayFollowData(std::string_view text) {
+    text = TrimBlanks(text.substr(0, FindComment(text)));
+    const auto isLetter = [](char c) { return FoldCase(c) >= 'a' && FoldCase(c) <= 'z'; };
+    return text.empty() ||
+           (std::ranges::all_of(text, [](char c) { return c == '.' || IsNameCharacter(c); }) &&
+            text.front() != '(' && std::ranges::any_of(text, isLetter) && !HexOf(text));
+}
+
+/// Takes the length off the data, and the parentheses.
+std::string SplitData(std::string_view& data, std::optional<std::string_view>& length) {
+    const std::size_t open = data.find('(');
+    if (open < FindComment(data)) {
+        const std::size_t close = data.find(')', open);
+        if (close == std::string_view::npos || !MayFollowData(data.substr(close + 1))) {
+            return close == std::string_view::npos ? "no closing parenthesis"
+                                                   : "'" + ShownText(TrimBlanks(data.substr(close + 1))) +
+                                                         "' behind the data, expected a comment";
+        }
+        const std::string_view before = TrimBlanks(data.substr(0, open));
+        if (!before.empty()) {
+            length = LengthIn(before);
+        }
+        data = data.substr(open + 1, close - open - 1);
+        return {};
+    }
+    data = TrimBlanks(data.substr(0, FindComment(data)));
+    const std::string_view token = data.substr(0, data.find_first_of(kByteGaps));
+    const std::string_view marked = LengthIn(token);
+    if (token.size() == 1 || marked.size() < token.size()) {
+        length = marked;
+        data.remove_prefix(token.size());
+    }
+    return {};
+}
+
+std::string ParseFields(std::string_view text, CapturedMessage& out, const AddressNames& names) {
+    const std::size_t end = AddressEnd(text);
+    std::optional<std::string_view> fifthField;
+    std::string fault = names.Read(text.substr(0, end), out, fifthField);
+    std::string_view data = TrimBlanks(text.substr(end));
+    std::optional<std::string_view> length;
+    if (fault.empty()) {
+        fault = SplitData(data, length);
+    }
+    if (fault.empty()) {
+        fault = ReadDataBytes(data, out.data);
+    }
+    if (fault.empty()) {
+        fault = CheckLength(fifthField, out.data.size());
+    }
+    return fault.empty() ? CheckLength(length, out.data.size()) : fault;
+}
+
+}  // namespace
+
+std::size_t AddressEnd(std::string_view line) {
+    const std::size_t end = std::min(line.find_first_of(kByteGaps), line.size());
+    const std::string_view token = line.substr(0, end);
+    const std::size_t lastPoint = token.rfind('.');
+    return std::min(token.find('(', lastPoint == std::string_view::npos ? 0 : lastPoint), end);
+}
+
+bool IsCommentLine(std::string_view line) {
+    const std::string_view text = TrimBlanks(line);
+    return text.empty() || text.front() == ';' || IsCommentMark(text);
+}
+
+std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names) {
+    Clear(out);
+    const std::string_view whole = TrimBlanks(line);
+    std::string_view text = whole;
+    TakePrefix(text, out);
+    if (text.empty()) {  // what looked like a prefix is all there is
+        Clear(out);
+        text = whole;
+    }
+    return ParseFields(text, out, names);
+}
+
+std::string ParseMessageLine(std::string_view line, CapturedMessage& out) {
+    return ParseMessageLine(line, out, AddressNames(nullptr));
+}
+
+}  // namespace tarvex
