@@ -138,7 +138,10 @@ void RequireDecoding(const ZMTCatalog& catalog, const CapturedMessage& message) 
 
     std::string text;
     TextReport().Message({.file = "", .number = 1}, message, decoded, text);
-    Require(text.starts_with(AddressText(message)), "the text report begins with the address");
+    std::string head;
+    AppendPrefix(message, head);
+    AppendAddress(message, head);
+    Require(text.starts_with(head), "the text report begins with the address and what stands in front of it");
     std::string json;
     JsonReport().Message({.file = "", .number = 1}, message, decoded, json);
     Require(json.find('\n') == json.size() - 1, "the JSON report is one line");

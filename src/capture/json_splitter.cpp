@@ -118,10 +118,13 @@ bool JsonSplitter::Goes(Piece& piece) {
     return true;
 }
 
-/// Gives up what is open; the line goes on behind it.
+/// Gives up what is open. A line that goes on with it may begin another one there.
 bool JsonSplitter::Fail(Piece& piece, std::string_view fault) {
     given_ = std::exchange(object_, {});
     piece = {given_, begin_, fault};
+    if (begin_ == number_) {  // a line of which one object is broken has no others
+        rest_ = {};
+    }
     nesting_.clear();
     isInText_ = false;
     isEscaped_ = false;

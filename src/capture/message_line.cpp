@@ -28,10 +28,12 @@ constexpr bool IsCommentMark(std::string_view text) {
     return text.starts_with('#') || text.starts_with("//");
 }
 
-/// The bytes of data that is nothing else.
-bool IsAllBytes(std::string_view text) {
-    std::vector<std::uint8_t> bytes;
-    return ReadDataBytes(text, bytes).empty() && !bytes.empty();
+/// What stands behind a semicolon, up to the next gap, are bytes or nothing.
+bool GoesOnWithBytes(std::string_view text) {
+    const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
+    const std::size_t end = std::min(text.find_first_of(" \t\r,;#/", begin), text.size());
+    const std::string_view digits = WithoutHexMark(text.substr(begin, end - begin));
+    return digits.size() % 2 == 0 && std::ranges::all_of(digits, [](char c) { return HexDigit(c) >= 0; });
 }
 
 /// Where a comment begins behind data. A semicolon begins one when a blank stands in front of it, or
@@ -39,7 +41,7 @@ bool IsAllBytes(std::string_view text) {
 std::size_t FindComment(std::string_view text) {
     for (std::size_t i = text.find_first_of("#/;"); i < text.size(); i = text.find_first_of("#/;", i + 1)) {
         const bool isBehindBlank = i == 0 || kBlanks.find(text[i - 1]) != std::string_view::npos;
-        if (text[i] == ';' ? isBehindBlank || !IsAllBytes(text.substr(i + 1))
+        if (text[i] == ';' ? isBehindBlank || !GoesOnWithBytes(text.substr(i + 1))
                            : IsCommentMark(text.substr(i))) {
             return i;
         }

@@ -57,7 +57,7 @@ class Decoder : public MessageSink {
     void TakeUnreadable(std::uint64_t line, std::string_view text, std::string_view fault) override {
         ++counts_.unreadable;
         place_.number = line;
-        if (!stats_ && filter_.ShowsUnreadable()) {
+        if (!stats_ && filter_.ShowsUnreadable() && output_.Room() > 0) {
             report_.BadLine(place_, text, fault, output_.Text());
         }
     }
