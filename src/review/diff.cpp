@@ -345,8 +345,7 @@ class CatalogComparison {
         const Origin& origin = part.origin;
         if (origin.before != nullptr || origin.after != nullptr) {
             std::string key = AddressText(origin.before) + AddressText(origin.after);
-            key.append(std::to_string(part.operations)).append("\n").append(std::to_string(part.ordinal));
-            key.append("\n").append(ContentOf(part.change));
+            key.append(std::to_string(part.operations)).append("\n").append(part.content);
             const auto [found, isNew] = shared_.try_emplace(std::move(key), changes_.size());
             if (!isNew) {
                 ++changes_[found->second].alsoIn;

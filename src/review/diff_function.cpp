@@ -4,6 +4,9 @@
 
 namespace tarvex::review {
 
+namespace {
+
+/// Equal for changes that say the same, wherever they stand.
 std::string ContentOf(const Change& change) {
     std::string content;
     for (const std::string_view part :
@@ -14,6 +17,8 @@ std::string ContentOf(const Change& change) {
     }
     return content;
 }
+
+}  // namespace
 
 bool FunctionChanges::IsWanted(const Change& change) const {
     return !options_.areBytesOnly || change.effect == Effect::Bytes;
@@ -30,11 +35,10 @@ void FunctionChanges::AddOfParameter(Change change, const Origin& origin) {
         return;
     }
     std::string content = ContentOf(change);
-    const std::size_t ordinal = counts_[content]++;
-    content += std::to_string(ordinal);
-    const auto [place, isNew] = places_.try_emplace(std::move(content), all_.size());
+    content += std::to_string(counts_[content]++);
+    const auto [place, isNew] = places_.try_emplace(content, all_.size());
     if (isNew) {
-        all_.push_back({std::move(change), origin, operation_, ordinal});
+        all_.push_back({std::move(change), origin, operation_, std::move(content)});
     } else {
         all_[place->second].operations |= operation_;
     }
@@ -42,7 +46,8 @@ void FunctionChanges::AddOfParameter(Change change, const Origin& origin) {
 
 void FunctionChanges::Add(Change change, const Origin& origin) {
     if (IsWanted(change)) {
-        all_.push_back({std::move(change), origin, 0, 0});
+        std::string content = ContentOf(change);
+        all_.push_back({std::move(change), origin, 0, std::move(content)});
     }
 }
 

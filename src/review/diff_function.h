@@ -26,7 +26,8 @@ struct FunctionChange {
     Change change;
     Origin origin;
     std::uint16_t operations = 0;  ///< A bit for each OPType.
-    std::size_t ordinal = 0;       ///< So many equal changes stand in front of it in the same operation.
+    /// What it says, and how many changes of the same operation say the same in front of it.
+    std::string content = {};
 };
 
 /// Takes the changes operation by operation. A parameter stands in several operations as a rule, and what
@@ -56,8 +57,5 @@ class FunctionChanges {
     kestrel::KeyedMap<std::string, std::size_t> places_;  // of changes in the list, by what they say
     kestrel::KeyedMap<std::string, std::size_t> counts_;  // of equal changes of the operation
 };
-
-/// What a change says, wherever it stands: equal for equal ones.
-std::string ContentOf(const Change& change);
 
 }  // namespace tarvex::review

@@ -42,6 +42,17 @@ std::string WithDots(std::string_view text, const Predicate& isHidden) {
     return shown;
 }
 
+/// Only characters that need no second look. Nearly every text is plain, and there are millions: so without a
+/// branch for each letter.
+template <class Predicate>
+bool IsPlain(std::string_view text, const Predicate& isAllowed) {
+    bool isPlain = true;
+    for (const char c : text) {
+        isPlain &= (c >= ' ' && c <= '~') || isAllowed(c);
+    }
+    return isPlain;
+}
+
 bool IsLayout(char32_t character) {
     return character == '\t' || character == '\n';
 }
@@ -49,16 +60,14 @@ bool IsLayout(char32_t character) {
 }  // namespace
 
 std::string Shown(std::string_view text) {
+    if (IsPlain(text, [](char /*c*/) { return false; })) {
+        return std::string(text);
+    }
     return WithDots(text, [](auto character) { return !character || IsHidden(*character); });
 }
 
 void HideControls(std::string& text) {
-    // Nearly every text is plain, and there are millions: so without a branch for each letter.
-    bool isPlain = true;
-    for (const char c : text) {
-        isPlain &= (c >= ' ' && c <= '~') || c == '\t' || c == '\n';
-    }
-    if (!isPlain) {
+    if (!IsPlain(text, [](char c) { return c == '\t' || c == '\n'; })) {
         text = WithDots(
             text, [](auto character) { return character && !IsLayout(*character) && IsHidden(*character); });
     }
