@@ -1,5 +1,5 @@
 /// A catalog as tarvex-catalog reads it: checks in every form, and against a baseline of its own faults;
-/// differences from a catalog of all kinds.
+/// differences from a catalog of all kinds; and what is shown of it.
 
 #include <nlohmann/json.hpp>
 
@@ -7,9 +7,12 @@
 #include "catalog_mutator.h"
 #include "catalogs.h"
 #include "expansion.h"
+#include "import/text/format_text.h"
 #include "review/check.h"
 #include "review/diff.h"
 #include "review/diff_report.h"
+#include "review/layout_end.h"
+#include "review/show.h"
 
 using namespace tarvex;
 using namespace tarvex::fuzz;
@@ -68,6 +71,57 @@ void CompareWithItselfAndOthers(const std::string& path, const ReadingOptions& o
     }
 }
 
+/// The end of what is known of a message goes with the verdict on it.
+void CheckEnds(const ZMTFunction& function) {
+    for (const ZMTOperation& operation : function.Items()) {
+        const auto end = LayoutEndOf(operation);
+        const Layout layout = LayoutOf(operation);
+        Require(end.has_value() == (layout != Layout::Complete), "what is open has an end");
+        Require(!end || !end->isHole || layout == Layout::Incomplete, "what has a hole is incomplete");
+    }
+}
+
+/// What can be asked of a catalog: each block, some functions in two spellings, a word.
+std::vector<std::string> Questions(const ZMTCatalog& catalog, Draw& draw) {
+    constexpr std::size_t kFunctions = 4;
+    std::vector<std::string> words{"*", "a", draw.Flag() ? "*.*.*" : "?*.S*"};
+    std::size_t left = kFunctions;
+    for (const ZMTFBlock& block : catalog.Items()) {
+        words.push_back(FormatText("%02X", block.FBlockID()));
+        for (const ZMTFunction& function : block.Items()) {
+            CheckEnds(function);
+            if (left > 0 && draw.Flag()) {
+                --left;
+                words.push_back(FormatText("%02x.01.%x", block.FBlockID(), function.FunctionID() | 0x100U));
+                words.push_back(FormatText("%02X.%03X", block.FBlockID(), function.FunctionID()));
+            }
+        }
+    }
+    return words;
+}
+
+void ShowAll(const std::string& path, ReadingOptions options, Draw& draw) {
+    options.areDescriptionsRead = true;
+    const CatalogReading reading(path, options);
+    if (reading.Catalog() == nullptr) {
+        return;
+    }
+    const std::vector<std::string> words = Questions(*reading.Catalog(), draw);
+    Shower shower(reading);
+    const std::vector<Answer> answers = shower.AnswersTo(words);
+    for (std::size_t i = 3; i < answers.size(); ++i) {
+        const bool isAddress = words[i].find(".01.") == std::string::npos;
+        Require(!isAddress || answers[i].IsFound(), "what is in the tree is found by its address");
+    }
+    const auto json = MakeShowJson(reading);
+    for (const std::string& text : {json->Of(ViewOf(reading)), json->Of(answers)}) {
+        Require(nlohmann::json::parse(text, nullptr, false).is_object(), "what is shown can be read");
+    }
+    const auto report = MakeShowText(reading, vorn::Style(false));
+    const std::string text = report->Of(ViewOf(reading)) + report->Of(answers);
+    Require(text.find('\x1B') == std::string::npos, "terminals are told nothing");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
@@ -106,6 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(sarif.is_object() && sarif.at("runs").at(0).at("results").size() == faults,
             "the SARIF report has all faults");
     Checked(path, options, MakeCheckGroups);
+    ShowAll(path, options.reading, draw);
 
     options.baselinePath = ScratchFile("review.baseline");
     options.writesBaseline = true;
