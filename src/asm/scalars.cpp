@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::int32_t kMaxValueBytes = 4;
 
-AsmResult Fault(const AsmValue& value, std::string text) {
+AsmResult Complaint(const AsmValue& value, std::string text) {
     return {std::move(text), value.place};
 }
 
@@ -268,7 +268,7 @@ AsmResult EncodeBitField(const ZMTParamBitField& field, const AsmField& given, s
     if (bits.size() > 1) {
         std::erase(text, ' ');
         if (text.size() != bits.size()) {
-            return Fault(given.value, "expected " + std::to_string(bits.size()) + " bits, 0 or 1");
+            return Complaint(given.value, "expected " + std::to_string(bits.size()) + " bits, 0 or 1");
         }
     }
     for (std::size_t i = 0; i < bits.size(); ++i) {
@@ -276,8 +276,8 @@ AsmResult EncodeBitField(const ZMTParamBitField& field, const AsmField& given, s
             BitValue(field.FindBit(bits[i]),
                      bits.size() > 1 ? std::string_view(text).substr(i, 1) : std::string_view(text));
         if (!value) {
-            return Fault(given.value, "no value of a bit '" + ShownText(text) +
-                                          "', expected on, off or the text of the bit");
+            return Complaint(given.value, "no value of a bit '" + ShownText(text) +
+                                              "', expected on, off or the text of the bit");
         }
         out = (out & ~(1U << bits[i])) | static_cast<std::uint32_t>(*value) << bits[i];
     }
@@ -329,26 +329,27 @@ AsmResult EncodeNumber(const ZMTParamNumber& number, const AsmValue& value, AsmB
     }
     const std::string wrong = "no number '" + ShownText(value.text) + "', expected " + ExpectedOf(number);
     if (!IsText(value) || size < 1 || size > kMaxValueBytes) {
-        return Fault(value, size > kMaxValueBytes ? "the number has too many bytes, expected hex:" : wrong);
+        return Complaint(value,
+                         size > kMaxValueBytes ? "the number has too many bytes, expected hex:" : wrong);
     }
     const std::string_view text = TrimBlanks(value.text);
     if (text.starts_with("0x") || text.starts_with("0X")) {
         const auto raw = HexOf(text);
         if (!raw || std::uint64_t{*raw} >> ValueBits(number) != 0) {
-            return Fault(value, wrong);
+            return Complaint(value, wrong);
         }
         AppendBytes(out, *raw, size);
         return {};
     }
     const auto decimal = ReadDecimal(text);
     if (!decimal || !IsUnit(number, decimal->rest)) {
-        return Fault(
+        return Complaint(
             value, decimal ? "the unit is '" + ShownText(decimal->rest) + "', expected " + ExpectedOf(number)
                            : wrong);
     }
     const auto raw = RawOf(number, *decimal);
     if (!raw || *raw < LeastOf(number) || *raw > MostOf(number)) {
-        return Fault(value, "no value for '" + ShownText(text) + "', expected " + ExpectedOf(number));
+        return Complaint(value, "no value for '" + ShownText(text) + "', expected " + ExpectedOf(number));
     }
     AppendBytes(out, static_cast<std::uint32_t>(*raw), size);
     return CheckNumber(number, value, *raw);
@@ -367,7 +368,8 @@ AsmResult EncodeEnum(const ZMTParamEnum& enumeration, const AsmValue& value, Asm
     }
     const std::uint32_t most = enumeration.GetBytesInMsg() > 1 ? 0xFFFF : 0xFF;
     if (!code || *code > most) {
-        return Fault(value, "no value '" + ShownText(text) + "'" + ExpectedNames(text, NamesOf(enumeration)));
+        return Complaint(value,
+                         "no value '" + ShownText(text) + "'" + ExpectedNames(text, NamesOf(enumeration)));
     }
     AppendBytes(out, *code, enumeration.GetBytesInMsg());
     return {};
@@ -378,7 +380,7 @@ AsmResult EncodeBits(const ZMTParamBitField& field, const AsmValue& value, AsmBy
     if (value.fields.empty() && value.form != AsmValue::Form::Fields) {
         const auto whole = WholeBits(field, TrimBlanks(value.text));
         if (!whole || *whole >= 1U << 8 * std::clamp(field.GetBytesInMsg(), 1, 2)) {
-            return Fault(value, "no bits '" + ShownText(value.text) + "', expected " + ExpectedOf(field));
+            return Complaint(value, "no bits '" + ShownText(value.text) + "', expected " + ExpectedOf(field));
         }
         bits = *whole;
     }
@@ -403,8 +405,8 @@ AsmResult EncodeFunctionIDs(const AsmValue& value, AsmBytes& out) {
         const auto last = dots == std::string_view::npos ? first : HexOf(token.substr(dots + 2));
         constexpr std::uint32_t kEnd = 65535 * 8;
         if (!first || !last || *last >= kEnd || *first > *last) {
-            return Fault(value,
-                         "no FunctionIDs '" + ShownText(token) + "', expected such as 000 or 100..105");
+            return Complaint(value,
+                             "no FunctionIDs '" + ShownText(token) + "', expected such as 000 or 100..105");
         }
         stream.resize(std::max<std::size_t>(stream.size(), *last / 8 + 1));
         for (std::uint32_t id = *first; id <= *last; ++id) {
@@ -420,7 +422,7 @@ AsmResult ReadSignal(const ZMTParamStreamSignal& signal, const AsmValue& value, 
     const auto number = text.starts_with("0x") || text.starts_with("0X") ? HexOf(text) : DigitsOf(text, 10);
     constexpr std::uint32_t kAllBits = 32;
     if (!number || (signal.BitLength() < kAllBits && *number >> signal.BitLength() != 0)) {
-        return Fault(value, "no value '" + ShownText(text) + "', expected " + ExpectedOf(signal));
+        return Complaint(value, "no value '" + ShownText(text) + "', expected " + ExpectedOf(signal));
     }
     out = *number;
     return {};

@@ -6,7 +6,7 @@ import random
 import subprocess
 
 from support import CATALOG, SOURCE, ProgramTest
-from test_safe_layout import DEFINITION, Function
+from test_safe_layout import DEFINITION, ErrorParams, Function
 
 PROGRAM = os.environ["TARVEX_CATALOG"]
 FUNCTIONS = 60  # in a random catalog
@@ -143,12 +143,14 @@ class Verdicts(CatalogTest):
         incomplete = 0
         for seed in range(CATALOGS):
             rng = random.Random(1000 + seed)
-            functions = [Function(rng, fkt_id) for fkt_id in range(FUNCTIONS)]
+            all_errors = [ErrorParams(rng, name) for name in ("Er", "Fault")]
+            functions = [Function(rng, fkt_id, all_errors) for fkt_id in range(FUNCTIONS)]
             for function in functions:
                 if rng.random() < 0.5:
                     function.harm(rng)
             blocks = "".join(function.xml(True) for function in functions)
-            self.write("cat.xml", f"<FunctionCatalog><FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>{blocks}"
+            errors = "".join(errors.xml(True) for errors in all_errors)
+            self.write("cat.xml", f"<FunctionCatalog>{errors}<FBlock><FBlockID>0x22</FBlockID><FBlockName>Amp</FBlockName>{blocks}"
                                   f"</FBlock>{DEFINITION}</FunctionCatalog>")
             incomplete += self.assert_equal_verdicts("cat.xml")
         self.assertGreater(incomplete, CATALOGS)  # there was something to compare
