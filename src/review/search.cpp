@@ -26,7 +26,7 @@ std::string FoldedText(std::string_view text) {
 
 class WordSearch {
   public:
-    WordSearch(std::string_view word, const std::function<void(const Place& place)>& found)
+    WordSearch(std::string_view word, const std::function<void(const FoundPlace& place)>& found)
         : inNames_(FoldedText(SanitizeName(TrimBlanks(word)))),
           inUnits_(FoldedText(TrimBlanks(word))),
           found_(found) {}
@@ -119,7 +119,7 @@ class WordSearch {
 
     std::string inNames_;
     std::string inUnits_;
-    const std::function<void(const Place& place)>& found_;
+    const std::function<void(const FoundPlace& place)>& found_;
     Target target_;
     std::vector<const ZMTParam*> path_;
 };
@@ -127,7 +127,7 @@ class WordSearch {
 }  // namespace
 
 void Search(const ZMTCatalog& catalog, std::string_view word,
-            const std::function<void(const Place& place)>& found) {
+            const std::function<void(const FoundPlace& place)>& found) {
     WordSearch search(word, found);
     for (const ZMTFBlock& block : catalog.Items()) {
         search.LookThrough(block);

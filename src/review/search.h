@@ -11,7 +11,7 @@
 namespace tarvex::review {
 
 /// A block or function that has a word.
-struct Place {
+struct FoundPlace {
     Target target;
     /// "function", "parameter Data.Trim", "value 0x21 Rock Pop of Preset", "bit 0 of Speakers, Front_left"
     std::string what;
@@ -20,6 +20,6 @@ struct Place {
 /// Looks for a word, in any case, in the names of blocks, functions, parameters, bits and values and in
 /// units, in the order of the identifiers. A parameter of several operations is found once in its function.
 void Search(const ZMTCatalog& catalog, std::string_view word,
-            const std::function<void(const Place& place)>& found);
+            const std::function<void(const FoundPlace& place)>& found);
 
 }  // namespace tarvex::review

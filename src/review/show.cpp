@@ -79,7 +79,7 @@ Answer Shower::Find(const std::string& word) const {
         const CatalogView view = ViewOf(reading_);
         answer.blocks = {*std::ranges::find(view.blocks, targets.front().block, &BlockView::block)};
     } else {
-        Search(catalog, word, [&](const Place& place) { answer.places.push_back(place); });
+        Search(catalog, word, [&](const FoundPlace& place) { answer.places.push_back(place); });
     }
     if (!answer.IsFound()) {
         answer.lost = WhyLost(catalog, word);

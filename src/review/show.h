@@ -33,7 +33,7 @@ struct Answer {
     std::vector<BlockView> blocks;
     std::vector<FunctionView> functions;
     std::vector<Target> targets;       ///< Several that a pattern names.
-    std::vector<Place> places;         ///< Where a word stands.
+    std::vector<FoundPlace> places;    ///< Where a word stands.
     std::string lost;                  ///< Why nothing is found; empty for no reason.
     std::vector<std::string> nearest;  ///< Names, where nothing is found.
 

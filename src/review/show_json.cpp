@@ -179,7 +179,7 @@ class ShowJson : public ShowReport {
         for (const Target& target : answer.targets) {
             json["places"].push_back(TargetJson(target));
         }
-        for (const Place& place : answer.places) {
+        for (const FoundPlace& place : answer.places) {
             json["places"].push_back(TargetJson(place.target));
             json["places"].back()["what"] = place.what;
         }

@@ -244,7 +244,7 @@ class ShowText : public ShowReport {
         for (const Target& target : answer.targets) {
             rows.push_back({AddressOf(target), NameOf(target)});
         }
-        for (const Place& place : answer.places) {
+        for (const FoundPlace& place : answer.places) {
             rows.push_back({AddressOf(place.target), NameOf(place.target), ShownName(place.what)});
         }
         return text + TableText(rows);

@@ -19,7 +19,7 @@ using testing::ElementsAre;
 /// "Block.Function: what"
 std::vector<std::string> Places(const CatalogReading& reading, const char* word) {
     std::vector<std::string> places;
-    Search(*reading.Catalog(), word, [&](const Place& place) {
+    Search(*reading.Catalog(), word, [&](const FoundPlace& place) {
         const ZMTFunction* function = place.target.function;
         places.push_back(place.target.block->GetName() +
                          (function == nullptr ? "" : "." + function->GetName()) + ": " + place.what);
