@@ -12,8 +12,10 @@
 #include "vorn/compare.h"
 #include "vorn/compare_report.h"
 #include "vorn/describe.h"
+#include "vorn/merge.h"
 #include "vorn/message_json.h"
 #include "vorn/selection.h"
+#include "vorn/subset.h"
 
 namespace tarvex::fuzz {
 namespace {
@@ -58,6 +60,27 @@ void RequireKcd(const kestrel::Database& database) {
     xmlFreeDoc(document);
 }
 
+/// Requires that parts of the database make what they were.
+static void RequireParts(const kestrel::Database& database) {
+    Require(VornOf(*vorn::Merge(database, database, vorn::Preference::Second)) == VornOf(database),
+            "a database merged with itself stays the same");
+    std::vector<const kestrel::Message*> some;
+    std::vector<const kestrel::Message*> others;
+    for (const kestrel::Message& message : database.Messages()) {
+        (message.identifier % 3 == 0 ? some : others).push_back(&message);
+    }
+    const auto part = vorn::SubsetOf(database, some);
+    const auto rest = vorn::SubsetOf(database, others);
+    Require(part->Messages().size() + rest->Messages().size() == database.Messages().size(),
+            "each message is in one part");
+    const auto together = vorn::Merge(*part, *rest, vorn::Preference::First);
+    Require(together->Messages().size() <= database.Messages().size(), "no message is there twice");
+    Require(
+        nlohmann::json::accept(vorn::ChangesJson(vorn::Compare(*rest, database, {.withUniqueNames = true}))),
+        "changes are JSON");
+    vorn::ChangesMarkdown(vorn::ConflictsOf(*part, database));
+}
+
 void RequireCommands(const kestrel::Database& database) {
     const vorn::Style style(false);
     vorn::FaultsText(vorn::FaultsOf(database));
@@ -74,6 +97,7 @@ void RequireCommands(const kestrel::Database& database) {
     const auto comparison = vorn::Compare(database, database);
     Require(vorn::Summary(comparison).empty(),
             "a database differs from itself: " + vorn::ChangesText(comparison, style));
+    RequireParts(database);
     const kestrel::Database nothing("");
     Require(nlohmann::json::accept(vorn::ChangesJson(vorn::Compare(nothing, database))), "changes are JSON");
 }

@@ -121,7 +121,8 @@ std::string MisspellingIn(const CLI::App& app, const std::vector<Command>& comma
         } else {
             continue;
         }
-        const std::string_view given = word.substr(0, word.starts_with("--") ? word.find('=') : word.npos);
+        const std::string_view given =
+            word.substr(0, word.starts_with("--") ? word.find('=') : std::string_view::npos);
         const std::string text =
             vorn::Misspelling(word.starts_with("--") ? "option" : "command", given, names);
         if (!text.empty()) {

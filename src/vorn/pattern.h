@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <locale.h>
+#include <clocale>
 #include <string>
 
 namespace vorn {
