@@ -160,7 +160,7 @@ class GeneratedCatalogs(VornTest):
     def setUp(self):
         super().setUp()
         self.write_settings(FCatImportValidate=0)
-        self.old = subprocess.run([GENERATOR, "--megabytes", "0.5", "--blocks", "4"], capture_output=True, timeout=60,
+        self.old = subprocess.run([GENERATOR, "--megabytes", "0.2", "--blocks", "4"], capture_output=True, timeout=60,
                                   check=True).stdout.decode()
         self.convert("old.vorn", self.old)
         functions = list(re.finditer(r"[ \t]*<Function>.*?</Function>\n?", self.old, re.DOTALL))

@@ -9,13 +9,14 @@ CHOICES = [("--node", "AudioAmp"), ("--node", "*er*"), ("--fblock", "Gateway"), 
 
 class Parts(VornTest):
     def test_a_part_and_the_rest_make_the_whole(self):
+        parts = ["part.db", "rest.vorn"]
         for choice in CHOICES:
+            parts.reverse()
             with self.subTest(choice):
                 self.assert_output(self.vorn("subset", "roadster.vorn", "part.db", *choice), "")
                 self.assert_output(self.vorn("subset", "roadster.vorn", "rest.vorn", "--except", *choice), "")
-                for parts in [("part.db", "rest.vorn"), ("rest.vorn", "part.db")]:
-                    self.assert_output(self.vorn("merge", *parts, "whole.vorn"), "")
-                    self.assertEqual((self.dir / "whole.vorn").read_bytes(), EXAMPLE.read_bytes())
+                self.assert_output(self.vorn("merge", *parts, "whole.vorn"), "")
+                self.assertEqual((self.dir / "whole.vorn").read_bytes(), EXAMPLE.read_bytes())
 
     def test_a_part_has_the_messages_that_are_listed(self):
         options = ("--function", "Volume", "--function", "Mute")
