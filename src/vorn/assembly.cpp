@@ -43,12 +43,12 @@ void Assembly::Add(const kestrel::Node& node) {
     Copy(node.attributes, AttrObject::Node, builder_.AddNode(NameText(node.name)).attributes);
 }
 
-void Assembly::Add(const kestrel::Message& message, const std::string& node) {
+void Assembly::Add(const kestrel::Message& message, const std::optional<std::string>& node) {
     kestrel::Message& copy = builder_.AddMessage({.identifier = message.identifier & ~kExtendedIdentifier,
                                                   .extended = (message.identifier & kExtendedIdentifier) != 0,
                                                   .name = NameText(message.name),
                                                   .length = message.length,
-                                                  .node = node.empty() ? nullptr : &builder_.FindNode(node)});
+                                                  .node = node ? &builder_.FindNode(*node) : nullptr});
     Copy(message.attributes, AttrObject::Message, copy.attributes);
     for (const kestrel::Signal* signal = message.firstSignal; signal != nullptr; signal = signal->next) {
         Copy(*signal, copy);
@@ -86,8 +86,8 @@ void Assembly::Copy(const kestrel::Signal& signal, kestrel::Message& message) {
     }
 }
 
-std::string SenderOf(const kestrel::Message& message) {
-    return message.node == nullptr ? std::string() : NameText(message.node->name);
+std::optional<std::string> SenderOf(const kestrel::Message& message) {
+    return message.node == nullptr ? std::nullopt : std::optional(NameText(message.node->name));
 }
 
 }  // namespace vorn

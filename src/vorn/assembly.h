@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "kestrel/database.h"
@@ -22,8 +23,8 @@ class Assembly {
     /// The same, as far as there is no value yet.
     void SetMissingAttributes(const kestrel::AttrValues& attributes);
     void Add(const kestrel::Node& node);
-    /// A message that the node of this name sends, or none for the empty name.
-    void Add(const kestrel::Message& message, const std::string& node);
+    /// A message that the node of this name sends, or none.
+    void Add(const kestrel::Message& message, const std::optional<std::string>& node);
 
     std::unique_ptr<kestrel::Database> Take() { return builder_.Take(); }
 
@@ -35,7 +36,7 @@ class Assembly {
     kestrel::ValueTexts values_;
 };
 
-/// The name of the node that sends the message; empty without one.
-std::string SenderOf(const kestrel::Message& message);
+/// The name of the node that sends the message, which may be empty; nothing without a node.
+std::optional<std::string> SenderOf(const kestrel::Message& message);
 
 }  // namespace vorn

@@ -1,6 +1,7 @@
 #include "vorn/merge.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -117,9 +118,12 @@ std::unique_ptr<Database> Merge(const Database& first, const Database& second, P
         }
     }
     for (const Message* message : Together(Choose(first.Messages(), messagePairs, preference))) {
-        const std::string node = SenderOf(*message);
-        const auto newName = newNames.find(node);
-        merged.Add(*message, newName == newNames.end() ? node : newName->second);
+        std::optional<std::string> node = SenderOf(*message);
+        const auto newName = node ? newNames.find(*node) : newNames.end();
+        if (newName != newNames.end()) {
+            node = newName->second;
+        }
+        merged.Add(*message, node);
     }
     return merged.Take();
 }

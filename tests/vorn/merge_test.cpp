@@ -2,6 +2,8 @@
 
 #include "vorn/merge.h"
 
+#include <cstring>
+
 #include <gtest/gtest.h>
 
 #include "cabin.h"
@@ -115,6 +117,15 @@ TEST(Merge, MessagesInTheOrderOfTheirIdentifiersStayInIt) {
         EXPECT_EQ(Contents(*Merge(*even, *odd, preference)), "cabin: M1 M2 X3 M4 X4 M8 M9");
         EXPECT_EQ(Contents(*Merge(*odd, *even, preference)), "cabin: M1 M2 X3 M4 X4 M8 M9");
     }
+}
+
+TEST(Merge, NodeWithoutANameIsANode) {
+    Sample sample = Cabin();
+    const auto database = Build(sample);
+    database->FindMessage(0x10)->node = database->FindNode("Amp");
+    std::memset(database->FindNode("Amp")->name, 0, kNameSize);
+    const auto merged = Merge(*database, *database, Preference::First);
+    EXPECT_EQ(merged->Messages()[1].node, &merged->Nodes()[0]);
 }
 
 TEST(Merge, OwnAttributesOfTheFirstAreKeptAndOthersAdded) {
