@@ -333,12 +333,14 @@ def bound_time():
 
 
 class AttackTest(ProgramTest):
+    program = [PROGRAM, "in.xml", "out.vorn"]
+
     def run_measured(self, name):
         """Exit status, console, seconds and megabytes of one run."""
         console = self.dir / "console"
         with open(console, "wb") as out:
             # A process made by fork counts its own memory only, and that is what a preexec_fn asks for.
-            process = subprocess.Popen([PROGRAM, "in.xml", "out.vorn"], cwd=self.dir, stdin=subprocess.DEVNULL,
+            process = subprocess.Popen(self.program, cwd=self.dir, stdin=subprocess.DEVNULL,
                                        stdout=out, stderr=out, preexec_fn=bound_time)
             _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
@@ -384,6 +386,20 @@ class GreedyCatalogs(AttackTest):
                 size = (self.dir / "in.xml").stat().st_size
                 print(f"    {size / 1e6:.2f} MB, {written / 1e6:.0f} MB written")
                 self.assertLess(written, 2 ** 27 + 64 * size)
+
+
+@unittest.skipIf(SANITIZED, "takes minutes")
+class CatalogAttacks(AttackTest):
+    """The same against tarvex-catalog, which keeps more of a catalog than a conversion does."""
+
+    program = [os.environ["TARVEX_CATALOG"], "check", "in.xml"]
+
+    def test_every_attack_is_told(self):
+        for name, xml, dtd in [row[:3] for row in ATTACKS] + [(*row[:2], "") for row in GREEDY]:
+            with self.subTest(name):
+                status, console = self.attack(0, name, xml, dtd)
+                self.assertIn(status, (0, 1), console)
+                self.assertRegex(console, r"\nin\.xml: .*\n$|^in\.xml: .*\n$")
 
 
 # what 5 MB of an alias or network file consist of, and whether each has too many lines
