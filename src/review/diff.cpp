@@ -19,7 +19,7 @@ namespace {
 
 /// A block or function in both catalogs, or in one of them.
 template <class T>
-struct Version {
+struct Counterparts {
     const T* before = nullptr;
     const T* after = nullptr;
 
@@ -41,8 +41,8 @@ std::string NumberText(const ZMTFunction& function) {
 }
 
 template <class T>
-Place PlaceOf(const Version<T>& version) {
-    return {ShownText(version.Newest().GetName()), NumberOf(version.Newest())};
+Place PlaceOf(const Counterparts<T>& pair) {
+    return {ShownText(pair.Newest().GetName()), NumberOf(pair.Newest())};
 }
 
 /// How many names two nodes have in common, and how many the larger one has.
@@ -112,25 +112,24 @@ std::vector<Numbered> NumberedNodes(const std::vector<const T*>& nodes) {
 
 /// What belongs together, in the order of the newest numbers.
 template <class T>
-std::vector<Version<T>> Versions(ItemRange<const T> itemsBefore, ItemRange<const T> itemsAfter) {
+std::vector<Counterparts<T>> CounterpartsOf(ItemRange<const T> itemsBefore, ItemRange<const T> itemsAfter) {
     const std::vector<const T*> before = ItemsOf(itemsBefore);
     const std::vector<const T*> after = ItemsOf(itemsAfter);
     const Matches matches = MatchNumbered(
         NumberedNodes(before), NumberedNodes(after),
         [&](std::size_t i, std::size_t j) { return HaveMostNamesInCommon(*before[i], *after[j]); });
-    std::vector<Version<T>> versions;
+    std::vector<Counterparts<T>> pairs;
     for (const auto& [i, j] : matches.pairs) {
-        versions.push_back({before[i], after[j]});
+        pairs.push_back({before[i], after[j]});
     }
     for (const std::size_t i : matches.removed) {
-        versions.push_back({before[i], nullptr});
+        pairs.push_back({before[i], nullptr});
     }
     for (const std::size_t j : matches.added) {
-        versions.push_back({nullptr, after[j]});
+        pairs.push_back({nullptr, after[j]});
     }
-    std::ranges::stable_sort(versions, {},
-                             [](const Version<T>& version) { return NumberOf(version.Newest()); });
-    return versions;
+    std::ranges::stable_sort(pairs, {}, [](const Counterparts<T>& pair) { return NumberOf(pair.Newest()); });
+    return pairs;
 }
 
 /// The names of the operations of a function, of those whose bit is set.
@@ -199,8 +198,8 @@ Change ExistenceChange(Object object, bool isAdded, const std::string& whole, un
 
 /// Name and number of a node that both catalogs have. `add` takes what has changed.
 template <class T, class Add>
-void CompareHeads(const Version<T>& version, Object object, const Add& add) {
-    const auto& [before, after] = version;
+void CompareHeads(const Counterparts<T>& pair, Object object, const Add& add) {
+    const auto& [before, after] = pair;
     if (NumberOf(*before) != NumberOf(*after)) {
         add(NodeChange(object, ChangeKind::Moved, Aspect::Number, Effect::Bytes, NumberText(*before),
                        NumberText(*after)));
@@ -221,7 +220,7 @@ const Element* FirstElement(const ZMTOperation& operation) {
     return first == nullptr ? nullptr : first->GetElement();
 }
 
-void CompareOperations(const Version<ZMTFunction>& function, FunctionChanges& changes) {
+void CompareOperations(const Counterparts<ZMTFunction>& function, FunctionChanges& changes) {
     const auto& [before, after] = function;
     const unsigned end = std::max(before->Size(), after->Size());
     for (unsigned opType = 0; opType < end; ++opType) {
@@ -257,13 +256,13 @@ const Element* ElementOf(const ZMTFunction& function) {
 }
 
 template <class T>
-void CompareDescriptions(const Version<T>& version, Object object, const char* name,
+void CompareDescriptions(const Counterparts<T>& pair, Object object, const char* name,
                          FunctionChanges& changes) {
     if (!changes.AreDescriptionsCompared()) {
         return;
     }
-    const std::string before = DescriptionText(ElementOf(*version.before), name);
-    const std::string after = DescriptionText(ElementOf(*version.after), name);
+    const std::string before = DescriptionText(ElementOf(*pair.before), name);
+    const std::string after = DescriptionText(ElementOf(*pair.after), name);
     if (before != after) {
         changes.Add(NodeChange(object, ChangeKind::Changed, Aspect::Description, Effect::None, before, after),
                     {});
@@ -275,9 +274,9 @@ class CatalogComparison {
   public:
     explicit CatalogComparison(const DiffOptions& options) : options_(options) {}
 
-    void CompareBlocks(const Version<ZMTCatalog>& catalog) {
-        for (const Version<ZMTFBlock>& block :
-             Versions<ZMTFBlock>(catalog.before->Items(), catalog.after->Items())) {
+    void CompareBlocks(const Counterparts<ZMTCatalog>& catalog) {
+        for (const Counterparts<ZMTFBlock>& block :
+             CounterpartsOf<ZMTFBlock>(catalog.before->Items(), catalog.after->Items())) {
             block_ = PlaceOf(block);
             function_.reset();
             CompareBlock(catalog, block);
@@ -287,7 +286,7 @@ class CatalogComparison {
     std::vector<Change> Take() { return std::move(changes_); }
 
   private:
-    void CompareBlock(const Version<ZMTCatalog>& catalog, const Version<ZMTFBlock>& block) {
+    void CompareBlock(const Counterparts<ZMTCatalog>& catalog, const Counterparts<ZMTFBlock>& block) {
         FunctionChanges changes(options_);
         if (block.before == nullptr || block.after == nullptr) {
             const bool isAdded = block.before == nullptr;
@@ -301,14 +300,14 @@ class CatalogComparison {
         CompareHeads(block, Object::Block, [&](Change change) { changes.Add(std::move(change), {}); });
         CompareDescriptions(block, Object::Block, "FBlockDescription", changes);
         Take(changes, nullptr);
-        for (const Version<ZMTFunction>& function :
-             Versions<ZMTFunction>(block.before->Items(), block.after->Items())) {
+        for (const Counterparts<ZMTFunction>& function :
+             CounterpartsOf<ZMTFunction>(block.before->Items(), block.after->Items())) {
             function_ = PlaceOf(function);
             CompareFunction(block, function);
         }
     }
 
-    void CompareFunction(const Version<ZMTFBlock>& block, const Version<ZMTFunction>& function) {
+    void CompareFunction(const Counterparts<ZMTFBlock>& block, const Counterparts<ZMTFunction>& function) {
         FunctionChanges changes(options_);
         const auto& [before, after] = function;
         if (before == nullptr || after == nullptr) {
@@ -329,7 +328,7 @@ class CatalogComparison {
         Take(changes, &function);
     }
 
-    void Take(FunctionChanges& found, const Version<ZMTFunction>* function) {
+    void Take(FunctionChanges& found, const Counterparts<ZMTFunction>* function) {
         for (FunctionChange& part : found.Take()) {
             part.change.block = block_;
             part.change.function = function_;
