@@ -104,6 +104,7 @@ std::vector<const T*> ItemsOf(ItemRange<const T> items) {
 template <class T>
 std::vector<Numbered> NumberedNodes(const std::vector<const T*>& nodes) {
     std::vector<Numbered> numbered;
+    numbered.reserve(nodes.size());
     for (const T* node : nodes) {
         numbered.push_back({NumberOf(*node), node->GetName()});
     }
