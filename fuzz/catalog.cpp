@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::size_t kMaxMessages = 8;
 constexpr std::size_t kMaxBytes = 24;
-constexpr std::size_t kMaxCatalog = std::size_t{64} << 10;
 
 /// Half of the messages have small values, which more often mean something as a selector.
 std::vector<std::uint8_t> DrawBytes(Draw& draw) {

@@ -20,8 +20,6 @@ using namespace tarvex::review;
 
 namespace {
 
-constexpr std::size_t kMaxCatalog = std::size_t{64} << 10;
-
 /// Checks a catalog; what the report says of it.
 template <class Make>
 std::string Checked(const std::string& path, const CheckOptions& options, const Make& make) {

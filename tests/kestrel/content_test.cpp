@@ -18,7 +18,7 @@ struct ContentCase {
     Content content;
 };
 
-const ContentCase kContents[] = {
+const ContentCase kContentCases[] = {
     {"", Content::Empty},
     {"{\n\"format\": \"Vorn\"", Content::Vorn},
     {"\xEF\xBB\xBF \t\r\n{\"format\": \"Vorn\"", Content::Vorn},
@@ -42,7 +42,7 @@ const ContentCase kContents[] = {
 class ContentOfFile : public FullDatabase {};
 
 TEST_F(ContentOfFile, IsToldByItsBeginning) {
-    for (const auto& [text, content] : kContents) {
+    for (const auto& [text, content] : kContentCases) {
         MakeFile(directory_ / "file", text);
         EXPECT_EQ(kestrel::ContentOf(directory_ / "file"), content) << testing::PrintToString(text);
     }

@@ -45,7 +45,7 @@ TEST(JsonText, QuotesOnlyWhatJsonCannotHoldAsItIs) {
     }
 }
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 struct NumberCase {
     double number;
@@ -67,8 +67,8 @@ const NumberCase kNumbers[] = {
     {1.0 / 3,       "0.3333333333333333"},
     {1e-7,          "1e-07"},
     {NAN,           "null"},
-    {kInfinity,     "null"},
-    {-kInfinity,    "null"},
+    {kInfinite,     "null"},
+    {-kInfinite,    "null"},
     // clang-format on
 };
 
