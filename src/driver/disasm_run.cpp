@@ -113,7 +113,7 @@ class Run {
     bool Prepare(const ZMTCatalog& catalog) {
         for (const std::string& wanted : options_.only) {
             if (const std::string fault = decoder_.Filter().Add(wanted, catalog); !fault.empty()) {
-                Complain(kProgram, "--only " + wanted + ": " + fault);
+                Complain(kProgram, std::string("--only ").append(wanted).append(": ").append(fault));
                 return false;
             }
         }
