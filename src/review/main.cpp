@@ -1,23 +1,19 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <exception>
 #include <functional>
 #include <iostream>
 #include <iterator>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "driver/settings.h"
-#include "import/text/shown_text.h"
+#include "import/text/program_end.h"
 #include "review/check.h"
 #include "review/diff_run.h"
 #include "review/explain.h"
@@ -277,36 +273,10 @@ Status Run(int argc, char** argv) {
     return kTrouble;
 }
 
-/// In words that need no memory.
-void TellOutOfMemory() {
-    (void)std::fputs("tarvex-catalog: there is not enough memory for this\n", stderr);
-}
-
-/// Where an exception can't get out any more. Nothing has been written that could be left behind.
-[[noreturn]] void Terminate() {
-    try {
-        if (const std::exception_ptr exception = std::current_exception()) {
-            std::rethrow_exception(exception);
-        }
-    } catch (const std::bad_alloc&) {
-        TellOutOfMemory();
-        std::_Exit(kTrouble);
-    } catch (...) {
-        std::abort();
-    }
-    std::abort();
-}
+constexpr char kProgram[] = "tarvex-catalog";
 
 }  // namespace
 
-int main(int argc, char** argv) try {
-    std::set_terminate(Terminate);
-    (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
-    return Run(argc, argv);
-} catch (const std::bad_alloc&) {
-    TellOutOfMemory();
-    return kTrouble;
-} catch (const std::exception& exception) {
-    std::fprintf(stderr, "tarvex-catalog: %s\n", tarvex::Shown(exception.what()).c_str());
-    return kTrouble;
+int main(int argc, char** argv) {
+    return tarvex::RunProgram<kProgram>([&] { return Run(argc, argv); });
 }

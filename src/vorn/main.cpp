@@ -1,19 +1,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <iterator>
-#include <new>
 #include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "import/text/shown_text.h"
+#include "import/text/program_end.h"
 #include "versions.h"
 #include "vorn/commands.h"
 #include "vorn/misspelling.h"
@@ -166,37 +162,10 @@ int Run(int argc, char** argv) {
     return vorn::kTrouble;
 }
 
-/// In words that need no memory.
-void TellOutOfMemory() {
-    (void)std::fputs("vorn: there is not enough memory for this\n", stderr);
-}
-
-/// To take a large list apart the JSON library needs memory too, and cannot say when there is none. Nothing
-/// has been written where files are read, so nothing is left behind.
-[[noreturn]] void Terminate() {
-    try {
-        if (const std::exception_ptr exception = std::current_exception()) {
-            std::rethrow_exception(exception);
-        }
-    } catch (const std::bad_alloc&) {
-        TellOutOfMemory();
-        std::_Exit(vorn::kTrouble);
-    } catch (...) {
-        std::abort();
-    }
-    std::abort();
-}
+constexpr char kProgram[] = "vorn";
 
 }  // namespace
 
-int main(int argc, char** argv) try {
-    std::set_terminate(Terminate);
-    (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
-    return Run(argc, argv);
-} catch (const std::bad_alloc&) {
-    TellOutOfMemory();
-    return vorn::kTrouble;
-} catch (const std::exception& exception) {
-    std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(exception.what()).c_str());
-    return vorn::kTrouble;
+int main(int argc, char** argv) {
+    return tarvex::RunProgram<kProgram>([&] { return Run(argc, argv); });
 }
