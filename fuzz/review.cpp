@@ -34,6 +34,14 @@ std::string Checked(const std::string& path, const CheckOptions& options, const 
     return text;
 }
 
+std::unique_ptr<CheckReport> MakeText(Print print) {
+    return MakeCheckText(std::move(print), vorn::Style(false));
+}
+
+std::unique_ptr<CheckReport> MakeGroups(Print print) {
+    return MakeCheckGroups(std::move(print), vorn::Style(false));
+}
+
 std::size_t CountOfLines(const std::string& text) {
     return static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
@@ -44,7 +52,7 @@ std::size_t CountOfDifferences(const ZMTCatalog& before, const ZMTCatalog& after
     const DiffReport report{"old", "new", CompareCatalogs(before, after, options)};
     std::string text;
     const auto print = [&](const std::string& piece) { text += piece; };
-    PrintDiffText(report, print);
+    PrintDiffText(report, vorn::Style(false), print);
     Require(CountOfLines(text) == report.changes.size() + 1, "each difference has a line");
     text.clear();
     PrintDiffJson(report, print);
@@ -150,19 +158,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t faults = catalog.at("faults").size();
     Require(faults > 0 || catalog.at("is_imported") == true, "what can't be imported has a fault");
 
-    const std::string text = Checked(path, options, MakeCheckText);
+    const std::string text = Checked(path, options, MakeText);
     Require(CountOfLines(text) >= faults + 2, "each fault has a line");
     const nlohmann::json sarif = nlohmann::json::parse(
         Checked(path, options, [](Print print) { return MakeCheckSarif(std::move(print), "1"); }), nullptr,
         false);
     Require(sarif.is_object() && sarif.at("runs").at(0).at("results").size() == faults,
             "the SARIF report has all faults");
-    Checked(path, options, MakeCheckGroups);
+    Checked(path, options, MakeGroups);
     ShowAll(path, options.reading, draw);
 
     options.baselinePath = ScratchFile("review.baseline");
     options.writesBaseline = true;
-    Checked(path, options, MakeCheckText);
+    Checked(path, options, MakeText);
     options.writesBaseline = false;
     const nlohmann::json again = nlohmann::json::parse(Checked(path, options, MakeCheckJson), nullptr, false);
     Require(again.at("catalogs").at(0).at("known") == faults, "all faults are known");

@@ -18,13 +18,20 @@ std::string_view CodeOf(Colour colour) {
             return "1";
         case Colour::Faint:
             return "2";
+        case Colour::Error:
+            return "1;31";
+        case Colour::Warning:
+            return "1;33";
     }
     return "0";
 }
 
 }  // namespace
 
-Style Style::OfStandardOutput() {
+Style Style::OfStandardOutput(Colouring colouring) {
+    if (colouring != Colouring::Auto) {
+        return Style(colouring == Colouring::Always);
+    }
     const char* noColour = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
     const bool isRefused = (noColour != nullptr && *noColour != '\0') ||

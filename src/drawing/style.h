@@ -7,14 +7,18 @@
 
 namespace vorn {
 
-enum class Colour { Added, Removed, Changed, Heading, Faint };
+enum class Colour { Added, Removed, Changed, Heading, Faint, Error, Warning };
+
+/// When a program colours what it tells.
+enum class Colouring { Auto, Always, Never };
 
 /// Marks texts with colours, or leaves them as they are.
 class Style {
   public:
     explicit Style(bool isColoured) : isColoured_(isColoured) {}
-    /// Coloured if standard output is a terminal and the user has not asked for none (NO_COLOR, TERM=dumb).
-    static Style OfStandardOutput();
+    /// If that is left to it, coloured if standard output is a terminal and the user has not asked for none
+    /// (NO_COLOR, TERM=dumb).
+    static Style OfStandardOutput(Colouring colouring = Colouring::Auto);
 
     std::string operator()(Colour colour, std::string_view text) const;
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "drawing/style.h"
 #include "review/catalog_reading.h"
 #include "review/print.h"
 #include "review/verdicts.h"
@@ -53,9 +54,9 @@ class CheckReport {
 };
 
 /// A line per fault, as compilers print them, then what it cost.
-std::unique_ptr<CheckReport> MakeCheckText(Print print);
+std::unique_ptr<CheckReport> MakeCheckText(Print print, const vorn::Style& style);
 /// Faults by number: how often, the first places, cause and cure.
-std::unique_ptr<CheckReport> MakeCheckGroups(Print print);
+std::unique_ptr<CheckReport> MakeCheckGroups(Print print, const vorn::Style& style);
 std::unique_ptr<CheckReport> MakeCheckJson(Print print);
 /// SARIF 2.1.0.
 std::unique_ptr<CheckReport> MakeCheckSarif(Print print, std::string version);

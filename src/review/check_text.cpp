@@ -44,19 +44,22 @@ std::string LossText(const Verdicts& verdicts) {
 
 class CheckText : public CheckReport {
   public:
-    using CheckReport::CheckReport;
+    CheckText(Print print, const vorn::Style& style) : CheckReport(std::move(print)), style_(style) {}
 
     void Catalog(const CheckedCatalog& catalog) override {
         for (const Fault* fault : catalog.faults) {
-            Write(FaultLine(catalog.reading, *fault) + "\n");
+            Write(FaultLine(catalog.reading, *fault, style_) + "\n");
         }
         Write(CostText(catalog));
     }
+
+  private:
+    vorn::Style style_;
 };
 
 class CheckGroups : public CheckReport {
   public:
-    using CheckReport::CheckReport;
+    CheckGroups(Print print, const vorn::Style& style) : CheckReport(std::move(print)), style_(style) {}
 
     void Catalog(const CheckedCatalog& catalog) override {
         std::map<std::pair<unsigned, Kind>, std::vector<const Fault*>> groups;
@@ -73,14 +76,14 @@ class CheckGroups : public CheckReport {
     /// The first faults of a group are told with their places.
     static constexpr std::size_t kPlaces = 3;
 
-    static std::string GroupText(const CatalogReading& reading, const std::vector<const Fault*>& faults) {
+    std::string GroupText(const CatalogReading& reading, const std::vector<const Fault*>& faults) const {
         const Fault& first = *faults.front();
-        std::string text(KindName(first.kind));
-        text += first.isOfParser ? " of the parser" : "";
-        text += first.number == 0 ? "" : " " + std::to_string(first.number);
-        text += ", " + Counted(faults.size(), "time") + ":\n";
+        std::string head(KindName(first.kind));
+        head += first.isOfParser ? " of the parser" : "";
+        head += first.number == 0 ? "" : " " + std::to_string(first.number);
+        std::string text = style_(ColourOf(first.kind), head) + ", " + Counted(faults.size(), "time") + ":\n";
         for (std::size_t i = 0; i < std::min(faults.size(), kPlaces); ++i) {
-            text += "  " + FaultLine(reading, *faults[i]) + "\n";
+            text += "  " + FaultLine(reading, *faults[i], style_) + "\n";
         }
         if (faults.size() > kPlaces) {
             text += "  and " + std::to_string(faults.size() - kPlaces) + " more\n";
@@ -92,6 +95,8 @@ class CheckGroups : public CheckReport {
         }
         return text;
     }
+
+    vorn::Style style_;
 };
 
 }  // namespace
@@ -110,12 +115,12 @@ std::string CostText(const CheckedCatalog& catalog) {
            Counted(verdicts.messages, "message") + " incomplete\n";
 }
 
-std::unique_ptr<CheckReport> MakeCheckText(Print print) {
-    return std::make_unique<CheckText>(std::move(print));
+std::unique_ptr<CheckReport> MakeCheckText(Print print, const vorn::Style& style) {
+    return std::make_unique<CheckText>(std::move(print), style);
 }
 
-std::unique_ptr<CheckReport> MakeCheckGroups(Print print) {
-    return std::make_unique<CheckGroups>(std::move(print));
+std::unique_ptr<CheckReport> MakeCheckGroups(Print print, const vorn::Style& style) {
+    return std::make_unique<CheckGroups>(std::move(print), style);
 }
 
 }  // namespace tarvex::review

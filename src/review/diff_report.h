@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "drawing/style.h"
 #include "review/diff_change.h"
 #include "review/print.h"
 
@@ -19,7 +20,7 @@ struct DiffReport {
 };
 
 /// A line for each change, and a last one that counts them.
-void PrintDiffText(const DiffReport& report, const Print& print);
+void PrintDiffText(const DiffReport& report, const vorn::Style& style, const Print& print);
 /// One object, with a line for each change.
 void PrintDiffJson(const DiffReport& report, const Print& print);
 /// A table for each block.

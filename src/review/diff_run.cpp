@@ -24,7 +24,7 @@ bool DiffCatalogs(const DiffRun& run, const Print& print) {
     } else if (run.format == "markdown") {
         PrintDiffMarkdown(report, print);
     } else {
-        PrintDiffText(report, print);
+        PrintDiffText(report, run.style, print);
     }
     return !report.changes.empty();
 }

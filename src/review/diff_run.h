@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "drawing/style.h"
 #include "review/catalog_reading.h"
 #include "review/diff_options.h"
 #include "review/print.h"
@@ -14,6 +15,7 @@ struct DiffRun {
     std::string before;  ///< Paths; one of them may be "-".
     std::string after;
     std::string format = "text";  ///< Or "json" or "markdown".
+    vorn::Style style{false};     ///< Of the text.
     ReadingOptions reading;
     DiffOptions options;
 };

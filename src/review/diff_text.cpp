@@ -11,12 +11,27 @@ std::string SideText(const Change& change, const std::string& side) {
     return change.aspect == Aspect::Description ? '"' + side + '"' : side;
 }
 
-std::string Line(const Change& change) {
-    std::string line = BlockText(change.block);
-    if (change.function) {
-        line += " " + FunctionText(*change.function);
+vorn::Colour ColourOf(ChangeKind kind) {
+    switch (kind) {
+        case ChangeKind::Added:
+            return vorn::Colour::Added;
+        case ChangeKind::Removed:
+            return vorn::Colour::Removed;
+        case ChangeKind::Renamed:
+        case ChangeKind::Moved:
+        case ChangeKind::Changed:
+            break;
     }
-    line += ": " + SubjectText(change);
+    return vorn::Colour::Changed;
+}
+
+std::string Line(const Change& change, const vorn::Style& style) {
+    std::string place = BlockText(change.block);
+    if (change.function) {
+        place += " " + FunctionText(*change.function);
+    }
+    std::string line =
+        style(vorn::Colour::Heading, place + ":") + " " + style(ColourOf(change.kind), SubjectText(change));
     if (change.aspect != Aspect::Existence) {
         line += " " + SideText(change, change.before) + " -> " + SideText(change, change.after);
     } else if (const std::string whole = change.before + change.after; !whole.empty()) {
@@ -26,7 +41,8 @@ std::string Line(const Change& change) {
         line += " [" + OperationsText(change) + "]";
     }
     if (change.effect != Effect::None) {
-        line.append(" (").append(EffectName(change.effect)).append(")");
+        const std::string effect = std::string("(").append(EffectName(change.effect)) + ")";
+        line += " " + (change.effect == Effect::Bytes ? style(vorn::Colour::Warning, effect) : effect);
     }
     if (const std::string remark = RemarkText(change); !remark.empty()) {
         line += ", " + remark;
@@ -36,11 +52,11 @@ std::string Line(const Change& change) {
 
 }  // namespace
 
-void PrintDiffText(const DiffReport& report, const Print& print) {
+void PrintDiffText(const DiffReport& report, const vorn::Style& style, const Print& print) {
     for (const Change& change : report.changes) {
-        print(Line(change));
+        print(Line(change, style));
     }
-    print(SummaryText(report.changes) + "\n");
+    print(style(vorn::Colour::Faint, SummaryText(report.changes)) + "\n");
 }
 
 }  // namespace tarvex::review

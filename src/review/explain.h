@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/style.h"
 #include "review/explanations/explanation.h"
 
 namespace tarvex::review {
@@ -21,7 +22,7 @@ Explanations AllExplanations();
 std::string NotExplained(std::string_view word);
 
 /// For a terminal: blocks of lines with an empty line between them.
-std::string ExplanationText(const Explanations& explanations);
+std::string ExplanationText(const Explanations& explanations, const vorn::Style& style);
 /// A list of objects.
 std::string ExplanationJson(const Explanations& explanations);
 /// Sections of a document.

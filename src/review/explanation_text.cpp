@@ -29,11 +29,11 @@ std::string Head(const Message& message) {
 
 }  // namespace
 
-std::string ExplanationText(const Explanations& explanations) {
+std::string ExplanationText(const Explanations& explanations, const vorn::Style& style) {
     std::string text;
     for (const Explanation* explanation : explanations) {
         text += text.empty() ? "" : "\n\n";
-        text += Wrapped(Head(*explanation->message), kTerminalWidth) + "\n";
+        text += style(vorn::Colour::Heading, Wrapped(Head(*explanation->message), kTerminalWidth)) + "\n";
         for (const Paragraph& paragraph : Paragraphs(*explanation)) {
             text += "\n" + Wrapped(PlainText(paragraph.label + ": " + paragraph.text), kTerminalWidth) + "\n";
         }

@@ -33,17 +33,21 @@ std::string FaultText(const Fault& fault) {
     return text;
 }
 
-std::string FaultLine(const CatalogReading& reading, const Fault& fault) {
-    std::string line = PlaceText(reading, fault) + ": ";
-    line += KindName(fault.kind);
+std::string FaultLine(const CatalogReading& reading, const Fault& fault, const vorn::Style& style) {
+    std::string kind(KindName(fault.kind));
     if (fault.number != 0) {
-        line += " " + std::to_string(fault.number);
+        kind += " " + std::to_string(fault.number);
     }
-    line += ": " + FaultText(fault);
+    std::string line = style(vorn::Colour::Heading, PlaceText(reading, fault) + ":") + " " +
+                       style(ColourOf(fault.kind), kind + ":") + " " + FaultText(fault);
     if (!fault.path.empty()) {
-        line += " [" + Shown(fault.path) + "]";
+        line += " " + style(vorn::Colour::Faint, "[" + Shown(fault.path) + "]");
     }
     return line;
+}
+
+vorn::Colour ColourOf(Kind kind) {
+    return kind == Kind::Warning ? vorn::Colour::Warning : vorn::Colour::Error;
 }
 
 std::string_view PathBelowCatalog(std::string_view path) {

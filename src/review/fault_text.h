@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "drawing/style.h"
 #include "review/catalog_reading.h"
 
 namespace tarvex::review {
@@ -19,7 +20,11 @@ const ZMTCatalog& TreeOf(const CatalogReading& reading);
 std::string FaultText(const Fault& fault);
 
 /// A whole line about a fault, without its end: place, kind, number, text and the path of the node.
-std::string FaultLine(const CatalogReading& reading, const Fault& fault);
+std::string FaultLine(const CatalogReading& reading, const Fault& fault,
+                      const vorn::Style& style = vorn::Style(false));
+
+/// The colour of what is said of such faults.
+vorn::Colour ColourOf(Kind kind);
 
 /// The path of the node without the name of the catalog, which is that of its file.
 std::string_view PathBelowCatalog(std::string_view path);

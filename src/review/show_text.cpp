@@ -184,7 +184,7 @@ class FunctionText {
     void Faults() {
         for (const Fault* fault : view_.faults) {
             text_ += (fault == view_.faults.front() ? "\n" + style_(Colour::Heading, "Faults") + "\n" : "") +
-                     kIndent + FaultLine(reading_, *fault) + "\n";
+                     kIndent + FaultLine(reading_, *fault, style_) + "\n";
         }
     }
 

@@ -88,7 +88,7 @@ Status StatusOf(const std::vector<const kestrel::Message*>& messages, const Argu
 
 Status Show(const Arguments& arguments) {
     const auto database = Read(arguments.database);
-    const Style style = Style::OfStandardOutput();
+    const Style style = Style::OfStandardOutput(arguments.colouring);
     if (arguments.selection.IsEmpty()) {
         Print(DatabaseText(*database, style));
         return kSame;
@@ -128,7 +128,7 @@ Status Diff(const Arguments& arguments) {
     } else if (arguments.format == "markdown") {
         Print(ChangesMarkdown(comparison));
     } else {
-        Print(ChangesText(comparison, Style::OfStandardOutput()));
+        Print(ChangesText(comparison, Style::OfStandardOutput(arguments.colouring)));
     }
     return AreSame(comparison) ? kSame : kDifferent;
 }
@@ -163,7 +163,7 @@ Status Merge(const Arguments& arguments) {
     const auto second = Read(arguments.other);
     const Comparison conflicts = ConflictsOf(*first, *second);
     if (!AreSame(conflicts) && arguments.preferred.empty()) {
-        Print(ChangesText(conflicts, Style::OfStandardOutput()));
+        Print(ChangesText(conflicts, Style::OfStandardOutput(arguments.colouring)));
         std::fputs("vorn: these differ in both databases; --prefer first or --prefer second chooses\n",
                    stderr);
         return kDifferent;

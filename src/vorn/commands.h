@@ -25,6 +25,7 @@ struct Arguments {
     std::string output;
     Selection selection;
     std::string format = "text";
+    Colouring colouring = Colouring::Auto;
     bool withNames = false;
     bool isForced = false;
     bool isExcept = false;

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "drawing/colour_option.h"
 #include "import/text/program_end.h"
 #include "versions.h"
 #include "vorn/commands.h"
@@ -65,6 +66,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     CLI::App& show =
         AddCommand(app, "show", "shows a database, or messages with their bits", "DB", arguments);
     AddSelection(show, arguments.selection);
+    vorn::AddColouring(show, arguments.colouring);
     CLI::App& list = AddCommand(app, "list", "lists messages", "DB", arguments);
     AddSelection(list, arguments.selection);
     AddFormat(list, arguments.format, {"text", "json", "csv"});
@@ -75,6 +77,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     AddFormat(diff, arguments.format, {"text", "json", "markdown"});
     diff.add_flag("--names", arguments.withNames,
                   "also tells of names that differ only in what makes them unique");
+    vorn::AddColouring(diff, arguments.colouring);
     CLI::App& check = AddCommand(app, "check", "looks for faults in a database", "DB", arguments);
     AddFormat(check, arguments.format, {"text", "json"});
     CLI::App& subset = AddCommand(app, "subset", "writes some messages of a database", "IN", arguments);
@@ -86,6 +89,7 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
     AddOutput(merge, arguments);
     merge.add_option("--prefer", arguments.preferred, "what is taken where they differ")
         ->check(CLI::IsMember({"first", "second"}));
+    vorn::AddColouring(merge, arguments.colouring);
     return {{&show, vorn::Show},   {&list, vorn::List},     {&convert, vorn::Convert}, {&diff, vorn::Diff},
             {&check, vorn::Check}, {&subset, vorn::Subset}, {&merge, vorn::Merge}};
 }

@@ -74,6 +74,27 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(result.returncode, status)
 
 
+def on_terminal(cwd, *arguments, **environment):
+    """The exit status of a program and what its terminal showed."""
+    master, slave = pty.openpty()
+    settings = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
+    with subprocess.Popen(list(map(str, arguments)), cwd=cwd, stdin=slave, stdout=slave, stderr=slave,
+                          env={**settings, "TERM": "xterm", **environment}) as process:
+        os.close(slave)
+        output = b""
+        while True:
+            try:
+                block = os.read(master, 4096)
+            except OSError:  # nobody has the terminal open any more
+                break
+            if not block:
+                break
+            output += block
+        os.close(master)
+        status = process.wait(timeout=120)
+    return status, output.decode().replace("\r\n", "\n")
+
+
 class TerminalRun:
     """A run of the program on a terminal of its own."""
 

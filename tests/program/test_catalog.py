@@ -3,9 +3,10 @@
 import json
 import os
 import random
+import re
 import subprocess
 
-from support import CATALOG, SOURCE, ProgramTest
+from support import CATALOG, SOURCE, ProgramTest, on_terminal
 from test_safe_layout import DEFINITION, ErrorParams, Function
 
 PROGRAM = os.environ["TARVEX_CATALOG"]
@@ -116,6 +117,61 @@ class Diff(CatalogTest):
                 self.assertEqual((result.returncode, result.stdout.decode()), (status, output))
                 self.assertIn(error, result.stderr.decode())
                 self.assertEqual(bool(error), bool(result.stderr))
+
+
+class Colour(CatalogTest):
+    """What has which colour when it is asked for."""
+
+    COMMANDS = [
+        (["check", "faulty.xml"],
+         "\x1b[1mfaulty.xml:9:11:\x1b[0m \x1b[1;31merror 113:\x1b[0m Failed to analyze value 'x' (<FunctionID>) "
+         "\x1b[2m[/faulty/Audio_Amp/Odd]\x1b[0m\n"),
+        (["check", "faulty.xml", "--group"], "\x1b[1;31merror 113\x1b[0m, 1 time:\n"),
+        (["diff", "clean.xml", "renamed.xml"],
+         "\x1b[1mAudio_Amp (22) Loudness (400):\x1b[0m \x1b[33mfunction renamed\x1b[0m Volume -> Loudness\n"),
+        (["explain", "113"], "\x1b[1m113 error: Failed to analyze value '%s'\x1b[0m\n"),
+        (["show", "clean.xml", "22.400"], "\x1b[1m22.400  Audio_Amp.Volume\x1b[0m\n"),
+    ]
+
+    def setUp(self):
+        super().setUp()
+        self.write("clean.xml", CATALOG)
+        self.write("faulty.xml", FAULTY)
+        self.write("renamed.xml", CATALOG.replace(">Volume<", ">Loudness<"))
+
+    def test_follows_the_option(self):
+        for command, coloured in self.COMMANDS:
+            plain = self.run_catalog(*command)
+            for words, environment in [(["--color", "always"], {}), (["--color=always"], {"NO_COLOR": "1"})]:
+                with self.subTest(command=command, words=words):
+                    result = self.run_catalog(*command, *words, **environment)
+                    self.assertIn(coloured, result.stdout.decode())
+                    self.assertEqual((re.sub(rb"\x1b\[[\d;]+m", b"", result.stdout), result.returncode),
+                                     (plain.stdout, plain.returncode))
+            for words in [[], ["--color", "auto"], ["--color", "never"]]:
+                self.assertEqual(self.run_catalog(*command, *words).stdout, plain.stdout)
+                self.assertNotIn(b"\x1b", plain.stdout)
+        self.assertEqual(self.run_catalog("check", "clean.xml", "--color", "often").returncode, 2)
+
+    def test_follows_the_terminal(self):
+        for command, coloured in self.COMMANDS:
+            plain = self.run_catalog(*command).stdout.decode()
+            for words, environment, is_coloured in [([], {}, True), (["--color=auto"], {"NO_COLOR": ""}, True),
+                                                    ([], {"NO_COLOR": "1"}, False), ([], {"TERM": "dumb"}, False),
+                                                    (["--color=never"], {}, False)]:
+                with self.subTest(command=command, words=words, environment=environment):
+                    output = on_terminal(self.dir, PROGRAM, *command, *words, **environment)[1]
+                    if is_coloured:
+                        self.assertIn(coloured, output)
+                    else:
+                        self.assertEqual(output, plain)
+
+    def test_is_for_text_alone(self):
+        for command in (["check", "faulty.xml"], ["diff", "clean.xml", "renamed.xml"], ["explain", "113"],
+                        ["show", "clean.xml"]):
+            output = self.run_catalog(*command, "--format", "json", "--color", "always").stdout
+            self.assertNotIn(b"\x1b", output)
+            json.loads(output)
 
 
 class Verdicts(CatalogTest):

@@ -1,11 +1,11 @@
 import json
 import os
-import pty
 import re
 import sqlite3
 import subprocess
 import textwrap
 
+from support import on_terminal
 from vorn_support import COMMANDS, DIFFERENCE, ESCAPE, EXAMPLE, ONE, VORN, VornTest, database, message
 
 
@@ -301,24 +301,7 @@ class Output(VornTest):
                 self.assertEqual(self.redirected("> /dev/full", arguments).returncode, 0)
 
     def on_terminal(self, *arguments, **environment):
-        """The exit status and what the terminal showed."""
-        master, slave = pty.openpty()
-        settings = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
-        with subprocess.Popen([VORN, *arguments], cwd=self.dir, stdin=slave, stdout=slave, stderr=slave,
-                              env={**settings, "TERM": "xterm", **environment}) as process:
-            os.close(slave)
-            output = b""
-            while True:
-                try:
-                    block = os.read(master, 4096)
-                except OSError:  # nobody has the terminal open any more
-                    break
-                if not block:
-                    break
-                output += block
-            os.close(master)
-            status = process.wait(timeout=120)
-        return status, output.decode().replace("\r\n", "\n")
+        return on_terminal(self.dir, VORN, *arguments, **environment)
 
     def test_a_terminal_shows_differences_in_colour(self):
         status, output = self.on_terminal("diff", "one.vorn", "two.vorn")
@@ -342,6 +325,18 @@ class Output(VornTest):
 
     def test_an_empty_request_counts_as_none(self):
         self.assertIn(ESCAPE, self.on_terminal("diff", "one.vorn", "two.vorn", NO_COLOR="")[1])
+
+    def test_an_option_says_when_there_is_colour(self):
+        for arguments, status in [(("show", "one.vorn"), 0), (("diff", "one.vorn", "two.vorn"), 1),
+                                  (("merge", "one.vorn", "two.vorn", "whole.vorn"), 1)]:
+            with self.subTest(arguments=arguments):
+                plain = self.vorn(*arguments).stdout
+                always = self.vorn(*arguments, "--color", "always", NO_COLOR="1")
+                self.assertIn(ESCAPE.encode(), always.stdout)
+                self.assertEqual((re.sub(rb"\x1b\[[\d;]+m", b"", always.stdout), always.returncode), (plain, status))
+                self.assertNotIn(ESCAPE, self.on_terminal(*arguments, "--color", "never")[1])
+                self.assertIn(ESCAPE, self.on_terminal(*arguments, "--color", "auto")[1])
+        self.assertEqual(self.vorn("diff", "one.vorn", "two.vorn", "--color", "often").returncode, 2)
 
     def test_json_has_no_colour_on_a_terminal(self):
         status, output = self.on_terminal("diff", "one.vorn", "two.vorn", "--format", "json")

@@ -56,6 +56,14 @@ Checked CheckFile(const std::string& path, Make make, const CheckOptions& option
     return checked;
 }
 
+std::unique_ptr<CheckReport> MakeText(Print print) {
+    return MakeCheckText(std::move(print), vorn::Style(false));
+}
+
+std::unique_ptr<CheckReport> MakeGroups(Print print) {
+    return MakeCheckGroups(std::move(print), vorn::Style(false));
+}
+
 std::unique_ptr<CheckReport> MakeSarif(Print print) {
     return MakeCheckSarif(std::move(print), "1.2.3");
 }
@@ -67,7 +75,7 @@ class ReviewCheck : public testing::Test {
 };
 
 TEST_F(ReviewCheck, TextHasALinePerFaultAndWhatItCost) {
-    const Checked checked = CheckFile(path_, MakeCheckText);
+    const Checked checked = CheckFile(path_, MakeText);
     EXPECT_TRUE(checked.hasFailed);
     EXPECT_EQ(checked.text,
               path_ + ":19:15: warning 1: Can not find element <TDefName> (<TypeDef>) [/amp///]\n" + path_ +
@@ -81,7 +89,7 @@ TEST_F(ReviewCheck, TextHasALinePerFaultAndWhatItCost) {
 }
 
 TEST_F(ReviewCheck, GroupsHaveCauseAndCure) {
-    const std::string text = CheckFile(path_, MakeCheckGroups).text;
+    const std::string text = CheckFile(path_, MakeGroups).text;
     EXPECT_THAT(text, HasSubstr("warning 1, 1 time:\n  " + path_ + ":19:15: warning 1: "));
     EXPECT_THAT(text, HasSubstr("error 145, 1 time:\n"));
     EXPECT_THAT(text, HasSubstr("  Cause: "));
@@ -93,7 +101,7 @@ TEST_F(ReviewCheck, GroupsShowTheFirstThreePlaces) {
     const std::string function =
         "<Function><FunctionID>here</FunctionID><FunctionName>NoNumber</FunctionName></Function>\n";
     catalog.insert(catalog.find("  </FBlock>"), function + function + function);
-    const std::string text = CheckFile(dir_.Write("more.xml", catalog), MakeCheckGroups).text;
+    const std::string text = CheckFile(dir_.Write("more.xml", catalog), MakeGroups).text;
     const std::size_t group = text.find("error 113, 4 times:\n");
     ASSERT_NE(group, std::string::npos);
     EXPECT_THAT(text.substr(group), HasSubstr("  and 1 more\n  Cause: "));
@@ -186,7 +194,7 @@ TEST_F(ReviewCheck, FaultsCountAsAskedFor) {
         CheckOptions options;
         options.failOn = row.failOn;
         options.ignored = row.ignored;
-        EXPECT_EQ(CheckFile(row.path, MakeCheckText, options).hasFailed, row.hasFailed) << row.path;
+        EXPECT_EQ(CheckFile(row.path, MakeText, options).hasFailed, row.hasFailed) << row.path;
     }
 }
 
@@ -194,13 +202,13 @@ TEST_F(ReviewCheck, OnlyNewFaultsCountAgainstABaseline) {
     CheckOptions options;
     options.baselinePath = dir_.File("known");
     options.writesBaseline = true;
-    EXPECT_FALSE(CheckFile(path_, MakeCheckText, options).hasFailed);
+    EXPECT_FALSE(CheckFile(path_, MakeText, options).hasFailed);
     options.writesBaseline = false;
     const std::string blank = dir_.Write("amp2.xml", [] {
         std::string catalog = kCatalog;
         return catalog.insert(catalog.find("<FunctionCatalog>"), std::string(50, '\n'));
     }());
-    const Checked moved = CheckFile(blank, MakeCheckText, options);
+    const Checked moved = CheckFile(blank, MakeText, options);
     EXPECT_FALSE(moved.hasFailed);
     EXPECT_EQ(moved.text, blank + ": nothing new, 5 known\n" + blank +
                               ": 1 function, 1 message lost; 0 of 1 message incomplete\n");
@@ -208,7 +216,7 @@ TEST_F(ReviewCheck, OnlyNewFaultsCountAgainstABaseline) {
         std::string catalog = kCatalog;
         return catalog.replace(catalog.find("<TDefSize>1</TDefSize>"), 22, "");
     }());
-    const Checked added = CheckFile(worse, MakeCheckText, options);
+    const Checked added = CheckFile(worse, MakeText, options);
     EXPECT_TRUE(added.hasFailed);
     EXPECT_EQ(added.text, worse +
                               ":19:15: warning 3: Can not find element <TDefSize> (<TypeDef>) [/amp3///]\n" +
@@ -218,7 +226,7 @@ TEST_F(ReviewCheck, OnlyNewFaultsCountAgainstABaseline) {
 
 TEST_F(ReviewCheck, DocumentsThatCannotBeReadAreFaultsOfTheParser) {
     const std::string broken = dir_.Write("broken.xml", "<FunctionCatalog>\n  <FBlock>\n");
-    const Checked checked = CheckFile(broken, MakeCheckText);
+    const Checked checked = CheckFile(broken, MakeText);
     EXPECT_TRUE(checked.hasFailed);
     EXPECT_THAT(checked.text, testing::StartsWith(broken + ":3:1: fatal error: "));
     EXPECT_THAT(checked.text,
@@ -231,13 +239,13 @@ TEST_F(ReviewCheck, DocumentsThatCannotBeReadAreFaultsOfTheParser) {
 
 TEST_F(ReviewCheck, FatalErrorsOfTheImporterHaveAPlace) {
     const std::string other = dir_.Write("other.xml", "<!-- not ours -->\n<html/>\n");
-    EXPECT_EQ(CheckFile(other, MakeCheckText).text,
+    EXPECT_EQ(CheckFile(other, MakeText).text,
               other + ":2:1: fatal error: Can not find element <FunctionCatalog> (<html>)\n" + other +
                   ": 1 fatal error\n" + other + ": could not be imported\n");
 }
 
 TEST_F(ReviewCheck, AFileThatIsNotThereIsNoFault) {
-    EXPECT_THROW(CheckFile(dir_.File("missing.xml"), MakeCheckText), std::runtime_error);
+    EXPECT_THROW(CheckFile(dir_.File("missing.xml"), MakeText), std::runtime_error);
 }
 
 }  // namespace

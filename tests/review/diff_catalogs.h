@@ -128,6 +128,7 @@ class DiffTest : public testing::Test {
         std::vector<std::string> lines;
         review::PrintDiffText(
             {"", "", review::CompareCatalogs(*before.Catalog(), *after.Catalog(), options_)},
+            vorn::Style(false),
             [&](const std::string& line) { lines.push_back(line.substr(0, line.size() - 1)); });
         lines.pop_back();
         return lines;

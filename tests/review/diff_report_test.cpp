@@ -11,9 +11,8 @@ namespace {
 using namespace review;
 using nlohmann::json;
 
-using PrintReport = void (*)(const DiffReport&, const Print&);
-
-std::string Printed(PrintReport printReport, const DiffReport& report) {
+template <class PrintReport>
+std::string Printed(const PrintReport& printReport, const DiffReport& report) {
     std::string printed;
     printReport(report, [&](const std::string& text) { printed += text; });
     return printed;
@@ -52,14 +51,33 @@ DiffReport SampleReport() {
     return report;
 }
 
+std::string PrintedText(const DiffReport& report, bool isColoured) {
+    return Printed([&](const DiffReport& each,
+                       const Print& print) { PrintDiffText(each, vorn::Style(isColoured), print); },
+                   report);
+}
+
 TEST(DiffReport, Text) {
     EXPECT_EQ(
-        Printed(PrintDiffText, SampleReport()),
+        PrintedText(SampleReport(), false),
         "Amp (22): block removed: 2 functions (bytes), could not be read in the new catalog: message 142\n"
         "Tuner (40) Station (020): Data.Level range 0..30 -> none [Set, Status], and in 1 more function\n"
         "Tuner (40) Station (020): Data.Level value 0x02 renamed a|b -> *c* [Set, Status] (meaning)\n"
         "3 changes: 1 removed, 1 renamed, 1 changed; bytes on the bus: 1\n");
-    EXPECT_EQ(Printed(PrintDiffText, {"a", "b", {}}), "no changes\n");
+    EXPECT_EQ(PrintedText({"a", "b", {}}, false), "no changes\n");
+}
+
+TEST(DiffReport, ColouredText) {
+    EXPECT_EQ(
+        PrintedText(SampleReport(), true),
+        "\x1B[1mAmp (22):\x1B[0m \x1B[31mblock removed\x1B[0m: 2 functions \x1B[1;33m(bytes)\x1B[0m, could "
+        "not "
+        "be read in the new catalog: message 142\n"
+        "\x1B[1mTuner (40) Station (020):\x1B[0m \x1B[33mData.Level range\x1B[0m 0..30 -> none "
+        "[Set, Status], and in 1 more function\n"
+        "\x1B[1mTuner (40) Station (020):\x1B[0m \x1B[33mData.Level value 0x02 renamed\x1B[0m a|b -> *c* "
+        "[Set, Status] (meaning)\n"
+        "\x1B[2m3 changes: 1 removed, 1 renamed, 1 changed; bytes on the bus: 1\x1B[0m\n");
 }
 
 TEST(DiffReport, Markdown) {

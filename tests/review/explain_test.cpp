@@ -95,7 +95,7 @@ constexpr Explanation kNewOne = {.message = &kFull,
 constexpr Explanation kBareOne = {.message = &kBare, .when = "The end.", .noExcerpt = "Never."};
 
 TEST(Explain, AsText) {
-    EXPECT_EQ(review::ExplanationText({&kFullOne}), R"(7 warning: No <%s>
+    EXPECT_EQ(review::ExplanationText({&kFullOne}, vorn::Style(false)), R"(7 warning: No <%s>
 
 When: A Lamp is off.
 
@@ -115,7 +115,7 @@ Example (the type of a parameter), behind 1 and 2, followed by 3, 4 and 5:
       <Off/>
     </Lamp>
 )");
-    EXPECT_EQ(review::ExplanationText({&kBareOne, &kNewOne}), R"(fatal error: Gone
+    EXPECT_EQ(review::ExplanationText({&kBareOne, &kNewOne}, vorn::Style(false)), R"(fatal error: Gone
 
 When: The end.
 
@@ -136,7 +136,7 @@ Example (in Definition), followed by 3:
 
     <A/>
 )");
-    EXPECT_EQ(review::ExplanationText({}), "");
+    EXPECT_EQ(review::ExplanationText({}, vorn::Style(false)), "");
 }
 
 TEST(Explain, AsMarkdown) {

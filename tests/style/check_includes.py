@@ -25,6 +25,7 @@ ROOMS = {
     "driver": {"export", "asm", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
     "review": {"review/explanations", "drawing", "driver", "export", "import", "params", "catalog", "import/xml",
                "import/log", "import/text", "kestrel"},
+    "review/program": {"review", "drawing", "driver", "import/text"},
 }
 GENERATED = {"versions.h"}  # by the build
 

@@ -1,0 +1,44 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "import/text/program_end.h"
+#include "review/program/command.h"
+#include "versions.h"
+
+namespace {
+
+using namespace tarvex::review;
+
+Status Run(int argc, char** argv) {
+    CLI::App app("Tells what is wrong with function catalogs, and what is in them");
+    app.set_version_flag("--version", std::string("tarvex-catalog ") + tarvex::kProgramVersion);
+    app.require_subcommand(1);
+    app.footer(
+        "Exit status: 0 good, 1 faults or differences found, or nothing that was asked for, 2 trouble.");
+    const std::vector<Command> commands = {AddCheck(app), AddDiff(app), AddExplain(app), AddShow(app)};
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const bool isAnswer = app.exit(error) == 0;
+        std::cout.flush();
+        return isAnswer && std::cout ? kClean : kTrouble;
+    }
+    for (const auto& [command, run] : commands) {
+        if (command->parsed()) {
+            const Status status = run();
+            Flush();
+            return status;
+        }
+    }
+    return kTrouble;
+}
+
+constexpr char kProgram[] = "tarvex-catalog";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return tarvex::RunProgram<kProgram>([&] { return Run(argc, argv); });
+}
