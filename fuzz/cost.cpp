@@ -1,5 +1,6 @@
-/// What a catalog costs, from its import to the database in each format: calls of functions, memory and bytes
-/// of files are bounded by its size. A few KB of input stand for larger catalogs: see expansion.h. With
+/// What a catalog costs, from its import to the database in each format, and what it costs then to take the
+/// database apart, to put it together and to compare: calls of functions, memory and bytes of files are
+/// bounded by the size. A few KB of input stand for larger catalogs: see expansion.h. With
 /// `--show` the program tells what the inputs cost.
 
 #include <algorithm>
@@ -12,9 +13,14 @@
 #include "catalog_files.h"
 #include "catalog_mutator.h"
 #include "catalogs.h"
+#include "databases.h"
 #include "expansion.h"
 #include "export/exporter.h"
 #include "import/text/run_allowance.h"
+#include "kestrel/reader.h"
+#include "vorn/compare.h"
+#include "vorn/compare_report.h"
+#include "vorn/merge.h"
 #include "work.h"
 
 using namespace tarvex;
@@ -104,6 +110,31 @@ class Import {
     Work work_;
 };
 
+/// Subset, merge and diff, of which each is bounded by the size of the database.
+void Compare(const std::string& path) {
+    const std::size_t bytes = SizeOf(path);
+    const auto database = kestrel::ReadDatabase(path);
+    Division parts;
+    const Work spent = Spend("subset", bytes, {}, [&] {
+        parts = DivisionOf(*database);
+        return 0U;
+    });
+    std::unique_ptr<kestrel::Database> together;
+    Spend("merge", bytes, {.held = spent.held}, [&] {
+        together = vorn::Merge(*parts.part, *parts.rest, vorn::Preference::First);
+        return 0U;
+    });
+    Spend("merge, equal", bytes, {}, [&] {
+        vorn::Merge(*database, *together, vorn::Preference::Second);
+        return 0U;
+    });
+    Spend("diff, equal", bytes, {},
+          [&] { return vorn::ChangesText(vorn::Compare(*database, *together), vorn::Style(false)).size(); });
+    Spend("diff", bytes, {}, [&] { return vorn::ChangesJson(vorn::Compare(*parts.rest, *database)).size(); });
+    Spend("diff, other", bytes, {},
+          [&] { return vorn::ChangesMarkdown(vorn::Compare(*parts.rest, *parts.part)).size(); });
+}
+
 void Convert(const Import& import, std::size_t bytes, const char* fileName) {
     const std::string path = ScratchFile(fileName);
     ExportFlags flags;
@@ -115,6 +146,9 @@ void Convert(const Import& import, std::size_t bytes, const char* fileName) {
         Require(exporter.Export() == 0, "a catalog can be converted");
         return SizeOf(path);
     });
+    if (path.ends_with(".vorn")) {
+        Compare(path);
+    }
     std::filesystem::remove(path);
 }
 

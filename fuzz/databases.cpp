@@ -60,17 +60,20 @@ void RequireKcd(const kestrel::Database& database) {
     xmlFreeDoc(document);
 }
 
-/// Requires that parts of the database make what they were.
-static void RequireParts(const kestrel::Database& database) {
-    Require(VornOf(*vorn::Merge(database, database, vorn::Preference::Second)) == VornOf(database),
-            "a database merged with itself stays the same");
+Division DivisionOf(const kestrel::Database& database) {
     std::vector<const kestrel::Message*> some;
     std::vector<const kestrel::Message*> others;
     for (const kestrel::Message& message : database.Messages()) {
         (message.identifier % 3 == 0 ? some : others).push_back(&message);
     }
-    const auto part = vorn::SubsetOf(database, some);
-    const auto rest = vorn::SubsetOf(database, others);
+    return {vorn::SubsetOf(database, some), vorn::SubsetOf(database, others)};
+}
+
+/// Requires that parts of the database make what they were.
+static void RequireParts(const kestrel::Database& database) {
+    Require(VornOf(*vorn::Merge(database, database, vorn::Preference::Second)) == VornOf(database),
+            "a database merged with itself stays the same");
+    const auto [part, rest] = DivisionOf(database);
     Require(part->Messages().size() + rest->Messages().size() == database.Messages().size(),
             "each message is in one part");
     const auto together = vorn::Merge(*part, *rest, vorn::Preference::First);

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "drawing/style.h"
 #include "vorn/selection.h"
 
 namespace vorn {

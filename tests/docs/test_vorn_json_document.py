@@ -108,6 +108,19 @@ CAUSES = ["name_twice", "identifier_twice", "signal_name_twice", "beyond_the_mes
           "no_multiplexor", "overlap"]
 
 
+def assert_nothing_may_be_broken(test, validator, printed):
+    """A list of objects is no longer valid when a key has another type or is gone."""
+    for each in printed:
+        for key in list(each):
+            whole = each[key]
+            each[key] = {}
+            test.assertFalse(validator.is_valid(printed), (each, key))
+            del each[key]
+            test.assertFalse(validator.is_valid(printed), (each, key))
+            each[key] = whole
+    test.assertTrue(printed and validator.is_valid(printed))
+
+
 class CheckSchema(DocumentTest):
     def setUp(self):
         super().setUp()
@@ -128,13 +141,35 @@ class CheckSchema(DocumentTest):
         self.validator.validate([])
 
     def test_broken_texts_are_invalid(self):
-        printed = self.faults("faulty.vorn")
-        for fault in printed:
-            for key in list(fault):
-                whole = fault[key]
-                fault[key] = {}
-                self.assertFalse(self.validator.is_valid(printed), (fault, key))
-                del fault[key]
-                self.assertFalse(self.validator.is_valid(printed), (fault, key))
-                fault[key] = whole
-        self.assertTrue(self.validator.is_valid(printed))
+        assert_nothing_may_be_broken(self, self.validator, self.faults("faulty.vorn"))
+
+
+class ListSchema(DocumentTest):
+    def setUp(self):
+        super().setUp()
+        database = copy.deepcopy(BEFORE)
+        database["messages"][2]["identifier"] = 0x1000000  # more than an address has
+        self.write("before.vorn", json.dumps(database))
+        self.schema = json.loads(read("vorn-list.schema.json"))
+        self.validator = jsonschema.Draft202012Validator(self.schema)
+
+    def test_messages_are_valid(self):
+        jsonschema.Draft202012Validator.check_schema(self.schema)
+        printed = json.loads(self.vorn("list", "before.vorn", "--format", "json").stdout)
+        self.assertEqual([(message["address"], message["node"], message["signals"]) for message in printed],
+                         [("00.001.0", "Amp", 2), ("00.001.1", None, 0), ("", None, 0)])
+        self.validator.validate(printed)
+        nothing = self.vorn("list", "before.vorn", "--format", "json", "--message", "Nothing")
+        self.assertEqual((nothing.returncode, nothing.stdout), (1, b"[]\n"))
+        self.validator.validate([])
+
+    def test_the_example_is_valid(self):
+        database = self.convert_example("roadster.vorn")
+        printed = json.loads(self.vorn("list", database, "--format", "json").stdout)
+        self.assertEqual([message["name"] for message in printed],
+                         [message["name"] for message in json.loads(database.read_text(encoding="utf-8"))["messages"]])
+        self.validator.validate(printed)
+
+    def test_broken_texts_are_invalid(self):
+        printed = json.loads(self.vorn("list", "before.vorn", "--format", "json").stdout)
+        assert_nothing_may_be_broken(self, self.validator, printed)

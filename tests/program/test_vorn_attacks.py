@@ -14,6 +14,7 @@ SANITIZED = os.environ["TARVEX_SANITIZED"] == "ON"
 MAX_SECONDS = 100  # of the processor
 MAX_MEGABYTES = 500
 SCALE = 10 if SANITIZED else 1
+RECORDS = 10_000 // SCALE
 
 
 def database(definitions=(), nodes=(), messages=()):
@@ -36,6 +37,49 @@ def long_signals(plain, multiplexed):
     signals += [signal(f"m{i}", f', "multiplexer_value": {i}') for i in range(multiplexed)]
     return database(messages=['{"identifier": 1, "extended": false, "name": "m", "length": 8, "node": null, "attributes": {},'
                               f' "signals": [{",".join(signals)}]}}'])
+
+
+def message(number, name, signals="", attributes=""):
+    return (f'{{"identifier": {number}, "extended": true, "name": "{name}", "length": 8, "node": null, '
+            f'"attributes": {{{attributes}}}, "signals": [{signals}]}}')
+
+
+def plain_signal(name, start):
+    return f'{{"name": "{name}", "start_bit": {start}, "length": 8, "byte_order": "big_endian", "signed": false}}'
+
+
+def many_messages(count, first, name):
+    """All of one block, function and operation."""
+    names = [f'{{"object": "message", "name": "{text}", "type": "string", "default": ""}}' for text in ("FBlock", "Function")]
+    return database(names, (), (message(first + i, name(i), plain_signal("s", 7), '"FBlock": "B", "Function": "F"')
+                                for i in range(count)))
+
+
+def many_signals(count, name, place):
+    return database(messages=[message(1, "m", ", ".join(plain_signal(name(i), place(i)) for i in range(count)))])
+
+
+def many_values(count, first, text):
+    values = ", ".join(f'[{first + i}, "{text(i)}"]' for i in range(count))
+    signal = plain_signal("s", 7)[:-1] + f', "values": [{values}]}}'
+    return database(messages=[message(1, "m", signal)])
+
+
+def many_nodes(count, name):
+    return database((), (f'{{"name": "{name(i)}", "attributes": {{}}}}' for i in range(count)))
+
+
+# Two databases of so many records, whose records look alike in all that they are found by.
+ALIKE = [
+    ("messages of other identifiers", lambda n: many_messages(n, 0, "a{}".format), lambda n: many_messages(n, n, "b{}".format)),
+    ("messages of equal names", lambda n: many_messages(n, 0, lambda i: "a"), lambda n: many_messages(n, n, lambda i: "a")),
+    ("messages of unique names", lambda n: many_messages(n, 0, "a{}".format), lambda n: many_messages(n, n // 2, "a_{}".format)),
+    ("signals of equal names", lambda n: many_signals(n, lambda i: "s", lambda i: i), lambda n: many_signals(n, lambda i: "s", lambda i: i + n)),
+    ("signals at one place", lambda n: many_signals(n, "s{}".format, lambda i: 7), lambda n: many_signals(n, "t{}".format, lambda i: 7)),
+    ("signals alike", lambda n: many_signals(n, lambda i: "s", lambda i: 7), lambda n: many_signals(n // 2, lambda i: "s", lambda i: 7)),
+    ("values", lambda n: many_values(n, 0, "v{}".format), lambda n: many_values(n, n // 2, lambda i: "v")),
+    ("nodes", lambda n: many_nodes(n, "n{}".format), lambda n: many_nodes(n, "m{}".format)),
+]
 
 
 class VornAttacks(ProgramTest):
@@ -87,6 +131,25 @@ class VornAttacks(ProgramTest):
         self.write("k.vorn", '{"' + "k" * (5_000_000 // SCALE) + '": 1}')
         self.assertEqual(self.vorn("show", "k.vorn"),
                          (2, f'vorn: k.vorn: line 1: the key "{"k" * 200}..." is not expected here\n'))
+
+    def test_records_that_look_alike(self):
+        for name, before, after in ALIKE:
+            self.write("a.vorn", before(RECORDS))
+            self.write("b.vorn", after(RECORDS))
+            for command, status in [(("diff", "a.vorn", "b.vorn"), 1), (("diff", "b.vorn", "a.vorn", "--names"), 1),
+                                    (("merge", "a.vorn", "b.vorn", "ab.vorn", "--prefer", "first"), 0),
+                                    (("merge", "b.vorn", "a.vorn", "ba.vorn", "--prefer", "second"), 0)]:
+                with self.subTest(name, command=command):
+                    self.assertEqual(self.vorn(*command), (status, ""))
+
+    def test_patterns_with_many_stars(self):
+        self.write("a.vorn", many_messages(RECORDS, 0, lambda i: "a" * 32))
+        pattern = "*a" * 1000 + "*b"
+        for command in [("list", "a.vorn"), ("show", "a.vorn"), ("subset", "a.vorn", "out.vorn")]:
+            with self.subTest(command=command):
+                status, errors = self.vorn(*command, "--message", pattern)
+                self.assertEqual(status, 1)
+                self.assertTrue(errors.startswith("vorn: a.vorn: there is no message '*a"), errors[:99])
 
     @unittest.skipIf(SANITIZED, "the sanitizers reserve addresses")
     def test_the_end_of_memory_is_trouble(self):
