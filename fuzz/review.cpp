@@ -25,10 +25,9 @@ template <class Make>
 std::string Checked(const std::string& path, const CheckOptions& options, const Make& make) {
     std::string text;
     const auto report = make([&](const std::string& piece) { text += piece; });
-    try {
-        CheckCatalogs({path}, options, *report);
-    } catch (const std::runtime_error& error) {
-        Require(std::string_view(error.what()).starts_with("can't import"), error.what());
+    const CheckResult result = CheckCatalogs({path}, options, *report);
+    for (const std::string& trouble : result.troubles) {
+        Require(trouble.starts_with("can't import"), trouble);
         text.clear();
     }
     return text;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalog/op_type_selection.h"
 #include "catalog/unknown_type.h"
 #include "import/log/messages.h"
 #include "import/text/parse_value.h"
@@ -33,13 +34,6 @@ struct GivenPos {
     }
 };
 
-/// An operation element, and where it counts.
-struct Selection {
-    std::string_view name;
-    unsigned opType = 0;
-    ClassKind kind = ClassKind::Unknown;
-};
-
 /// The elements of one name below an OPType element. They count only if there is exactly one.
 struct Match {
     const Element* first = nullptr;
@@ -59,28 +53,10 @@ struct OperationElements {
     std::array<Match, std::size(kOpTypes)> method;
     bool isAnyTwice = false;
 
-    Match& Of(const Selection& selection) {
+    Match& Of(const OpTypeSelection& selection) {
         return (selection.kind == ClassKind::Property ? property : method)[selection.opType];
     }
 };
-
-/// Every element that selects an operation, by name.
-constexpr auto kSelections = [] {
-    std::array<Selection, 2 * std::size(kOpTypes)> rows{};
-    for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
-        const OpTypeRow& row = kOpTypes[opType];
-        rows[opType] = {row.propertyElement, opType, ClassKind::Property};
-        rows[std::size(kOpTypes) + opType] = {row.methodElement, opType, ClassKind::Method};
-    }
-    std::ranges::sort(rows, {}, &Selection::name);
-    return rows;
-}();
-
-/// The operation that the element of this name selects; null for any other.
-const Selection* FindSelection(std::string_view name) {
-    const auto* found = std::ranges::lower_bound(kSelections, name, {}, &Selection::name);
-    return found != kSelections.end() && found->name == name && name != kNotYet ? found : nullptr;
-}
 
 /// Calls `visit(selection, element)` for the operation elements, which stand below the OPType element at any
 /// depth: most catalogs wrap them into a command and a report element. The way goes over all of them, and
@@ -91,7 +67,7 @@ void VisitOperationElements(const Element& opTypeElement, RunAllowance& run, Vis
     for (const Element* element = NextDescendant(opTypeElement, opTypeElement); element != nullptr;
          element = NextDescendant(opTypeElement, *element)) {
         ++count;
-        if (const Selection* selection = FindSelection(element->name)) {
+        if (const OpTypeSelection* selection = FindOpTypeSelection(element->name)) {
             visit(*selection, *element);
         }
     }
@@ -101,7 +77,7 @@ void VisitOperationElements(const Element& opTypeElement, RunAllowance& run, Vis
 
 OperationElements FindOperationElements(const Element& opTypeElement, RunAllowance& run) {
     OperationElements found;
-    VisitOperationElements(opTypeElement, run, [&](const Selection& selection, const Element& element) {
+    VisitOperationElements(opTypeElement, run, [&](const OpTypeSelection& selection, const Element& element) {
         Match& match = found.Of(selection);
         match.Add(element);
         found.isAnyTwice |= match.count > 1;
@@ -213,7 +189,7 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
     OperationElements elements = FindOperationElements(*opTypeElement, context_.run);
     if (elements.isAnyTwice) {
         VisitOperationElements(*opTypeElement, context_.run,
-                               [&](const Selection& selection, const Element& element) {
+                               [&](const OpTypeSelection& selection, const Element& element) {
                                    if (elements.Of(selection).count > 1) {
                                        LoseAt(selection.opType, element, {HoleCause::NamedTwice});
                                    }
@@ -250,9 +226,10 @@ void ParameterAssignment::Lose(const Element& paramElement, Hole hole) {
         lostEverywhere_ = hole;
         return;
     }
-    VisitOperationElements(
-        *opTypeElement, context_.run,
-        [&](const Selection& selection, const Element& element) { LoseAt(selection.opType, element, hole); });
+    VisitOperationElements(*opTypeElement, context_.run,
+                           [&](const OpTypeSelection& selection, const Element& element) {
+                               LoseAt(selection.opType, element, hole);
+                           });
 }
 
 void ParameterAssignment::LoseAt(unsigned opType, const Element& operationElement, Hole hole) {

@@ -1,6 +1,8 @@
 #include "review/baseline.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <optional>
 
 #include "import/text/files.h"
@@ -32,6 +34,14 @@ bool ReadNumber(std::string_view text, Number& number) {
     return error == std::errc() && last == end && !text.empty();
 }
 
+/// Nothing is there, or nothing but a baseline.
+bool MayBeReplaced(const std::string& path) {
+    const File file = OpenForReading(path);
+    std::string beginning(kFirstLine.size() + 1, '\0');
+    beginning.resize(file ? std::fread(beginning.data(), 1, beginning.size(), file.get()) : 0);
+    return beginning.empty() || beginning == std::string(kFirstLine) + "\n";
+}
+
 }  // namespace
 
 /// Texts are as they are shown, so that none has a tab or the end of a line in it.
@@ -41,6 +51,13 @@ Baseline::Key Baseline::KeyOf(const Fault& fault) {
 
 void Baseline::Add(const Fault& fault) {
     ++counts_[KeyOf(fault)];
+}
+
+void Baseline::Join(const Baseline& other) {
+    for (const auto& [key, count] : other.counts_) {
+        std::size_t& known = counts_[key];
+        known = std::max(known, count);
+    }
 }
 
 bool Baseline::Take(const Fault& fault) {
@@ -57,7 +74,7 @@ Baseline Baseline::Read(const std::string& path) {
         return std::runtime_error(Shown(path) + ":" + std::to_string(line) + ": " + why);
     };
     if (FileSize(path) > kMaxBytes) {
-        throw std::runtime_error(Shown(path) + ": too large for a baseline");
+        throw fail(1, "the file is too large for a baseline");
     }
     const std::optional<std::string> content = ReadFile(path, kMaxBytes);
     if (!content) {
@@ -87,6 +104,9 @@ Baseline Baseline::Read(const std::string& path) {
 }
 
 void Baseline::Write(const std::string& path) const {
+    if (!MayBeReplaced(path)) {
+        throw std::runtime_error("can't write '" + Shown(path) + "': it is no baseline, and is not replaced");
+    }
     kestrel::AtomicFile file;
     if (!file.Open(path)) {
         throw std::runtime_error("can't write '" + Shown(path) + "'");

@@ -24,9 +24,12 @@ class Baseline {
     static Baseline Read(const std::string& path);
 
     void Add(const Fault& fault);
+    /// Also knows what another one does: a fault as often as the one that has it more often.
+    void Join(const Baseline& other);
     /// One of the faults like this one is known; it counts no more then.
     bool Take(const Fault& fault);
-    /// Puts the list into a file, which stays whole when that fails. Throws std::runtime_error then.
+    /// Puts the list into a file, which stays whole when that fails, as one does that has something else than
+    /// a baseline in it. Throws std::runtime_error then.
     void Write(const std::string& path) const;
 
     static constexpr std::size_t kMaxBytes = std::size_t{256} << 20;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <stdexcept>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "import/text/shown_text.h"
@@ -14,30 +15,50 @@ namespace {
 
 constexpr const char* kStandardInput = "-";
 
-/// No catalog on standard input is longer. It is kept in a file that nobody else sees.
+/// No catalog on standard input, or in a pipe, is longer. It is kept in a file that nobody else sees.
 constexpr std::size_t kMaxStandardInput = std::size_t{1} << 30;
 
-/// All that standard input says, in a file without a name.
-File CopyStandardInput() {
+/// All that a stream says, in a file without a name.
+File CopyOf(std::FILE* stream, const std::string& name) {
     File copy(std::tmpfile());
     if (!copy) {
-        throw std::runtime_error("can't keep what standard input says: there is no room for temporary files");
+        throw std::runtime_error("can't keep what " + name + " says: there is no room for temporary files");
     }
     std::array<char, std::size_t{1} << 16> buffer{};
     std::size_t size = 0;
     for (std::size_t count = 1; count > 0; size += count) {
-        count = std::fread(buffer.data(), 1, buffer.size(), stdin);
+        count = std::fread(buffer.data(), 1, buffer.size(), stream);
         if (size + count > kMaxStandardInput) {
-            throw std::runtime_error("standard input is too long for a catalog");
+            throw std::runtime_error(name + " is too long for a catalog");
         }
         if (std::fwrite(buffer.data(), 1, count, copy.get()) != count) {
-            throw std::runtime_error("can't keep what standard input says: the disk is full");
+            throw std::runtime_error("can't keep what " + name + " says: the disk is full");
         }
     }
-    if (std::ferror(stdin) != 0 || std::fflush(copy.get()) != 0) {
-        throw std::runtime_error("can't read standard input to its end");
+    if (std::ferror(stream) != 0 || std::fflush(copy.get()) != 0) {
+        throw std::runtime_error("can't read " + name + " to its end");
     }
     return copy;
+}
+
+bool IsPipe(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+/// What can be read only once, in a file that can be read again; null for other paths.
+File KeptCopy(const std::string& path) {
+    if (path == kStandardInput) {
+        return CopyOf(stdin, "standard input");
+    }
+    if (!IsPipe(path)) {
+        return nullptr;
+    }
+    const File pipe(std::fopen(path.c_str(), "rb"));
+    if (!pipe) {
+        throw std::runtime_error("can't read '" + Shown(path) + "'");
+    }
+    return CopyOf(pipe.get(), "'" + Shown(path) + "'");
 }
 
 }  // namespace
@@ -56,9 +77,9 @@ std::unique_ptr<DocumentReader> CatalogReading::MakeReader(const ReadingOptions&
 CatalogReading::CatalogReading(const std::string& path, const ReadingOptions& options)
     : shownPath_(path), path_(path), manager_(MakeReader(options)) {
     std::string name;
-    if (path == kStandardInput) {
-        standardInput_ = CopyStandardInput();
-        path_ = "/proc/self/fd/" + std::to_string(::fileno(standardInput_.get()));
+    copy_ = KeptCopy(path);
+    if (copy_) {
+        path_ = "/proc/self/fd/" + std::to_string(::fileno(copy_.get()));
         name = "catalog";
     }
     if (!OpenForReading(path_)) {

@@ -29,7 +29,8 @@ struct ReadingOptions {
 /// Reads one catalog and keeps tree and elements as long as it lives.
 class CatalogReading {
   public:
-    /// "-" stands for standard input, which is read to its end first; a DTD beside it is not found. Throws
+    /// "-" stands for standard input. That and a pipe are read to their end first; a DTD beside them is not
+    /// found. Throws
     /// std::runtime_error when there is no file that could be read.
     CatalogReading(const std::string& path, const ReadingOptions& options);
     CatalogReading(const CatalogReading&) = delete;
@@ -58,7 +59,7 @@ class CatalogReading {
 
     std::string shownPath_;
     std::string path_;
-    File standardInput_;  // what it said
+    File copy_;  // of what can be read only once
     FaultList faults_;
     std::optional<ProgressBar> bar_;  // while it is read
     ZMostFCatManager manager_;

@@ -61,9 +61,15 @@ std::unique_ptr<CheckReport> MakeCheckJson(Print print);
 /// SARIF 2.1.0.
 std::unique_ptr<CheckReport> MakeCheckSarif(Print print, std::string version);
 
-/// Checks catalogs one after the other. True when a fault counts. Throws std::runtime_error for a file that
-/// can't be read or written.
-bool CheckCatalogs(const std::vector<std::string>& paths, const CheckOptions& options, CheckReport& report);
+struct CheckResult {
+    bool hasFailed = false;             ///< A fault counts.
+    std::vector<std::string> troubles;  ///< Of catalogs that can't be read: a line for each, without its end.
+};
+
+/// Checks catalogs one after the other, as far as they can be read. Throws std::runtime_error for a baseline
+/// that can't be read or written; none is written where there is trouble.
+CheckResult CheckCatalogs(const std::vector<std::string>& paths, const CheckOptions& options,
+                          CheckReport& report);
 
 /// What the faults of a catalog cost, in lines for people: "roadster.xml: 2 functions lost; ...".
 std::string CostText(const CheckedCatalog& catalog);

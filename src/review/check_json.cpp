@@ -24,7 +24,7 @@ Json AsJson(const Verdicts& verdicts) {
     json["incomplete"] = AsJson(verdicts.incomplete);
     json["lost_blocks"] = verdicts.lostBlocks;
     json["lost_functions"] = verdicts.lostFunctions;
-    json["lost_messages"] = AsJson(verdicts.lostMessages);
+    json["lost_messages"] = verdicts.lostMessages;
     return json;
 }
 

@@ -38,7 +38,7 @@ std::string LossText(const Verdicts& verdicts) {
     };
     add(verdicts.lostBlocks, "block");
     add(verdicts.lostFunctions, "function");
-    add(verdicts.lostMessages.size(), "message");
+    add(verdicts.lostMessages, "message");
     return text.empty() ? "nothing lost" : text + " lost";
 }
 

@@ -28,6 +28,8 @@ struct Verdicts {
     // In the tree.
     std::size_t blocks = 0;
     std::size_t functions = 0;
+    /// Also those that have lost all of their parameters. They are incomplete, and in databases with the safe
+    /// layout.
     std::size_t messages = 0;
     // Of the messages.
     std::size_t complete = 0;
@@ -36,8 +38,8 @@ struct Verdicts {
     // In the catalog and not in the tree.
     std::size_t lostBlocks = 0;
     std::size_t lostFunctions = 0;
-    /// Of functions that are in the tree: all of their parameters are lost.
-    std::vector<Address> lostMessages;
+    /// Operations of functions that are lost, or have a class that nobody knows.
+    std::size_t lostMessages = 0;
 };
 
 /// Counts. Without a tree everything is lost that the catalog has.

@@ -30,6 +30,7 @@ class Check(CatalogTest):
         self.write("faulty.xml", FAULTY)
         self.write("newer.xml", CATALOG.replace("PNumber", "PContainer").replace("PNParam", "PCParam"))
         self.write("old.ini", "[Import]\nFCatImportValidate=0\n")
+        self.write("excluding.ini", "[Import]\nFCatImportNewer=1\nFCatImportLogExclude=113,145\n")
         self.write("wrong.baseline", "something else\n")
         for arguments, status, error in [
             (["clean.xml"], 0, ""),
@@ -46,12 +47,37 @@ class Check(CatalogTest):
              "tarvex-catalog: wrong.baseline:1: this is no baseline: its first line is not 'tarvex-catalog baseline 1'\n"),
             (["clean.xml", "--baseline", "missing/b", "--write-baseline"], 2,
              "tarvex-catalog: can't write 'missing/b'\n"),
+            (["-", "clean.xml", "-"], 2, "tarvex-catalog: standard input can be one of the catalogs, not several\n"),
+            (["faulty.xml", "--settings", "excluding.ini"], 0, ""),
+            (["faulty.xml", "--baseline", "clean.xml", "--write-baseline"], 2,
+             "tarvex-catalog: can't write 'clean.xml': it is no baseline, and is not replaced\n"),
             (["clean.xml", "--group", "--format", "json"], 2,
              "tarvex-catalog: --group tells faults as text; it can't be had with --format json\n"),
         ]:
             with self.subTest(arguments):
                 result = self.run_catalog("check", *arguments)
                 self.assertEqual((result.returncode, result.stderr.decode()), (status, error))
+
+    def test_the_other_catalogs_are_told_when_one_cannot_be_read(self):
+        self.write("faulty.xml", FAULTY)
+        for form in ["json", "sarif"]:
+            result = self.run_catalog("check", "missing.xml", "faulty.xml", ".", "--format", form)
+            self.assertEqual((result.returncode, result.stderr.decode()),
+                             (2, "tarvex-catalog: can't read 'missing.xml'\ntarvex-catalog: can't read '.'\n"))
+            told = json.loads(result.stdout)
+            self.assertEqual(len(told["catalogs"][0]["faults"] if form == "json" else told["runs"][0]["results"]), 2)
+
+    def test_no_number_stands_for_what_has_none(self):
+        self.write("broken.xml", "<FunctionCatalog>")
+        self.assertEqual(self.run_catalog("check", "broken.xml", "--ignore", "0").returncode, 2)
+
+    def test_pipes_are_read_like_files(self):
+        self.write("faulty.xml", FAULTY)
+        result = subprocess.run(["bash", "-c", '"$0" check <(cat faulty.xml)', PROGRAM], cwd=self.dir, capture_output=True,
+                                timeout=120, check=False)
+        self.assertEqual((result.returncode, result.stderr), (1, b""))
+        self.assertIn(":9:11: error 113: Failed to analyze value 'x' (<FunctionID>) [/catalog/Audio_Amp/Odd]\n",
+                      result.stdout.decode())
 
     def test_standard_input(self):
         result = self.run_catalog("check", "-", stdin=FAULTY.encode())
@@ -183,8 +209,7 @@ class Verdicts(CatalogTest):
             layout = message["attributes"].get("Layout", "Complete")
             layouts.setdefault(layout, set()).add(message["identifier"] & 0x1FFFFFF)
         checked = json.loads(self.run_catalog("check", path, "--format", "json").stdout)["catalogs"][0]["verdicts"]
-        # A message that lost everything is one of the incomplete in the database.
-        incomplete = {int(address.replace(".", ""), 16) for address in checked["incomplete"] + checked["lost_messages"]}
+        incomplete = {int(address.replace(".", ""), 16) for address in checked["incomplete"]}
         self.assertEqual(incomplete, layouts.get("Incomplete", set()))
         self.assertEqual((checked["complete"], checked["open"]),
                          (len(layouts.get("Complete", ())), len(layouts.get("Open", ()))))

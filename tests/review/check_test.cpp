@@ -45,6 +45,7 @@ constexpr const char* kCatalog = R"(<?xml version="1.0"?>
 struct Checked {
     bool hasFailed = false;
     std::string text;
+    std::vector<std::string> troubles;
 };
 
 using Make = std::unique_ptr<CheckReport> (*)(Print);
@@ -52,7 +53,9 @@ using Make = std::unique_ptr<CheckReport> (*)(Print);
 Checked CheckFile(const std::string& path, Make make, const CheckOptions& options = {}) {
     Checked checked;
     const auto report = make([&](const std::string& text) { checked.text += text; });
-    checked.hasFailed = CheckCatalogs({path}, options, *report);
+    const CheckResult result = CheckCatalogs({path}, options, *report);
+    checked.hasFailed = result.hasFailed;
+    checked.troubles = result.troubles;
     return checked;
 }
 
@@ -85,7 +88,7 @@ TEST_F(ReviewCheck, TextHasALinePerFaultAndWhatItCost) {
                   path_ + ":17:5: error 145: Failed to import element <Function> [/amp/Amp]\n" + path_ +
                   ":11:5: error 123: Function contains no valid operation (<Function>) [/amp/Amp/Odd]\n" +
                   path_ + ": 4 errors, 1 warning\n" +  //
-                  path_ + ": 1 function, 1 message lost; 0 of 1 message incomplete\n");
+                  path_ + ": 1 function lost; 1 of 2 messages incomplete\n");
 }
 
 TEST_F(ReviewCheck, GroupsHaveCauseAndCure) {
@@ -124,13 +127,13 @@ TEST_F(ReviewCheck, JsonHasFaultsAndVerdicts) {
                                           {"path", "/amp/Amp/Odd"}}));
     EXPECT_EQ(catalog["verdicts"], json({{"blocks", 1},
                                          {"functions", 2},
-                                         {"messages", 1},
+                                         {"messages", 2},
                                          {"complete", 1},
                                          {"open", 0},
-                                         {"incomplete", json::array()},
+                                         {"incomplete", {"22.201.C"}},
                                          {"lost_blocks", 0},
                                          {"lost_functions", 1},
-                                         {"lost_messages", {"22.201.C"}}}));
+                                         {"lost_messages", 0}}));
 }
 
 /// What the format asks for: the names that have to be there, where they have to be, and what they may be.
@@ -210,18 +213,82 @@ TEST_F(ReviewCheck, OnlyNewFaultsCountAgainstABaseline) {
     }());
     const Checked moved = CheckFile(blank, MakeText, options);
     EXPECT_FALSE(moved.hasFailed);
-    EXPECT_EQ(moved.text, blank + ": nothing new, 5 known\n" + blank +
-                              ": 1 function, 1 message lost; 0 of 1 message incomplete\n");
+    EXPECT_EQ(moved.text,
+              blank + ": nothing new, 5 known\n" + blank + ": 1 function lost; 1 of 2 messages incomplete\n");
     const std::string worse = dir_.Write("amp3.xml", [] {
         std::string catalog = kCatalog;
         return catalog.replace(catalog.find("<TDefSize>1</TDefSize>"), 22, "");
     }());
     const Checked added = CheckFile(worse, MakeText, options);
     EXPECT_TRUE(added.hasFailed);
-    EXPECT_EQ(added.text, worse +
-                              ":19:15: warning 3: Can not find element <TDefSize> (<TypeDef>) [/amp3///]\n" +
-                              worse + ": 1 warning new, 5 known\n" + worse +
-                              ": 1 function, 1 message lost; 0 of 1 message incomplete\n");
+    EXPECT_EQ(added.text,
+              worse + ":19:15: warning 3: Can not find element <TDefSize> (<TypeDef>) [/amp3///]\n" + worse +
+                  ": 1 warning new, 5 known\n" + worse + ": 1 function lost; 1 of 2 messages incomplete\n");
+}
+
+/// A function of a class that nobody knows, one without a number whose elements name Set, Get and Status (Get
+/// twice), and one that has nothing to lose.
+TEST_F(ReviewCheck, MessagesOfLostFunctionsAreLost) {
+    const std::string operations =
+        "<PUnclassified><PUParam><ParamName>A</ParamName><PUParamOPType><PCmdSet/><PCmdGet/></PUParamOPType>"
+        "</PUParam><PUParam><ParamName>B</ParamName><PUParamOPType><PCmdGet/><PReportStatus/></PUParamOPType>"
+        "</PUParam></PUnclassified>";
+    const std::string weird =
+        "<PWeird><PWParam><ParamName>A</ParamName><PWParamOPType><PCmdSet/><PReportStatus/></PWParamOPType>"
+        "</PWParam></PWeird>";
+    const auto function = [](const char* id, const char* name, const std::string& functionClass) {
+        return std::string("<Function><FunctionID>") + id + "</FunctionID><FunctionName>" + name +
+               "</FunctionName><FunctionClass><Property>" + functionClass +
+               "</Property></FunctionClass></Function>";
+    };
+    std::string catalog = kCatalog;
+    catalog.insert(catalog.find("  </FBlock>"), function("0x300", "Weird", weird) +
+                                                    function("none", "Lost", operations) +
+                                                    function("0x301", "Empty", "<PUnclassified/>"));
+    const std::string path = dir_.Write("lost.xml", catalog);
+    const json verdicts = json::parse(CheckFile(path, MakeCheckJson).text)["catalogs"][0]["verdicts"];
+    EXPECT_EQ(verdicts["lost_functions"], 2);  // this one and that of kCatalog
+    EXPECT_EQ(verdicts["lost_messages"], 2 + 3);
+    EXPECT_EQ(verdicts["messages"], 2);
+    EXPECT_THAT(CheckFile(path, MakeText).text,
+                testing::EndsWith(path + ": 2 functions, 5 messages lost; 1 of 2 messages incomplete\n"));
+}
+
+TEST_F(ReviewCheck, OneBaselineServesSeveralCatalogs) {
+    const std::string again = dir_.Write("again.xml", kCatalog);
+    const std::string twice = dir_.Write("twice.xml", [] {
+        std::string catalog = kCatalog;
+        return catalog.insert(catalog.find("  </FBlock>"),
+                              "<Function><FunctionID>here</FunctionID><FunctionName>NoNumber</FunctionName>"
+                              "</Function>");
+    }());
+    CheckOptions options;
+    options.baselinePath = dir_.File("known");
+    options.writesBaseline = true;
+    const auto report = MakeText([](const std::string&) {});
+    CheckCatalogs({path_, again}, options, *report);
+    options.writesBaseline = false;
+    EXPECT_FALSE(CheckCatalogs({again, path_}, options, *report).hasFailed);
+    // Both have the fault once, so no catalog has it twice.
+    const Checked checked = CheckFile(twice, MakeText, options);
+    EXPECT_TRUE(checked.hasFailed);
+    EXPECT_THAT(checked.text, HasSubstr(twice + ": 2 errors new, 5 known\n"));
+}
+
+TEST_F(ReviewCheck, OnlyBaselinesAreReplacedByOne) {
+    CheckOptions options;
+    options.writesBaseline = true;
+    for (const char* content : {kCatalog, "tarvex-catalog baseline 12\n", "tarvex-catalog baseline"}) {
+        options.baselinePath = dir_.Write("mine", content);
+        EXPECT_THROW(CheckFile(path_, MakeText, options), std::runtime_error) << content;
+        EXPECT_EQ(test::ReadFile(options.baselinePath), content);
+    }
+    for (const char* content : {"", "tarvex-catalog baseline 1\n1\tdamaged"}) {
+        options.baselinePath = dir_.Write("known", content);
+        EXPECT_FALSE(CheckFile(path_, MakeText, options).hasFailed) << content;
+        EXPECT_THAT(test::ReadFile(options.baselinePath),
+                    testing::StartsWith("tarvex-catalog baseline 1\n1\t"));
+    }
 }
 
 TEST_F(ReviewCheck, DocumentsThatCannotBeReadAreFaultsOfTheParser) {
@@ -245,7 +312,10 @@ TEST_F(ReviewCheck, FatalErrorsOfTheImporterHaveAPlace) {
 }
 
 TEST_F(ReviewCheck, AFileThatIsNotThereIsNoFault) {
-    EXPECT_THROW(CheckFile(dir_.File("missing.xml"), MakeText), std::runtime_error);
+    const Checked checked = CheckFile(dir_.File("missing.xml"), MakeText);
+    EXPECT_FALSE(checked.hasFailed);
+    EXPECT_EQ(checked.text, "");
+    EXPECT_THAT(checked.troubles, testing::ElementsAre("can't read '" + dir_.File("missing.xml") + "'"));
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "import/text/shown_text.h"
 #include "review/check.h"
 #include "review/program/command.h"
 #include "versions.h"
@@ -46,9 +48,17 @@ Status Check(CheckArguments arguments) {
     }
     arguments.options.reading = ReadingBy(arguments.settingsPath);
     arguments.options.failOn = FailOnOf(arguments.failOn);
+    arguments.options.ignored = ExclusionsBy(arguments.settingsPath);
     arguments.options.ignored.insert(arguments.ignored.begin(), arguments.ignored.end());
     const auto report = MakeReport(arguments);
-    return CheckCatalogs(arguments.catalogs, arguments.options, *report) ? kFound : kClean;
+    const CheckResult result = CheckCatalogs(arguments.catalogs, arguments.options, *report);
+    for (const std::string& trouble : result.troubles) {
+        std::fprintf(stderr, "tarvex-catalog: %s\n", Shown(trouble).c_str());
+    }
+    if (!result.troubles.empty()) {
+        return kTrouble;
+    }
+    return result.hasFailed ? kFound : kClean;
 }
 
 }  // namespace
@@ -69,7 +79,8 @@ Command AddCheck(CLI::App& app) {
         ->check(CLI::IsMember(std::vector<std::string>(std::begin(kFailOns), std::end(kFailOns))))
         ->capture_default_str();
     command.add_option("--ignore", arguments->ignored, "numbers of messages that are not told, as in 68,69")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->check(CLI::PositiveNumber);
     vorn::AddColouring(command, arguments->colouring);
     AddSettings(command, arguments->settingsPath);
     return {&command, [arguments] { return Check(*arguments); }};

@@ -13,6 +13,14 @@ namespace {
     throw Trouble(std::string("can't write the output: ") + std::strerror(errno));
 }
 
+Settings SettingsIn(const std::string& path) {
+    const IniFile ini(path);
+    if (!ini.IsRead()) {
+        throw Trouble("can't read '" + path + "'");
+    }
+    return ReadSettings(ini);
+}
+
 }  // namespace
 
 void PrintOut(const std::string& text) {
@@ -40,15 +48,15 @@ void AddSettings(CLI::App& command, std::string& settingsPath) {
 ReadingOptions ReadingBy(const std::string& settingsPath) {
     ReadingOptions reading;
     if (!settingsPath.empty()) {
-        const IniFile ini(settingsPath);
-        if (!ini.IsRead()) {
-            throw Trouble("can't read '" + settingsPath + "'");
-        }
-        const Settings settings = ReadSettings(ini);
+        const Settings settings = SettingsIn(settingsPath);
         reading.areNewerRead = settings.importNewer;
         reading.isValidated = settings.importValidate;
     }
     return reading;
+}
+
+std::set<unsigned> ExclusionsBy(const std::string& settingsPath) {
+    return settingsPath.empty() ? std::set<unsigned>() : SettingsIn(settingsPath).importLogExclusions;
 }
 
 }  // namespace tarvex::review

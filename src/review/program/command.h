@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -45,5 +46,7 @@ void AddSettings(CLI::App& command, std::string& settingsPath);
 /// How catalogs are read by the [Import] section of a file; by default without one. Throws Trouble for a file
 /// that can't be read.
 ReadingOptions ReadingBy(const std::string& settingsPath);
+/// The numbers of messages that the file excludes; none without a file.
+std::set<unsigned> ExclusionsBy(const std::string& settingsPath);
 
 }  // namespace tarvex::review
