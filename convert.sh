@@ -13,7 +13,7 @@ if [ $# -ne 0 ] && [ $# -ne 2 ]; then
 fi
 
 "$root/scripts/setup.sh" build
-"$root/scripts/build.sh" release -DTARVEX_TESTS=OFF
+"$root/scripts/build.sh" release -DTARVEX_TESTS=OFF -DTARVEX_BENCH=OFF
 tarvex=$root/build/release/TARVEX
 
 if [ $# -eq 2 ]; then

@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 root=$PWD
 
 scripts/setup.sh memcheck
-scripts/build.sh release -DTARVEX_TESTS=ON
+scripts/build.sh release -DTARVEX_TESTS=ON -DTARVEX_UNIT_TESTS=ON
 
 # What tries thousands of inputs says nothing more here, and valgrind keeps some signals for itself.
 filter='-*Random*:SignalLimits.*:SignalNamesModel.*:EntityBound.*:MessageLog.MessagesBeyond*:Replacement.*Signal*'
@@ -34,7 +34,7 @@ done
 
 directory=$(mktemp -d)
 trap 'rm -rf "$directory"' EXIT
-cp examples/* "$directory"
+cp -r examples/. "$directory"
 printf '[Import]\nFCatImportLog=1\nFCatTreeLog=tree\n[Conversion]\nWarnOnOverwrite=0\nMakeReadOnly=0\n' >"$directory/TARVEX.ini"
 cd "$directory"
 for format in vorn sqlite kcd; do

@@ -24,7 +24,7 @@ if [ -z "$build" ]; then
   build=$root/build/bench
   echo "Building ..." >&2
   mkdir -p "$build"
-  if ! { cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=g++ &&
+  if ! { cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=g++ -DTARVEX_BENCH=ON &&
          cmake --build "$build" --target TARVEX generate-catalog bench-pieces; } >"$build/build.log" 2>&1; then
     cat "$build/build.log" >&2
     echo "The build failed." >&2

@@ -2,7 +2,6 @@
 
 import os
 import re
-import shutil
 import subprocess
 
 from support import PROGRAM, SOURCE, ProgramTest
@@ -45,8 +44,7 @@ class DocumentTest(ProgramTest):
 
     def convert_example(self, output):
         """Converts the example in the test's own directory; the path of what came out."""
-        for file in (SOURCE / "examples").iterdir():
-            shutil.copy(file, self.dir)
+        self.copy_examples()
         return self.convert("roadster.xml", output)
 
     def convert(self, catalog, output):

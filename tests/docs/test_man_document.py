@@ -5,19 +5,27 @@ import re
 import shutil
 import subprocess
 
-from documents import ASM, CATALOG, DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, read
+from documents import ASM, CATALOG, DISASM, DOCS, PROGRAM, SOURCE, VORN, DocumentTest, first_cells, read, section
 
+# Pages of programs, which stand in section 1, and those of section 5.
 PAGES = {"TARVEX": PROGRAM, "tarvex-asm": ASM, "tarvex-catalog": CATALOG, "tarvex-disasm": DISASM, "vorn": VORN}
+FILE_PAGES = ["tarvex.ini", "vorn"]
 
 
-def page(name):
-    return read(f"man/{name}.1")
+def page(name, section=1):
+    return read(f"man/{name}.{section}")
 
 
 def items(text, heading, macro):
     """The tags of a section's list that begin with the macro."""
     found = re.search(rf'^\.Sh "?{heading}"?\n(.*?)(?=^\.Sh )', text, re.DOTALL | re.MULTILINE)
     return re.findall(rf"^\.It {macro} (.*)$", found.group(1), re.MULTILINE)
+
+
+def items_of_line(text, heading):
+    """The words of a section that stand on lines of their own."""
+    found = re.search(rf"^\.Sh {heading}\n(.*?)(?=^\.Sh )", text, re.DOTALL | re.MULTILINE)
+    return re.findall(r"^\.Li (\w+)(?: [,.])?$", found.group(1), re.MULTILINE)
 
 
 def examples(text):
@@ -42,15 +50,15 @@ class ManPages(DocumentTest):
             options |= {"-" + option for option in re.findall(r"(?:^|Fl )(-?[a-z-]+)", tag)}
         return options
 
-    def test_there_is_a_page_for_every_program(self):
+    def test_there_is_a_page_for_every_program_and_format(self):
         self.assertEqual(sorted(path.name for path in (DOCS / "man").iterdir()),
-                         sorted(f"{name}.1" for name in PAGES))
+                         sorted([f"{name}.1" for name in PAGES] + [f"{name}.5" for name in FILE_PAGES]))
 
     def test_pages_have_no_faults(self):
-        for name in PAGES:
-            with self.subTest(name):
-                result = subprocess.run(["mandoc", "-Tlint", "-Wwarning", str(DOCS / "man" / f"{name}.1")],
-                                        capture_output=True, timeout=60, check=False)
+        for path in (DOCS / "man").iterdir():
+            with self.subTest(path.name):
+                result = subprocess.run(["mandoc", "-Tlint", "-Wwarning", str(path)], capture_output=True, timeout=60,
+                                        check=False)
                 self.assertEqual((result.stdout + result.stderr, result.returncode), (b"", 0))
 
     def test_every_format_is_documented(self):
@@ -59,7 +67,7 @@ class ManPages(DocumentTest):
         self.assertIn(".kcd", extensions)
         for extension in extensions:
             word = re.compile(re.escape(extension) + r"(?![a-z0-9])")
-            for name, text in [("TARVEX.1", page("TARVEX")), ("vorn.1", page("vorn")),
+            for name, text in [("TARVEX.1", page("TARVEX")), ("vorn.1", page("vorn")), ("vorn.5", page("vorn", 5)),
                                ("README.md", (SOURCE / "README.md").read_text())]:
                 self.assertRegex(text, word, name)
 
@@ -102,11 +110,31 @@ class ManPages(DocumentTest):
     def test_the_page_of_tarvex_catalog_has_its_commands_and_options(self):
         self.assert_commands_and_options("tarvex-catalog", {"check", "diff", "explain", "show"}, {"--all", "--baseline", "--format"})
 
-    def test_the_page_of_tarvex_has_every_setting_in_order(self):
+    def test_the_page_of_the_settings_has_every_one_in_order(self):
         settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")
         keys = re.findall(r"^(\w+)=", settings, re.MULTILINE)
         self.assertEqual(len(keys), 20)
-        self.assertEqual(items(page("TARVEX"), "SETTINGS", "Cm"), keys)
+        self.assertEqual(items(page("tarvex.ini", 5), "SETTINGS", "Cm"), keys)
+
+    def test_the_page_of_the_formats_has_every_key_and_column(self):
+        """Those of the tables in the documents, which the tests of the formats compare with files."""
+        text = page("vorn", 5)
+        vorn = text[text.index(".Sh VORN"):text.index(".Sh SQLITE")]
+        keys = [key for heading in ["Top level", "Attribute definitions", "Nodes", "Messages", "Signals"]
+                for key in first_cells(section(read("vorn.md"), heading))]
+        self.assertEqual(len(keys), 36)
+        tagged = re.findall(r"^\.(?:It )?Li (.*)$", vorn, re.MULTILINE)
+        self.assertEqual([key for key in keys if key not in re.split(r"[ ,]+", " ".join(tagged))], [])
+        columns = first_cells(read("csv.md"))
+        self.assertEqual(len(columns), 21)
+        self.assertEqual(sorted(items_of_line(text, "TABLE OF SIGNALS")), sorted(columns))
+        tables = re.findall(r"^CREATE TABLE (\w+)", read("sqlite.md"), re.MULTILINE)
+        self.assertEqual(len(tables), 11)
+        self.assertLessEqual(set(tables), set(items_of_line(text, "SQLITE")))
+
+    def test_the_message_of_the_page_of_the_formats_is_that_of_the_example(self):
+        shown = re.search(r"^\.Bd -literal\n(.*?)^\.Ed$", page("vorn", 5), re.DOTALL | re.MULTILINE).group(1)
+        self.assertIn(shown, self.convert_example("roadster.vorn").read_text(encoding="utf-8"))
 
     def test_examples_print_what_is_shown(self):
         programs = self.dir / "programs"

@@ -1,4 +1,4 @@
-"""examples/template.ini has every setting at its default, as TARVEX.1 tells it, and so changes nothing."""
+"""examples/template.ini has every setting at its default, as tarvex.ini.5 tells it, and so changes nothing."""
 
 import re
 import shutil
@@ -37,7 +37,7 @@ def described_settings(page):
 class TemplateText(unittest.TestCase):
     def test_keys_and_defaults_are_those_of_the_man_page(self):
         template = settings(TEMPLATE.read_text(encoding="utf-8"))
-        described = described_settings(read("man/TARVEX.1"))
+        described = described_settings(read("man/tarvex.ini.5"))
         self.assertEqual({section: list(keys) for section, keys in template.items()},
                          {section: list(keys) for section, keys in described.items()})
         self.assertEqual(sum(map(len, template.values())), 20)

@@ -1,30 +1,36 @@
-"""An installation into an empty directory: what is there, that the programs run from there, and that a program can be
-built against the library."""
+"""An installation into an empty directory: what is there, that the programs run from there, that programs can be built
+against the library, and that all of it can be removed."""
 
 import os
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-BUILD = os.environ["TARVEX_BUILD"]
+BUILD = Path(os.environ["TARVEX_BUILD"])
 VERSION = os.environ["TARVEX_VERSION"]
-HERE = Path(__file__).parent
+SOURCE = Path(__file__).parents[2]
+EXAMPLE = SOURCE / "examples" / "use-kestrel"
+WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror"]
 
-# Without the directory of libraries, whose name depends on the system.
+PROGRAMS = ["TARVEX", "tarvex-asm", "tarvex-catalog", "tarvex-disasm", "vorn"]
+HEADERS = ["database.h", "errors.h", "format.h", "kestrel.h", "keyed_hash.h", "model_text.h", "reader.h", "records.h",
+           "write_manager.h", "writer.h"]
+# LIB is the directory of libraries, whose name depends on the system; CMake adds a file for the kind of build.
 FILES = [
-    "bin/TARVEX", "bin/tarvex-asm", "bin/tarvex-catalog", "bin/tarvex-disasm", "bin/vorn",
-    "include/kestrel/errors.h", "include/kestrel/kestrel.h", "include/kestrel/reader.h", "include/kestrel/records.h",
-    "include/kestrel/write_manager.h",
-    "share/man/man1/TARVEX.1", "share/man/man1/tarvex-asm.1", "share/man/man1/tarvex-catalog.1", "share/man/man1/tarvex-disasm.1",
-    "share/man/man1/vorn.1",
-    "share/doc/TARVEX/examples/TARVEX.ini", "share/doc/TARVEX/examples/roadster.xml",
-    "share/doc/TARVEX/examples/fcat.dtd",
+    *(f"bin/{name}" for name in PROGRAMS),
+    *(f"include/kestrel/{name}" for name in HEADERS),
+    *(f"LIB/cmake/kestrel/{name}" for name in ["Findsodium.cmake", "kestrel-config-version.cmake", "kestrel-config.cmake",
+                                               "kestrel-targets-release.cmake", "kestrel-targets.cmake"]),
+    "LIB/libkestrel.a",
+    "LIB/pkgconfig/kestrel.pc",
+    *(f"share/man/man1/{name}.1" for name in PROGRAMS),
+    "share/man/man5/tarvex.ini.5", "share/man/man5/vorn.5",
+    "share/doc/tarvex/README.md",
 ]
-LIBRARY_FILES = ["libkestrel.a", "cmake/kestrel/kestrel-config.cmake", "cmake/kestrel/kestrel-config-version.cmake",
-                 "cmake/kestrel/kestrel-targets.cmake"]
 
 
 def run(*command, **options):
@@ -34,48 +40,173 @@ def run(*command, **options):
     return result.stdout
 
 
-class Installation(unittest.TestCase):
+def files_below(directory):
+    return sorted(str(path.relative_to(directory)) for path in directory.rglob("*") if not path.is_dir())
+
+
+class InstallTest(unittest.TestCase):
+    """Has a prefix, once something is installed into it."""
+
     @classmethod
     def setUpClass(cls):
-        cls.dir = Path(tempfile.mkdtemp(prefix="tarvex-install-"))
+        cls.dir = Path(tempfile.mkdtemp(prefix="tarvex-install-")).resolve()
         cls.addClassCleanup(shutil.rmtree, cls.dir, ignore_errors=True)
         cls.prefix = cls.dir / "prefix"
-        run("cmake", "--install", BUILD, "--prefix", cls.prefix)
 
-    def test_everything_is_there(self):
-        for name in FILES:
-            self.assertTrue((self.prefix / name).is_file(), name)
-        libraries = next(self.prefix.rglob("libkestrel.a")).parent
-        for name in LIBRARY_FILES:
-            self.assertTrue((libraries / name).is_file(), name)
+    @classmethod
+    def install(cls, build):
+        run("cmake", "--install", build, "--prefix", cls.prefix)
+        cls.libraries = next(cls.prefix.rglob("kestrel.pc")).parents[1]
+        cls.pkg_config = {**os.environ, "PKG_CONFIG_PATH": str(cls.libraries / "pkgconfig")}
 
-    def test_nothing_names_the_directories_of_the_build(self):
-        for path in [*self.prefix.rglob("*.cmake"), *self.prefix.rglob("*.h")]:
-            self.assertNotIn(BUILD, path.read_text(), path)
-            self.assertNotIn(str(HERE.parent.parent), path.read_text(), path)
-
-    def test_programs_run_from_there(self):
-        work = self.dir / "work"
-        shutil.copytree(self.prefix / "share/doc/TARVEX/examples", work)
-        console = run(self.prefix / "bin/TARVEX", "roadster.xml", "roadster.vorn", cwd=work, stdin=subprocess.DEVNULL)
-        self.assertIn("Output file 'roadster.vorn' written", console)
-        self.assertIn("Amp_Volume_Stat", run(self.prefix / "bin/vorn", "list", work / "roadster.vorn"))
-        decoded = run(self.prefix / "bin/tarvex-disasm", "--format", "json", work / "roadster.xml", input="22.01.400.1")
-        self.assertIn('"message":"22.01.400.1"', decoded)
-
-    def test_every_program_tells_the_version_of_the_project(self):
-        self.assertIn(f"TARVEX V{VERSION} ", subprocess.run([self.prefix / "bin/TARVEX"], capture_output=True, text=True,
-                                                           check=False).stdout)
-        for name in ["tarvex-catalog", "tarvex-disasm", "vorn"]:
-            self.assertEqual(run(self.prefix / "bin" / name, "--version"), f"{name} {VERSION}\n")
-
-    def test_a_program_is_built_against_the_library(self):
+    def build_with_cmake(self):
+        """The example, built against the prefix."""
         build = self.dir / "build"
-        run("cmake", "-G", "Ninja", "-S", HERE / "use_kestrel", "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}")
+        run("cmake", "-G", "Ninja", "-S", EXAMPLE, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
+            f"-DCMAKE_CXX_FLAGS={' '.join(WARNINGS)}")
         run("cmake", "--build", build)
-        self.assertEqual(run(build / "use-kestrel", self.dir / "cabin.vorn"), "Lamp\n")
         found = re.search(r"kestrel_DIR:PATH=(.*)", (build / "CMakeCache.txt").read_text())
         self.assertTrue(found.group(1).startswith(str(self.prefix)))
+        return build / "use-kestrel"
+
+    def build_with_pkg_config(self):
+        """The same, and the libraries that were linked for it."""
+        flags = run("pkg-config", "--cflags", "--libs", "kestrel", env=self.pkg_config).split()
+        self.assertIn(str(self.libraries), [str(Path(flag[2:]).resolve()) for flag in flags if flag.startswith("-L")])
+        program = self.dir / "use-kestrel"
+        run("g++", "-std=c++20", *WARNINGS, EXAMPLE / "use_kestrel.cpp", "-o", program, *flags)
+        return program, {flag[2:] for flag in flags if flag.startswith("-l")}
+
+
+class Installation(InstallTest):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.install(BUILD)
+        cls.manifest = (BUILD / "install_manifest.txt").read_text().splitlines()
+        # Somebody works with a copy of the examples, in a database of which the tests read.
+        cls.work = cls.dir / "work"
+        shutil.copytree(cls.prefix / "share/doc/tarvex/examples", cls.work)
+        shutil.copy(cls.work / "recommended.ini", cls.work / "TARVEX.ini")
+        cls.console = run(cls.prefix / "bin/TARVEX", "roadster.xml", "roadster.sqlite", cwd=cls.work,
+                          stdin=subprocess.DEVNULL)
+
+    def test_exactly_what_is_meant_is_there(self):
+        self.maxDiff = None
+        wanted = [name.replace("LIB", str(self.libraries.relative_to(self.prefix))) for name in FILES]
+        for folder in ["docs", "examples"]:
+            wanted += [f"share/doc/tarvex/{folder}/{name}" for name in files_below(SOURCE / folder)
+                       if not name.startswith("man/")]
+        self.assertEqual(files_below(self.prefix), sorted(wanted))
+
+    def test_nothing_is_outside_of_the_prefix(self):
+        self.assertEqual(sorted(self.manifest), [f"{self.prefix}/{name}" for name in files_below(self.prefix)])
+
+    def test_nothing_names_the_directories_of_the_build(self):
+        texts = [path for pattern in ["*.cmake", "*.h", "*.pc"] for path in self.prefix.rglob(pattern)]
+        self.assertGreater(len(texts), len(HEADERS))
+        for path in texts:
+            for directory in [BUILD, SOURCE, self.prefix]:
+                self.assertNotIn(str(directory), path.read_text(), path)
+
+    def test_programs_run_from_there(self):
+        self.assertIn("Output file 'roadster.sqlite' written", self.console)
+        bin_directory = self.prefix / "bin"
+        self.assertIn("AudioAmp_Volume_Status", run(bin_directory / "vorn", "list", self.work / "roadster.sqlite"))
+        catalog = self.work / "roadster.xml"
+        decoded = run(bin_directory / "tarvex-disasm", "--format", "json", catalog, input="22.01.400.1")
+        self.assertIn('"message":"22.01.400.1"', decoded)
+        self.assertEqual(run(bin_directory / "tarvex-asm", catalog, input="AudioAmp.01.Volume.Set Volume=50\n"),
+                         "22.01.400.0 (32)\n")
+        self.assertIn("AudioAmp", run(bin_directory / "tarvex-catalog", "show", catalog))
+
+    def test_every_program_tells_the_version_of_the_project(self):
+        self.assertIn(f"TARVEX V{VERSION} ", self.console)
+        for name in PROGRAMS[1:]:
+            self.assertEqual(run(self.prefix / "bin" / name, "--version"), f"{name} {VERSION}\n")
+        self.assertEqual(run("pkg-config", "--modversion", "kestrel", env=self.pkg_config), f"{VERSION}\n")
+
+    def test_the_headers_stand_alone(self):
+        # Each is all that a file of its own has; the compiler takes several in one run.
+        sources = []
+        for header in HEADERS:
+            sources.append(self.dir / f"{header}.cpp")
+            sources[-1].write_text(f"#include <kestrel/{header}>\n")
+        run("g++", "-std=c++20", "-fsyntax-only", *WARNINGS, f"-I{self.prefix / 'include'}", *sources)
+
+    def assert_prints_signals(self, program):
+        """In the order of the catalog: bits and factors are those that roadster.xml gives the parameters."""
+        printed = run(program, self.work / "roadster.sqlite").splitlines()
+        self.assertIn("AudioAmp_Volume_Set.Volume: bit 7, length 8, times 1 %", printed)
+        self.assertIn("Gateway_Motion_Status.Speed: bit 7, length 16, times 0.01 km/h", printed)
+        self.assertIn("Gateway_Motion_Status.Gear: bit 23, length 8, times 1 ", printed)
+
+    def test_the_example_is_built_with_cmake(self):
+        self.assert_prints_signals(self.build_with_cmake())
+
+    def test_the_example_is_built_with_pkg_config(self):
+        program, linked = self.build_with_pkg_config()
+        self.assertLessEqual({"kestrel", "xml2", "sqlite3", "sodium"}, linked)
+        self.assert_prints_signals(program)
+
+    def test_the_database_is_read_by_python_alone(self):
+        command = [sys.executable, self.work / "read-from-python.py", self.work / "roadster.sqlite"]
+        self.assertEqual(run(*command, "Motion"),
+                         "0x60200C Gateway_Motion_Status.Speed: bit 7, 16 bits, -30 to 250 km/h\n"
+                         "0x60200C Gateway_Motion_Status.Gear: bit 23, 8 bits, -1 to 6\n")
+        missing = subprocess.run([*map(str, command), "Motions"], capture_output=True, text=True, check=False)
+        self.assertEqual((missing.returncode, missing.stdout, missing.stderr),
+                         (1, "", "no signal of a function 'Motions'\n"))
+
+
+class SharedLibrary(InstallTest):
+    """The library built alone, as a shared one."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        build = cls.dir / "kestrel"
+        run("cmake", "-G", "Ninja", "-S", SOURCE / "src" / "kestrel", "-B", build, "-DBUILD_SHARED_LIBS=ON",
+            "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_COMPILE_WARNING_AS_ERROR=ON")
+        run("cmake", "--build", build)
+        cls.install(build)
+        cls.database = cls.dir / "cabin.vorn"
+        shown = (SOURCE / "docs" / "vorn.md").read_text()
+        cls.database.write_text(re.search(r"^```json\n(.*?)^```$", shown, re.DOTALL | re.MULTILINE).group(1))
+
+    def assert_prints_signals(self, program):
+        """Those of the database that the document shows."""
+        printed = run(program, self.database, env={**os.environ, "LD_LIBRARY_PATH": str(self.libraries)})
+        self.assertEqual(printed, "AudioAmp_Volume_Status.Volume: bit 7, length 8\n"
+                                  "AudioAmp_Volume_Status.Mute: bit 8, length 1\n"
+                                  "Menu.PosX: bit 0, length 16\n"
+                                  "Menu.Entry_M1: bit 23, length 16\n"
+                                  "Menu.Size_M2: bit 23, length 8, times 0.1 MB\n")
+
+    def test_there_is_no_other_library(self):
+        self.assertEqual([name for name in files_below(self.libraries) if "libkestrel" in name],
+                         ["libkestrel.so", f"libkestrel.so.{VERSION.rpartition('.')[0]}", f"libkestrel.so.{VERSION}"])
+
+    def test_the_example_is_built_with_cmake(self):
+        self.assert_prints_signals(self.build_with_cmake())
+
+    def test_the_example_is_built_with_pkg_config(self):
+        program, linked = self.build_with_pkg_config()
+        self.assertEqual(linked, {"kestrel"})
+        self.assert_prints_signals(program)
+
+
+class Removal(unittest.TestCase):
+    def test_what_was_installed_is_removed_as_described(self):
+        described = (SOURCE / "docs" / "building.md").read_text()
+        command = re.search(r"^(xargs .*install_manifest\.txt)$", described, re.MULTILINE).group(1)
+        with tempfile.TemporaryDirectory(prefix="tarvex-install-") as directory:
+            prefix = Path(directory) / "with blank"
+            run("cmake", "--install", BUILD, "--prefix", prefix)
+            self.assertTrue((prefix / "bin/TARVEX").is_file())
+            self.assertEqual(command.count("build/"), 1)
+            run("sh", "-c", command.replace("build/", f"'{BUILD}/'"))
+            self.assertEqual(files_below(prefix), [])
 
 
 if __name__ == "__main__":

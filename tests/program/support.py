@@ -53,6 +53,9 @@ class ProgramTest(unittest.TestCase):
         path.write_bytes(content.encode() if isinstance(content, str) else content)
         return path
 
+    def copy_examples(self):
+        shutil.copytree(SOURCE / "examples", self.dir, dirs_exist_ok=True)
+
     def write_settings(self, **settings):
         """TARVEX.ini with no question and no read-only output, unless a test asks for them."""
         sections = {"Import": ["FCatImportValidate", "FCatImportLog", "FCatTreeLog", "FCatImportLogExclude"]}

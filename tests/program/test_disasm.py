@@ -2,7 +2,6 @@ import json
 import os
 import re
 import select
-import shutil
 import subprocess
 import time
 import unittest
@@ -357,8 +356,7 @@ class Json(DisasmTest):
 class Example(DisasmTest):
     def setUp(self):
         super().setUp()
-        for file in (SOURCE / "examples").iterdir():
-            shutil.copy(file, self.dir)
+        self.copy_examples()
 
     def assert_expected(self, name, *options):
         result = self.disasm("roadster.xml", "roadster.capture", *options)

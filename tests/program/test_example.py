@@ -1,6 +1,5 @@
 import json
 import os
-import shutil
 import unittest.mock
 
 from support import SOURCE, ProgramTest
@@ -11,8 +10,7 @@ EXPECTED = SOURCE / "tests" / "data" / "example"
 class Example(ProgramTest):
     def setUp(self):
         super().setUp()
-        for file in (SOURCE / "examples").iterdir():
-            shutil.copy(file, self.dir)
+        self.copy_examples()
         self.maxDiff = None
 
     def convert(self):

@@ -4,7 +4,6 @@ reads it."""
 import json
 import os
 import re
-import shutil
 import sqlite3
 import stat
 import subprocess
@@ -184,8 +183,7 @@ class ExampleFormats(FormatTest):
 
     def setUp(self):
         super().setUp()
-        for file in (SOURCE / "examples").iterdir():
-            shutil.copy(file, self.dir)
+        self.copy_examples()
 
     def test_the_extension_chooses_the_format(self):
         beginnings = {"vorn": b'{\n"format": "Vorn",\n', "txt": b'{\n"format": "Vorn",\n',
@@ -346,8 +344,7 @@ class ScaledExample(FormatTest):
 
     def setUp(self):
         super().setUp()
-        for file in (SOURCE / "examples").iterdir():
-            shutil.copy(file, self.dir)
+        self.copy_examples()
         settings = (self.dir / "TARVEX.ini").read_text(encoding="utf-8")
         self.write("TARVEX.ini", settings.replace("[Conversion]", "[Conversion]\nWriteScaling=1"))
 
