@@ -10,7 +10,7 @@ set -euo pipefail
 packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [[ ${1:-build} =~ ^(test|memcheck|parser)$ ]]; then
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev lld llvm libgtest-dev libgmock-dev python3
-             pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace)
+             pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace zsh)
 fi
 if [ "${1:-build}" = memcheck ]; then
   packages+=(valgrind)
