@@ -30,7 +30,7 @@ FILES = [
     *(f"share/bash-completion/completions/{name}" for name in PROGRAMS[1:]), "share/zsh/site-functions/_tarvex",
     *(f"share/man/man1/{name}.1" for name in PROGRAMS),
     "share/man/man5/tarvex.ini.5", "share/man/man5/vorn.5",
-    "share/doc/tarvex/README.md",
+    "share/doc/tarvex/README.md", "share/doc/tarvex/CHANGELOG.md",
 ]
 
 
