@@ -22,6 +22,12 @@ def blocks(text, language):
     return re.findall(rf"^```{language}\n(.*?)\n```$", text, re.DOTALL | re.MULTILINE)
 
 
+def steps(text):
+    """The commands of all sessions in a document, each with what it prints."""
+    return [step for session in blocks(text, "console")
+            for step in re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", session + "\n", re.MULTILINE)]
+
+
 def section(text, heading):
     """The text from a heading to the next one."""
     found = re.search(rf"^## {re.escape(heading)}\n(.*?)(?=^## |\Z)", text, re.DOTALL | re.MULTILINE)
@@ -59,6 +65,14 @@ class DocumentTest(ProgramTest):
         result = subprocess.run([*map(str, command)], cwd=self.dir, capture_output=True, timeout=300, check=False)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         return result.stdout
+
+    def with_programs(self):
+        """An environment in which the programs are found by their names."""
+        programs = self.dir / "programs"
+        programs.mkdir(exist_ok=True)
+        for program in (PROGRAM, ASM, CATALOG, DISASM, VORN):
+            (programs / program.rpartition("/")[2]).symlink_to(program)
+        return {**os.environ, "PATH": f"{programs}:{os.environ['PATH']}"}
 
     def write_shown_database(self):
         """The database that vorn.md shows, as a file."""
