@@ -11,6 +11,7 @@ import unittest
 from pathlib import Path
 
 BUILD = Path(os.environ["TARVEX_BUILD"])
+CONFIG = os.environ["TARVEX_CONFIG"]
 VERSION = os.environ["TARVEX_VERSION"]
 SOURCE = Path(__file__).parents[2]
 EXAMPLE = SOURCE / "examples" / "use-kestrel"
@@ -19,12 +20,12 @@ WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werr
 PROGRAMS = ["TARVEX", "tarvex-asm", "tarvex-catalog", "tarvex-disasm", "vorn"]
 HEADERS = ["database.h", "errors.h", "format.h", "kestrel.h", "keyed_hash.h", "model_text.h", "reader.h", "records.h",
            "write_manager.h", "writer.h"]
-# LIB is the directory of libraries, whose name depends on the system; CMake adds a file for the kind of build.
+# LIB is the directory of libraries, whose name depends on the system.
 FILES = [
     *(f"bin/{name}" for name in PROGRAMS),
     *(f"include/kestrel/{name}" for name in HEADERS),
     *(f"LIB/cmake/kestrel/{name}" for name in ["Findsodium.cmake", "kestrel-config-version.cmake", "kestrel-config.cmake",
-                                               "kestrel-targets-release.cmake", "kestrel-targets.cmake"]),
+                                               f"kestrel-targets-{CONFIG}.cmake", "kestrel-targets.cmake"]),
     "LIB/libkestrel.a",
     "LIB/pkgconfig/kestrel.pc",
     *(f"share/bash-completion/completions/{name}" for name in PROGRAMS[1:]), "share/zsh/site-functions/_tarvex",

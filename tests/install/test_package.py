@@ -61,7 +61,7 @@ class Packages(unittest.TestCase):
             for library in re.findall(r"NEEDED +(\S+)", run("objdump", "-p", program)):
                 needed.add(re.sub(r"\.so.*", "", library).replace("_", "-"))
         # Each library that a program asks for comes from a package whose name begins like it.
-        self.assertLessEqual({"libc", "libstdc++", "libsqlite3", "libjemalloc"}, needed)
+        self.assertLessEqual({"libc", "libstdc++", "libsqlite3"}, needed)
         for library in needed - {"libm", "libicuuc"}:
             self.assertTrue(any(name.startswith(library) for name in depends), (library, depends))
         self.assertTrue(any(name.startswith("libicu") for name in depends))
