@@ -1,5 +1,5 @@
-# Adds to the packages what Debian wants to be in them, before CPack closes them: changelog, copyright, overrides of
-# lintian, and man pages that are compressed. CPack hands over its variables.
+# Adds to the packages what Debian wants to be in them, before CPack closes them: changelog, copyright, and
+# man pages that are compressed. CPack hands over its variables.
 
 # The date of this version, as the list of changes has it.
 file(STRINGS ${CPACK_TARVEX_SOURCE}/CHANGELOG.md heading REGEX "^## ${CPACK_PACKAGE_VERSION} " LIMIT_COUNT 1)
@@ -35,10 +35,6 @@ function(finish component)
   file(GLOB_RECURSE pages ${share}/man/*)
   if(pages)
     compress(${pages})
-  endif()
-  set(overrides ${CPACK_TARVEX_SOURCE}/packaging/${package}.lintian-overrides)
-  if(EXISTS ${overrides})
-    file(INSTALL ${overrides} DESTINATION ${share}/lintian/overrides RENAME ${package})
   endif()
 endfunction()
 
