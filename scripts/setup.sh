@@ -11,7 +11,7 @@ set -euo pipefail
 packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [[ ${1:-build} =~ ^(test|memcheck|parser)$ ]]; then
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev lld llvm libgtest-dev libgmock-dev python3
-             dpkg-dev pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace zsh)
+             dpkg-dev file pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace zsh)
 fi
 if [ "${1:-build}" = memcheck ]; then
   packages+=(valgrind)
@@ -20,7 +20,7 @@ if [ "${1:-build}" = parser ]; then
   packages+=(debian-archive-keyring)
 fi
 if [ "${1:-build}" = package ]; then
-  packages+=(dpkg-dev lintian)
+  packages+=(dpkg-dev file lintian)
 fi
 if [ "${1:-build}" = bench ]; then
   packages+=(libgtest-dev libgmock-dev libbenchmark-dev python3 hyperfine time libxerces-c-samples libxml2-utils)
