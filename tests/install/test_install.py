@@ -71,12 +71,12 @@ class InstallTest(unittest.TestCase):
         self.assertTrue(found.group(1).startswith(str(self.prefix)))
         return build / "use-kestrel"
 
-    def build_with_pkg_config(self):
-        """The same, and the libraries that were linked for it."""
+    def build_with_pkg_config(self, source=EXAMPLE / "use_kestrel.cpp"):
+        """The same, or another source, and the libraries that were linked for it."""
         flags = run("pkg-config", "--cflags", "--libs", "kestrel", env=self.pkg_config).split()
         self.assertIn(str(self.libraries), [str(Path(flag[2:]).resolve()) for flag in flags if flag.startswith("-L")])
-        program = self.dir / "use-kestrel"
-        run("g++", "-std=c++20", *WARNINGS, EXAMPLE / "use_kestrel.cpp", "-o", program, *flags)
+        program = self.dir / source.stem
+        run("g++", "-std=c++20", *WARNINGS, source, "-o", program, *flags)
         return program, {flag[2:] for flag in flags if flag.startswith("-l")}
 
 
@@ -150,6 +150,16 @@ class Installation(InstallTest):
         program, linked = self.build_with_pkg_config()
         self.assertLessEqual({"kestrel", "xml2", "sqlite3", "sodium"}, linked)
         self.assert_prints_signals(program)
+
+    def test_the_program_of_the_document_writes_a_database(self):
+        source = self.dir / "write_database.cpp"
+        document = (SOURCE / "docs" / "building.md").read_text()
+        source.write_text(re.search(r"^```cpp\n(.*?)^```$", document, re.DOTALL | re.MULTILINE).group(1))
+        program, _ = self.build_with_pkg_config(source)
+        run(program, cwd=self.dir)
+        signals = run(self.prefix / "bin/vorn", "list", "--format", "csv", self.dir / "cabin.vorn").splitlines()
+        self.assertEqual([line.split(",")[4:12] for line in signals[1:]],
+                         [["Lamp", "0x100", "1", "", "", "Brightness", "0", "8"]])
 
     def test_the_database_is_read_by_python_alone(self):
         command = [sys.executable, self.work / "read-from-python.py", self.work / "roadster.sqlite"]
