@@ -6,7 +6,7 @@ declare -gA _tarvex_helps=()
 
 _tarvex_help() {  # PROGRAM [COMMAND]; sets $help
     local key="$1 $2"
-    if [[ -z ${_tarvex_helps[$key]} ]]; then
+    if [[ -z ${_tarvex_helps[$key]-} ]]; then
         _tarvex_helps[$key]=$("$1" ${2:+"$2"} --help 2>/dev/null </dev/null)
     fi
     help=${_tarvex_helps[$key]}
@@ -106,7 +106,7 @@ _tarvex() {
         current=
     fi
     _tarvex_plain "$current"
-    local file=${positionals[0]} catalog=${program%"$name"}tarvex-catalog
+    local file=${positionals[0]-} catalog=${program%"$name"}tarvex-catalog
     if [[ -n $option_here ]]; then
         case $name.$option_here in
             *.--settings | *.--baseline) ;;  # files
