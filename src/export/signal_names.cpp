@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "export/message_names.h"
+#include "import/text/number_letters.h"
 
 namespace tarvex {
 namespace {
@@ -11,17 +12,6 @@ namespace {
 constexpr std::size_t kLeastBase = 4;
 /// ... and unique names keep so many free for letters.
 constexpr std::size_t kLetterRoom = 3;
-
-/// Nothing for 0, else the number in base 26 with the digits "A" to "Z".
-std::string Letters(unsigned number) {
-    constexpr unsigned kBase = 26;
-    std::string letters;
-    for (; number > 0; number /= kBase) {
-        letters += static_cast<char>('A' + number % kBase);
-    }
-    std::ranges::reverse(letters);
-    return letters;
-}
 
 void CutTo(std::string& text, std::size_t length) {
     text.resize(std::min(text.size(), length));
@@ -83,7 +73,7 @@ std::string SignalNames::NumberedName(const msgblk& message, const std::string& 
     std::string name;
     for (;; ++number) {
         name = base;
-        name.append(Letters(number)).append(suffix);
+        name.append(LettersOf(number)).append(suffix);
         const Taking taking = Take(message, name);
         if (taking == Taking::Done) {
             return name;

@@ -208,18 +208,25 @@ class Comparer {
 
     Pairing<Signal> PairSignals(const Message& before, const Message& after) {
         Pairing<Signal> pairing(PointersToList(before.firstSignal), PointersToList(after.firstSignal));
-        const auto by = [&](const auto& keyOf) {
-            pairing.By([&](const Signal& signal) { return std::optional(keyOf(signal, namesBefore_)); },
-                       [&](const Signal& signal) { return std::optional(keyOf(signal, namesAfter_)); });
+        const auto by = [&](const auto& keysOf) {
+            pairing.By([&](const Signal& signal) { return keysOf(signal, namesBefore_); },
+                       [&](const Signal& signal) { return keysOf(signal, namesAfter_); });
         };
+        const auto name = [](const Signal& signal) { return NameText(signal.name); };
         by([](const Signal& signal, UniqueNames& names) {
-            return PlaceOf(signal) + " " + names.StemOf(signal);
+            std::vector<std::string> stems = names.StemsOf(signal);
+            for (std::string& stem : stems) {
+                stem.insert(0, PlaceOf(signal) + " ");
+            }
+            return stems;
         });
-        // A name may end with letters that were no letters before, because nobody had the name without them.
-        by([](const Signal& signal, UniqueNames&) { return PlaceOf(signal) + " " + NameText(signal.name); });
-        by([](const Signal& signal, UniqueNames& names) { return names.StemOf(signal); });
-        by([](const Signal& signal, UniqueNames&) { return NameText(signal.name); });
-        by([](const Signal& signal, UniqueNames&) { return PlaceOf(signal); });
+        // A signal that has become a multiplexor may be named as if it had been one.
+        by([&](const Signal& signal, UniqueNames&) {
+            return std::optional(PlaceOf(signal) + " " + name(signal));
+        });
+        by([](const Signal& signal, UniqueNames& names) { return names.StemsOf(signal); });
+        by([&](const Signal& signal, UniqueNames&) { return std::optional(name(signal)); });
+        by([](const Signal& signal, UniqueNames&) { return std::optional(PlaceOf(signal)); });
         return pairing;
     }
 

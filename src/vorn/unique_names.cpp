@@ -2,20 +2,16 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string_view>
+
+#include "import/text/number_letters.h"
 
 namespace vorn {
 namespace {
 
 using kestrel::NameIn;
 
-/// More letters than any database needs.
-constexpr std::size_t kMostLetters = 5;
 constexpr std::size_t kDigits = 2;
-
-bool IsCapital(char c) {
-    return c >= 'A' && c <= 'Z';
-}
+constexpr unsigned kNumbers = 256;
 
 /// What stands behind the letters in the name of this signal.
 std::string SuffixOf(const kestrel::Signal& signal) {
@@ -32,16 +28,9 @@ std::string SuffixOf(const kestrel::Signal& signal) {
     return NameIn(signal.name).ends_with(suffix) ? suffix : "";
 }
 
-/// The letters that come before these: "B" before "C", "Z" before "BA", nothing before "B".
-std::string LettersBefore(std::string letters) {
-    for (std::size_t place = letters.size(); place-- > 0;) {
-        if (letters[place] != 'A') {
-            --letters[place];
-            break;
-        }
-        letters[place] = 'Z';
-    }
-    return letters.substr(std::min(letters.find_first_not_of('A'), letters.size()));
+/// A key for a stem and what stands behind its letters.
+std::string KeyOf(std::string_view stem, std::string_view suffix) {
+    return std::string(stem).append("\n").append(suffix);
 }
 
 /// The number of two hexadecimal digits at the end of a name.
@@ -57,6 +46,10 @@ std::optional<unsigned> NumberAtEnd(std::string_view name) {
     unsigned number = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
     return number;
+}
+
+std::string WithLetters(std::string_view stem, unsigned number, std::string_view suffix) {
+    return std::string(stem).append(tarvex::LettersOf(number)).append(suffix);
 }
 
 std::string WithNumber(std::string_view stem, unsigned number) {
@@ -93,29 +86,46 @@ void UniqueNames::ReadMessageNames() {
     }
 }
 
-std::string UniqueNames::StemOf(const kestrel::Signal& signal) {
+/// How many names the database has in a row: the stem, the stem with "B", with "C" and so on.
+unsigned UniqueNames::LettersBehind(const std::string& stem, const std::string& suffix) {
+    const auto [row, isNew] = signalRows_.try_emplace(KeyOf(stem, suffix), 0);
+    unsigned& count = row->second;
+    while (isNew && signalNames_->contains(WithLetters(stem, count, suffix))) {
+        ++count;
+    }
+    return count;
+}
+
+std::vector<std::string> UniqueNames::StemsOf(const kestrel::Signal& signal) {
     if (!signalNames_) {
         ReadSignalNames();
     }
     const std::string suffix = SuffixOf(signal);
     std::string_view name = NameIn(signal.name);
     name.remove_suffix(suffix.size());
-    std::size_t begin = name.size();
-    while (begin > 1 && name.size() - begin < kMostLetters && IsCapital(name[begin - 1])) {
-        --begin;
-    }
-    // As many letters as can be: "TempBB" follows "TempBA" if there is one, else it is the second "TempB".
-    for (; begin < name.size(); ++begin) {
-        if (name[begin] == 'A') {
-            continue;
-        }
-        std::string before(name.substr(0, begin));
-        before += LettersBefore(std::string(name.substr(begin)));
-        if (signalNames_->contains(before + suffix)) {
-            break;
+    std::vector<std::string> stems{KeyOf(name, suffix)};
+    for (std::size_t end = name.size(); end-- > 1 && name[end] >= 'A' && name[end] <= 'Z';) {
+        const std::optional<unsigned> number = tarvex::NumberOfLetters(name.substr(end));
+        const std::string stem(name.substr(0, end));
+        if (number && LettersBehind(stem, suffix) >= *number) {
+            stems.push_back(KeyOf(stem, suffix));
         }
     }
-    return std::string(name.substr(0, begin)) + "\n" + suffix;
+    return stems;
+}
+
+/// How many names the database has in a row: the stem, or one that it is the beginning of, the stem with
+/// "00", with "01" and so on.
+unsigned UniqueNames::DigitsBehind(std::string_view stem) {
+    const auto [row, isNew] = messageRows_.try_emplace(std::string(stem), 0);
+    unsigned& count = row->second;
+    if (isNew && messageStems_.contains(stem)) {
+        ++count;
+        while (count <= kNumbers && messageNames_->contains(WithNumber(stem, count - 1))) {
+            ++count;
+        }
+    }
+    return count;
 }
 
 std::optional<std::string> UniqueNames::StemOf(const kestrel::Message& message) {
@@ -128,15 +138,18 @@ std::optional<std::string> UniqueNames::StemOf(const kestrel::Message& message) 
         return std::nullopt;
     }
     const std::string_view stem = name.substr(0, name.size() - kDigits);
-    const bool isNext =
-        *number == 0 ? messageStems_.contains(stem) : messageNames_->contains(WithNumber(stem, *number - 1));
-    return isNext ? std::optional(std::string(stem)) : std::nullopt;
+    return DigitsBehind(stem) > *number ? std::optional(std::string(stem)) : std::nullopt;
 }
 
 bool AreNamedAlike(const kestrel::Signal& before, UniqueNames& namesBefore, const kestrel::Signal& after,
                    UniqueNames& namesAfter) {
-    return NameIn(before.name) == NameIn(after.name) ||
-           namesBefore.StemOf(before) == namesAfter.StemOf(after);
+    if (NameIn(before.name) == NameIn(after.name)) {
+        return true;
+    }
+    const std::vector<std::string> stems = namesBefore.StemsOf(before);
+    return std::ranges::any_of(namesAfter.StemsOf(after), [&](const std::string& stem) {
+        return std::ranges::find(stems, stem) != stems.end();
+    });
 }
 
 bool AreNamedAlike(const kestrel::Message& before, UniqueNames& namesBefore, const kestrel::Message& after,

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "cost/work.h"
+#include "import/text/number_letters.h"
 #include "vorn/compare.h"
 #include "vorn/merge.h"
 #include "vorn/sample.h"
@@ -29,6 +30,11 @@ NameOf Always(const char* name) {
 
 NameOf Numbered(const char* name) {
     return [name](unsigned number) { return name + std::to_string(number); };
+}
+
+/// As names are made unique.
+NameOf Lettered(const char* name) {
+    return [name](unsigned number) { return name + LettersOf(number); };
 }
 
 /// All of one block, function and operation.
@@ -91,6 +97,11 @@ const Row kRows[] = {
      [](unsigned count) { return Signals(count, Always("s"), [](unsigned number) { return number; }); },
      [](unsigned count) {
          return Signals(count, Always("s"), [count](unsigned number) { return number + count; });
+     }},
+    {"names with letters of signals",
+     [](unsigned count) { return Signals(count, Lettered("s"), [](unsigned number) { return number; }); },
+     [](unsigned count) {
+         return Signals(count, Lettered("s"), [count](unsigned number) { return number + count; });
      }},
     {"signals at one place",
      [](unsigned count) { return Signals(count, Numbered("s"), [](unsigned) { return 7; }); },

@@ -1,5 +1,6 @@
 """What `vorn diff` tells of databases, and of those of two catalogs."""
 
+import itertools
 import json
 import re
 import subprocess
@@ -154,6 +155,12 @@ class ConvertedCatalogs(VornTest):
         self.assert_output(self.vorn("check", "new.db"), "")
 
 
+def with_capitals(text):
+    """Parameters that have a name of their own share two names, whose ends look like letters that make names unique."""
+    names = itertools.cycle(["GPS", "DeviceID"])
+    return re.sub(r"(<ParamName[^>]*>)\w*\d<", lambda match: f"{match.group(1)}{next(names)}<", text)
+
+
 class GeneratedCatalogs(VornTest):
     """A catalog whose names are unique in the whole database, and the same with one function in the middle changed."""
 
@@ -162,10 +169,16 @@ class GeneratedCatalogs(VornTest):
         self.write_settings(FCatImportValidate=0)
         self.old = subprocess.run([GENERATOR, "--megabytes", "0.2", "--blocks", "4"], capture_output=True, timeout=60,
                                   check=True).stdout.decode()
+        start = self.middle_function().start()
+        self.old = self.old[:start] + with_capitals(self.old[start:])
+        self.middle = self.middle_function()
+        self.assertIn(">GPS<", self.middle.group())
         self.convert("old.vorn", self.old)
+
+    def middle_function(self):
+        """One with an enumeration, which has signals with values."""
         functions = list(re.finditer(r"[ \t]*<Function>.*?</Function>\n?", self.old, re.DOTALL))
-        # One with an enumeration, which has signals with values.
-        self.middle = next(function for function in functions[len(functions) // 2:] if "<TEnumValue" in function.group())
+        return next(function for function in functions[len(functions) // 2:] if "<TEnumValue" in function.group())
 
     def convert(self, output, content):
         self.write("catalog.xml", content)

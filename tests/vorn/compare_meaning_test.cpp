@@ -57,6 +57,26 @@ std::vector<MeaningCase> Letters() {
          Of({Row(1, "M1", {{"Vol", 0, 8}}), Row(2, "M2", {{"VolMAX", 0, 8}})}),
          "~ message 0x2 extended M2\n  ~ signal VolMAX\n      name: \"VolMIN\" -> \"VolMAX\"\n"
          "messages: 1 changed; signals: 1 changed\n"},
+        {"nor do letters count where a name is missing on the way to the one without any",
+         Of({Row(1, "M1", {{"AxisX", 0, 8}, {"AxisY", 8, 8}, {"AxisZ", 16, 8}})}),
+         Of({Row(1, "M1", {{"AxisX", 0, 8}, {"AxisZ", 8, 8}, {"AxisY", 16, 8}})}),
+         "~ message 0x1 extended M1\n  ~ signal AxisZ\n      start_bit: \"16\" -> \"8\"\n"
+         "  ~ signal AxisY\n      start_bit: \"8\" -> \"16\"\nmessages: 1 changed; signals: 2 changed\n"},
+        {"as when it is the one without any", Of({Row(1, "M1", {{"TempB", 0, 8}, {"TempC", 8, 8}})}),
+         Of({Row(1, "M1", {{"TempB", 0, 8}, {"Temp", 8, 8}})}),
+         "~ message 0x1 extended M1\n  ~ signal Temp\n      name: \"TempC\" -> \"Temp\"\n"
+         "messages: 1 changed; signals: 1 changed\n"},
+        {"letters behind a name that ends with capitals",
+         Of({Row(2, "M2", {{"DiscID", 0, 8}, {"AM", 8, 8}}), Row(3, "M3", {{"DiscIDB", 0, 8}, {"AMB", 8, 8}}),
+             Row(4, "M4", {{"DiscIDC", 0, 8}, {"AMC", 8, 8}})}),
+         Of({Row(1, "M1", {{"DiscID", 0, 8}, {"AM", 8, 8}}), Row(2, "M2", {{"DiscIDB", 0, 8}, {"AMB", 8, 8}}),
+             Row(3, "M3", {{"DiscIDC", 0, 8}, {"AMC", 8, 8}}),
+             Row(4, "M4", {{"DiscIDD", 0, 8}, {"AMD", 8, 8}})}),
+         "+ message 0x1 extended M1\nmessages: 1 added; 6 names differ only in what makes them unique\n"},
+        {"letters that may belong to either of two names",
+         Of({Row(1, "M1", {{"Vol", 0, 8}}), Row(2, "M2", {{"VolB", 0, 8}}), Row(3, "M3", {{"VolBB", 0, 8}})}),
+         Of({Row(1, "M1", {{"Vol", 0, 8}}), Row(3, "M3", {{"VolB", 0, 8}})}),
+         "- message 0x2 extended M2\nmessages: 1 removed; 1 name differs only in what makes it unique\n"},
         {"an equal name is equal whatever letters it has", Of({Row(2, "M2", {{"TempB", 0, 8}})}),
          Of({Row(1, "M1", {{"Temp", 0, 8}}), Row(2, "M2", {{"TempB", 0, 8}})}),
          "+ message 0x1 extended M1\nmessages: 1 added\n"},
@@ -72,6 +92,10 @@ std::vector<MeaningCase> Letters() {
          "messages: 1 removed; 2 names differ only in what makes them unique\n"},
         {"digits that nothing comes before", Of({Row(1, "Level10")}), Of({Row(1, "Level12")}),
          "~ message 0x1 extended Level12\n    name: \"Level10\" -> \"Level12\"\nmessages: 1 changed\n"},
+        {"digits that are not counted from 00", Of({Row(1, "Set10"), Row(2, "Set11"), Row(3, "Set12")}),
+         Of({Row(1, "Set10"), Row(2, "Set12"), Row(3, "Set11")}),
+         "~ message 0x2 extended Set12\n    name: \"Set11\" -> \"Set12\"\n"
+         "~ message 0x3 extended Set11\n    name: \"Set12\" -> \"Set11\"\nmessages: 2 changed\n"},
     };
 }
 
