@@ -32,6 +32,11 @@ bool IsOurSqlite(std::string_view head) {
     return id == kSqliteApplicationId;
 }
 
+/// Without blanks in front.
+std::string_view Trimmed(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+}
+
 /// Without what may stand in front of a text: a mark, and blanks. Of a text in UTF-16 every other byte.
 std::string Beginning(std::string_view head) {
     std::string text(head);
@@ -41,7 +46,42 @@ std::string Beginning(std::string_view head) {
     } else if (text.starts_with("\xEF\xBB\xBF")) {
         text.erase(0, 3);
     }
-    return text.erase(0, std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return std::string(Trimmed(text));
+}
+
+/// Takes a word off the front of a text, and the blanks before it. Whether it was there.
+bool Take(std::string_view& text, std::string_view word) {
+    text = Trimmed(text);
+    const bool isThere = text.starts_with(word);
+    text.remove_prefix(isThere ? word.size() : 0);
+    return isThere;
+}
+
+/// Whether the first key of a JSON object says so; a Vorn file has it there.
+bool IsVorn(std::string_view text) {
+    return Take(text, "{") && Take(text, "\"format\"") && Take(text, ":") && Take(text, "\"Vorn\"");
+}
+
+/// What follows the end of something; nothing without an end.
+std::string_view Behind(std::string_view end, std::string_view text) {
+    const std::size_t place = text.find(end);
+    return place == std::string_view::npos ? std::string_view{} : text.substr(place + end.size());
+}
+
+/// Whether the root element, behind comments, instructions and a document type, is that of KCD.
+bool IsKcd(std::string_view text) {
+    for (;;) {
+        if (Take(text, "<!--")) {
+            text = Behind("-->", text);
+        } else if (Take(text, "<?")) {
+            text = Behind("?>", text);
+        } else if (Take(text, "<!")) {
+            text = Behind(">", text);
+        } else {
+            return Take(text, "<NetworkDefinition") && !text.empty() &&
+                   std::string_view(" \t\r\n/>").find(text.front()) != std::string_view::npos;
+        }
+    }
 }
 
 }  // namespace
@@ -56,10 +96,10 @@ Content ContentOf(const std::string& path) {
     }
     const std::string text = Beginning(head);
     if (text.starts_with("{")) {
-        return text.find("\"Vorn\"") != std::string::npos ? Content::Vorn : Content::OtherJson;
+        return IsVorn(text) ? Content::Vorn : Content::OtherJson;
     }
     if (text.starts_with("<")) {
-        return text.find("<NetworkDefinition") != std::string::npos ? Content::Kcd : Content::OtherXml;
+        return IsKcd(text) ? Content::Kcd : Content::OtherXml;
     }
     return head.starts_with(kCsvHeader) ? Content::Csv : Content::Other;
 }

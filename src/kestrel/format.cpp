@@ -1,7 +1,7 @@
 #include "kestrel/format.h"
 
 #include <algorithm>
-#include <string>
+#include <iterator>
 
 namespace kestrel {
 namespace {
@@ -12,12 +12,19 @@ char ToLower(char c) {
 
 }  // namespace
 
-Format FormatOf(std::string_view path) {
+std::string_view ExtensionOf(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
-    const std::size_t dot = name.rfind('.');
-    std::string extension(dot == std::string_view::npos ? std::string_view{} : name.substr(dot));
-    std::ranges::transform(extension, extension.begin(), ToLower);
-    const auto* row = std::ranges::find(kFormats, extension, &FormatRow::extension);
+    const std::size_t point = name.rfind('.');
+    return point == std::string_view::npos ? std::string_view{} : name.substr(point);
+}
+
+bool HasExtension(std::string_view path, std::string_view extension) {
+    return std::ranges::equal(ExtensionOf(path), extension, {}, ToLower, ToLower);
+}
+
+Format FormatOf(std::string_view path) {
+    const auto* row = std::ranges::find_if(
+        kFormats, [&](const FormatRow& each) { return HasExtension(path, each.extension); });
     return row == std::end(kFormats) ? Format::Vorn : row->format;
 }
 

@@ -20,6 +20,15 @@ inline constexpr FormatRow kFormats[] = {
     {".kcd", Format::Kcd},       {".csv", Format::Csv},
 };
 
+/// The extension of Vorn, which is also written without one.
+inline constexpr std::string_view kVornExtension = ".vorn";
+
+/// The extension of a path's last component, with its point; empty without one.
+std::string_view ExtensionOf(std::string_view path);
+
+/// Whether the extension is this one, in any case.
+bool HasExtension(std::string_view path, std::string_view extension);
+
 /// The format that a path's extension asks for, in any case; Vorn for every extension that asks for no other.
 Format FormatOf(std::string_view path);
 

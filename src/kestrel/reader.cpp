@@ -7,27 +7,9 @@
 
 namespace kestrel {
 
-namespace {
-
-/// By the extension of the path.
-std::unique_ptr<Database> ReadAs(const std::string& path) {
-    switch (FormatOf(path)) {
-        case Format::Vorn:
-            return ReadVorn(path);
-        case Format::Sqlite:
-            return ReadSqlite(path);
-        case Format::Kcd:
-            throw ReadError("KCD files can be written, not read");
-        case Format::Csv:
-            break;
-    }
-    throw ReadError("CSV files can be written, not read");
-}
-
-}  // namespace
-
 std::unique_ptr<Database> ReadDatabase(const std::string& path) {
-    switch (ContentOf(path)) {
+    const Content content = ContentOf(path);
+    switch (content) {
         case Content::Empty:
             throw ReadError("the file is empty; vorn reads Vorn and SQLite");
         case Content::Vorn:
@@ -45,7 +27,11 @@ std::unique_ptr<Database> ReadDatabase(const std::string& path) {
         case Content::Other:
             break;
     }
-    return ReadAs(path);
+    if (HasExtension(path, kVornExtension)) {
+        return ReadVorn(path);  // which tells the place of the damage
+    }
+    throw ReadError(content == Content::OtherJson ? "this is JSON, but no Vorn"
+                                                  : "this is neither Vorn nor SQLite");
 }
 
 }  // namespace kestrel

@@ -10,8 +10,9 @@
 
 namespace kestrel {
 
-/// Reads a Vorn or a SQLite file; what is in it tells which one, and the extension where that tells nothing.
-/// Throws `ReadError` for a file that cannot be opened, is damaged or is of another format.
+/// Reads a Vorn or a SQLite file; what is in it tells which one. What is neither is read as Vorn where the
+/// extension says so, for the place of the damage. Throws `ReadError` for a file that cannot be opened, is
+/// damaged or is of another format.
 std::unique_ptr<Database> ReadDatabase(const std::string& path);
 
 }  // namespace kestrel

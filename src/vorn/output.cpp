@@ -1,10 +1,8 @@
 #include "vorn/output.h"
 
-#include <algorithm>
 #include <optional>
 #include <sys/stat.h>
 
-#include "import/text/names.h"
 #include "kestrel/content.h"
 #include "kestrel/format.h"
 #include "kestrel/writer.h"
@@ -12,20 +10,9 @@
 namespace vorn {
 namespace {
 
-constexpr std::string_view kVornExtension = ".vorn";
-
-/// With its point; empty for a path without one.
-std::string_view ExtensionOf(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('/') + 1);
-    const std::size_t point = name.rfind('.');
-    return point == std::string_view::npos ? std::string_view{} : name.substr(point);
-}
-
-bool IsKnown(std::string_view extension) {
-    return extension.size() <= 1 || tarvex::NamesEqual(extension, kVornExtension) ||
-           std::ranges::any_of(kestrel::kFormats, [&](const kestrel::FormatRow& row) {
-               return tarvex::NamesEqual(extension, row.extension);
-           });
+bool IsKnown(const std::string& path) {
+    return kestrel::ExtensionOf(path).size() <= 1 || kestrel::HasExtension(path, kestrel::kVornExtension) ||
+           kestrel::FormatOf(path) != kestrel::Format::Vorn;
 }
 
 bool IsRegularFile(const std::string& path) {
@@ -57,7 +44,7 @@ std::optional<std::string> LossAt(const std::string& path) {
 }  // namespace
 
 std::string OutputExtensions() {
-    std::string list(kVornExtension);
+    std::string list(kestrel::kVornExtension);
     for (const kestrel::FormatRow& row : kestrel::kFormats) {
         list.append(", ").append(row.extension);
     }
@@ -65,9 +52,8 @@ std::string OutputExtensions() {
 }
 
 void RequireReplaceable(const std::string& path, bool isForced) {
-    const std::string_view extension = ExtensionOf(path);
-    if (!IsKnown(extension)) {
-        throw OutputError(path + ": no format has the extension " + std::string(extension) +
+    if (!IsKnown(path)) {
+        throw OutputError(path + ": no format has the extension " + std::string(kestrel::ExtensionOf(path)) +
                           "; those that there are have " + OutputExtensions());
     }
     if (isForced || !IsRegularFile(path)) {

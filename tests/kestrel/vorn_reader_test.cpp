@@ -216,8 +216,18 @@ TEST_F(VornReader, PipesAndDevicesAreRefused) {
 TEST_F(VornReader, FormatsThatAreWrittenOnlyAreNotRead) {
     EXPECT_EQ(ErrorOf(WriteAs("out.kcd")), "KCD files can be written, not read");
     EXPECT_EQ(ErrorOf(WriteAs("out.csv")), "CSV files can be written, not read");
-    MakeFile(directory_ / "text.KCD", "hello");
-    EXPECT_EQ(ErrorOf(directory_ / "text.KCD"), "KCD files can be written, not read");
+}
+
+TEST_F(VornReader, WhatIsNoDatabaseIsToldByItsContent) {
+    const char* const kNames[] = {"text", "text.KCD", "text.csv", "text.db", "text.sqlite", "text.json"};
+    for (const char* name : kNames) {
+        MakeFile(directory_ / name, "hello");
+        EXPECT_EQ(ErrorOf(directory_ / name), "this is neither Vorn nor SQLite") << name;
+        MakeFile(directory_ / name, "{\"format\": \"Born\"}");
+        EXPECT_EQ(ErrorOf(directory_ / name), "this is JSON, but no Vorn") << name;
+    }
+    MakeFile(directory_ / "text.VORN", "hello");
+    EXPECT_TRUE(ErrorOf(directory_ / "text.VORN").starts_with("line 1: syntax error"));
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 """What `vorn` says of mistakes: each is named in one line, with what may have been meant."""
 
+import gzip
 import sqlite3
 
+from support import SOURCE
 from vorn_support import EXAMPLE, ONE, VornTest
 
 EXTENSIONS = ".vorn, .sqlite, .sqlite3, .db, .kcd, .csv"
 COMMANDS = "show, list, convert, diff, check, subset, merge"
+NEITHER = "this is neither Vorn nor SQLite"
 XML = "this is XML; vorn reads Vorn and SQLite"
 
 # The command line, the exit status, and what is said.
@@ -36,6 +39,9 @@ MISTAKES = [
     ("convert one.vorn catalog.xml.db", 2, "catalog.xml.db: this is XML; --force replaces it"),
     ("convert one.vorn notes", 2, "notes: this is no database; --force replaces it"),
     ("convert one.vorn settings.vorn", 2, "settings.vorn: this is JSON, but no database; --force replaces it"),
+    ("convert one.vorn tool.vorn", 2, "tool.vorn: this is JSON, but no database; --force replaces it"),
+    ("subset one.vorn schema.vorn --message Ping", 2, "schema.vorn: this is JSON, but no database; "),
+    ("merge one.vorn one.vorn comment.kcd", 2, "comment.kcd: this is XML; --force replaces it"),
     ("convert one.vorn other.db", 2, "other.db: this is a SQLite file of another program; --force replaces it"),
     # a catalog instead of a database
     ("show catalog.xml", 2, f"catalog.xml: {XML}"),
@@ -51,7 +57,15 @@ MISTAKES = [
     ("show t.csv", 2, "t.csv: CSV files can be written, not read"),
     ("show t.kcd", 2, "t.kcd: KCD files can be written, not read"),
     ("show kcd.vorn", 2, "kcd.vorn: KCD files can be written, not read"),
-    ("show notes", 2, "notes: line 1: "),
+    ("show notes", 2, f"notes: {NEITHER}"),
+    ("show notes.csv", 2, f"notes.csv: {NEITHER}"),
+    ("show notes.kcd", 2, f"notes.kcd: {NEITHER}"),
+    ("show notes.vorn", 2, "notes.vorn: line 1: "),
+    ("diff one.vorn packed.db", 2, f"packed.db: {NEITHER}"),
+    ("check TARVEX.ini", 2, f"TARVEX.ini: {NEITHER}"),
+    ("show settings.db", 2, "settings.db: this is JSON, but no Vorn"),
+    ("show settings.json", 2, "settings.json: this is JSON, but no Vorn"),
+    ("show settings.vorn", 2, "settings.vorn: line 1: "),
 ]
 
 
@@ -62,8 +76,15 @@ class Mistakes(VornTest):
         for name in ["catalog.xml", "catalog.xml.db"]:
             self.write(name, catalog)
         self.write("wide.vorn", catalog.encode("utf-16"))
-        self.write("settings.vorn", '{"format": "Born"}')
-        self.write("notes", "Buy milk.\n")
+        for name in ["settings.vorn", "settings.db", "settings.json"]:
+            self.write(name, '{"format": "Born"}')
+        self.write("tool.vorn", '{"tool": "Vorn"}')
+        self.write("schema.vorn", (SOURCE / "docs" / "vorn.schema.json").read_bytes())
+        self.write("comment.kcd", "<!-- made of a <NetworkDefinition> -->\n<report/>")
+        for name in ["notes", "notes.csv", "notes.kcd", "notes.vorn"]:
+            self.write(name, "Buy milk.\n")
+        self.write("packed.db", gzip.compress(ONE.encode()))
+        self.write_settings()
         for name in ["empty.vorn", "empty.db"]:
             self.write(name, "")
         other = sqlite3.connect(self.dir / "other.db")
