@@ -104,31 +104,37 @@ std::vector<std::string> OptionsOf(const CLI::App& command) {
     return names;
 }
 
+std::vector<std::string> NamesOf(const std::vector<Command>& commands) {
+    std::vector<std::string> names;
+    std::ranges::transform(commands, std::back_inserter(names),
+                           [](const Command& each) { return each.first->get_name(); });
+    return names;
+}
+
+/// An option, with one dash or two. A number is none, nor is the dash that files are called by.
+bool IsOption(std::string_view word) {
+    return word.size() > 1 && word.front() == '-' && (word[1] < '0' || word[1] > '9');
+}
+
 /// What is wrong with the first command or option that there is not; empty if there are all.
 std::string MisspellingIn(const CLI::App& app, const std::vector<Command>& commands,
                           std::span<char* const> words) {
     const CLI::App* command = &app;
     for (const std::string_view word : words) {
-        std::vector<std::string> names;
+        std::string text;
         if (word == "--") {
             break;
         }
-        if (word.starts_with("--")) {
-            names = OptionsOf(*command);
-        } else if (command == &app && !word.starts_with("-")) {
-            std::ranges::transform(commands, std::back_inserter(names),
-                                   [](const Command& each) { return each.first->get_name(); });
-        } else {
-            continue;
+        if (IsOption(word)) {
+            const std::string_view option = word.substr(0, word.find('='));
+            text = option == "-h" ? "" : vorn::Misspelling("option", option, OptionsOf(*command));
+        } else if (command == &app) {
+            text = vorn::Misspelling("command", word, NamesOf(commands));
         }
-        const std::string_view given =
-            word.substr(0, word.starts_with("--") ? word.find('=') : std::string_view::npos);
-        const std::string text =
-            vorn::Misspelling(word.starts_with("--") ? "option" : "command", given, names);
         if (!text.empty()) {
             return command == &app ? text : command->get_name() + ": " + text;
         }
-        if (!word.starts_with("--")) {
+        if (command == &app && !IsOption(word)) {
             command = app.get_subcommand(std::string(word));
         }
     }

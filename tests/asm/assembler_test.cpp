@@ -121,7 +121,7 @@ TEST(Assembler, FaultsTellLineColumnAndWhatIsAllowed) {
     const FaultRow rows[] = {
         {{{"N", kUByte}},
          "Apm.01.Volume.Status N=1",
-         "1: no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'Apm'"},
+         "1: no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'Apm' (Amp?)"},
         {{{"N", kUByte}},
          "Amp.Volum.Status N=1",
          "1: no valid FktID, expected FBlockID.InstID.FktID.OPType: unknown function 'Volum' (Volume?)"},
@@ -160,7 +160,7 @@ TEST(Assembler, FaultsTellLineColumnAndWhatIsAllowed) {
         {{{"Level", kUByte}}, "22.01.400.C Levle=1", "13: unknown parameter 'Levle' (Level?)"},
         {{{"Level", kUByte}}, "22.01.400.C Level=1 Size=2", "21: unknown parameter 'Size', expected Level"},
         {{{"Level", kUByte}}, "22.01.400.C Level=1 Level=2", "21: 'Level' is one too many"},
-        {{{"E", kSwitch}}, "22.01.400.C E=Atuo", "15: E: no value 'Atuo', expected Off, On, Auto"},
+        {{{"E", kSwitch}}, "22.01.400.C E=Atuo", "15: E: no value 'Atuo' (Auto?)"},
         {{{"E", kSwitch}}, "22.01.400.C E=Autoo", "15: E: no value 'Autoo' (Auto?)"},
         {{{"E", kSwitch}}, "22.01.400.C E=256", "15: E: no value '256', expected Off, On, Auto"},
         {{{"F", Bits(4, Bit(0, "Lid"))}}, "22.01.400.C F={Lit=1}", "16: F: unknown bit 'Lit' (Lid?)"},

@@ -204,7 +204,7 @@ constexpr BrokenRow kBroken[] = {
      "no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'hello'"},
     {"12.5", 1, "no valid FktID, expected FBlockID.InstID.FktID.OPType"},
     {"Apm.01.Volume.Status 01", 1,
-     "no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'Apm'"},
+     "no valid FBlockID, expected FBlockID.InstID.FktID.OPType: unknown function block 'Apm' (Amp?)"},
     {"Amp.01.Volme.Status 01", 1,
      "no valid FktID, expected FBlockID.InstID.FktID.OPType: unknown function 'Volme' (Volume?)"},
     {"Amp.01.Volume.Statu 01", 1,

@@ -22,9 +22,13 @@ TEST(NearestName, AtMostThreeLettersAndLessThanHalfOfTheName) {
         {"INCLUDE", "Include"},
         {"WriteSignal", "WriteSignals"},    // one is missing
         {"WriteeSignals", "WriteSignals"},  // one too many
-        {"WriteSingals", "WriteSignals"},   // two changed
+        {"WritxSiynals", "WriteSignals"},   // two changed
         {"xWxiteSxgnals", "WriteSignals"},  // three in all
         {"xWxxteSxgnals", ""},              // four
+        {"rWtieSingasl", ""},               // four neighbours in each other's place
+        {"rWtieSingals", "WriteSignals"},   // three
+        {"mAp", "Amp"},                     // one of three letters
+        {"pmA", ""},                        // these are no neighbours
         {"AB", ""},                         // two of "Amp"
         {"Am", "Amp"},
         {"Anq", ""},

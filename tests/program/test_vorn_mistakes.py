@@ -17,6 +17,10 @@ MISTAKES = [
     ("lst one.vorn", 2, "there is no command 'lst'; did you mean 'list'?"),
     ("Show one.vorn", 2, "there is no command 'Show'; did you mean 'show'?"),
     ("conver one.vorn two.db", 2, "there is no command 'conver'; did you mean 'convert'?"),
+    ("lits one.vorn", 2, "there is no command 'lits'; did you mean 'list'?"),
+    ("lsit one.vorn", 2, "there is no command 'lsit'; did you mean 'list'?"),
+    ("shwo one.vorn", 2, "there is no command 'shwo'; did you mean 'show'?"),
+    ("dfif one.vorn two.vorn", 2, "there is no command 'dfif'; did you mean 'diff'?"),
     ("print one.vorn", 2, f"there is no command 'print'; the commands are {COMMANDS}"),
     ("one.vorn", 2, f"there is no command 'one.vorn'; the commands are {COMMANDS}"),
     # an option
@@ -24,6 +28,11 @@ MISTAKES = [
     ("list one.vorn --nod Amp", 2, "list: there is no option '--nod'; did you mean '--node'?"),
     ("list --fblok=Amp one.vorn", 2, "list: there is no option '--fblok'; did you mean '--fblock'?"),
     ("diff one.vorn two.vorn --nmaes", 2, "diff: there is no option '--nmaes'; did you mean '--names'?"),
+    ("diff one.vorn two.vorn --nmes", 2, "diff: there is no option '--nmes'; did you mean '--names'?"),
+    ("list one.vorn -node Amp", 2, "list: there is no option '-node'; did you mean '--node'?"),
+    ("list one.vorn -fblock=Phone", 2, "list: there is no option '-fblock'; did you mean '--fblock'?"),
+    ("-version", 2, "there is no option '-version'; did you mean '--version'?"),
+    ("check one.vorn -x", 2, "check: there is no option '-x'; the options are --help, --format"),
     ("check one.vorn --xyzzy", 2, "check: there is no option '--xyzzy'; the options are --help, --format"),
     # a node, a message, a function
     ("list roadster.vorn --node Pone", 1, "roadster.vorn: there is no node 'Pone'; the nearest are Phone, "

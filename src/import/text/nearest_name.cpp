@@ -19,20 +19,26 @@ constexpr std::size_t kMaxLength = 64;
 /// What of the second name counts.
 enum class Part { Whole, Best };
 
-/// How many letters have to be changed, added or taken away to make the second name of the first, or the part
-/// of it that is most like it.
+/// How many letters have to be changed, added or taken away, or change places with their neighbour, to make
+/// the second name of the first, or the part of it that is most like it.
 std::size_t Distance(std::string_view a, std::string_view b, Part part) {
-    std::vector<std::size_t> row(b.size() + 1);  // from what has been seen of a to each start of b
+    // From what has been seen of a to each start of b: now, one letter before and two letters before.
+    std::vector<std::size_t> row(b.size() + 1);
+    std::vector<std::size_t> last(b.size() + 1);
+    std::vector<std::size_t> lastButOne(b.size() + 1);
+    const auto areEqual = [&](std::size_t i, std::size_t j) { return FoldCase(a[i]) == FoldCase(b[j]); };
     if (part == Part::Whole) {
         std::iota(row.begin(), row.end(), std::size_t{0});
     }
     for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = row[0];
+        lastButOne.swap(last);
+        last.swap(row);
         row[0] = i + 1;
         for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t changed = diagonal + (FoldCase(a[i]) == FoldCase(b[j]) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, diagonal + 1, row[j] + 1});
+            row[j + 1] = std::min({last[j] + (areEqual(i, j) ? 0 : 1), last[j + 1] + 1, row[j] + 1});
+            if (i > 0 && j > 0 && areEqual(i, j - 1) && areEqual(i - 1, j)) {
+                row[j + 1] = std::min(row[j + 1], lastButOne[j - 1] + 1);
+            }
         }
     }
     return part == Part::Whole ? row.back() : *std::ranges::min_element(row);
