@@ -64,18 +64,25 @@ MostColumns::MostColumns(const Database& database) {
     }
 }
 
+const AttrValues::Value* MostColumns::ValueOf(const Message& message, MostColumn column) const {
+    const AttrDef* definition = definitions_[static_cast<std::size_t>(column)];
+    const auto& values = message.attributes.Values();
+    const auto found = std::ranges::find(values, definition, &AttrValues::Value::definition);
+    return found == values.end() ? nullptr : &*found;
+}
+
 std::string MostColumns::Of(const Message& message, MostColumn column) {
-    const auto place = static_cast<std::size_t>(column);
-    if (definitions_[place] == nullptr) {
-        return {};
+    const AttrValues::Value* value = ValueOf(message, column);
+    if (value == nullptr) {
+        return defaults_[static_cast<std::size_t>(column)];
     }
-    for (const AttrValues::Value& entry : message.attributes.Values()) {
-        if (entry.definition == definitions_[place]) {
-            const std::string text = values_.Of(entry);
-            return std::string(StartOf(text));
-        }
-    }
-    return defaults_[place];
+    const std::string text = values_.Of(*value);
+    return std::string(StartOf(text));
+}
+
+std::string MostColumns::WholeOf(const Message& message, MostColumn column) {
+    const AttrValues::Value* value = ValueOf(message, column);
+    return value != nullptr && value->definition->holdsTexts ? values_.Of(*value) : Of(message, column);
 }
 
 }  // namespace kestrel

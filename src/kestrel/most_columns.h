@@ -35,7 +35,13 @@ class MostColumns {
     /// attribute.
     std::string Of(const Message& message, MostColumn column);
 
+    /// The same, with all of a text that is the message's own. Many messages may share a default or the name
+    /// of an enumeration's value, of which no more is worth looking at in each.
+    std::string WholeOf(const Message& message, MostColumn column);
+
   private:
+    const AttrValues::Value* ValueOf(const Message& message, MostColumn column) const;
+
     std::array<const AttrDef*, std::size(kMostColumnNames)> definitions_ = {};
     std::array<std::string, std::size(kMostColumnNames)> defaults_;
     ValueTexts values_;

@@ -118,12 +118,12 @@ class Selector {
                     const auto number = ParseNumber(text, false);
                     return [=, this](const Message& message) {
                         const bool hasAddress = !kestrel::AddressText(message.identifier).empty();
-                        return Matches(text, columns_.Of(message, column)) ||
+                        return Matches(text, columns_.WholeOf(message, column)) ||
                                (number && hasAddress && (NumberOf(message) >> shift & mask) == *number);
                     };
                 },
                 [this, column](const Message& message, const std::string&) {
-                    return columns_.Of(message, column);
+                    return columns_.WholeOf(message, column);
                 }};
     }
 

@@ -31,8 +31,8 @@ struct Selection {
 /// The messages that are all of this, in the order of the database.
 std::vector<const kestrel::Message*> Select(const kestrel::Database& database, const Selection& selection);
 
-/// Why nothing is selected: which text no message answers to, and the three nearest that some have. A
-/// sentence without its end.
-std::string WhyNothing(const kestrel::Database& database, const Selection& selection);
+/// For each text of the selection that no message answers to, whatever the others ask for: that there is
+/// none, and the three nearest that some have. Sentences without their ends.
+std::vector<std::string> Unanswered(const kestrel::Database& database, const Selection& selection);
 
 }  // namespace vorn

@@ -129,6 +129,19 @@ TEST(Select, ByAttributesAndNode) {
     Expect(kByAttributes);
 }
 
+TEST(Select, ByLongNames) {
+    const std::string name = std::string(300, 'x') + "End";
+    const auto database = Build(
+        {.definitions = {String("message", "Function", "")},
+         .messages = {{1, "Long", 0, {}, "", {{"Function", name}}},
+                      {2, "Cut", 0, {}, "", {{"Function", std::string(kestrel::kMostColumnSize, 'x')}}}}});
+    for (const std::string& text : {name, std::string("x*end")}) {
+        const auto found = Select(*database, {.functions = {text}});
+        ASSERT_EQ(found.size(), 1U) << text;
+        EXPECT_EQ(kestrel::NameIn(found[0]->name), "Long") << text;
+    }
+}
+
 struct NothingCase {
     Selection selection;
     const char* text;
