@@ -91,7 +91,7 @@ void RequireCommands(const kestrel::Database& database) {
     vorn::DatabaseText(database, style);
     const vorn::Selection selection{.messages = {"*a?", "2?.*.C"}, .fblocks = {"*o*"}, .nodes = {"[a-m]*"}};
     vorn::MessageList(vorn::Select(database, selection));
-    vorn::WhyNothing(database, selection);
+    vorn::Unanswered(database, selection);
     Require(nlohmann::json::accept(vorn::MessagesJson(database, vorn::Select(database, {}))),
             "messages are JSON");
     for (const kestrel::Message& message : database.Messages()) {

@@ -41,15 +41,25 @@ void Print(const std::string& text) {
     }
 }
 
-/// The messages that the command line asks for. Says why there are none, unless it did not ask.
-std::vector<const kestrel::Message*> SelectFrom(const kestrel::Database& database,
-                                                const Arguments& arguments) {
-    auto messages = Select(database, arguments.selection);
-    if (messages.empty() && !arguments.selection.IsEmpty()) {
-        const std::string why = arguments.database + ": " + WhyNothing(database, arguments.selection);
-        std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(why).c_str());
+/// What a selection finds.
+struct Selected {
+    std::vector<const kestrel::Message*> messages;
+    /// Something was looked for that there is not.
+    bool isMissingSome = false;
+};
+
+/// The messages that the command line asks for. Says what of it there is not.
+Selected SelectFrom(const kestrel::Database& database, const Arguments& arguments) {
+    Selected selected{Select(database, arguments.selection)};
+    std::vector<std::string> missing = Unanswered(database, arguments.selection);
+    if (selected.messages.empty() && missing.empty() && !arguments.selection.IsEmpty()) {
+        missing.emplace_back("no message is all of this at once");
     }
-    return messages;
+    for (const std::string& what : missing) {
+        std::fprintf(stderr, "vorn: %s\n", tarvex::Shown(arguments.database + ": " + what).c_str());
+    }
+    selected.isMissingSome = !missing.empty();
+    return selected;
 }
 
 void PrintCsv(const kestrel::Database& database, const std::vector<const kestrel::Message*>& messages) {
@@ -80,8 +90,8 @@ std::vector<const kestrel::Message*> AllBut(const kestrel::Database& database,
     return others;
 }
 
-Status StatusOf(const std::vector<const kestrel::Message*>& messages, const Arguments& arguments) {
-    return messages.empty() && !arguments.selection.IsEmpty() ? kDifferent : kSame;
+Status StatusOf(const Selected& selected) {
+    return selected.isMissingSome ? kDifferent : kSame;
 }
 
 }  // namespace
@@ -93,24 +103,24 @@ Status Show(const Arguments& arguments) {
         Print(DatabaseText(*database, style));
         return kSame;
     }
-    const auto messages = SelectFrom(*database, arguments);
-    for (const kestrel::Message* message : messages) {
-        Print((message == messages.front() ? "" : "\n") + MessageText(*message, style));
+    const Selected selected = SelectFrom(*database, arguments);
+    for (const kestrel::Message* message : selected.messages) {
+        Print((message == selected.messages.front() ? "" : "\n") + MessageText(*message, style));
     }
-    return StatusOf(messages, arguments);
+    return StatusOf(selected);
 }
 
 Status List(const Arguments& arguments) {
     const auto database = Read(arguments.database);
-    const auto messages = SelectFrom(*database, arguments);
+    const Selected selected = SelectFrom(*database, arguments);
     if (arguments.format == "json") {
-        Print(MessagesJson(*database, messages));
+        Print(MessagesJson(*database, selected.messages));
     } else if (arguments.format == "csv") {
-        PrintCsv(*database, messages);
+        PrintCsv(*database, selected.messages);
     } else {
-        Print(MessageList(messages));
+        Print(MessageList(selected.messages));
     }
-    return StatusOf(messages, arguments);
+    return StatusOf(selected);
 }
 
 Status Convert(const Arguments& arguments) {
@@ -146,14 +156,14 @@ Status Subset(const Arguments& arguments) {
             "subset: nothing says which messages: --message, --fblock, --function, --optype or --node");
     }
     const auto database = Read(arguments.database);
-    auto messages = SelectFrom(*database, arguments);
-    if (messages.empty()) {
+    Selected selected = SelectFrom(*database, arguments);
+    if (selected.isMissingSome) {
         return kDifferent;
     }
     if (arguments.isExcept) {
-        messages = AllBut(*database, messages);
+        selected.messages = AllBut(*database, selected.messages);
     }
-    Write(*SubsetOf(*database, messages), arguments.output);
+    Write(*SubsetOf(*database, selected.messages), arguments.output);
     return kSame;
 }
 

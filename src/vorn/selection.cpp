@@ -77,6 +77,8 @@ class Selector {
         std::function<Test(const std::string& text)> test;
         /// What the message would answer to; nodes have their own names.
         std::function<std::string(const Message& message, const std::string& text)> name;
+        /// The text as it is compared with these names, where that is not the text itself.
+        std::function<std::string(const std::string& text)> given = nullptr;
     };
 
     std::vector<Property> Properties() {
@@ -85,6 +87,10 @@ class Selector {
              [](const Message& message, const std::string& text) {
                  return AddressPattern(text).empty() ? NameText(message.name)
                                                      : kestrel::AddressText(message.identifier);
+             },
+             [](const std::string& text) {
+                 const std::string address = AddressPattern(text);
+                 return address.empty() ? text : address;
              }},
             Column("function block", &Selection::fblocks, MostColumn::FBlock, 16, 0xFF),
             Column("function", &Selection::functions, MostColumn::Function, 4, 0xFFF),
@@ -152,7 +158,8 @@ std::string NearestText(const kestrel::Database& database, const Selector::Prope
         std::ranges::for_each(database.Messages(),
                               [&](const Message& message) { add(property.name(message, text)); });
     }
-    const std::vector<std::string_view> nearest = tarvex::NearestNames(text, inOrder, kNearest);
+    const std::string given = property.given ? property.given(text) : text;
+    const std::vector<std::string_view> nearest = tarvex::NearestNames(given, inOrder, kNearest);
     std::string list;
     for (std::size_t place = 0; place < nearest.size(); ++place) {
         list += place == 0 ? "" : place + 1 == nearest.size() ? " and " : ", ";
@@ -188,22 +195,24 @@ std::vector<const Message*> Select(const kestrel::Database& database, const Sele
     return selected;
 }
 
-std::string WhyNothing(const kestrel::Database& database, const Selection& selection) {
+std::vector<std::string> Unanswered(const kestrel::Database& database, const Selection& selection) {
     const Utf8Locale locale;
     Selector selector(database);
+    std::vector<std::string> sentences;
     for (const Selector::Property& property : selector.Properties()) {
         for (const std::string& text : selection.*property.texts) {
             if (std::ranges::any_of(database.Messages(), property.test(text))) {
                 continue;
             }
             if (property.texts == &Selection::nodes && HasNode(database, text)) {
-                return "node '" + text + "' sends no message";
+                sentences.push_back("node '" + text + "' sends no message");
+            } else {
+                sentences.push_back(std::string("there is no ") + property.what + " '" + text + "'" +
+                                    NearestText(database, property, text));
             }
-            return std::string("there is no ") + property.what + " '" + text + "'" +
-                   NearestText(database, property, text);
         }
     }
-    return selection.IsEmpty() ? "there is no message" : "no message is all of this at once";
+    return sentences;
 }
 
 }  // namespace vorn

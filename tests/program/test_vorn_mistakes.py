@@ -41,6 +41,13 @@ MISTAKES = [
                                                     "Amp_Mute_Set, Amp_Mute_SetGet and Amp_Mute_Get"),
     ("show roadster.vorn --message 0x1", 1, "roadster.vorn: there is no message '0x1'; the nearest are "),
     ("list roadster.vorn --function Volum", 1, "roadster.vorn: there is no function 'Volum'; the nearest are Volume, "),
+    ("list roadster.vorn --message 60.2.C", 1, "roadster.vorn: there is no message '60.2.C'; the nearest are 60."),
+    # one of several
+    ("subset roadster.vorn part.vorn --fblock Phone --fblock Gatway", 1,
+     "roadster.vorn: there is no function block 'Gatway'; the nearest are Gateway, "),
+    ("subset roadster.vorn part.vorn --except --fblock Phone --fblock Gatway", 1,
+     "roadster.vorn: there is no function block 'Gatway'; the nearest are Gateway, "),
+    ("subset roadster.vorn part.vorn --fblock Phone --node Gateway", 1, "roadster.vorn: no message is all of this at once"),
     # an extension
     ("convert one.vorn out.xlsx", 2, f"out.xlsx: no format has the extension .xlsx; those that there are have {EXTENSIONS}"),
     ("convert one.vorn --force out.json", 2, "out.json: no format has the extension .json; "),

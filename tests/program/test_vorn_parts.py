@@ -32,6 +32,15 @@ class Parts(VornTest):
         self.assert_trouble(self.vorn("subset", "roadster.vorn", "part.vorn"), "vorn: subset: ")
         self.assertFalse((self.dir / "part.vorn").exists())
 
+    def test_what_is_found_is_shown_beside_what_is_not(self):
+        for command in ["list", "show"]:
+            found = self.vorn(command, "roadster.vorn", "--fblock", "Phone")
+            both = self.vorn(command, "roadster.vorn", "--fblock", "Phone", "--fblock", "Gatway", "--fblock", "Radoi")
+            self.assertEqual((both.returncode, both.stdout), (1, found.stdout))
+            first, second = both.stderr.decode().splitlines()
+            self.assertIn("there is no function block 'Gatway'", first)
+            self.assertIn("there is no function block 'Radoi'", second)
+
     def test_conflicts_are_listed_and_nothing_is_written_without_a_preference(self):
         result = self.vorn("merge", "one.vorn", "two.vorn", "both.vorn")
         self.assertEqual((result.returncode, result.stdout.decode()), (1, DIFFERENCE))

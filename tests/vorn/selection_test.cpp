@@ -142,35 +142,41 @@ TEST(Select, ByLongNames) {
     }
 }
 
-struct NothingCase {
+struct UnansweredCase {
     Selection selection;
-    const char* text;
+    Texts texts;
 };
 
-TEST(WhyNothing, NamesWhatNobodyHasAndTheNearestThree) {
-    const NothingCase kCases[] = {
+TEST(Unanswered, NamesWhatNobodyHasAndTheNearestThree) {
+    const UnansweredCase kCases[] = {
         {{.messages = {"Amp_Bas_Set"}},
-         "there is no message 'Amp_Bas_Set'; the nearest are Amp_Bass_Set, Amp_Bass_Stat and "
-         "Amp_Balance_Stat"},
+         {"there is no message 'Amp_Bas_Set'; the nearest are Amp_Bass_Set, Amp_Bass_Stat and "
+          "Amp_Balance_Stat"}},
         {{.messages = {"22.403.C"}},
-         "there is no message '22.403.C'; the nearest are 22.402.C, 22.402.0 and 22.410.C"},
+         {"there is no message '22.403.C'; the nearest are 22.402.C, 22.402.0 and 22.410.C"}},
+        // As 00.002.0, of which one digit is another, then three are.
+        {{.messages = {"0.2.0"}},
+         {"there is no message '0.2.0'; the nearest are 00.001.0, 22.402.0 and 40.402.C"}},
         {{.fblocks = {"AudoiAmp"}},
-         "there is no function block 'AudoiAmp'; the nearest are AudioAmp and GeneralBlock"},
-        {{.functions = {"Bas"}}, "there is no function 'Bas'; the nearest are Bass and Balance"},
-        {{.opTypes = {"Statsu"}}, "there is no operation 'Statsu'; the nearest are Status and Set"},
-        {{.nodes = {"Tunr"}}, "there is no node 'Tunr'; the nearest are Tuner, Phone and AudioAmp"},
-        {{.nodes = {"phone"}}, "node 'phone' sends no message"},
-        {{.functions = {"Bass", "Bas"}, .nodes = {"Tunr"}},
-         "there is no function 'Bas'; the nearest are Bass and Balance"},
-        {{.functions = {"Balance"}, .nodes = {"Tuner"}}, "no message is all of this at once"},
+         {"there is no function block 'AudoiAmp'; the nearest are AudioAmp and GeneralBlock"}},
+        {{.functions = {"Bas"}}, {"there is no function 'Bas'; the nearest are Bass and Balance"}},
+        {{.opTypes = {"Statsu"}}, {"there is no operation 'Statsu'; the nearest are Status and Set"}},
+        {{.nodes = {"Tunr"}}, {"there is no node 'Tunr'; the nearest are Tuner, Phone and AudioAmp"}},
+        {{.nodes = {"phone"}}, {"node 'phone' sends no message"}},
         {{.messages = {std::string(65, 'x')}},
-         "there is no message 'xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx'"},
+         {"there is no message 'xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx'"}},
+        // Each text for itself, also where others are answered.
+        {{.functions = {"Bass", "Bas"}, .nodes = {"Tunr", "Tuner", "Phone"}},
+         {"there is no function 'Bas'; the nearest are Bass and Balance",
+          "there is no node 'Tunr'; the nearest are Tuner, Phone and AudioAmp",
+          "node 'Phone' sends no message"}},
+        {{.functions = {"Balance"}, .nodes = {"Tuner"}}, {}},
+        {{}, {}},
     };
     const auto database = Build(Car());
-    for (const auto& [selection, text] : kCases) {
-        EXPECT_EQ(WhyNothing(*database, selection), text);
+    for (const auto& [selection, texts] : kCases) {
+        EXPECT_EQ(Unanswered(*database, selection), texts);
     }
-    EXPECT_EQ(WhyNothing(*Build({}), {}), "there is no message");
 }
 
 struct AddressCase {
