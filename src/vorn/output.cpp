@@ -1,7 +1,10 @@
 #include "vorn/output.h"
 
+#include <cerrno>
+#include <cstring>
 #include <optional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "kestrel/content.h"
 #include "kestrel/format.h"
@@ -18,6 +21,29 @@ bool IsKnown(const std::string& path) {
 bool IsRegularFile(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+std::string Reason() {
+    return std::string(": ") + std::strerror(errno);
+}
+
+/// Why a file cannot be opened for writing; empty where the system gives no reason.
+std::string WhyNotOpened(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        const std::string folder = path.substr(0, path.rfind('/') + 1);
+        return errno != ENOENT || access(folder.empty() ? "." : folder.c_str(), W_OK) != 0 ? Reason() : "";
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return ": it is a directory";
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return ": it is no regular file";
+    }
+    if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
+        return ": it is read-only";
+    }
+    return access(path.c_str(), W_OK) != 0 ? Reason() : "";
 }
 
 /// What stands there and would be lost. Nothing for what can be written again.
@@ -69,7 +95,7 @@ void Write(const kestrel::Database& database, const std::string& path) {
         case kKestrelOk:
             return;
         case kKestrelCannotOpen:
-            throw OutputError(path + ": can't be written");
+            throw OutputError(path + ": can't be written" + WhyNotOpened(path));
         default:
             throw OutputError(path + ": could not be written; what was there before is unchanged");
     }

@@ -69,7 +69,11 @@ MISTAKES = [
     ("check empty.db", 2, "empty.db: the file is empty; vorn reads Vorn and SQLite"),
     ("list .", 2, ".: Is a directory"),
     ("list none.vorn", 2, "none.vorn: No such file or directory"),
-    ("convert one.vorn .", 2, ".: can't be written"),
+    ("convert one.vorn .", 2, ".: can't be written: it is a directory"),
+    ("convert one.vorn none/out.vorn", 2, "none/out.vorn: can't be written: No such file or directory"),
+    ("convert one.vorn one.vorn/out.vorn", 2, "one.vorn/out.vorn: can't be written: Not a directory"),
+    ("convert one.vorn locked.vorn", 2, "locked.vorn: can't be written: it is read-only"),
+    ("convert one.vorn --force locked.vorn", 2, "locked.vorn: can't be written: it is read-only"),
     ("show t.csv", 2, "t.csv: CSV files can be written, not read"),
     ("show t.kcd", 2, "t.kcd: KCD files can be written, not read"),
     ("show kcd.vorn", 2, "kcd.vorn: KCD files can be written, not read"),
@@ -109,6 +113,7 @@ class Mistakes(VornTest):
         other.close()
         for name in ["t.csv", "t.kcd"]:
             self.vorn("convert", "one.vorn", name)
+        self.write("locked.vorn", ONE).chmod(0o444)
         self.write("kcd.vorn", (self.dir / "t.kcd").read_bytes())
 
     def files(self):
