@@ -1,7 +1,10 @@
 #include "databases.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <libxml/parser.h>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -69,6 +72,15 @@ Division DivisionOf(const kestrel::Database& database) {
     return {vorn::SubsetOf(database, some), vorn::SubsetOf(database, others)};
 }
 
+/// Whether each message has a higher identifier than the one before it.
+static bool AreInOrder(const kestrel::Database& database) {
+    const auto& messages = database.Messages();
+    const auto rank = [](const kestrel::Message& message) {
+        return std::pair(message.identifier & ~kExtendedIdentifier, message.identifier & kExtendedIdentifier);
+    };
+    return std::ranges::adjacent_find(messages, std::ranges::greater_equal(), rank) == messages.end();
+}
+
 /// Requires that parts of the database make what they were.
 static void RequireParts(const kestrel::Database& database) {
     Require(VornOf(*vorn::Merge(database, database, vorn::Preference::Second)) == VornOf(database),
@@ -78,6 +90,9 @@ static void RequireParts(const kestrel::Database& database) {
             "each message is in one part");
     const auto together = vorn::Merge(*part, *rest, vorn::Preference::First);
     Require(together->Messages().size() <= database.Messages().size(), "no message is there twice");
+    if (AreInOrder(database) && vorn::AreSame(vorn::ConflictsOf(*part, *rest))) {
+        Require(VornOf(*together) == VornOf(database), "parts without a conflict make the whole");
+    }
     Require(
         nlohmann::json::accept(vorn::ChangesJson(vorn::Compare(*rest, database, {.withUniqueNames = true}))),
         "changes are JSON");

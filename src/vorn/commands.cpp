@@ -174,8 +174,10 @@ Status Merge(const Arguments& arguments) {
     const Comparison conflicts = ConflictsOf(*first, *second);
     if (!AreSame(conflicts) && arguments.preferred.empty()) {
         Print(ChangesText(conflicts, Style::OfStandardOutput(arguments.colouring)));
-        std::fputs("vorn: these differ in both databases; --prefer first or --prefer second chooses\n",
-                   stderr);
+        std::fputs(
+            "vorn: these differ in both databases, or are definitions of one (+ and -) whose default "
+            "would hold for the other; --prefer first or --prefer second merges all the same\n",
+            stderr);
         return kDifferent;
     }
     try {

@@ -9,7 +9,6 @@
 #include "kestrel/model_text.h"
 #include "vorn/pairing.h"
 #include "vorn/record_fields.h"
-#include "vorn/record_pairs.h"
 #include "vorn/renamed_nodes.h"
 #include "vorn/unique_names.h"
 
@@ -34,8 +33,7 @@ std::vector<const Entry*> PointersToList(const Entry* entry) {
 
 /// What of a record of each kind a change carries.
 Change ChangeOf(ChangeKind kind, const kestrel::AttrDef& definition) {
-    return {kind, "attribute definition",
-            std::string(kestrel::ObjectName(definition.object_kind)) + " " + NameText(definition.name)};
+    return {kind, "attribute definition", DefinitionName(definition)};
 }
 
 Change ChangeOf(ChangeKind kind, const kestrel::Node& node) {
@@ -103,7 +101,7 @@ class Comparer {
 
     Comparison Run() {
         Comparison comparison{Definitions()};
-        const Pairing<Message> messages = PairMessages(before_, after_);
+        const Pairing<Message> messages = PairMessages(before_, after_, options_.namesakes);
         const RenamedNodes renamed(before_, after_, messages);
         Append(comparison.changes, Nodes(renamed));
         Append(comparison.changes, Messages(messages, renamed));

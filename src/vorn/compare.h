@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kestrel/database.h"
+#include "vorn/record_pairs.h"
 
 namespace vorn {
 
@@ -57,6 +58,8 @@ struct Comparison {
 struct CompareOptions {
     /// Names that are equal but for what makes them unique are changes like others.
     bool withUniqueNames = false;
+    /// What becomes of messages that share a name; see `PairMessages`.
+    Namesakes namesakes = Namesakes::InOrder;
 };
 
 /// The differences, in the order of the new database, removed records last.

@@ -1,8 +1,10 @@
 #include "vorn/merge.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -85,12 +87,49 @@ kestrel::KeyedMap<std::string, std::string> NewNames(const Pairing<kestrel::Node
     return names;
 }
 
+constexpr std::string_view kDefinition = "attribute definition";
+
+/// The definitions whose defaults say something of objects that have no value of their own.
+kestrel::KeyedSet<std::string> TellingDefinitions(const Database& database) {
+    kestrel::KeyedSet<std::string> names;
+    for (const kestrel::AttrDef& definition : database.AttrDefs()) {
+        if (definition.value_type == AttrType::Integer || !kestrel::Text(definition.default_text).empty()) {
+            names.insert(DefinitionName(definition));
+        }
+    }
+    return names;
+}
+
+/// The definitions that one database has alone, and which would give their defaults to objects that the other
+/// has alone. `ofOne` and `ofOther`: what becomes of records of either.
+kestrel::KeyedSet<std::string> Imposed(const Comparison& comparison, const Database& one, ChangeKind ofOne,
+                                       ChangeKind ofOther) {
+    const auto telling = TellingDefinitions(one);
+    const auto hasOther = [&](std::string_view object) {
+        return std::ranges::any_of(comparison.changes, [&](const Change& change) {
+            return change.kind == ofOther && change.object == object;
+        });
+    };
+    kestrel::KeyedSet<std::string> names;
+    for (const Change& change : comparison.changes) {
+        if (change.kind == ofOne && change.object == kDefinition && telling.contains(change.name) &&
+            hasOther(std::string_view(change.name).substr(0, change.name.find(' ')))) {
+            names.insert(change.name);
+        }
+    }
+    return names;
+}
+
 }  // namespace
 
 Comparison ConflictsOf(const Database& first, const Database& second) {
-    Comparison conflicts = Compare(first, second);
-    std::erase_if(conflicts.changes, [](const Change& change) {
-        return change.kind == ChangeKind::Added || change.kind == ChangeKind::Removed;
+    Comparison conflicts = Compare(first, second, {.namesakes = Namesakes::Apart});
+    const auto ofFirst = Imposed(conflicts, first, ChangeKind::Removed, ChangeKind::Added);
+    const auto ofSecond = Imposed(conflicts, second, ChangeKind::Added, ChangeKind::Removed);
+    std::erase_if(conflicts.changes, [&](const Change& change) {
+        const bool isOfOne = change.kind == ChangeKind::Added || change.kind == ChangeKind::Removed;
+        const auto& imposed = change.kind == ChangeKind::Added ? ofSecond : ofFirst;
+        return isOfOne && !(change.object == kDefinition && imposed.contains(change.name));
     });
     conflicts.uniqueNames = 0;  // those of the first are taken
     return conflicts;
@@ -98,7 +137,7 @@ Comparison ConflictsOf(const Database& first, const Database& second) {
 
 std::unique_ptr<Database> Merge(const Database& first, const Database& second, Preference preference) {
     const auto definitions = Choose(first.AttrDefs(), PairDefinitions(first, second), preference);
-    const auto messagePairs = PairMessages(first, second);
+    const auto messagePairs = PairMessages(first, second, Namesakes::Apart);
     const auto nodePairs = PairNodes(first, second, RenamedNodes(first, second, messagePairs));
     const auto nodes = Choose(first.Nodes(), nodePairs, preference);
     const auto newNames = NewNames(nodePairs, preference);

@@ -10,7 +10,9 @@
 namespace vorn {
 
 /// What is in both databases and not the same: attribute definitions, nodes and messages, found as `Compare`
-/// finds them. What only one of them has is no conflict.
+/// finds them, messages that share a name with another of their database by their identifiers alone. What
+/// only one of them has is no conflict, but for a definition (added or removed) whose default, unless it is
+/// an empty text, would become the value of nodes or messages that only the other has.
 Comparison ConflictsOf(const kestrel::Database& first, const kestrel::Database& second);
 
 /// Which of two records that are not the same is taken.

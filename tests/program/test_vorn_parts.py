@@ -44,8 +44,9 @@ class Parts(VornTest):
     def test_conflicts_are_listed_and_nothing_is_written_without_a_preference(self):
         result = self.vorn("merge", "one.vorn", "two.vorn", "both.vorn")
         self.assertEqual((result.returncode, result.stdout.decode()), (1, DIFFERENCE))
-        self.assertEqual(result.stderr, b"vorn: these differ in both databases; --prefer first or --prefer second "
-                                        b"chooses\n")
+        self.assertEqual(result.stderr, b"vorn: these differ in both databases, or are definitions of one (+ and -) whose "
+                                        b"default would hold for the other; --prefer first or --prefer second merges all "
+                                        b"the same\n")
         self.assertFalse((self.dir / "both.vorn").exists())
         for preference, same in [("first", "one.vorn"), ("second", "two.vorn")]:
             self.assert_output(self.vorn("merge", "one.vorn", "two.vorn", "both.vorn", "--prefer", preference), "")

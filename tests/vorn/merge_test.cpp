@@ -57,6 +57,36 @@ const ConflictCase kConflicts[] = {
          s.messages[1].signals[0].name = "VolumeB";
      },
      ""},
+    {"messages that share a name",
+     [](Sample& s) {
+         s.messages[1] = {0x11, "Ping"}, s.messages.push_back({0x12, "Ping"});
+     },
+     ""},
+    {"a definition of one of them that no object of the other alone is without",
+     [](Sample& s) {
+         s.definitions.push_back(Integer("node", "Rack", 0, 9, 5));
+         s.definitions.push_back(Integer("database", "Rack", 0, 9, 5));
+         s.messages[1] = {0x20, "Pong", 0};
+     },
+     ""},
+    {"a definition of the second whose default would hold for a message of the first",
+     [](Sample& s) {
+         s.definitions.push_back(Enumeration("message", "Layout", {"Complete", "Unknown"}, "Complete"));
+         s.messages[1] = {0x20, "Pong", 0};
+     },
+     "+ attribute definition message Layout\n"},
+    {"a definition of the first whose default would hold for a message of the second",
+     [](Sample& s) {
+         s.definitions.erase(s.definitions.begin() + 2);
+         s.messages = {{0x20, "Pong", 0}};
+     },
+     "- attribute definition message Kind\n"},
+    {"a definition of the second whose default would hold for a node of the first",
+     [](Sample& s) {
+         s.definitions.push_back(Integer("node", "Rack", 0, 9, 0));
+         s.nodes[1].name = "Phone";
+     },
+     "+ attribute definition node Rack\n"},
     {"a definition", [](Sample& s) { s.definitions[0].maximum = 15; },
      "~ attribute definition node Slot\n    maximum: \"255\" -> \"15\"\n"},
     {"a node",
@@ -117,6 +147,24 @@ TEST(Merge, MessagesInTheOrderOfTheirIdentifiersStayInIt) {
         EXPECT_EQ(Contents(*Merge(*even, *odd, preference)), "cabin: M1 M2 X3 M4 X4 M8 M9");
         EXPECT_EQ(Contents(*Merge(*odd, *even, preference)), "cabin: M1 M2 X3 M4 X4 M8 M9");
     }
+}
+
+TEST(Merge, MessagesThatShareANameOrAMeaningStayApart) {
+    const AttributeRows meaning = {{"FBlock", "Amp"}, {"Function", "Volume"}, {"OpType", "Get"}};
+    const Sample whole{.definitions = {String("message", "FBlock", ""), String("message", "Function", ""),
+                                       String("message", "OpType", "")},
+                       .messages = {{1, "A"},
+                                    {2, "A"},
+                                    {3, "A"},
+                                    {4, "D", 0, {}, "", meaning},
+                                    {5, "E", 0, {}, "", meaning},
+                                    {6, "F", 0, {}, "", meaning}}};
+    const auto database = Build(whole);
+    const auto part = SubsetOf(*database, Select(*database, {.messages = {"2", "3", "4"}}));
+    const auto rest = SubsetOf(*database, Select(*database, {.messages = {"1", "5", "6"}}));
+    EXPECT_EQ(ConflictText(*part, *rest), "");
+    EXPECT_EQ(Contents(*Merge(*part, *rest, Preference::First)), Contents(*database));
+    EXPECT_EQ(Contents(*Merge(*rest, *part, Preference::First)), Contents(*database));
 }
 
 TEST(Merge, NodeWithoutANameIsANode) {
