@@ -1,6 +1,9 @@
 #include "vorn/check.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -62,17 +65,58 @@ std::vector<Run> RunsOf(const Message& message) {
     return runs;
 }
 
+/// Runs that have not ended where the next one begins.
+class OpenRuns {
+  public:
+    /// Those that have bits of this one while it is there, in the order in which they were added. Runs come
+    /// in the order of their beginnings.
+    std::vector<const Run*> Meeting(const Run& run) {
+        std::vector<const Run*> meeting;
+        if ((run.signal->flags & kSignalMultiplexed) == 0) {
+            for (auto group = groups_.begin(); group != groups_.end();) {
+                AppendOpen(group->second, run, meeting);
+                group = group->second.empty() ? groups_.erase(group) : std::next(group);
+            }
+        } else {
+            for (const Key key : {Key(), Key(run.signal->multiplexer_value)}) {
+                if (const auto group = groups_.find(key); group != groups_.end()) {
+                    AppendOpen(group->second, run, meeting);
+                }
+            }
+        }
+        std::ranges::sort(meeting);  // they lie behind each other
+        return meeting;
+    }
+
+    void Add(const Run& run) {
+        const bool isMultiplexed = (run.signal->flags & kSignalMultiplexed) != 0;
+        groups_[isMultiplexed ? Key(run.signal->multiplexer_value) : Key()].push_back(&run);
+    }
+
+  private:
+    using Key = std::optional<std::uint32_t>;
+    using Group = std::vector<const Run*>;
+
+    static void AppendOpen(Group& group, const Run& run, Group& open) {
+        std::erase_if(group, [&](const Run* other) { return other->range.end <= run.range.begin; });
+        open.insert(open.end(), group.begin(), group.end());
+    }
+
+    /// By the value of the multiplexor; those of signals that are always there by none.
+    std::map<Key, Group> groups_;
+};
+
 /// Collects faults, and names that occur twice.
 class Checker {
   public:
     explicit Checker(const kestrel::Database& database) : database_(database) {}
 
     std::vector<Fault> Faults() {
-        kestrel::KeyedMap<std::string, std::size_t> nodes;
+        kestrel::KeyedMap<std::string, Seen<kestrel::Node>> nodes;
         for (const kestrel::Node& node : database_.Nodes()) {
             CheckName(node, nodes);
         }
-        kestrel::KeyedMap<std::string, std::size_t> names;
+        kestrel::KeyedMap<std::string, Seen<Message>> names;
         kestrel::KeyedMap<std::uint32_t, const Message*> identifiers;
         for (const Message& message : database_.Messages()) {
             CheckName(message, names);
@@ -97,19 +141,35 @@ class Checker {
         }
     }
 
-    /// `names`: for each name that has been seen its fault.
+    /// A name that has been seen.
     template <class Record>
-    void CheckName(const Record& record, kestrel::KeyedMap<std::string, std::size_t>& names) {
-        const auto [entry, isNew] = names.try_emplace(NameText(record.name), kNoFault);
+    struct Seen {
+        const Record* first;
+        std::size_t fault = kNoFault;
+    };
+
+    template <class Record>
+    void CheckName(const Record& record, kestrel::KeyedMap<std::string, Seen<Record>>& names) {
+        const auto [entry, isNew] = names.try_emplace(NameText(record.name), Seen<Record>{&record});
         if (isNew) {
             return;
         }
-        if (entry->second == kNoFault) {
-            entry->second = faults_.size();
+        if (entry->second.fault == kNoFault) {
+            entry->second.fault = faults_.size();
             faults_.push_back(FaultOf(Cause::Name, record));
-            faults_.back().sentence = "the name occurs twice";
+            AddExample(faults_.back(), *entry->second.first);
         }
-        ++faults_[entry->second].count;
+        Fault& fault = faults_[entry->second.fault];
+        ++fault.count;
+        AddExample(fault, record);
+    }
+
+    /// Messages of one name are told apart by their identifiers, nodes not at all.
+    static void AddExample(Fault& /*fault*/, const kestrel::Node& /*node*/) {}
+    static void AddExample(Fault& fault, const Message& message) {
+        if (fault.examples.size() < kMaxExamples) {
+            fault.examples.push_back(IdentifierText(message.identifier));
+        }
     }
 
     void CheckSignals(const Message& message) {
@@ -167,29 +227,27 @@ class Checker {
     void CheckOverlaps(const Message& message) {
         Fault fault = FaultOf(Cause::Overlap, message);
         std::set<std::pair<std::size_t, std::size_t>> told;
-        std::vector<Run> open;
+        OpenRuns open;
         std::size_t comparisons = 0;
-        for (const Run& run : RunsOf(message)) {
-            std::erase_if(open, [&](const Run& other) { return other.range.end <= run.range.begin; });
-            comparisons += open.size();
+        const std::vector<Run> runs = RunsOf(message);
+        for (const Run& run : runs) {
+            const std::vector<const Run*> meeting = open.Meeting(run);
+            comparisons += meeting.size();
             fault.isAtLeast = told.size() >= kMaxOverlaps || comparisons > kMaxComparisons;
             if (fault.isAtLeast) {
                 break;
             }
-            for (const Run& other : open) {
-                const auto pair = std::minmax(run.number, other.number);
-                if (pair.first != pair.second && CanMeet(*run.signal, *other.signal) &&
-                    told.emplace(pair).second) {
+            for (const Run* other : meeting) {
+                const auto pair = std::minmax(run.number, other->number);
+                if (pair.first != pair.second && told.emplace(pair).second) {
                     const bool isFirst = run.number == pair.first;
-                    NoteOverlap(fault, isFirst ? *run.signal : *other.signal,
-                                isFirst ? *other.signal : *run.signal);
+                    NoteOverlap(fault, isFirst ? *run.signal : *other->signal,
+                                isFirst ? *other->signal : *run.signal);
                 }
             }
-            open.push_back(run);
+            open.Add(run);
         }
-        if (fault.isAtLeast || fault.count > 0) {
-            faults_.push_back(std::move(fault));
-        }
+        Keep(std::move(fault));
     }
 
     static void NoteOverlap(Fault& fault, const Signal& first, const Signal& second) {

@@ -41,9 +41,10 @@ struct Fault {
     std::size_t count = 0;
     /// There may be more.
     bool isAtLeast = false;
-    /// The first of them in words, at most `kMaxExamples`.
+    /// The first of them in words, at most `kMaxExamples`; of messages of one name their identifiers, the
+    /// first included.
     std::vector<std::string> examples = {};
-    /// What is wrong if there is but one.
+    /// What is wrong if there is but one; empty for names of nodes and messages.
     std::string sentence = {};
 };
 

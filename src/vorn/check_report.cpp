@@ -4,7 +4,9 @@
 
 #include "import/text/shown_text.h"
 #include "kestrel/json_text.h"
+#include "kestrel/keyed_hash.h"
 #include "kestrel/records.h"
+#include "vorn/describe.h"
 #include "vorn/json_object.h"
 
 namespace vorn {
@@ -51,28 +53,56 @@ std::string_view SeveralOf(Cause cause) {
     return "";
 }
 
+/// The examples, of `count` that there are.
+std::string ExamplesText(const Fault& fault, std::size_t count) {
+    std::string text;
+    for (const std::string& example : fault.examples) {
+        text.append(text.empty() ? ": " : ", ").append(example);
+    }
+    const std::size_t more = count - fault.examples.size();
+    return fault.examples.empty() || more == 0 ? text : text + " and " + std::to_string(more) + " more";
+}
+
 std::string SentenceOf(const Fault& fault) {
+    if (fault.cause == Cause::Name) {
+        const std::size_t count = fault.count + 1;
+        return "the name occurs " + (count == 2 ? "twice" : std::to_string(count) + " times") +
+               ExamplesText(fault, count);
+    }
     if (fault.count == 1 && !fault.isAtLeast) {
         return fault.sentence;
     }
-    if (fault.cause == Cause::Name) {
-        return "the name occurs " + std::to_string(fault.count + 1) + " times";
+    return (fault.isAtLeast ? "at least " : "") + std::to_string(fault.count) +
+           std::string(SeveralOf(fault.cause)) + ExamplesText(fault, fault.count);
+}
+
+/// The names that several messages have.
+kestrel::KeyedSet<std::string> RepeatedNames(const std::vector<Fault>& faults) {
+    kestrel::KeyedSet<std::string> names;
+    for (const Fault& fault : faults) {
+        if (fault.cause == Cause::Name && fault.identifier) {
+            names.insert(fault.name);
+        }
     }
-    std::string text = (fault.isAtLeast ? "at least " : "") + std::to_string(fault.count);
-    text.append(SeveralOf(fault.cause)).append(": ");
-    for (const std::string& example : fault.examples) {
-        text.append(&example == &fault.examples.front() ? "" : ", ").append(example);
+    return names;
+}
+
+/// The node or message, with its identifier where the name alone does not tell which.
+std::string ObjectOf(const Fault& fault, const kestrel::KeyedSet<std::string>& repeated) {
+    std::string text = fault.object + " " + fault.name;
+    if (fault.identifier && fault.cause != Cause::Name && repeated.contains(fault.name)) {
+        text += " (" + IdentifierText(*fault.identifier) + ")";
     }
-    const std::size_t more = fault.count - fault.examples.size();
-    return more == 0 ? text : text + " and " + std::to_string(more) + " more";
+    return text;
 }
 
 }  // namespace
 
 std::string FaultsText(const std::vector<Fault>& faults) {
+    const kestrel::KeyedSet<std::string> repeated = RepeatedNames(faults);
     std::string text;
     for (const Fault& fault : faults) {
-        text += tarvex::Shown(fault.object + " " + fault.name + ": " + SentenceOf(fault)) + "\n";
+        text += tarvex::Shown(ObjectOf(fault, repeated) + ": " + SentenceOf(fault)) + "\n";
     }
     return text;
 }

@@ -161,7 +161,20 @@ const DatabaseFaultCase kDatabases[] = {
      {.nodes = {{"A"}}, .messages = {{1, "A", 1, {{"A", 0, 1}}, "A"}}},
      {}},
     {"nodes", {.nodes = {{"A"}, {"B"}, {"A"}}}, {"node A: the name occurs twice"}},
-    {"messages", {.messages = {{1, "A"}, {2, "B"}, {3, "A"}}}, {"message A: the name occurs twice"}},
+    {"messages",
+     {.messages = {{1, "A"}, {2, "B"}, {3, "A"}}},
+     {"message A: the name occurs twice: 0x1, 0x3"}},
+    {"messages of one name are told apart in other lines",
+     {.messages = {{1 | kExtendedIdentifier, "A", 0, {{"S", 0, 1}}}, {2, "A", 0, {{"S", 0, 1}}}}},
+     {"message A (0x1 extended): signal S needs 1 byte, the message has 0",
+      "message A: the name occurs twice: 0x1 extended, 0x2",
+      "message A (0x2): signal S needs 1 byte, the message has 0"}},
+    {"four messages",
+     {.messages = {{1, "A"}, {2, "A"}, {3, "A"}, {4, "A"}}},
+     {"message A: the name occurs 4 times: 0x1, 0x2, 0x3 and 1 more"}},
+    {"a node and messages of one name",
+     {.nodes = {{"A"}, {"A"}}, .messages = {{1, "A", 0, {{"S", 0, 1}}}}},
+     {"node A: the name occurs twice", "message A: signal S needs 1 byte, the message has 0"}},
     {"more than twice", {.nodes = {{"A"}, {"A"}, {"B"}, {"A"}}}, {"node A: the name occurs 3 times"}},
     {"names that differ in case", {.nodes = {{"A"}, {"a"}}, .messages = {{1, "B"}, {2, "b"}}}, {}},
     {"identifiers",
@@ -170,7 +183,7 @@ const DatabaseFaultCase kDatabases[] = {
     {"an identifier plain and extended", {.messages = {{2, "A"}, {2 | kExtendedIdentifier, "B"}}}, {}},
     {"one message twice",
      {.messages = {{2, "A"}, {2, "A"}}},
-     {"message A: the name occurs twice", "message A: has the identifier 0x2 of A"}},
+     {"message A: the name occurs twice: 0x2, 0x2", "message A (0x2): has the identifier 0x2 of A"}},
     {"one signal name in two messages",
      {.messages = {{1, "A", 1, {{"S", 0, 1}}}, {2, "B", 1, {{"S", 0, 1}}}}},
      {}},
@@ -204,6 +217,18 @@ TEST(Check, VeryManyOverlapsAreNotAllTold) {
     EXPECT_THAT(faults[0],
                 testing::MatchesRegex("message Msg: at least 1[0-9]+ pairs of signals overlap: S0 and S1, "
                                       "S0 and S2, S1 and S2 and 1[0-9]+ more"));
+}
+
+/// Each has a value of the multiplexor of its own, but for the last, which has that of the first.
+TEST(Check, VeryManyMultiplexedSignalsAtOnePlace) {
+    constexpr unsigned kSignals = 20'000;
+    std::vector<SignalRow> rows{{"Page", 8, 8, kSelector}};
+    for (unsigned value = 0; value < kSignals; ++value) {
+        rows.push_back({"S" + std::to_string(value), 0, 1, kSelected, value});
+    }
+    EXPECT_THAT(Check(*BuildMessage(2, rows)), testing::IsEmpty());
+    rows.push_back({"Last", 0, 1, kSelected, 0});
+    EXPECT_THAT(Check(*BuildMessage(2, rows)), ElementsAre("message Msg: signals S0 and Last overlap"));
 }
 
 TEST(Check, AsJson) {
