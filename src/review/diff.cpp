@@ -10,6 +10,7 @@
 #include "kestrel/keyed_hash.h"
 #include "review/counted.h"
 #include "review/diff_function.h"
+#include "review/diff_layout.h"
 #include "review/diff_match.h"
 #include "review/diff_params.h"
 #include "review/param_words.h"
@@ -231,6 +232,7 @@ void CompareOperations(const Counterparts<ZMTFunction>& function, FunctionChange
             changes.BeginOperation(opType);
             CompareLists(ItemsOf(std::as_const(*old).Items()), ItemsOf(std::as_const(*now).Items()), nullptr,
                          {LossOf(*before, opType), LossOf(*after, opType)}, changes);
+            CompareLayouts(*old, *now, changes);
         } else if (old != nullptr || now != nullptr) {
             const bool isAdded = now != nullptr;
             const ZMTOperation& only = isAdded ? *now : *old;

@@ -59,6 +59,8 @@ std::string_view AspectName(Aspect aspect) {
             return "class";
         case Aspect::Type:
             return "type";
+        case Aspect::Layout:
+            return "layout";
         case Aspect::Length:
             return "length";
         case Aspect::Limit:

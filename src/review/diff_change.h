@@ -30,6 +30,7 @@ enum class Aspect {
     Position,   ///< Among the parameters of its message, or the members of its container.
     Class,      ///< Property or method.
     Type,       ///< Kind and sign.
+    Layout,     ///< How far the bytes of an operation are known, and what is missing or not sure.
     Length,     ///< In bytes or bits.
     Limit,      ///< The most elements or bytes of what has no length of its own.
     Range,

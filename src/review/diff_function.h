@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,15 @@ class FunctionChanges {
 
     /// What follows is about parameters of that operation.
     void BeginOperation(unsigned opType);
-    /// Takes a change of a parameter.
+    /// Takes a change of a parameter, or one of what parameters of the operation make of it.
     void AddOfParameter(Change change, const Origin& origin);
+
+    // What was taken since the operation has begun, wanted or not.
+    bool HasChanged() const { return hasChanged_; }
+    bool HaveBytesChanged() const { return haveBytesChanged_; }
+    /// A change says that by this message something could not be read; false for 0.
+    bool IsLossTold(unsigned message) const { return lossesTold_.contains(message); }
+
     /// Takes a change of the function or of an operation.
     void Add(Change change, const Origin& origin);
 
@@ -53,6 +61,9 @@ class FunctionChanges {
 
     DiffOptions options_;
     std::uint16_t operation_ = 0;
+    bool hasChanged_ = false;
+    bool haveBytesChanged_ = false;
+    std::set<unsigned> lossesTold_;
     std::vector<FunctionChange> all_;
     kestrel::KeyedMap<std::string, std::size_t> places_;  // of changes in the list, by what they say
     kestrel::KeyedMap<std::string, std::size_t> counts_;  // of equal changes of the operation

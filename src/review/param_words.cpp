@@ -239,6 +239,18 @@ std::string CaseText(const ZMTParamStreamCase& streamCase) {
     return x.empty() || NamesEqual(x, kNoCoordinate) ? y : "PosX=" + x + ", " + y;
 }
 
+std::string_view LayoutWord(Layout layout) {
+    switch (layout) {
+        case Layout::Complete:
+            return "complete";
+        case Layout::Open:
+            return "open";
+        case Layout::Incomplete:
+            break;
+    }
+    return "incomplete";
+}
+
 std::string DescriptionText(const ZMTParam& param) {
     for (const char* name : {"ParamDescription", "TRecordFieldDesc", "TArrayDesc", "SignalDescription"}) {
         if (std::string text = DescriptionText(param.GetElement(), name); !text.empty()) {

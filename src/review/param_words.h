@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "params/bool_field.h"
 #include "params/enum_value.h"
+#include "params/layout.h"
 #include "params/number.h"
 #include "params/stream_case.h"
 
@@ -51,6 +53,9 @@ std::string BitText(const ZMTParamBoolField& bit);
 /// When a case stands in its stream, as the catalog says: "PosY=0x01", "PosX=Slot, PosY=0x01..0x03",
 /// "PosY>=0x04".
 std::string CaseText(const ZMTParamStreamCase& streamCase);
+
+/// "complete", "open" or "incomplete"
+std::string_view LayoutWord(Layout layout);
 
 /// What the catalog says about the parameter to people, in one line; empty where it says nothing, or was read
 /// without descriptions.

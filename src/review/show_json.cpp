@@ -84,7 +84,10 @@ Json OperationJson(const OperationView& operation) {
     Json parameters = Json::array();
     for (std::size_t place = 0; place < operation.positions.size(); ++place) {
         if (operation.positions[place] != 0) {
-            parameters.push_back({{"parameter", place}, {"position", operation.positions[place]}});
+            const std::optional<unsigned> inCatalog = operation.positionsInCatalog[place];
+            parameters.push_back({{"parameter", place},
+                                  {"position", operation.positions[place]},
+                                  {"catalog_position", inCatalog ? Json(*inCatalog) : Json(nullptr)}});
         }
     }
     json["parameters"] = std::move(parameters);

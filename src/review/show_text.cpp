@@ -7,6 +7,7 @@
 #include "kestrel/model_text.h"
 #include "review/fault_text.h"
 #include "review/param_text.h"
+#include "review/param_words.h"
 #include "review/show.h"
 #include "review/text_table.h"
 
@@ -17,18 +18,6 @@ using vorn::Colour;
 using Row = std::vector<std::string>;
 
 constexpr const char* kIndent = "  ";
-
-std::string_view LayoutWord(Layout layout) {
-    switch (layout) {
-        case Layout::Complete:
-            return "complete";
-        case Layout::Open:
-            return "open";
-        case Layout::Incomplete:
-            break;
-    }
-    return "incomplete";
-}
 
 std::string AddressOf(const Target& target) {
     std::string text = FormatText("%02X", target.block->FBlockID());
@@ -124,8 +113,11 @@ class FunctionText {
         rows.front().insert(rows.front().end(), {"Bytes", "Layout", "Identifier", "Message"});
         for (const OperationView& operation : view_.operations) {
             Row row{OperationText(operation)};
-            for (const unsigned position : operation.positions) {
-                row.push_back(position == 0 ? "-" : std::to_string(position));
+            for (std::size_t place = 0; place < operation.positions.size(); ++place) {
+                const unsigned position = operation.positions[place];
+                row.push_back(position == 0
+                                  ? "-"
+                                  : std::to_string(operation.positionsInCatalog[place].value_or(position)));
             }
             row.push_back(BytesText(operation));
             row.emplace_back(operation.operation == nullptr ? "lost" : LayoutWord(operation.layout));

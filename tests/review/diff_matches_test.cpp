@@ -240,6 +240,73 @@ TEST_F(ReviewDiffMatches, WhatCouldNotBeReadIsNotJustRemoved) {
                     "message 116"));
 }
 
+/// The parameters are the same, and where they stand is not.
+TEST_F(ReviewDiffMatches, LayoutsOfOperations) {
+    const auto two = [](const std::string& type, const std::string& operations) {
+        return Param("A", kByte, At("PCmdSet", 1) + At("PReportStatus", 1)) + Param("B", type, operations);
+    };
+    const std::string sound = two(kByte, At("PCmdSet", 2) + At("PReportStatus", 2));
+    const auto record = [](const char* count) {
+        return Status("R", 1,
+                      std::string("<TRecord TypeRef=\"type_record\" NElements=\"") + count + "\">" +
+                          Field("X", 1, kByte) + Field("Y", 2, kByte) + "</TRecord>");
+    };
+    const auto chosen = [](const char* name) {
+        return Status(name, 1, kWord) +
+               Status("Data", 2,
+                      "<TRecord TypeRef=\"type_record\" NElements=\"2\">" + Field("X", 1, kByte) +
+                          Field("Y", 2, "<TString TypeRef=\"type_string\" MaxSize=\"8\"/>") + "</TRecord>");
+    };
+    const struct {
+        std::string before;
+        std::string after;
+        std::vector<std::string> lines;
+    } rows[] = {
+        {sound,
+         two(kByte, At("PCmdSet", 2) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Status] (bytes)"}},
+        {sound,
+         two(kByte, At("PCmdSet", 3) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Set, Status] (bytes)"}},
+        // Another change beside it.
+        {sound,
+         two(kWord, At("PCmdSet", 2) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): B length 1 byte -> 2 bytes [Set, Status] (bytes)",
+          "Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Status] (bytes)"}},
+        // The gap is elsewhere.
+        {two(kByte, At("PReportStatus", 3)) + Status("C", 5, kByte),
+         two(kByte, At("PReportStatus", 2)) + Status("C", 5, kByte),
+         {"Amp (22) Volume (400): operation layout incomplete: there is no parameter at position 2 (message "
+          "102) -> incomplete: there is no parameter at position 3 (message 102) [Status] (bytes)"}},
+        // Positions may count from 0.
+        {Status("A", 1, kByte), Status("A", 0, kByte), {}},
+        // Another end is what another parameter says already.
+        {sound,
+         two("<TString TypeRef=\"type_string\" MaxSize=\"8\"/>", At("PCmdSet", 2) + At("PReportStatus", 2)),
+         {"Amp (22) Volume (400): B type unsigned number, 1 byte -> string, open, at most 8 bytes [Set, "
+          "Status] (bytes)"}},
+        // Records.
+        {record("2"),
+         record("3"),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: R has another number of fields "
+          "than "
+          "it says (message 55) [Status] (bytes)"}},
+        {record("3"), record("4"), {}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(LinesOfParams(row.before, row.after), row.lines);
+    }
+    options_.areBytesOnly = true;
+    EXPECT_EQ(LinesOfParams(rows[0].before, rows[0].after), rows[0].lines);
+    EXPECT_THAT(LinesOfParams(chosen("Pos"), chosen("Pos")), IsEmpty());
+}
+
 TEST_F(ReviewDiffMatches, BytesOnly) {
     options_.areBytesOnly = true;
     const std::string after =

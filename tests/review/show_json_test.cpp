@@ -44,8 +44,9 @@ TEST(ReviewShowJson, AFunction) {
     EXPECT_EQ(function["operations"][1], json::parse(R"({"op_type": 12, "name": "Status",
         "address": "31.209.C", "is_lost": false, "layout": "Open", "known_bytes": 6,
         "end": {"is_hole": false, "why": "Artist: string, open, at most 32 bytes"},
-        "parameters": [{"parameter": 0, "position": 1}, {"parameter": 1, "position": 2},
-                       {"parameter": 2, "position": 3}],
+        "parameters": [{"parameter": 0, "position": 1, "catalog_position": 1},
+                       {"parameter": 1, "position": 2, "catalog_position": 2},
+                       {"parameter": 2, "position": 3, "catalog_position": 3}],
         "message": {"name": "DiscPlayer_DiscInfo_Status", "identifier": 3219612, "signals": [
           {"name": "DiscNr", "start_bit": 7, "length": 8, "byte_order": "big_endian", "is_multiplexor": false,
            "multiplexer_value": null},
