@@ -30,6 +30,12 @@ void FunctionChanges::BeginOperation(unsigned opType) {
     hasChanged_ = false;
     haveBytesChanged_ = false;
     lossesTold_.clear();
+    partners_.clear();
+}
+
+bool FunctionChanges::BelongTogether(const ZMTParam& before, const ZMTParam& after) const {
+    const auto found = partners_.find(&before);
+    return found == partners_.end() ? before.GetName() == after.GetName() : found->second == &after;
 }
 
 /// The second of two parameters of one name that change alike is not the first one in another operation.

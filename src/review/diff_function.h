@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -44,6 +45,11 @@ class FunctionChanges {
     /// Takes a change of a parameter, or one of what parameters of the operation make of it.
     void AddOfParameter(Change change, const Origin& origin);
 
+    /// The parameters of the operation belong together, though their names may differ.
+    void Pair(const ZMTParam& before, const ZMTParam& after) { partners_[&before] = &after; }
+    /// So it was told, or they have the same name.
+    bool BelongTogether(const ZMTParam& before, const ZMTParam& after) const;
+
     // What was taken since the operation has begun, wanted or not.
     bool HasChanged() const { return hasChanged_; }
     bool HaveBytesChanged() const { return haveBytesChanged_; }
@@ -64,6 +70,7 @@ class FunctionChanges {
     bool hasChanged_ = false;
     bool haveBytesChanged_ = false;
     std::set<unsigned> lossesTold_;
+    std::map<const ZMTParam*, const ZMTParam*> partners_;  // of those whose lists differ
     std::vector<FunctionChange> all_;
     kestrel::KeyedMap<std::string, std::size_t> places_;  // of changes in the list, by what they say
     kestrel::KeyedMap<std::string, std::size_t> counts_;  // of equal changes of the operation

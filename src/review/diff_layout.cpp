@@ -40,7 +40,7 @@ std::string SideText(Layout layout, const Holes& holes) {
     for (const LayoutHole& hole : holes) {
         text.append(separator).append(hole.text);
         separator = "; ";
-        if (text.size() > kMaxShownText) {
+        if (text.size() > kMaxKeptText) {
             break;
         }
     }
@@ -56,8 +56,7 @@ void Add(const std::string& before, const std::string& after, FunctionChanges& c
     change.object = Object::Operation;
     change.aspect = Aspect::Layout;
     change.effect = Effect::Bytes;
-    change.before = ShownText(before);
-    change.after = ShownText(after);
+    SetSides(change, before, after);
     changes.AddOfParameter(std::move(change), {});
 }
 

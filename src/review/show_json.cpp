@@ -167,6 +167,8 @@ class ShowJson : public ShowReport {
             block["functions"] = Json::array();
             for (const ZMTFunction& function : view.block->Items()) {
                 Json line = TargetJson({view.block, &function});
+                line["kind"] = ClassName(function.Class());
+                line["class"] = OrNull(CatalogTexts::Of(function).functionClass);
                 line["operations"] = Json::array();
                 for (const ZMTOperation& operation : function.Items()) {
                     line["operations"].push_back(operation.GetName());

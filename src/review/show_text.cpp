@@ -6,6 +6,7 @@
 #include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "review/fault_text.h"
+#include "review/own_texts.h"
 #include "review/param_text.h"
 #include "review/param_words.h"
 #include "review/show.h"
@@ -94,7 +95,7 @@ class FunctionText {
     bool AreNumbered() const {
         std::size_t width = 0;
         for (const ZMTParam* param : view_.parameters) {
-            width += 2 + ShownName(param->GetName()).size();
+            width += 2 + ShownName(ShortestName(*param)).size();
         }
         constexpr std::size_t kRoom = 60;
         return width > kRoom;
@@ -102,7 +103,7 @@ class FunctionText {
 
     std::string Heading(std::size_t place) const {
         return AreNumbered() ? "[" + std::to_string(place + 1) + "]"
-                             : ShownName(view_.parameters[place]->GetName());
+                             : ShownName(ShortestName(*view_.parameters[place]));
     }
 
     std::vector<Row> Table() const {
