@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "catalog/op_type_selection.h"
@@ -55,6 +56,11 @@ struct OperationElements {
 
     Match& Of(const OpTypeSelection& selection) {
         return (selection.kind == ClassKind::Property ? property : method)[selection.opType];
+    }
+    /// The element that gives the place in an operation, and whether it is that of a property.
+    std::pair<const Element*, bool> For(unsigned opType) const {
+        const Element* element = property[opType].OnlyOne();
+        return element != nullptr ? std::pair(element, true) : std::pair(method[opType].OnlyOne(), false);
     }
 };
 
@@ -108,6 +114,14 @@ const FunctionClassRow* FindClass(const Element& kind, std::span<const FunctionC
 }
 
 }  // namespace
+
+std::optional<unsigned> PositionInCatalog(const Element& paramElement, unsigned opType) {
+    RunAllowance run;
+    const Element* opTypeElement = FindOpTypeElement(paramElement, true);
+    const Element* element =
+        opTypeElement == nullptr ? nullptr : FindOperationElements(*opTypeElement, run).For(opType).first;
+    return element == nullptr ? std::nullopt : GivenPos(*element).Known();
+}
 
 bool ParameterAssignment::ImportFunctionClass(const Element& functionClass) {
     const Element* kind = FindChildElement(&functionClass, "Property");
@@ -198,11 +212,7 @@ bool ParameterAssignment::Assign(const Element& paramElement) {
     bool anyMatch = false;
     bool anyPlaced = false;
     for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
-        const Element* element = elements.property[opType].OnlyOne();
-        const bool isProperty = element != nullptr;
-        if (!isProperty) {
-            element = elements.method[opType].OnlyOne();
-        }
+        const auto [element, isProperty] = elements.For(opType);
         if (element == nullptr) {
             continue;
         }

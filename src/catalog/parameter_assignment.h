@@ -2,10 +2,16 @@
 
 #pragma once
 
+#include <optional>
+
 #include "catalog/function.h"
 #include "catalog/import_context.h"
 
 namespace tarvex {
+
+/// The position that the element of a parameter gives it in that operation: 0 where it gives none; nothing
+/// where the element does not name the operation once, or the position can't be read.
+std::optional<unsigned> PositionInCatalog(const Element& paramElement, unsigned opType);
 
 /// Puts the parameters of a function class into the function's operations. A parameter is written once in the
 /// catalog and names, in its OPType element, the operations that use it and its position there; every

@@ -6,6 +6,7 @@
 #include "import/text/parse_value.h"
 #include "import/text/shown_text.h"
 #include "import/text/utf8.h"
+#include "review/own_texts.h"
 
 namespace tarvex::review {
 namespace {
@@ -13,13 +14,7 @@ namespace {
 /// The text of a child in one line, whatever the indentation of the catalog.
 std::string ChildText(const Element* element, std::string_view child) {
     std::string text;
-    std::string line;
-    if (element != nullptr && GetChildElementText(*element, child, text)) {
-        for (const std::string_view word : SplitTokens(text, " \t\r\n")) {
-            line.append(line.empty() ? "" : " ").append(word);
-        }
-    }
-    return line;
+    return element != nullptr && GetChildElementText(*element, child, text) ? InOneLine(text) : text;
 }
 
 Version VersionOf(const Element* element, std::string_view child) {

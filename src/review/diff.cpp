@@ -10,8 +10,10 @@
 #include "kestrel/keyed_hash.h"
 #include "review/counted.h"
 #include "review/diff_function.h"
+#include "review/diff_layout.h"
 #include "review/diff_match.h"
 #include "review/diff_params.h"
+#include "review/own_texts.h"
 #include "review/param_words.h"
 
 namespace tarvex::review {
@@ -156,8 +158,11 @@ std::string WholeText(const ZMTFunction& function) {
 std::string ParameterNames(const ZMTOperation& operation) {
     std::string names;
     for (const ZMTParam& param : operation.Items()) {
-        names.append(names.empty() ? "" : ", ").append(param.GetName());
-        if (names.size() > kMaxShownText) {
+        if (param.IsType(kParamVoid)) {
+            continue;
+        }
+        names.append(names.empty() ? "" : ", ").append(ShortestName(param));
+        if (names.size() > kMaxKeptText) {
             break;
         }
     }
@@ -184,8 +189,7 @@ Change NodeChange(Object object, ChangeKind kind, Aspect aspect, Effect effect, 
     change.kind = kind;
     change.aspect = aspect;
     change.effect = effect;
-    change.before = ShownText(before);
-    change.after = ShownText(after);
+    SetSides(change, before, after);
     return change;
 }
 
@@ -205,14 +209,17 @@ void CompareHeads(const Counterparts<T>& pair, Object object, const Add& add) {
         add(NodeChange(object, ChangeKind::Moved, Aspect::Number, Effect::Bytes, NumberText(*before),
                        NumberText(*after)));
     }
-    if (before->GetName() != after->GetName()) {
-        add(NodeChange(object, ChangeKind::Renamed, Aspect::Name, Effect::None, before->GetName(),
-                       after->GetName()));
+    if (!HaveSameNames(*before, *after)) {
+        const Sides names = NamesThatDiffer(*before, *after);
+        add(NodeChange(object, ChangeKind::Renamed, Aspect::Name, Effect::None, names.before, names.after));
     }
 }
 
 unsigned LossOf(const ZMTFunction& function, unsigned opType) {
     const Hole* lost = function.LostParams().FirstOf(opType);
+    if (lost == nullptr) {
+        lost = function.LostParams().FirstOf(kEveryOperation);
+    }
     return lost == nullptr ? 0 : lost->message;
 }
 
@@ -231,6 +238,7 @@ void CompareOperations(const Counterparts<ZMTFunction>& function, FunctionChange
             changes.BeginOperation(opType);
             CompareLists(ItemsOf(std::as_const(*old).Items()), ItemsOf(std::as_const(*now).Items()), nullptr,
                          {LossOf(*before, opType), LossOf(*after, opType)}, changes);
+            CompareLayouts(*old, *now, changes);
         } else if (old != nullptr || now != nullptr) {
             const bool isAdded = now != nullptr;
             const ZMTOperation& only = isAdded ? *now : *old;
@@ -241,19 +249,6 @@ void CompareOperations(const Counterparts<ZMTFunction>& function, FunctionChange
             changes.Add(std::move(change), isAdded ? Origin{nullptr, element} : Origin{element, nullptr});
         }
     }
-}
-
-/// The element of a block, which holds those of its functions; null for none.
-const Element* ElementOf(const ZMTFBlock& block) {
-    const Element* element = block.Items().begin()->GetElement();
-    while (element != nullptr && !HasTagName(*element, "FBlock")) {
-        element = element->parent;
-    }
-    return element;
-}
-
-const Element* ElementOf(const ZMTFunction& function) {
-    return function.GetElement();
 }
 
 template <class T>

@@ -1,12 +1,53 @@
 #include "review/diff_change.h"
 
+#include <algorithm>
+
 #include "import/text/shown_text.h"
 #include "import/text/utf8.h"
 
 namespace tarvex::review {
+namespace {
+
+/// Where to begin so that the first difference is seen: at the beginning of a character, some in front of it.
+std::size_t BeginOfCut(std::string_view before, std::string_view after, std::size_t maxBytes) {
+    constexpr std::size_t kInFront = 40;
+    const auto [end, other] = std::ranges::mismatch(before, after);
+    const auto common = static_cast<std::size_t>(end - before.begin());
+    if (common + kInFront < maxBytes) {
+        return 0;
+    }
+    std::size_t begin = common - std::min(common, kInFront);
+    const auto isInside = [&] { return (static_cast<unsigned char>(before[begin]) & 0xC0U) == 0x80; };
+    while (begin > 0 && begin < before.size() && isInside()) {
+        --begin;
+    }
+    return begin;
+}
+
+std::string Cut(std::string_view text, std::size_t begin, std::size_t maxBytes) {
+    const std::string_view kept = CutAtCharacter(text.substr(begin), maxBytes);
+    return std::string(begin == 0 ? "" : "...").append(kept) +
+           (begin + kept.size() < text.size() ? "..." : "");
+}
+
+}  // namespace
 
 std::string ShownText(std::string_view text) {
     return text.size() <= kMaxShownText ? Shown(text) : Shown(CutAtCharacter(text, kMaxShownText)) + "...";
+}
+
+Sides CutSides(std::string_view before, std::string_view after, std::size_t maxBytes) {
+    if (before.size() <= maxBytes && after.size() <= maxBytes) {
+        return {std::string(before), std::string(after)};
+    }
+    const std::size_t begin = BeginOfCut(before, after, maxBytes);
+    return {Cut(before, begin, maxBytes), Cut(after, begin, maxBytes)};
+}
+
+void SetSides(Change& change, std::string_view before, std::string_view after) {
+    const Sides sides = CutSides(before, after, kMaxKeptText);
+    change.before = Shown(sides.before);
+    change.after = Shown(sides.after);
 }
 
 std::string_view KindName(ChangeKind kind) {
@@ -59,6 +100,8 @@ std::string_view AspectName(Aspect aspect) {
             return "class";
         case Aspect::Type:
             return "type";
+        case Aspect::Layout:
+            return "layout";
         case Aspect::Length:
             return "length";
         case Aspect::Limit:
@@ -75,6 +118,8 @@ std::string_view AspectName(Aspect aspect) {
             return "texts";
         case Aspect::MediaType:
             return "media type";
+        case Aspect::Selector:
+            return "selector";
         case Aspect::Repetition:
             return "repetition";
         case Aspect::Description:

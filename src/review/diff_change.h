@@ -30,6 +30,7 @@ enum class Aspect {
     Position,   ///< Among the parameters of its message, or the members of its container.
     Class,      ///< Property or method.
     Type,       ///< Kind and sign.
+    Layout,     ///< How far the bytes of an operation are known, and what is missing or not sure.
     Length,     ///< In bytes or bits.
     Limit,      ///< The most elements or bytes of what has no length of its own.
     Range,
@@ -38,6 +39,7 @@ enum class Aspect {
     Unit,
     Texts,  ///< Of a bit.
     MediaType,
+    Selector,    ///< The parameter that chooses what stands in another one.
     Repetition,  ///< Which members of a case repeat to the end of the stream.
     Description
 };
@@ -55,7 +57,7 @@ struct Place {
     std::uint32_t number = 0;
 };
 
-/// A difference. Names and texts are at most kMaxShownText bytes long.
+/// A difference. What it was and is may take kMaxKeptText bytes each, other texts kMaxShownText.
 struct Change {
     ChangeKind kind = ChangeKind::Changed;
     Object object = Object::Parameter;
@@ -65,7 +67,8 @@ struct Change {
     std::optional<Place> function = std::nullopt;  ///< Nothing for a change of the block.
     /// The parameter, with the containers that it stands in: "Data.Title"; empty for other objects.
     std::string path = {};
-    /// The operation, value, bit or case: "Set", "0x02 Pause".
+    /// The operation, value, bit or case: "Set", "0x02 Pause". Of a parameter its name in the catalog, if the
+    /// path lacks letters of it.
     std::string item = {};
     std::string before = {};
     std::string after = {};
@@ -80,8 +83,21 @@ struct Change {
 
 /// Longer texts are cut, so that a large name in every line makes no endless output.
 inline constexpr std::size_t kMaxShownText = 200;
+/// Programs get more of what a change was and is.
+inline constexpr std::size_t kMaxKeptText = 4000;
 /// A text as a change keeps it: without what people can't see, and cut.
 std::string ShownText(std::string_view text);
+
+/// What something was and is.
+struct Sides {
+    std::string before;
+    std::string after;
+};
+/// At most so many bytes of both. Texts that begin alike are cut in front of their first difference, too, so
+/// that it is seen.
+Sides CutSides(std::string_view before, std::string_view after, std::size_t maxBytes);
+/// Sets what a change was and is, as the change keeps it.
+void SetSides(Change& change, std::string_view before, std::string_view after);
 
 // What they are called in every format.
 std::string_view KindName(ChangeKind kind);

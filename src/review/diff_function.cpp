@@ -27,10 +27,24 @@ bool FunctionChanges::IsWanted(const Change& change) const {
 void FunctionChanges::BeginOperation(unsigned opType) {
     operation_ = static_cast<std::uint16_t>(1U << opType);
     counts_.clear();
+    hasChanged_ = false;
+    haveBytesChanged_ = false;
+    lossesTold_.clear();
+    partners_.clear();
+}
+
+bool FunctionChanges::BelongTogether(const ZMTParam& before, const ZMTParam& after) const {
+    const auto found = partners_.find(&before);
+    return found == partners_.end() ? before.GetName() == after.GetName() : found->second == &after;
 }
 
 /// The second of two parameters of one name that change alike is not the first one in another operation.
 void FunctionChanges::AddOfParameter(Change change, const Origin& origin) {
+    hasChanged_ = true;
+    haveBytesChanged_ |= change.effect == Effect::Bytes;
+    if (change.lostBy != 0) {
+        lossesTold_.insert(change.lostBy);
+    }
     if (!IsWanted(change)) {
         return;
     }

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,8 +42,20 @@ class FunctionChanges {
 
     /// What follows is about parameters of that operation.
     void BeginOperation(unsigned opType);
-    /// Takes a change of a parameter.
+    /// Takes a change of a parameter, or one of what parameters of the operation make of it.
     void AddOfParameter(Change change, const Origin& origin);
+
+    /// The parameters of the operation belong together, though their names may differ.
+    void Pair(const ZMTParam& before, const ZMTParam& after) { partners_[&before] = &after; }
+    /// So it was told, or they have the same name.
+    bool BelongTogether(const ZMTParam& before, const ZMTParam& after) const;
+
+    // What was taken since the operation has begun, wanted or not.
+    bool HasChanged() const { return hasChanged_; }
+    bool HaveBytesChanged() const { return haveBytesChanged_; }
+    /// A change says that by this message something could not be read; false for 0.
+    bool IsLossTold(unsigned message) const { return lossesTold_.contains(message); }
+
     /// Takes a change of the function or of an operation.
     void Add(Change change, const Origin& origin);
 
@@ -53,6 +67,10 @@ class FunctionChanges {
 
     DiffOptions options_;
     std::uint16_t operation_ = 0;
+    bool hasChanged_ = false;
+    bool haveBytesChanged_ = false;
+    std::set<unsigned> lossesTold_;
+    std::map<const ZMTParam*, const ZMTParam*> partners_;  // of those whose lists differ
     std::vector<FunctionChange> all_;
     kestrel::KeyedMap<std::string, std::size_t> places_;  // of changes in the list, by what they say
     kestrel::KeyedMap<std::string, std::size_t> counts_;  // of equal changes of the operation

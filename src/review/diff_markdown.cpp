@@ -25,8 +25,9 @@ std::string Row(const Change& change) {
     AppendCell(row, change.function ? FunctionText(*change.function) : std::string());
     const std::string remark = RemarkText(change);
     AppendCell(row, SubjectText(change) + (remark.empty() ? "" : ", " + remark));
-    AppendCell(row, change.before);
-    AppendCell(row, change.after);
+    const Sides sides = CutSides(change.before, change.after, kMaxShownText);
+    AppendCell(row, sides.before);
+    AppendCell(row, sides.after);
     AppendCell(row, OperationsText(change));
     AppendCell(row, change.effect == Effect::None ? "" : EffectName(change.effect));
     return row + "\n";

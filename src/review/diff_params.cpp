@@ -6,12 +6,14 @@
 #include "params/array.h"
 #include "params/bit_field.h"
 #include "params/classified_stream.h"
+#include "params/layout.h"
 #include "params/number.h"
 #include "params/record.h"
 #include "params/stream_case.h"
 #include "params/stream_signal.h"
 #include "review/diff_match.h"
 #include "review/diff_parts.h"
+#include "review/param_members.h"
 #include "review/param_words.h"
 
 namespace tarvex::review {
@@ -25,6 +27,10 @@ bool AreSame(double a, double b) {
 bool HaveSameRange(const ZMTParamNumber& a, const ZMTParamNumber& b) {
     return a.HasRange() == b.HasRange() &&
            (!a.HasRange() || (AreSame(a.RangeMin(), b.RangeMin()) && AreSame(a.RangeMax(), b.RangeMax())));
+}
+
+std::string SelectorText(const ZMTParam* selector) {
+    return selector == nullptr ? std::string() : ShortestName(*selector);
 }
 
 /// A parameter in both versions. Says what differs.
@@ -51,6 +57,17 @@ class Comparison {
     }
     void CompareLimits() {
         Compare(Aspect::Limit, Effect::None, LimitText(before_), LimitText(*after_.param));
+    }
+
+    void CompareSelectors() {
+        const ZMTParam* selectorBefore = SelectorOf(before_);
+        const ZMTParam* selectorAfter = SelectorOf(*after_.param);
+        const bool areBoth = selectorBefore != nullptr && selectorAfter != nullptr;
+        if (areBoth ? !changes_.BelongTogether(*selectorBefore, *selectorAfter)
+                    : selectorBefore != selectorAfter) {
+            Changed(Aspect::Selector, Effect::Bytes, SelectorText(selectorBefore),
+                    SelectorText(selectorAfter));
+        }
     }
 
     /// Both versions as what they are.
@@ -102,10 +119,19 @@ ParamList MembersOf(ItemRange<const ZMTParam> members) {
     return list;
 }
 
+unsigned LossOf(const ZMTParam& container) {
+    const auto missing = MissingMember(container);
+    return missing ? missing->message : 0;
+}
+
+LostMembers LossesOf(const ZMTParam& before, const ZMTParam& after) {
+    return {LossOf(before), LossOf(after)};
+}
+
 void CompareArrays(Comparison& comparison, const Way& way, FunctionChanges& changes) {
     const auto [before, after] = comparison.As<ZMTParamArray>();
     comparison.CompareLimits();
-    CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way, {}, changes);
+    CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way, LossesOf(before, after), changes);
 }
 
 void CompareKinds(Comparison& comparison, const ZMTParam& other, const Way& way, FunctionChanges& changes) {
@@ -127,7 +153,8 @@ void CompareKinds(Comparison& comparison, const ZMTParam& other, const Way& way,
             return CompareNumbers(comparison);
         case ParamKind::Record: {
             const auto [before, after] = comparison.As<ZMTParamRecord>();
-            return CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way, {}, changes);
+            return CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way,
+                                LossesOf(before, after), changes);
         }
         case ParamKind::ShortStream:
         case ParamKind::Stream:
@@ -137,7 +164,8 @@ void CompareKinds(Comparison& comparison, const ZMTParam& other, const Way& way,
             const auto [before, after] = comparison.As<ZMTParamStreamCase>();
             comparison.Compare(Aspect::Repetition, Effect::Bytes, RepetitionText(before),
                                RepetitionText(after));
-            return CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way, {}, changes);
+            return CompareLists(MembersOf(before.Items()), MembersOf(after.Items()), &way,
+                                LossesOf(before, after), changes);
         }
         case ParamKind::StreamSignal: {
             const auto [before, after] = comparison.As<ZMTParamStreamSignal>();
@@ -169,27 +197,38 @@ void AddExistence(const Way& way, ChangeKind kind, unsigned lostBy, FunctionChan
 }
 
 void ComparePair(const ZMTParam& before, const Way& after, FunctionChanges& changes) {
-    if (before.GetName() != after.param->GetName()) {
-        changes.AddOfParameter(ParamChange(after, ChangeKind::Renamed, Aspect::Name, Effect::None,
-                                           before.GetName(), after.param->GetName()),
-                               {before.GetElement(), after.param->GetElement()});
+    if (!HaveSameNames(before, *after.param)) {
+        const Sides names = NamesThatDiffer(before, *after.param);
+        changes.AddOfParameter(
+            ParamChange(after, ChangeKind::Renamed, Aspect::Name, Effect::None, names.before, names.after),
+            {before.GetElement(), after.param->GetElement()});
     }
     CompareParams(before, after, changes);
 }
 
 bool AreSameOrder(const ParamList& before, const ParamList& after) {
     return std::ranges::equal(before, after, [](const ZMTParam* a, const ZMTParam* b) {
-        return a->GetType() == b->GetType() && a->GetName() == b->GetName();
+        return a->GetType() == b->GetType() && HaveSameNames(*a, *b);
     });
 }
 
-std::vector<Placed> PlacesOf(const ParamList& list) {
-    std::vector<Placed> places;
-    for (const ZMTParam* param : list) {
-        places.push_back({param->GetName(), static_cast<std::uint64_t>(param->GetType())});
+/// Parameters by the names that the catalog gives them.
+class NamedList {
+  public:
+    explicit NamedList(const ParamList& list) {
+        names_.reserve(list.size());
+        for (const ZMTParam* param : list) {
+            names_.push_back(OwnName(*param));
+            places_.push_back({names_.back(), static_cast<std::uint64_t>(param->GetType())});
+        }
     }
-    return places;
-}
+
+    const std::vector<Placed>& Places() const { return places_; }
+
+  private:
+    std::vector<std::string> names_;
+    std::vector<Placed> places_;
+};
 
 /// Positions are counted from 1.
 void AddMoves(const ParamList& before, const ParamList& after, const std::vector<Matches::Pair>& moved,
@@ -208,7 +247,10 @@ std::string Way::Text() const {
     if (param->IsType(kParamStreamCase)) {
         return outer + "(" + CaseText(static_cast<const ZMTParamStreamCase&>(*param)) + ")";
     }
-    const std::string name = param->GetName().empty() ? "{" + KindText(*param) + "}" : param->GetName();
+    std::string name = ShortestName(*param);
+    if (name.empty()) {
+        name = "{" + KindText(*param) + "}";
+    }
     return outer + (outer.empty() ? "" : ".") + ShownText(name);
 }
 
@@ -219,8 +261,12 @@ Change ParamChange(const Way& way, ChangeKind kind, Aspect aspect, Effect effect
     change.aspect = aspect;
     change.effect = effect;
     change.path = ShownText(way.Text());
-    change.before = ShownText(before);
-    change.after = ShownText(after);
+    if (kind != ChangeKind::Renamed && !way.param->GetName().empty()) {
+        if (const std::string own = OwnName(*way.param); LacksLetters(own)) {
+            change.item = ShownText(own);
+        }
+    }
+    SetSides(change, before, after);
     return change;
 }
 
@@ -232,13 +278,17 @@ void CompareLists(const ParamList& before, const ParamList& after, const Way* co
         }
         return;
     }
-    const std::vector<Placed> placesBefore = PlacesOf(before);
-    const std::vector<Placed> placesAfter = PlacesOf(after);
-    const Matches matches = MatchPlaced(placesBefore, placesAfter);
+    const NamedList namesBefore(before);
+    const NamedList namesAfter(after);
+    const Matches matches = MatchPlaced(namesBefore.Places(), namesAfter.Places());
+    for (const auto& [i, j] : matches.pairs) {  // before what they choose is looked at
+        changes.Pair(*before[i], *after[j]);
+    }
     for (const auto& [i, j] : matches.pairs) {
         ComparePair(*before[i], {container, after[j]}, changes);
     }
-    AddMoves(before, after, OutOfOrder(placesBefore, placesAfter, matches), container, changes);
+    AddMoves(before, after, OutOfOrder(namesBefore.Places(), namesAfter.Places(), matches), container,
+             changes);
     for (const std::size_t i : matches.removed) {
         AddExistence({container, before[i]}, ChangeKind::Removed, lost.after, changes);
     }
@@ -253,6 +303,7 @@ void CompareParams(const ZMTParam& before, const Way& after, FunctionChanges& ch
         comparison.Compare(Aspect::Description, Effect::None, DescriptionText(before),
                            DescriptionText(*after.param));
     }
+    comparison.CompareSelectors();
     if (before.Kind() == after.param->Kind()) {
         return CompareKinds(comparison, before, after, changes);
     }

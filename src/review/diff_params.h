@@ -3,10 +3,12 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalog/param.h"
 #include "review/diff_function.h"
+#include "review/own_texts.h"
 
 namespace tarvex::review {
 
@@ -31,6 +33,15 @@ struct LostMembers {
     unsigned before = 0;
     unsigned after = 0;
 };
+
+/// The names in the catalogs, or those of the trees where they alone differ: by white space.
+template <class Node>
+Sides NamesThatDiffer(const Node& before, const Node& after) {
+    std::string own = OwnName(before);
+    std::string others = OwnName(after);
+    return own == others ? Sides{before.GetName(), after.GetName()}
+                         : Sides{std::move(own), std::move(others)};
+}
 
 /// Compares two versions of a list, and what stands in the parameters. `container`: null for operations.
 void CompareLists(const ParamList& before, const ParamList& after, const Way* container,

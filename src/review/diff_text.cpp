@@ -26,6 +26,7 @@ vorn::Colour ColourOf(ChangeKind kind) {
 }
 
 std::string Line(const Change& change, const vorn::Style& style) {
+    const Sides sides = CutSides(change.before, change.after, kMaxShownText);
     std::string place = BlockText(change.block);
     if (change.function) {
         place += " " + FunctionText(*change.function);
@@ -33,8 +34,8 @@ std::string Line(const Change& change, const vorn::Style& style) {
     std::string line =
         style(vorn::Colour::Heading, place + ":") + " " + style(ColourOf(change.kind), SubjectText(change));
     if (change.aspect != Aspect::Existence) {
-        line += " " + SideText(change, change.before) + " -> " + SideText(change, change.after);
-    } else if (const std::string whole = change.before + change.after; !whole.empty()) {
+        line += " " + SideText(change, sides.before) + " -> " + SideText(change, sides.after);
+    } else if (const std::string whole = sides.before + sides.after; !whole.empty()) {
         line += ": " + whole;
     }
     if (!change.operations.empty()) {

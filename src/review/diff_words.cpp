@@ -30,7 +30,8 @@ std::string SubjectText(const Change& change) {
     if (HasItsOwnName(change.object)) {
         Append(text, ObjectName(change.object));
     }
-    Append(text, change.item);
+    const bool isQuoted = change.object == Object::Parameter && !change.item.empty();
+    Append(text, isQuoted ? '"' + change.item + '"' : change.item);
     Append(text, change.kind == ChangeKind::Changed ? AspectName(change.aspect) : KindName(change.kind));
     return text;
 }

@@ -4,10 +4,13 @@
 #include <charconv>
 #include <cstdint>
 #include <set>
+#include <span>
+#include <utility>
 
 #include "import/text/format_text.h"
 #include "import/text/names.h"
 #include "import/text/nearest_name.h"
+#include "review/own_texts.h"
 
 namespace tarvex::review {
 namespace {
@@ -101,10 +104,63 @@ bool Matches(std::string_view pattern, std::string_view name) {
     return true;
 }
 
-void FindOperations(const Target& function, std::string_view pattern, std::vector<Target>& found) {
+/// A part of a name that somebody asks for.
+class NamePattern {
+  public:
+    /// `text`: as it was written, `name`: as the tree would have it.
+    NamePattern(std::string_view text, std::string name)
+        : text_(WithoutSpaces(text)), name_(std::move(name)), isWhole_(text_.size() == name_.size()) {}
+
+    bool IsEmpty() const { return text_.empty(); }
+    bool HasWildcard() const { return text_.find_first_of("*?") != std::string::npos; }
+    /// What names in the tree lack is looked for in the catalog.
+    template <class Node>
+    bool Matches(const Node& node) const {
+        return isWhole_ ? review::Matches(name_, node.GetName())
+                        : review::Matches(text_, WithoutSpaces(OwnName(node)));
+    }
+    bool Matches(const ZMTOperation& operation) const { return review::Matches(name_, operation.GetName()); }
+
+  private:
+    static std::string WithoutSpaces(std::string_view text) {
+        std::string name(text);
+        std::ranges::replace(name, ' ', '_');
+        return name;
+    }
+
+    std::string text_;
+    std::string name_;
+    bool isWhole_;
+};
+
+std::vector<NamePattern> PatternsIn(std::string_view what) {
+    const std::vector<std::string_view> parts = PartsOf(what);
+    const std::vector<std::string> names = NamesIn(what);
+    std::vector<NamePattern> patterns;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        patterns.emplace_back(parts[i], names[i]);
+    }
+    return patterns;
+}
+
+void FindOperations(const Target& function, const NamePattern& pattern, std::vector<Target>& found) {
     for (const ZMTOperation& operation : function.function->Items()) {
-        if (Matches(pattern, operation.GetName())) {
+        if (pattern.Matches(operation)) {
             found.push_back({function.block, function.function, operation.OpType()});
+        }
+    }
+}
+
+/// `parts`: of the function, and of an operation if it is asked for.
+void FindFunctions(const ZMTFBlock& block, std::span<const NamePattern> parts, std::vector<Target>& found) {
+    for (const ZMTFunction& function : block.Items()) {
+        if (!parts[0].Matches(function)) {
+            continue;
+        }
+        if (parts.size() == 1) {
+            found.push_back({&block, &function});
+        } else {
+            FindOperations({&block, &function}, parts[1], found);
         }
     }
 }
@@ -151,28 +207,21 @@ std::optional<Target> FindByAddress(const ZMTCatalog& catalog, std::string_view 
 }
 
 std::vector<Target> FindByName(const ZMTCatalog& catalog, std::string_view what) {
-    const std::vector<std::string> parts = NamesIn(what);
+    const std::vector<NamePattern> parts = PatternsIn(what);
     std::vector<Target> found;
-    if (parts.size() > 3 || std::ranges::count(parts, "") > 0) {
+    if (parts.size() > 3 || std::ranges::any_of(parts, &NamePattern::IsEmpty)) {
         return found;
     }
+    const std::span<const NamePattern> behindBlock = std::span(parts).subspan(1);
     for (const ZMTFBlock& block : catalog.Items()) {
-        if (!Matches(parts[0], block.GetName())) {
-            continue;
-        }
-        if (parts.size() == 1) {
+        const bool isBlock = parts[0].Matches(block);
+        if (isBlock && behindBlock.empty()) {
             found.push_back({&block});
-            continue;
+        } else if (isBlock) {
+            FindFunctions(block, behindBlock, found);
         }
-        for (const ZMTFunction& function : block.Items()) {
-            if (!Matches(parts[1], function.GetName())) {
-                continue;
-            }
-            if (parts.size() == 2) {
-                found.push_back({&block, &function});
-            } else {
-                FindOperations({&block, &function}, parts[2], found);
-            }
+        if (behindBlock.empty() && parts[0].HasWildcard()) {
+            FindFunctions(block, parts, found);
         }
     }
     return found;

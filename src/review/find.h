@@ -26,7 +26,8 @@ struct Target {
 std::optional<Target> FindByAddress(const ZMTCatalog& catalog, std::string_view what);
 
 /// The targets of a name: of a block, a block and a function, or these and an operation, with points between
-/// them, as the catalog or the databases write it, in any case. "*" stands for any letters and "?" for one.
+/// them, as the catalog or the databases write it, in any case. "*" stands for any letters and "?" for one; a
+/// single part that has them also names functions of all blocks.
 std::vector<Target> FindByName(const ZMTCatalog& catalog, std::string_view what);
 
 /// Why an address leads to nothing, where the catalog has something that could not be imported; else empty.

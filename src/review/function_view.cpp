@@ -4,6 +4,7 @@
 #include <iterator>
 #include <map>
 
+#include "catalog/parameter_assignment.h"
 #include "review/catalog_texts.h"
 #include "review/layout_end.h"
 #include "review/param_text.h"
@@ -17,9 +18,10 @@ class Parameters {
   public:
     explicit Parameters(std::vector<const ZMTParam*>& all) : all_(all) {}
 
-    void Add(const ZMTOperation& operation, std::vector<unsigned>& positions) {
+    void Add(OperationView& view) {
+        std::vector<unsigned>& positions = view.positions;
         unsigned position = 0;
-        for (const ZMTParam& param : operation.Items()) {
+        for (const ZMTParam& param : view.operation->Items()) {
             ++position;
             if (param.IsType(kParamVoid)) {
                 continue;
@@ -27,6 +29,11 @@ class Parameters {
             const std::size_t place = PlaceOf(param, positions);
             positions.resize(std::max(positions.size(), place + 1));
             positions[place] = position;
+            view.positionsInCatalog.resize(positions.size());
+            if (param.GetElement() != nullptr) {
+                view.positionsInCatalog[place] =
+                    PositionInCatalog(*param.GetElement(), view.operation->OpType());
+            }
         }
     }
 
@@ -101,11 +108,12 @@ FunctionView ViewOf(const CatalogReading& reading, const Target& target, ZVornEx
         }
         OperationView& operation = view.operations.emplace_back(ViewOf(target, opType, messages));
         if (operation.operation != nullptr) {
-            parameters.Add(*operation.operation, operation.positions);
+            parameters.Add(operation);
         }
     }
     for (OperationView& operation : view.operations) {
         operation.positions.resize(view.parameters.size());
+        operation.positionsInCatalog.resize(view.parameters.size());
     }
     const std::string path = target.function->GetPath();
     for (const Fault& fault : reading.Faults()) {

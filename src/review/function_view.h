@@ -27,6 +27,9 @@ struct OperationView {
     std::optional<vorn::OpenEnd> end;
     /// Where each parameter of the view stands among those of the operation, counted from 1; 0 for none.
     std::vector<unsigned> positions;
+    /// The same as the catalog counts them, which may begin with 0 and have gaps; nothing where it does not
+    /// say.
+    std::vector<std::optional<unsigned>> positionsInCatalog;
 
     /// The bytes whose place is known.
     std::size_t KnownBytes() const { return message == nullptr ? 0 : message->length; }

@@ -15,6 +15,7 @@
 #include "params/stream_signal.h"
 #include "params/string.h"
 #include "review/fault_json.h"
+#include "review/own_texts.h"
 #include "review/param_members.h"
 #include "review/param_words.h"
 
@@ -45,9 +46,16 @@ void AddNumber(const ZMTParamNumber& number, Json& json) {
 
 void AddValues(const ZMTParamEnum& enumeration, Json& json) {
     Json values = Json::array();
+    const std::vector<ValueTexts> texts = OwnValues(enumeration);
+    auto text = texts.begin();
     for (const ZMTEnumValue& value : enumeration.Items()) {
+        const bool isOpen = value.CodeMax() == static_cast<std::uint32_t>(kOpenRangeEnd);
         values.push_back(
-            {{"codes", Json::array({value.CodeMin(), value.CodeMax()})}, {"name", value.GetName()}});
+            {{"codes", Json::array({value.CodeMin(), isOpen ? Json(nullptr) : Json(value.CodeMax())})},
+             {"name", value.GetName()},
+             {"catalog_name", OrNull(text->name)},
+             {"description", OrNull(text->description)}});
+        ++text;
     }
     json["values"] = std::move(values);
 }
@@ -56,10 +64,14 @@ void AddBits(const ZMTParamBitField& field, Json& json) {
     json["bit_length"] = field.Length();
     Json bits = Json::array();
     for (const ZMTParamBoolField& bit : field.Items()) {
+        const BitTexts texts = OwnTexts(bit);
         bits.push_back({{"bit", bit.BitPos()},
                         {"name", OrNull(bit.GetName())},
                         {"true", bit.TrueDesc()},
-                        {"false", bit.FalseDesc()}});
+                        {"false", bit.FalseDesc()},
+                        {"catalog_name", OrNull(texts.name)},
+                        {"catalog_true", texts.whenTrue},
+                        {"catalog_false", texts.whenFalse}});
     }
     json["bits"] = std::move(bits);
 }
@@ -142,6 +154,7 @@ Json ParamJson(const ZMTParam& param) {
     const std::optional<std::uint64_t> bytes = FixedBytes(param);
     const ZMTParam* selector = SelectorOf(param);
     Json json{{"name", param.GetName()},
+              {"catalog_name", OrNull(OwnName(param))},
               {"kind", KindName(param.Kind())},
               {"bytes", bytes ? Json(*bytes) : Json(nullptr)},
               {"description", OrNull(DescriptionText(param))},

@@ -9,6 +9,7 @@
 #include "params/number.h"
 #include "params/stream_case.h"
 #include "review/catalog_texts.h"
+#include "review/own_texts.h"
 #include "review/param_members.h"
 #include "review/param_words.h"
 #include "review/text_table.h"
@@ -56,8 +57,9 @@ class ParamLines {
     void AddMember(const ZMTParam& member, std::size_t indent) {
         if (member.IsType(kParamBoolField)) {
             const auto& bit = static_cast<const ZMTParamBoolField&>(member);
-            const std::string name = bit.GetName().empty() ? std::string() : "  " + ShownName(bit.GetName());
-            Line(indent, "bit " + std::to_string(bit.BitPos()) + name + "  " + ShownName(BitText(bit)));
+            const BitTexts texts = OwnTexts(bit);
+            const std::string name = texts.name.empty() ? std::string() : "  " + ShownName(texts.name);
+            Line(indent, "bit " + std::to_string(bit.BitPos()) + name + "  " + ShownName(texts.Meanings()));
             return;
         }
         Add(member, indent);
@@ -83,26 +85,27 @@ class ParamLines {
         for (const ZMTEnumValue& value : enumeration.Items()) {
             width = std::max(width, CodesText(value).size());
         }
+        const std::vector<ValueTexts> texts = OwnValues(enumeration);
+        auto text = texts.begin();
         for (const ZMTEnumValue& value : enumeration.Items()) {
             std::string codes = CodesText(value);
             codes.append(width - codes.size(), ' ');
-            Line(indent, codes + "  " + ShownName(value.GetName()));
+            Line(indent, codes + "  " + ShownName(text->name));
+            text_ += IndentedText(Shown(text->description), indent + width + kStep + kStep);
+            ++text;
         }
-    }
-
-    /// Nothing chooses the case, so its stream has no other.
-    static bool IsAlways(const ZMTParamStreamCase& streamCase) {
-        const ZMTNode* stream = streamCase.GetParent();
-        return NamesEqual(streamCase.PosXString(), kNoCoordinate) && stream != nullptr &&
-               static_cast<const ZMTParamCaseStream*>(stream)->Selector() == nullptr;
     }
 
     static std::string HeadOf(const ZMTParam& param) {
         if (param.IsType(kParamStreamCase)) {
             const auto& streamCase = static_cast<const ZMTParamStreamCase&>(param);
-            return IsAlways(streamCase) ? "always" : "case " + ShownName(CaseText(streamCase));
+            return (IsAlways(streamCase) ? "" : "case ") + ShownName(CaseText(streamCase));
         }
-        std::string head = param.GetName().empty() ? "(unnamed)" : ShownName(param.GetName());
+        const std::string own = OwnName(param);
+        std::string head = own.empty() ? "(unnamed)" : ShownName(ShortestName(param));
+        if (LacksLetters(own) && !param.GetName().empty()) {
+            head += "  \"" + ShownName(own) + "\"";
+        }
         head += "  " + TypeText(param) + ", " + LengthText(param);
         if (const ZMTParam* selector = SelectorOf(param)) {
             head += ", chosen by " + ShownName(selector->GetName());

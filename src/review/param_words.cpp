@@ -11,6 +11,7 @@
 #include "kestrel/json_text.h"
 #include "params/array.h"
 #include "params/bit_field.h"
+#include "params/case_stream.h"
 #include "params/classified_stream.h"
 #include "params/kind_name.h"
 #include "params/layout.h"
@@ -20,7 +21,9 @@
 #include "params/stream.h"
 #include "params/stream_signal.h"
 #include "params/string.h"
+#include "params/type_element.h"
 #include "review/counted.h"
+#include "review/own_texts.h"
 
 namespace tarvex::review {
 namespace {
@@ -59,13 +62,17 @@ std::string CodeRange(std::uint32_t min, std::uint32_t max) {
                                                             : FormatText("0x%02X..0x%02X", min, max);
 }
 
-/// In one line, whatever the indentation of the catalog.
-std::string Unindented(std::string_view text) {
-    std::string line;
-    for (const std::string_view word : SplitTokens(text, " \t\r\n")) {
-        line.append(line.empty() ? "" : " ").append(word);
+/// Negative values are those of signed selectors; a range that is reversed as a signed one is meant unsigned.
+std::string SelectorRange(const ZMTParamStreamCase& streamCase) {
+    const auto min = static_cast<std::int32_t>(streamCase.PosYMin());
+    const auto max = static_cast<std::int32_t>(streamCase.PosYMax());
+    if (min >= 0 || min > max) {
+        return CodeRange(streamCase.PosYMin(), streamCase.PosYMax());
     }
-    return line;
+    if (max == kOpenRangeEnd) {
+        return ">=" + std::to_string(min);
+    }
+    return std::to_string(min) + (min == max ? std::string() : ".." + std::to_string(max));
 }
 
 }  // namespace
@@ -229,28 +236,57 @@ std::string CodesText(const ZMTEnumValue& value) {
 }
 
 std::string BitText(const ZMTParamBoolField& bit) {
-    return bit.TrueDesc() + " / " + bit.FalseDesc();
+    return OwnTexts(bit).Meanings();
 }
 
 std::string CaseText(const ZMTParamStreamCase& streamCase) {
+    if (IsAlways(streamCase)) {
+        return "always";
+    }
     const std::string& x = streamCase.PosXString();
-    const std::string range = CodeRange(streamCase.PosYMin(), streamCase.PosYMax());
+    const std::string range = SelectorRange(streamCase);
     const std::string y = (range.starts_with(">=") ? "PosY" : "PosY=") + range;
     return x.empty() || NamesEqual(x, kNoCoordinate) ? y : "PosX=" + x + ", " + y;
 }
 
+bool IsAlways(const ZMTParamStreamCase& streamCase) {
+    if (!NamesEqual(streamCase.PosXString(), kNoCoordinate) || streamCase.GetParent() == nullptr) {
+        return false;
+    }
+    const auto& stream = static_cast<const ZMTParamCaseStream&>(*streamCase.GetParent());
+    return stream.Selector() == nullptr && stream.Count() == 1 && !stream.HasLostCases();
+}
+
+std::string_view LayoutWord(Layout layout) {
+    switch (layout) {
+        case Layout::Complete:
+            return "complete";
+        case Layout::Open:
+            return "open";
+        case Layout::Incomplete:
+            break;
+    }
+    return "incomplete";
+}
+
 std::string DescriptionText(const ZMTParam& param) {
+    const Element* element = param.GetElement();
+    std::string text;
     for (const char* name : {"ParamDescription", "TRecordFieldDesc", "TArrayDesc", "SignalDescription"}) {
-        if (std::string text = DescriptionText(param.GetElement(), name); !text.empty()) {
-            return text;
+        if (text = DescriptionText(element, name); !text.empty()) {
+            break;
         }
     }
-    return {};
+    if (param.IsType(kParamRecord) && element != nullptr) {
+        const std::string ofRecord = DescriptionText(FindTypeElement(*element, "TRecord"), "TRecordDesc");
+        text.append(text.empty() || ofRecord.empty() ? "" : " ").append(ofRecord);
+    }
+    return text;
 }
 
 std::string DescriptionText(const Element* element, const char* name) {
     const Element* description = FindChildElement(element, name);
-    return description == nullptr ? std::string() : Unindented(description->text);
+    return description == nullptr ? std::string() : InOneLine(description->text);
 }
 
 }  // namespace tarvex::review

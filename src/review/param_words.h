@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "params/bool_field.h"
 #include "params/enum_value.h"
+#include "params/layout.h"
 #include "params/number.h"
 #include "params/stream_case.h"
 
@@ -46,14 +48,19 @@ std::string UnitText(const ZMTParamNumber& number);
 
 /// The codes of a value: "0x02", "0x10..0x1F", ">=0x03".
 std::string CodesText(const ZMTEnumValue& value);
-/// What a bit means: "on / off", for 1 and for 0.
+/// What a bit means, in the words of the catalog: "on / off", for 1 and for 0.
 std::string BitText(const ZMTParamBoolField& bit);
 /// When a case stands in its stream, as the catalog says: "PosY=0x01", "PosX=Slot, PosY=0x01..0x03",
-/// "PosY>=0x04".
+/// "PosY>=0x04", "PosY=-8..-1", "always".
 std::string CaseText(const ZMTParamStreamCase& streamCase);
+/// The case is the only one of its stream, and nothing chooses it.
+bool IsAlways(const ZMTParamStreamCase& streamCase);
 
-/// What the catalog says about the parameter to people, in one line; empty where it says nothing, or was read
-/// without descriptions.
+/// "complete", "open" or "incomplete"
+std::string_view LayoutWord(Layout layout);
+
+/// What the catalog says about the parameter to people, in one line, and about the record that it is; empty
+/// where it says nothing, or was read without descriptions.
 std::string DescriptionText(const ZMTParam& param);
 /// The same of a block or function: the text of that child. The element may be null.
 std::string DescriptionText(const Element* element, const char* name);

@@ -17,8 +17,9 @@ struct FoundPlace {
     std::string what;
 };
 
-/// Looks for a word, in any case, in the names of blocks, functions, parameters, bits and values and in
-/// units, in the order of the identifiers. A parameter of several operations is found once in its function.
+/// Looks for a word, in any case, in the names of blocks, functions, parameters, bits and values, as the
+/// catalog and as databases have them, and in units, in the order of the identifiers. A parameter of several
+/// operations is found once in its function.
 void Search(const ZMTCatalog& catalog, std::string_view word,
             const std::function<void(const FoundPlace& place)>& found);
 

@@ -84,7 +84,10 @@ Json OperationJson(const OperationView& operation) {
     Json parameters = Json::array();
     for (std::size_t place = 0; place < operation.positions.size(); ++place) {
         if (operation.positions[place] != 0) {
-            parameters.push_back({{"parameter", place}, {"position", operation.positions[place]}});
+            const std::optional<unsigned> inCatalog = operation.positionsInCatalog[place];
+            parameters.push_back({{"parameter", place},
+                                  {"position", operation.positions[place]},
+                                  {"catalog_position", inCatalog ? Json(*inCatalog) : Json(nullptr)}});
         }
     }
     json["parameters"] = std::move(parameters);
@@ -164,6 +167,8 @@ class ShowJson : public ShowReport {
             block["functions"] = Json::array();
             for (const ZMTFunction& function : view.block->Items()) {
                 Json line = TargetJson({view.block, &function});
+                line["kind"] = ClassName(function.Class());
+                line["class"] = OrNull(CatalogTexts::Of(function).functionClass);
                 line["operations"] = Json::array();
                 for (const ZMTOperation& operation : function.Items()) {
                     line["operations"].push_back(operation.GetName());

@@ -6,7 +6,9 @@
 #include "import/text/shown_text.h"
 #include "kestrel/model_text.h"
 #include "review/fault_text.h"
+#include "review/own_texts.h"
 #include "review/param_text.h"
+#include "review/param_words.h"
 #include "review/show.h"
 #include "review/text_table.h"
 
@@ -17,18 +19,6 @@ using vorn::Colour;
 using Row = std::vector<std::string>;
 
 constexpr const char* kIndent = "  ";
-
-std::string_view LayoutWord(Layout layout) {
-    switch (layout) {
-        case Layout::Complete:
-            return "complete";
-        case Layout::Open:
-            return "open";
-        case Layout::Incomplete:
-            break;
-    }
-    return "incomplete";
-}
 
 std::string AddressOf(const Target& target) {
     std::string text = FormatText("%02X", target.block->FBlockID());
@@ -105,7 +95,7 @@ class FunctionText {
     bool AreNumbered() const {
         std::size_t width = 0;
         for (const ZMTParam* param : view_.parameters) {
-            width += 2 + ShownName(param->GetName()).size();
+            width += 2 + ShownName(ShortestName(*param)).size();
         }
         constexpr std::size_t kRoom = 60;
         return width > kRoom;
@@ -113,7 +103,7 @@ class FunctionText {
 
     std::string Heading(std::size_t place) const {
         return AreNumbered() ? "[" + std::to_string(place + 1) + "]"
-                             : ShownName(view_.parameters[place]->GetName());
+                             : ShownName(ShortestName(*view_.parameters[place]));
     }
 
     std::vector<Row> Table() const {
@@ -124,8 +114,11 @@ class FunctionText {
         rows.front().insert(rows.front().end(), {"Bytes", "Layout", "Identifier", "Message"});
         for (const OperationView& operation : view_.operations) {
             Row row{OperationText(operation)};
-            for (const unsigned position : operation.positions) {
-                row.push_back(position == 0 ? "-" : std::to_string(position));
+            for (std::size_t place = 0; place < operation.positions.size(); ++place) {
+                const unsigned position = operation.positions[place];
+                row.push_back(position == 0
+                                  ? "-"
+                                  : std::to_string(operation.positionsInCatalog[place].value_or(position)));
             }
             row.push_back(BytesText(operation));
             row.emplace_back(operation.operation == nullptr ? "lost" : LayoutWord(operation.layout));

@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "cost/work.h"
+#include "review/catalog_reading.h"
 #include "review/diff.h"
 #include "support/catalog_import.h"
+#include "support/temp_dir.h"
 
 namespace tarvex::test::diff_cost_test {
 namespace {
@@ -70,11 +72,12 @@ struct Row {
 };
 
 Work WorkOfDiff(const Row& row, unsigned count) {
-    const auto before = ImportText(row.before(count));
-    const auto after = ImportText(row.after(count));
+    const TempDir dir;
+    const review::CatalogReading before(dir.Write("before.xml", row.before(count)), {});
+    const review::CatalogReading after(dir.Write("after.xml", row.after(count)), {});
     std::size_t changes = 0;
     const Work work =
-        WorkOf([&] { changes = review::CompareCatalogs(*before->catalog, *after->catalog, {}).size(); });
+        WorkOf([&] { changes = review::CompareCatalogs(*before.Catalog(), *after.Catalog(), {}).size(); });
     EXPECT_GE(changes, count / 2) << row.name;
     return work;
 }

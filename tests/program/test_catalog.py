@@ -4,6 +4,7 @@ import json
 import os
 import random
 import re
+import shutil
 import subprocess
 
 from support import CATALOG, SOURCE, ProgramTest, on_terminal
@@ -12,6 +13,8 @@ from test_safe_layout import DEFINITION, ErrorParams, Function
 PROGRAM = os.environ["TARVEX_CATALOG"]
 FUNCTIONS = 60  # in a random catalog
 CATALOGS = int(os.environ.get("TARVEX_CATALOGS", "2" if os.environ["TARVEX_SANITIZED"] == "ON" else "6"))
+# So many numbers of each example are changed; 0 for all of them.
+MUTATIONS = int(os.environ.get("TARVEX_MUTATIONS", "6"))
 
 # One fault: the number of the function is none.
 FAULTY = CATALOG.replace("</Function>", "</Function>\n<Function><FunctionID>x</FunctionID>"
@@ -143,6 +146,37 @@ class Diff(CatalogTest):
                 self.assertEqual((result.returncode, result.stdout.decode()), (status, output))
                 self.assertIn(error, result.stderr.decode())
                 self.assertEqual(bool(error), bool(result.stderr))
+
+
+class DiffOfDatabases(CatalogTest):
+    """Where the databases of two catalogs differ, the catalogs do."""
+
+    ATTRIBUTES = re.compile(r'(<ParamPos>)(\d+)(?=<)|( NElements=")(\d+)(?=")')
+
+    def database_of(self, text):
+        self.write("catalog.xml", text)
+        (self.dir / "catalog.vorn").unlink(missing_ok=True)
+        self.assertEqual(self.run_program("catalog.xml", "catalog.vorn").returncode, 0)
+        return (self.dir / "catalog.vorn").read_bytes()
+
+    def test_what_changes_the_database_is_told(self):
+        self.write("TARVEX.ini", (SOURCE / "examples" / "recommended.ini").read_text(encoding="utf-8"))
+        shutil.copy(SOURCE / "examples" / "fcat.dtd", self.dir)
+        found = 0
+        for name in ["roadster.xml", "convertible.xml"]:
+            text = (SOURCE / "examples" / name).read_text(encoding="utf-8")
+            self.write(name, text)
+            database = self.database_of(text)
+            places = list(self.ATTRIBUTES.finditer(text))
+            for place in random.Random(name).sample(places, MUTATIONS or len(places)):
+                with self.subTest(catalog=name, place=place):
+                    number = place.group(place.lastindex)
+                    end = place.end()
+                    if self.database_of(f"{text[:end - len(number)]}{int(number) + 1}{text[end:]}") != database:
+                        told = self.run_catalog("diff", "--only-bytes", name, "catalog.xml")
+                        self.assertEqual(told.returncode, 1)
+                        found += 1
+        self.assertGreater(found, 0)
 
 
 class Colour(CatalogTest):

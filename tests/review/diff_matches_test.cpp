@@ -240,6 +240,144 @@ TEST_F(ReviewDiffMatches, WhatCouldNotBeReadIsNotJustRemoved) {
                     "message 116"));
 }
 
+/// The parameters are the same, and where they stand is not.
+TEST_F(ReviewDiffMatches, LayoutsOfOperations) {
+    const auto two = [](const std::string& type, const std::string& operations) {
+        return Param("A", kByte, At("PCmdSet", 1) + At("PReportStatus", 1)) + Param("B", type, operations);
+    };
+    const std::string sound = two(kByte, At("PCmdSet", 2) + At("PReportStatus", 2));
+    const auto record = [](const char* count) {
+        return Status("R", 1,
+                      std::string("<TRecord TypeRef=\"type_record\" NElements=\"") + count + "\">" +
+                          Field("X", 1, kByte) + Field("Y", 2, kByte) + "</TRecord>");
+    };
+    const auto chosen = [](const char* name) {
+        return Status(name, 1, kWord) +
+               Status("Data", 2,
+                      "<TRecord TypeRef=\"type_record\" NElements=\"2\">" + Field("X", 1, kByte) +
+                          Field("Y", 2, "<TString TypeRef=\"type_string\" MaxSize=\"8\"/>") + "</TRecord>");
+    };
+    const struct {
+        std::string before;
+        std::string after;
+        std::vector<std::string> lines;
+    } rows[] = {
+        {sound,
+         two(kByte, At("PCmdSet", 2) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Status] (bytes)"}},
+        {sound,
+         two(kByte, At("PCmdSet", 3) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Set, Status] (bytes)"}},
+        // Another change beside it.
+        {sound,
+         two(kWord, At("PCmdSet", 2) + At("PReportStatus", 3)),
+         {"Amp (22) Volume (400): B length 1 byte -> 2 bytes [Set, Status] (bytes)",
+          "Amp (22) Volume (400): operation layout complete -> incomplete: there is no parameter at position "
+          "2 "
+          "(message 102) [Status] (bytes)"}},
+        // The gap is elsewhere.
+        {two(kByte, At("PReportStatus", 3)) + Status("C", 5, kByte),
+         two(kByte, At("PReportStatus", 2)) + Status("C", 5, kByte),
+         {"Amp (22) Volume (400): operation layout incomplete: there is no parameter at position 2 (message "
+          "102) -> incomplete: there is no parameter at position 3 (message 102) [Status] (bytes)"}},
+        // Positions may count from 0.
+        {Status("A", 1, kByte), Status("A", 0, kByte), {}},
+        // Another end is what another parameter says already.
+        {sound,
+         two("<TString TypeRef=\"type_string\" MaxSize=\"8\"/>", At("PCmdSet", 2) + At("PReportStatus", 2)),
+         {"Amp (22) Volume (400): B type unsigned number, 1 byte -> string, open, at most 8 bytes [Set, "
+          "Status] (bytes)"}},
+        // Records.
+        {record("2"),
+         record("3"),
+         {"Amp (22) Volume (400): operation layout complete -> incomplete: R has another number of fields "
+          "than "
+          "it says (message 55) [Status] (bytes)"}},
+        {record("3"), record("4"), {}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(LinesOfParams(row.before, row.after), row.lines);
+    }
+    options_.areBytesOnly = true;
+    EXPECT_EQ(LinesOfParams(rows[0].before, rows[0].after), rows[0].lines);
+    EXPECT_THAT(LinesOfParams(chosen("Pos"), chosen("Pos")), IsEmpty());
+}
+
+std::string Enumeration(const std::string& values) {
+    return Status("E", 1, "<TEnum TypeRef=\"type_enum\" TEnumMax=\"9\">" + values + "</TEnum>");
+}
+
+std::string Value(const std::string& code, const std::string& name) {
+    return "<TEnumValue Code=\"" + code + "\">" + name + "</TEnumValue>";
+}
+
+/// What the names in the trees have in common tells nothing.
+TEST_F(ReviewDiffMatches, NamesAreThoseOfTheCatalogs) {
+    EXPECT_THAT(LinesOfParams(Enumeration(Value("0", "Да") + Value("1", "Нет")),
+                              Enumeration(Value("0", "Нет") + Value("1", "Да"))),
+                ElementsAre("Amp (22) Volume (400): E value Да moved 0x00 -> 0x01 [Status] (meaning)",
+                            "Amp (22) Volume (400): E value Нет moved 0x01 -> 0x00 [Status] (meaning)"));
+    EXPECT_THAT(LinesOfParams(Enumeration(Value("0", "1.5 V")), Enumeration(Value("0", "15\xC2\x9B V"))),
+                ElementsAre("Amp (22) Volume (400): E value 0x00 renamed 1.5 V -> 15. V [Status] (meaning)"));
+    EXPECT_THAT(LinesOfParams(Status("T+", 1, kByte) + Status("T-", 2, kByte),
+                              Status("T-", 1, kByte) + Status("T+", 2, kByte)),
+                ElementsAre("Amp (22) Volume (400): T \"T+\" moved 1 -> 2 [Status] (bytes)"));
+    EXPECT_THAT(
+        LinesOfParams(Status("Größe", 1, kByte), Status("Größe", 1, kWord)),
+        ElementsAre("Amp (22) Volume (400): Gre \"Größe\" length 1 byte -> 2 bytes [Status] (bytes)"));
+    EXPECT_THAT(LinesOfParams(Status("Да", 1, kByte), Status("Да", 1, kWord)),
+                ElementsAre("Amp (22) Volume (400): \"Да\" length 1 byte -> 2 bytes [Status] (bytes)"));
+}
+
+TEST_F(ReviewDiffMatches, SelectorsByWhatTheyAreNotByTheirNames) {
+    const auto stream = [](const char* selector, int position) {
+        const std::string name = selector;
+        return Status("Data", position,
+                      "<TStream TypeRef=\"type_stream\"><StreamCase><PosDescription PosX=\"" + name +
+                          "\" PosY=\"1\"/>" + Member("A", 1, kByte) +
+                          "</StreamCase><StreamCase><PosDescription PosX=\"" + name + "\" PosY=\"2\"/>" +
+                          Member("B", 1, kWord) + "</StreamCase></TStream>");
+    };
+    const std::string kind = Status("Kind", 1, kByte) + stream("Kind", 2);
+    const std::string sort = Status("Sort", 1, kByte) + stream("Sort", 2);
+    EXPECT_THAT(LinesOfParams(kind, sort),
+                ElementsAre("Amp (22) Volume (400): Sort renamed Kind -> Sort [Status]"));
+    const std::string both = Status("Kind", 1, kByte) + Status("Mode", 2, kByte);
+    EXPECT_THAT(LinesOfParams(both + stream("Kind", 3), both + stream("Mode", 3)),
+                ElementsAre("Amp (22) Volume (400): Data selector Kind -> Mode [Status] (bytes)"));
+    options_.areBytesOnly = true;
+    EXPECT_THAT(LinesOfParams(kind, sort), IsEmpty());
+}
+
+TEST_F(ReviewDiffMatches, LostPartsOfParametersSaySo) {
+    const auto stream = [](const std::string& second) {
+        return Status("S", 1,
+                      "<TStream TypeRef=\"type_stream\"><StreamCase><PosDescription PosX=\"#NULL#\" "
+                      "PosY=\"1\"/>" +
+                          Member("A", 1, kByte) +
+                          "</StreamCase><StreamCase><PosDescription PosX=\"#NULL#\" PosY=\"2\"/>" +
+                          Member("B", 1, second) + "</StreamCase></TStream>");
+    };
+    EXPECT_THAT(
+        LinesOfParams(stream(kByte), stream("<TOdd/>")),
+        ElementsAre("Amp (22) Volume (400): S case PosY=0x02 removed [Status] (bytes), could not be read "
+                    "in the new catalog: message 32"));
+    EXPECT_THAT(
+        LinesOfParams(Enumeration(Value("x", "A") + Value("1", "B")),
+                      Enumeration(Value("0", "A") + Value("1", "B"))),
+        ElementsAre("Amp (22) Volume (400): E value 0x00 A added [Status], could not be read in the old "
+                    "catalog: message 81"));
+    const std::string sound = Function("1", "A", Status("V", 1, kByte));
+    EXPECT_THAT(
+        LinesOfFunctions(sound, AllReplaced(sound, "PUnclassified", "POdd")),
+        ElementsAre("Amp (22) A (001): operation Status removed: V (bytes), could not be read in the new "
+                    "catalog: message 150"));
+}
+
 TEST_F(ReviewDiffMatches, BytesOnly) {
     options_.areBytesOnly = true;
     const std::string after =
@@ -263,6 +401,24 @@ TEST_F(ReviewDiffMatches, DescriptionsWhereTheyAreAskedFor) {
                     "Amp (22) Titles (402): Setup.Gain description \"About Gain.\" -> \"More.\" [Status]"));
 }
 
+TEST_F(ReviewDiffMatches, DescriptionsOfRecordsAndValues) {
+    const auto text = [](const std::string& ofRecord, const std::string& ofValue) {
+        return Status("R", 1,
+                      "<TRecord TypeRef=\"type_record\" NElements=\"1\"><TRecordDesc>" + ofRecord +
+                          "</TRecordDesc>" + Field("X", 1, kByte) + "</TRecord>") +
+               Status("E", 2,
+                      "<TEnum TypeRef=\"type_enum\" TEnumMax=\"9\"><TEnumValue Code=\"1\" "
+                      "SymbolicName=\"Busy\">" +
+                          ofValue + "</TEnumValue></TEnum>");
+    };
+    EXPECT_THAT(LinesOfParams(text("One.", "A."), text("Two.", "B.")), IsEmpty());
+    options_.areDescriptionsCompared = true;
+    EXPECT_THAT(
+        LinesOfParams(text("One.", "A."), text("Two.", "B.")),
+        ElementsAre("Amp (22) Volume (400): R description \"One.\" -> \"Two.\" [Status]",
+                    "Amp (22) Volume (400): E value 0x01 Busy description \"A.\" -> \"B.\" [Status]"));
+}
+
 TEST_F(ReviewDiffMatches, ClassesOfFunctions) {
     const std::string method = AllReplaced(
         Replaced(
@@ -284,6 +440,21 @@ TEST_F(ReviewDiffMatches, LongNamesAreCut) {
     EXPECT_EQ(lines.front(), "Amp (22) Volume (400): " + std::string(200, 'n') +
                                  "... length 1 byte -> 2 bytes "
                                  "[Status] (bytes)");
+}
+
+/// A difference behind what is shown is shown; programs get all.
+TEST_F(ReviewDiffMatches, LongTextsAreCutInFrontOfTheirDifference) {
+    const std::string alike(300, 'n');
+    const auto before = Read(CatalogOfParams(Enumeration(Value("1", alike + "a"))));
+    const auto after = Read(CatalogOfParams(Enumeration(Value("1", alike + "b" + std::string(4000, 'm')))));
+    const std::string shown = "..." + std::string(40, 'n');
+    EXPECT_THAT(Lines(*before, *after),
+                ElementsAre("Amp (22) Volume (400): E value 0x01 renamed " + shown + "a -> " + shown + "b" +
+                            std::string(159, 'm') + "... [Status] (meaning)"));
+    const std::vector<Change> changes = CompareCatalogs(*before->Catalog(), *after->Catalog(), options_);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes.front().before, alike + "a");
+    EXPECT_EQ(changes.front().after, alike + "b" + std::string(3699, 'm') + "...");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "review/param_words.h"
 
 #include <limits>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,9 @@
 #include "params/bit_field.h"
 #include "params/enumeration.h"
 #include "params/stream.h"
+#include "review/catalog_reading.h"
 #include "support/catalog_import.h"
+#include "support/temp_dir.h"
 
 namespace tarvex::test::param_words_test {
 namespace {
@@ -62,8 +65,9 @@ const std::string kSignals =
 class ParamWords : public testing::Test {
   protected:
     const ZMTParam& Import(const std::string& type) {
-        imported_ = ImportText(CatalogOfParams(Param("P", type)), false, true);
-        return *imported_->catalog->GetAt(0x22)->GetAt(0x400)->GetAt(12)->GetAt(0);
+        reading_ = std::make_unique<CatalogReading>(dir_.Write("c.xml", CatalogOfParams(Param("P", type))),
+                                                    ReadingOptions{});
+        return *reading_->Catalog()->GetAt(0x22)->GetAt(0x400)->GetAt(12)->GetAt(0);
     }
     template <class T>
     const T& ImportAs(const std::string& type) {
@@ -71,7 +75,8 @@ class ParamWords : public testing::Test {
     }
 
   private:
-    std::unique_ptr<Imported> imported_;
+    TempDir dir_;
+    std::unique_ptr<CatalogReading> reading_;
 };
 
 TEST_F(ParamWords, TypeAndLengthOfEachKind) {
@@ -137,6 +142,20 @@ TEST_F(ParamWords, PartsOfParameters) {
     EXPECT_EQ(CaseText(*stream.GetAt(2)), "PosY=0x00");
     EXPECT_EQ(KindText(*stream.GetAt(0)), "case");
     EXPECT_EQ(LengthText(*stream.GetAt(0)->GetAt(0)), "5 bits");
+}
+
+TEST_F(ParamWords, CasesOfSignedAndOfNoSelectors) {
+    const auto textOf = [&](const std::string& posX, const std::string& posY) {
+        const std::string cases =
+            "<StreamCase><PosDescription PosX=\"" + posX + "\" PosY=\"" + posY + "\"/></StreamCase>";
+        return CaseText(*ImportAs<ZMTParamStream>(Stream("0", cases)).GetAt(0));
+    };
+    EXPECT_EQ(textOf("Slot", "-8..3"), "PosX=Slot, PosY=-8..3");
+    EXPECT_EQ(textOf("Slot", "-8..-1"), "PosX=Slot, PosY=-8..-1");
+    EXPECT_EQ(textOf("Slot", "-1"), "PosX=Slot, PosY=-1");
+    EXPECT_EQ(textOf("Slot", "&gt;-9"), "PosX=Slot, PosY>=-9");
+    EXPECT_EQ(textOf("Slot", "0..3"), "PosX=Slot, PosY=0x00..0x03");
+    EXPECT_EQ(textOf("#NULL#", "#NULL#"), "always");
 }
 
 TEST(PhysicalText, IsExact) {

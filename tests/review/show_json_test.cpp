@@ -39,13 +39,16 @@ TEST(ReviewShowJson, AFunction) {
     EXPECT_EQ(function["parameters"].size(), 3U);
     EXPECT_EQ(function["parameters"][1]["bytes"], nullptr);
     EXPECT_EQ(function["parameters"][1]["members"][1], json::parse(R"({"name": "Format",
-        "kind": "enumeration", "bytes": 2, "description": null, "selector": null, "values": [
-        {"codes": [0, 0], "name": "Audio"}, {"codes": [256, 256], "name": "Data"}]})"));
+        "catalog_name": "Format", "kind": "enumeration", "bytes": 2, "description": null, "selector": null,
+        "values": [
+          {"codes": [0, 0], "name": "Audio", "catalog_name": "Audio", "description": null},
+          {"codes": [256, 256], "name": "Data", "catalog_name": "Data", "description": null}]})"));
     EXPECT_EQ(function["operations"][1], json::parse(R"({"op_type": 12, "name": "Status",
         "address": "31.209.C", "is_lost": false, "layout": "Open", "known_bytes": 6,
         "end": {"is_hole": false, "why": "Artist: string, open, at most 32 bytes"},
-        "parameters": [{"parameter": 0, "position": 1}, {"parameter": 1, "position": 2},
-                       {"parameter": 2, "position": 3}],
+        "parameters": [{"parameter": 0, "position": 1, "catalog_position": 1},
+                       {"parameter": 1, "position": 2, "catalog_position": 2},
+                       {"parameter": 2, "position": 3, "catalog_position": 3}],
         "message": {"name": "DiscPlayer_DiscInfo_Status", "identifier": 3219612, "signals": [
           {"name": "DiscNr", "start_bit": 7, "length": 8, "byte_order": "big_endian", "is_multiplexor": false,
            "multiplexer_value": null},
@@ -70,16 +73,16 @@ TEST(ReviewShowJson, ParametersOfEachKind) {
     EXPECT_EQ(program["max_bytes"], 8);
     EXPECT_EQ(program["cases"][0], json::parse(R"({"pos_x": "ProgramKind", "pos_y": [0, 0],
         "repeated_from": null, "members": [
-        {"name": "StartMinute", "kind": "signal", "bytes": null, "description": "Of the day.",
+        {"name": "StartMinute", "catalog_name": "StartMinute", "kind": "signal", "bytes": null, "description": "Of the day.",
          "selector": null, "bit_length": 11},
-        {"name": "QuarterHours", "kind": "signal", "bytes": null, "description": null, "selector": null,
+        {"name": "QuarterHours", "catalog_name": "QuarterHours", "kind": "signal", "bytes": null, "description": null, "selector": null,
          "bit_length": 5}]})"));
     EXPECT_EQ(program["cases"][3]["pos_y"], json::parse("[16, null]"));
     EXPECT_EQ(program["cases"][1]["members"][1]["members"][0], json::parse(R"({"name": "Degrees",
-        "kind": "number", "bytes": 1, "description": null, "selector": null, "signed": true, "exponent": 0,
+        "catalog_name": "Degrees", "kind": "number", "bytes": 1, "description": null, "selector": null, "signed": true, "exponent": 0,
         "range": null, "step": 1.0, "unit": "°C"})"));
-    EXPECT_EQ(parameters[2]["bits"],
-              json::parse(R"([{"bit": 0, "name": null, "true": "on", "false": "off"}])"));
+    EXPECT_EQ(parameters[2]["bits"], json::parse(R"([{"bit": 0, "name": null, "true": "on", "false": "off",
+        "catalog_name": null, "catalog_true": "on", "catalog_false": "off"}])"));
 }
 
 TEST(ReviewShowJson, Places) {

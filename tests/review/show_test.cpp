@@ -175,6 +175,24 @@ C Status  1    2    3    4    5    6    7    8    8      complete  0x22400C    A
 )"));
 }
 
+/// The table has the positions that stand in the catalog.
+TEST(ReviewShow, PositionsAreThoseOfTheCatalog) {
+    const auto param = [](const char* name, int set, int status) {
+        return Param(name, "<TBool TypeRef='type_bool'/>",
+                     "<PCmdSet><ParamPos>" + std::to_string(set) +
+                         "</ParamPos></PCmdSet><PReportStatus><ParamPos>" + std::to_string(status) +
+                         "</ParamPos></PReportStatus>");
+    };
+    const TempDir dir;
+    const CatalogReading reading(dir.Write("gap.xml", CatalogOfParams(param("A", 0, 1) + param("B", 1, 3))),
+                                 {});
+    EXPECT_THAT(Shown(reading, {"22.400"}), testing::HasSubstr(R"(
+OPType    A  B  Bytes  Layout      Identifier  Message
+0 Set     0  1  2      complete    0x224000    Amp_Volume_Set
+C Status  1  3  1?     incomplete  0x22400C    Amp_Volume_Status
+)"));
+}
+
 TEST(ReviewShow, NothingFound) {
     Shower shower(Roadster());
     const std::vector<Answer> answers = shower.AnswersTo({"AudioAmp.Volum"});
