@@ -18,6 +18,7 @@ constexpr std::string_view kByteGaps = " \t\r,;";
 void Clear(CapturedMessage& message) {
     message.data.clear();
     message.time.clear();
+    message.timeUnit = 0;
     message.direction.clear();
     message.source.reset();
     message.destination.reset();
@@ -60,6 +61,29 @@ std::string_view LengthIn(std::string_view token) {
     return token;
 }
 
+/// What stands behind a semicolon are bytes, in parentheses or not, their length and another separator, or
+/// nothing.
+bool GoesOnWithData(std::string_view text) {
+    const std::string_view data = TrimBlanks(text);
+    if (data.starts_with('(')) {
+        return GoesOnWithBytes(data.substr(1, data.find(')') - 1));
+    }
+    const std::size_t end = std::min(data.find_first_of(kByteGaps), data.size());
+    const std::string_view token = data.substr(0, end);
+    const std::string_view length = LengthIn(token);
+    const bool isLength = HexOf(length) && (token.size() == 1 || length.size() < token.size());
+    return GoesOnWithBytes(text) || (isLength && end < data.size() && (data[end] == ';' || data[end] == ','));
+}
+
+/// Takes off what separates the address from its data, besides blanks. A semicolon there begins a comment
+/// when something else than data stands behind it.
+std::string_view WithoutSeparators(std::string_view text) {
+    while (text.starts_with(',') || (text.starts_with(';') && GoesOnWithData(text.substr(1)))) {
+        text.remove_prefix(1);
+    }
+    return TrimBlanks(text);
+}
+
 /// Behind the parentheses stands nothing, a comment, or names with points between them.
 bool MayFollowData(std::string_view text) {
     text = TrimBlanks(text.substr(0, FindComment(text)));
@@ -100,7 +124,7 @@ std::string ParseFields(std::string_view text, CapturedMessage& out, const Addre
     const std::size_t end = AddressEnd(text);
     std::optional<std::string_view> fifthField;
     std::string fault = names.Read(text.substr(0, end), out, fifthField);
-    std::string_view data = TrimBlanks(text.substr(end));
+    std::string_view data = WithoutSeparators(text.substr(end));
     std::optional<std::string_view> length;
     if (fault.empty()) {
         fault = SplitData(data, length);
