@@ -14,6 +14,7 @@
 namespace tarvex {
 
 struct AsmField;
+class ZMostParameter;
 
 /// Where something stands: so many lines below the one with the address, and the column, from 1.
 struct AsmPlace {
@@ -34,6 +35,11 @@ struct AsmValue {
     std::vector<AsmValue> list;
     std::vector<AsmField> fields;
     AsmPlace place;
+    /// The number behind the text, of items that have one.
+    std::optional<std::int64_t> raw;
+    /// Of an item of a report: what the message has there, and whether the item says still the same.
+    const ZMostParameter* original = nullptr;
+    bool isUnchanged = false;
 };
 
 /// A value and the parameter that it is for.
@@ -50,6 +56,9 @@ struct AsmFault {
     std::string text;
     AsmPlace place = {};
 };
+
+/// A name and "=" stand in front of the text, behind blanks.
+bool BeginsWithField(std::string_view text);
 
 /// Reads "Bass=12.5 Treble=-3 dB List=[1,{A=2,B="x"}] Body=hex:01FF". A word ends where the next name begins,
 /// or with the line; `column`: of the first character. Nothing on success, else what is wrong.
