@@ -37,6 +37,12 @@ AsmFault SegmentFault(const CapturedMessage& message) {
             std::to_string(static_cast<unsigned>(message.telegram)) + "), expected whole messages"};
 }
 
+/// The column, counted in characters from 1, of a byte.
+std::size_t ColumnAt(std::string_view line, std::size_t byte) {
+    const std::size_t within = std::min(byte, line.size());
+    return CountCharacters(line.substr(0, within)) + (byte - within) + 1;
+}
+
 /// The lines of the report below its first one, without its errors.
 std::vector<std::string> LinesOf(std::string_view report) {
     std::vector<std::string> lines;
@@ -98,12 +104,12 @@ bool Assembler::TakeValues(std::string_view line) {
         }
     }
     if (!fault.empty()) {
-        Tell(AsmFault{fault, {0, static_cast<std::size_t>(address.data() - line.data()) + 1}});
+        Tell(AsmFault{fault, {0, static_cast<std::size_t>(address.data() - line.data()) + 1}}, line);
         return true;
     }
     std::vector<AsmField> values;
     auto wrong = ParseFields(rest, static_cast<std::size_t>(rest.data() - line.data()) + 1, values);
-    Tell(wrong ? wrong : Encode(values, {0, line.size() + 1}));
+    Tell(wrong ? wrong : Encode(values, {0, line.size() + 1}), line);
     return true;
 }
 
@@ -134,12 +140,17 @@ void Assembler::TakeUnreadable(std::uint64_t line, std::string_view text, std::s
     CapturedMessage message;
     std::size_t at = 0;
     const bool isMessage = ParseMessageLine(text, message, names_, at) == fault;
-    sink_.TakeFault(line, {std::string(fault), {0, isMessage ? at + 1 : 1}});
+    sink_.TakeFault(line, {std::string(fault), {0, isMessage ? ColumnAt(text, at) : 1}});
 }
 
-/// What has become of a message.
-void Assembler::Tell(const std::optional<AsmFault>& fault) {
+/// What has become of a message. `line`: where a fault of its first line is.
+void Assembler::Tell(std::optional<AsmFault> fault, std::string_view line) {
     if (fault) {
+        const std::size_t below = fault->place.line;
+        const std::string_view at = below == 0               ? line
+                                    : below <= items_.size() ? std::string_view(items_[below - 1])
+                                                             : std::string_view();
+        fault->place.column = ColumnAt(at, fault->place.column - 1);
         sink_.TakeFault(message_.line, *fault);
     } else {
         sink_.TakeMessage(message_);

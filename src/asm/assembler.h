@@ -18,7 +18,7 @@ class AsmSink {
     virtual ~AsmSink() = default;
 
     virtual void TakeMessage(const CapturedMessage& message) = 0;
-    /// `line`: of the message, from 1.
+    /// `line`: of the message, from 1. Columns count characters.
     virtual void TakeFault(std::uint64_t line, const AsmFault& fault) = 0;
 };
 
@@ -51,7 +51,7 @@ class Assembler : private LineTaker, private MessageSink {
     std::optional<AsmFault> ReadReport();
     const ZMTOperation* OperationOf(const CapturedMessage& message, std::string& fault) const;
     std::optional<AsmFault> Encode(const std::vector<AsmField>& values, const AsmPlace& end);
-    void Tell(const std::optional<AsmFault>& fault);
+    void Tell(std::optional<AsmFault> fault, std::string_view line = {});
 
     const ZMTCatalog& catalog_;
     AddressNames names_;

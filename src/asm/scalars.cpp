@@ -56,19 +56,21 @@ std::optional<Decimal> ReadDecimal(std::string_view text) {
     if (!hasDigits) {
         return std::nullopt;
     }
-    if (at + 2 < text.size() && FoldCase(text[at]) == 'e' && (text[at + 1] == '-' || text[at + 1] == '+')) {
-        const std::string_view power = text.substr(at + 2);
-        const auto end =
-            std::find_if_not(power.begin(), power.end(), [](char c) { return c >= '0' && c <= '9'; });
-        const auto count = static_cast<std::size_t>(end - power.begin());
-        constexpr std::uint32_t kMaxPower = 400;
-        const auto value = DigitsOf(power.substr(0, count), 10);
-        if (!value || *value > kMaxPower) {
-            return std::nullopt;
+    if (at < text.size() && FoldCase(text[at]) == 'e') {
+        std::string_view power = text.substr(at + 1);
+        const bool isLess = power.starts_with('-');
+        power.remove_prefix(isLess || power.starts_with('+') ? 1 : 0);
+        power = power.substr(0, power.find_first_not_of("0123456789"));
+        if (!power.empty()) {
+            constexpr std::uint32_t kMaxPower = 400;
+            const auto value = DigitsOf(power, 10);
+            if (!value || *value > kMaxPower) {
+                return std::nullopt;
+            }
+            number.exponent +=
+                isLess ? -static_cast<std::int32_t>(*value) : static_cast<std::int32_t>(*value);
+            at = static_cast<std::size_t>(power.data() + power.size() - text.data());
         }
-        number.exponent +=
-            text[at + 1] == '-' ? -static_cast<std::int32_t>(*value) : static_cast<std::int32_t>(*value);
-        at += 2 + count;
     }
     number.digits = isNegative ? -number.digits : number.digits;
     number.rest = TrimBlanks(text.substr(at));
