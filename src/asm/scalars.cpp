@@ -209,12 +209,28 @@ std::string_view NameBeforeCode(std::string_view text) {
     return open == std::string_view::npos ? std::string_view() : TrimBlanks(text.substr(0, open));
 }
 
-/// The name is one of the code's.
-bool IsNameOf(const ZMTParamEnum& enumeration, std::string_view name, std::uint32_t code) {
-    return std::ranges::any_of(enumeration.Items(), [&](const ZMTEnumValue& value) {
-        return value.CodeMin() <= code && code <= value.CodeMax() &&
-               NamesEqual(ShownName(value.GetName()), name);
-    });
+/// The names that a code has.
+std::vector<std::string_view> NamesOfCode(const ZMTParamEnum& enumeration, std::uint32_t code) {
+    std::vector<std::string_view> names;
+    for (const ZMTEnumValue& value : enumeration.Items()) {
+        if (value.CodeMin() <= code && code <= value.CodeMax()) {
+            names.push_back(value.GetName());
+        }
+    }
+    return names;
+}
+
+/// What is wrong with the name in front of a code; empty for one of the code's, and for none.
+std::string WrongNameOfCode(const ZMTParamEnum& enumeration, std::string_view text, std::uint32_t code) {
+    const std::string_view name = NameBeforeCode(text);
+    const std::vector<std::string_view> names = NamesOfCode(enumeration, code);
+    if (name.empty() ||
+        std::ranges::any_of(names, [&](auto one) { return NamesEqual(TrimBlanks(ShownName(one)), name); })) {
+        return {};
+    }
+    std::string wrong = "'" + ShownText(name) + "' is no name of 0x";
+    AppendHexNumber(wrong, code, 2);
+    return wrong + (names.empty() ? "" : ", expected " + ShownName(names.front()));
 }
 
 /// A code, as a number or behind its name: "Play (0x00)".
@@ -308,10 +324,10 @@ AsmResult EncodeEnum(const ZMTParamEnum& enumeration, const AsmValue& value, Asm
     }
     if (!code && IsText(value)) {
         code = CodeIn(text);
-        if (const std::string_view name = NameBeforeCode(text);
-            code && !name.empty() && !IsNameOf(enumeration, name, static_cast<std::uint32_t>(*code))) {
-            return Complaint(value, "'" + ShownText(name) + "' is no name of the code behind it" +
-                                        ExpectedNames(name, NamesOf(enumeration)));
+        const std::string wrong =
+            code ? WrongNameOfCode(enumeration, text, static_cast<std::uint32_t>(*code)) : std::string();
+        if (!wrong.empty()) {
+            return Complaint(value, wrong);
         }
     }
     if (!code || *code < 0 || *code > most) {

@@ -183,9 +183,7 @@ TEST(Assembler, FaultsTellLineColumnAndWhatIsAllowed) {
         {{{"Pos", kUWord}, {"Data", Array("3", "E", kUByte)}},
          "22.01.400.C Pos={x=2,x=0} Data=[7]",
          "17: Pos: no coordinates, expected x and y such as {x=1,y=0}"},
-        {{{"E", kSwitch}},
-         "22.01.400.C E=\"Auto (0x01)\"",
-         "15: E: 'Auto' is no name of the code behind it (Auto?)"},
+        {{{"E", kSwitch}}, "22.01.400.C E=\"Auto (0x01)\"", "15: E: 'Auto' is no name of 0x01, expected On"},
         {{{"F", Bits(3,
                      "<TBoolField BitPos=\"1\"><ParamName>Lid</ParamName><BitTrueDesc>x</BitTrueDesc>"
                      "<BitFalseDesc>x</BitFalseDesc></TBoolField>")}},
@@ -380,12 +378,10 @@ TEST(Assembler, ParametersThatSayTheSameKeepTheirBytes) {
          nullptr,
          "!E: no value '-1', expected Off, On, Auto"},
         // Names of codes.
-        {{{"E", kSwitch}},
-         "01",
-         "On (0x01)",
-         "Auto (0x01)",
-         "!E: 'Auto' is no name of the code behind it (Auto?)"},
+        {{{"E", kSwitch}}, "01", "On (0x01)", "Auto (0x01)", "!E: 'Auto' is no name of 0x01, expected On"},
         {{{"E", kSwitch}}, "01", "On (0x01)", "Auto (0x02)", "02"},
+        {{{"E", kSwitch}}, "01", "On (0x01)", "On (0x07)", "!E: 'On' is no name of 0x07"},
+        {{{"E", kSwitch}}, "01", "On (0x01)", "0x07", "07"},
         {{{"E", kSwitch}}, "01", "On (0x01)", "Auto", "02"},
         // Bits that no report shows, or whose texts say nothing.
         {{{"N", kUByte}, {"F", turned}}, "05 FA", "N = 5", "N = 6", "06 FA"},
