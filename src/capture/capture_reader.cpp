@@ -121,10 +121,11 @@ bool CaptureReader::TakeRow(std::string_view line, std::uint64_t number) {
 /// A line that names the columns of those below it.
 bool CaptureReader::TakeHeader(std::string_view line) {
     auto table = TableColumns::FromHeader(line);
-    if (table) {
-        table_ = std::move(table);
+    if (!table) {
+        return false;
     }
-    return table.has_value();
+    table_ = std::move(table);
+    return true;
 }
 
 void CaptureReader::TakeMessageLine(std::string_view line, std::uint64_t number) {

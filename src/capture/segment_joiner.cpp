@@ -137,16 +137,14 @@ void SegmentJoiner::GoOn(OpenMessages::iterator found, const CapturedMessage& se
 void SegmentJoiner::GoOnBehind(const Key& key, Past& past, const CapturedMessage& segment) {
     constexpr std::uint8_t kHalf = 0x80;
     const auto step = static_cast<std::uint8_t>(segment.data[0] - past.number);
-    if (IsOld(past.last, MomentOf(segment))) {
+    const bool isAgain = step == 0 && segment.data == past.data;
+    const bool goesOn = !past.isEnded && step != 0 && step < kHalf;
+    if (IsOld(past.last, MomentOf(segment)) || (!isAgain && !goesOn)) {  // of another message
         TellForeign(key, segment);
-    } else if (step == 0 && segment.data == past.data) {
-        if (past.isJoined) {
-            TellTwice(segment, past.line);
-        }
-    } else if (past.isEnded || step == 0 || step >= kHalf) {  // of another message
-        TellForeign(key, segment);
-    } else {
+    } else if (goesOn) {
         Remember(key, segment, false);
+    } else if (past.isJoined) {
+        TellTwice(segment, past.line);
     }
 }
 
