@@ -1,7 +1,10 @@
 #include "asm/encoder.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <span>
+#include <utility>
 
 #include "capture/captured_message.h"
 #include "capture/data_bytes.h"
@@ -42,7 +45,11 @@ class Encoder::Given {
   public:
     /// The fields outlive this object.
     Given(const std::vector<AsmField>& fields, const AsmPlace& end)
-        : fields_(fields), used_(fields.size()), end_(end) {}
+        : fields_(fields), used_(fields.size()), end_(end) {
+        for (std::size_t i = fields.size(); i > 0; --i) {
+            left_[{fields[i - 1].entry, Folded(fields[i - 1].name)}].push_back(i - 1);
+        }
+    }
 
     /// The parameters whose values may be given.
     template <class Params>
@@ -54,13 +61,14 @@ class Encoder::Given {
     }
     /// The first value for that name and entry that was not used; null if there is none.
     const AsmField* Take(std::string_view name, unsigned entry) {
-        for (std::size_t i = 0; i < fields_.size(); ++i) {
-            if (!used_[i] && fields_[i].entry == entry && NamesEqual(fields_[i].name, ShownName(name))) {
-                used_[i] = true;
-                return &fields_[i];
-            }
+        const auto found = left_.find({entry, Folded(ShownName(name))});
+        if (found == left_.end() || found->second.empty()) {
+            return nullptr;
         }
-        return nullptr;
+        const std::size_t index = found->second.back();
+        found->second.pop_back();
+        used_[index] = true;
+        return &fields_[index];
     }
     /// A value that nobody wanted; null when all were used.
     const AsmField* Unused() const {
@@ -79,13 +87,22 @@ class Encoder::Given {
     }
     std::vector<std::string_view> Names() const { return {names_.begin(), names_.end()}; }
     bool HasEntry(unsigned entry) const {
-        return std::ranges::any_of(fields_, [&](const AsmField& field) { return field.entry == entry; });
+        const auto found = left_.lower_bound({entry, std::string()});
+        return found != left_.end() && found->first.first == entry;
     }
     const AsmPlace& End() const { return end_; }
 
   private:
+    static std::string Folded(std::string_view name) {
+        std::string folded(name);
+        std::ranges::transform(folded, folded.begin(), FoldCase);
+        return folded;
+    }
+
     const std::vector<AsmField>& fields_;
     std::vector<bool> used_;
+    // By entry and name, the next one last.
+    std::map<std::pair<unsigned, std::string>, std::vector<std::size_t>> left_;
     std::set<std::string_view> names_;
     AsmPlace end_;
 };
@@ -164,8 +181,11 @@ bool Encoder::EncodeNamed(const ZMTParam& param, Given& given, unsigned entry, L
 /// Encodes a parameter, and has the decoder read it, for what it selects.
 bool Encoder::EncodeParam(const ZMTParam& param, const AsmValue& value, List& list) {
     const std::size_t begin = bytes_.size();
-    if (value.form == AsmValue::Form::Bytes && !param.IsType(kParamStream) &&
-        !param.IsType(kParamShortStream)) {
+    if (value.isUnchanged && IsOf(param, value.original)) {
+        const std::span<const std::uint8_t> kept = value.original->Bytes();
+        bytes_.insert(bytes_.end(), kept.begin(), kept.end());
+    } else if (value.form == AsmValue::Form::Bytes && !param.IsType(kParamStream) &&
+               !param.IsType(kParamShortStream)) {
         bytes_.insert(bytes_.end(), value.bytes.begin(), value.bytes.end());
     } else if (!EncodeContent(param, value, list)) {
         return false;

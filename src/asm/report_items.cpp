@@ -1,12 +1,12 @@
 #include "asm/report_items.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <nlohmann/json.hpp>
 
 #include "capture/data_bytes.h"
 #include "capture/hexadecimal.h"
-#include "import/text/wording.h"
 #include "params/members.h"
 
 namespace tarvex {
@@ -64,40 +64,35 @@ std::string TextOf(const Json& item, const char* key) {
     return found != item.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
+/// A number; the largest of all in place of a larger one.
 std::optional<std::int64_t> NumberOf(const Json& item, const char* key) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
     const auto found = item.find(key);
-    return found != item.end() && found->is_number_integer() ? std::optional(found->get<std::int64_t>())
-                                                             : std::nullopt;
+    if (found == item.end() || !found->is_number_integer()) {
+        return std::nullopt;
+    }
+    return found->is_number_unsigned() && found->get<std::uint64_t>() > std::uint64_t{kMost}
+               ? kMost
+               : found->get<std::int64_t>();
 }
 
-/// The raw value in hexadecimal, in two's complement of as many bytes as the item has.
+/// The raw value, or the bytes of a number that is too long for one.
 bool SetRaw(const Json& item, std::string_view type, AsmValue& out) {
     constexpr std::size_t kMaxValueBytes = 4;
-    const auto raw = NumberOf(item, "raw");
-    if (!raw) {
+    out.raw = NumberOf(item, "raw");
+    if (!out.raw) {
         return false;
     }
-    auto value = static_cast<std::uint64_t>(*raw);
-    if (type == "number") {
-        std::vector<std::uint8_t> bytes;
-        if (!ReadDataBytes(TextOf(item, "bytes"), bytes).empty()) {
-            return false;
-        }
-        if (bytes.size() > kMaxValueBytes) {
-            out.form = AsmValue::Form::Bytes;
-            out.bytes = std::move(bytes);
-            return true;
-        }
-        const std::size_t bits = 8 * std::max<std::size_t>(bytes.size(), 1);
-        if (*raw < -(std::int64_t{1} << (bits - 1))) {
-            return false;
-        }
-        value = *raw < 0 ? value & ((std::uint64_t{1} << bits) - 1) : value;
+    out.text = std::to_string(*out.raw);
+    std::vector<std::uint8_t> bytes;
+    if (type == "number" && !ReadDataBytes(TextOf(item, "bytes"), bytes).empty()) {
+        return false;
     }
-    constexpr std::uint64_t kMost = 0xFFFFFFFF;
-    out.text = "0x";
-    AppendHexNumber(out.text, static_cast<std::uint32_t>(value), 1);
-    return value <= kMost;
+    if (bytes.size() > kMaxValueBytes) {
+        out.form = AsmValue::Form::Bytes;
+        out.bytes = std::move(bytes);
+    }
+    return true;
 }
 
 bool ItemsAt(const Json& items, std::size_t depth, std::vector<AsmField>& out);
@@ -118,10 +113,8 @@ bool ItemOf(const Json& item, std::size_t depth, AsmField& out) {
     out.value.text = TextOf(item, "text");
     if (type == "bit") {
         const auto bit = NumberOf(item, "bit");
-        const auto raw = NumberOf(item, "raw");
         out.name = "bit" + std::to_string(bit.value_or(-1));
-        out.value.text = std::to_string(raw.value_or(-1));
-        return bit && raw;
+        return bit && SetRaw(item, type, out.value);
     }
     if (type == "number" || type == "enumeration" || type == "signal") {
         return SetRaw(item, type, out.value);
@@ -136,7 +129,34 @@ bool ItemsAt(const Json& items, std::size_t depth, std::vector<AsmField>& out) {
            });
 }
 
+bool IsSame(const AsmValue& one, const AsmValue& other) {
+    const auto isSameField = [](const AsmField& a, const AsmField& b) {
+        return a.name == b.name && a.entry == b.entry && IsSame(a.value, b.value);
+    };
+    return one.form == other.form && one.text == other.text && one.raw == other.raw &&
+           one.bytes == other.bytes && std::ranges::equal(one.fields, other.fields, isSameField);
+}
+
 }  // namespace
+
+void CompareWithItems(std::vector<AsmField>& fields, const std::vector<AsmField>& said,
+                      const ZMostParameterListBaseInfo& items) {
+    const std::size_t count = std::min({fields.size(), said.size(), items.Items().size()});
+    for (std::size_t i = 0; i < count; ++i) {
+        const ZMostParameter& item = *items.Items()[i];
+        AsmValue& value = fields[i].value;
+        if (fields[i].name != said[i].name || fields[i].entry != said[i].entry) {
+            continue;
+        }
+        value.original = &item;
+        const bool hasBits = item.IsType(kParamBitField) || item.IsType(kParamBool);
+        if (item.Members() != nullptr && !hasBits) {
+            CompareWithItems(value.fields, said[i].value.fields, *item.Members());
+        } else {
+            value.isUnchanged = IsSame(value, said[i].value);
+        }
+    }
+}
 
 std::vector<AsmField> ItemsOfText(const std::vector<std::string>& lines) {
     std::size_t at = 0;

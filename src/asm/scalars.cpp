@@ -6,6 +6,7 @@
 #include <map>
 
 #include "capture/hexadecimal.h"
+#include "disasm/item.h"
 #include "import/text/format_text.h"
 #include "import/text/names.h"
 #include "import/text/nearest_name.h"
@@ -16,10 +17,6 @@ namespace tarvex {
 namespace {
 
 constexpr std::int32_t kMaxValueBytes = 4;
-
-AsmResult Complaint(const AsmValue& value, std::string text) {
-    return {std::move(text), value.place};
-}
 
 /// The word or item as text; quoted numbers are as good.
 bool IsText(const AsmValue& value) {
@@ -59,19 +56,21 @@ std::optional<Decimal> ReadDecimal(std::string_view text) {
     if (!hasDigits) {
         return std::nullopt;
     }
-    if (at + 2 < text.size() && FoldCase(text[at]) == 'e' && (text[at + 1] == '-' || text[at + 1] == '+')) {
-        const std::string_view power = text.substr(at + 2);
-        const auto end =
-            std::find_if_not(power.begin(), power.end(), [](char c) { return c >= '0' && c <= '9'; });
-        const auto count = static_cast<std::size_t>(end - power.begin());
-        constexpr std::uint32_t kMaxPower = 400;
-        const auto value = DigitsOf(power.substr(0, count), 10);
-        if (!value || *value > kMaxPower) {
-            return std::nullopt;
+    if (at < text.size() && FoldCase(text[at]) == 'e') {
+        std::string_view power = text.substr(at + 1);
+        const bool isLess = power.starts_with('-');
+        power.remove_prefix(isLess || power.starts_with('+') ? 1 : 0);
+        power = power.substr(0, power.find_first_not_of("0123456789"));
+        if (!power.empty()) {
+            constexpr std::uint32_t kMaxPower = 400;
+            const auto value = DigitsOf(power, 10);
+            if (!value || *value > kMaxPower) {
+                return std::nullopt;
+            }
+            number.exponent +=
+                isLess ? -static_cast<std::int32_t>(*value) : static_cast<std::int32_t>(*value);
+            at = static_cast<std::size_t>(power.data() + power.size() - text.data());
         }
-        number.exponent +=
-            text[at + 1] == '-' ? -static_cast<std::int32_t>(*value) : static_cast<std::int32_t>(*value);
-        at += 2 + count;
     }
     number.digits = isNegative ? -number.digits : number.digits;
     number.rest = TrimBlanks(text.substr(at));
@@ -124,29 +123,40 @@ std::int64_t MostOf(const ZMTParamNumber& number) {
     return (std::int64_t{1} << (ValueBits(number) - (number.IsSigned() ? 1 : 0))) - 1;
 }
 
-/// Both coordinates: "PosX=1 PosY=2", {x=1,y=2} or [1,2].
+/// Which coordinate has that name: x or y.
+std::optional<std::size_t> CoordinateNamed(std::string_view name) {
+    return NamesEqual(name, "x") || NamesEqual(name, "PosX")   ? std::optional<std::size_t>(0)
+           : NamesEqual(name, "y") || NamesEqual(name, "PosY") ? std::optional<std::size_t>(1)
+                                                               : std::nullopt;
+}
+
+/// Both coordinates: "PosX=1 PosY=2", {x=1,y=2} in any order, or [1,2].
 std::optional<std::uint32_t> PairOf(const AsmValue& value) {
-    std::vector<std::string> texts;
+    std::vector<std::pair<std::optional<std::size_t>, std::string_view>> given;
     if (IsText(value)) {
         for (const std::string_view token : SplitTokens(value.text, " ")) {
-            const std::size_t equals = token.find('=');
-            texts.emplace_back(equals == std::string_view::npos ? std::string_view()
-                                                                : token.substr(equals + 1));
+            const std::size_t equals = std::min(token.find('='), token.size());
+            given.emplace_back(CoordinateNamed(token.substr(0, equals)),
+                               token.substr(std::min(equals + 1, token.size())));
         }
     }
     for (const AsmValue& entry : value.list) {
-        texts.push_back(entry.text);
+        given.emplace_back(given.size(), entry.text);
     }
     for (const AsmField& field : value.fields) {
-        texts.push_back(field.value.text);
+        given.emplace_back(CoordinateNamed(field.name), field.value.text);
     }
-    if (texts.size() != 2) {
-        return std::nullopt;
+    std::optional<std::uint32_t> both[2];
+    for (const auto& [which, text] : given) {
+        if (!which || *which > 1 || both[*which]) {
+            return std::nullopt;
+        }
+        both[*which] = DigitsOf(text, 10);
     }
-    const auto x = DigitsOf(texts[0], 10);
-    const auto y = DigitsOf(texts[1], 10);
     constexpr std::uint32_t kMax = 0xFF;
-    return x && y && *x <= kMax && *y <= kMax ? std::optional(*x << 8 | *y) : std::nullopt;
+    return both[0] && both[1] && *both[0] <= kMax && *both[1] <= kMax
+               ? std::optional(*both[0] << 8 | *both[1])
+               : std::nullopt;
 }
 
 /// The raw value of a physical one, if it has one.
@@ -169,6 +179,16 @@ AsmResult CheckNumber(const ZMTParamNumber& number, const AsmValue& value, std::
     return {};
 }
 
+/// A raw value in hexadecimal digits: the number that it is in as many bits as the number has.
+std::optional<std::int64_t> RawInHexadecimal(const ZMTParamNumber& number, std::string_view text) {
+    const auto bits = HexOf(text);
+    if (!bits || std::uint64_t{*bits} >> ValueBits(number) != 0) {
+        return std::nullopt;
+    }
+    const std::int64_t value = *bits;
+    return value > MostOf(number) ? value - (std::int64_t{1} << ValueBits(number)) : value;
+}
+
 /// "12.5 dB": the unit, if one is given, has to be the number's.
 bool IsUnit(const ZMTParamNumber& number, std::string_view unit) {
     return unit.empty() || NamesEqual(unit, TrimBlanks(number.UnitText())) ||
@@ -183,122 +203,54 @@ std::vector<std::string_view> NamesOf(const ZMTParamEnum& enumeration) {
     return names;
 }
 
+/// What stands in front of the code of "Play (0x00)"; nothing where there is no such code.
+std::string_view NameBeforeCode(std::string_view text) {
+    const std::size_t open = text.ends_with(')') ? text.rfind('(') : std::string_view::npos;
+    return open == std::string_view::npos ? std::string_view() : TrimBlanks(text.substr(0, open));
+}
+
+/// The names that a code has.
+std::vector<std::string_view> NamesOfCode(const ZMTParamEnum& enumeration, std::uint32_t code) {
+    std::vector<std::string_view> names;
+    for (const ZMTEnumValue& value : enumeration.Items()) {
+        if (value.CodeMin() <= code && code <= value.CodeMax()) {
+            names.push_back(value.GetName());
+        }
+    }
+    return names;
+}
+
+/// What is wrong with the name in front of a code; empty for one of the code's, and for none.
+std::string WrongNameOfCode(const ZMTParamEnum& enumeration, std::string_view text, std::uint32_t code) {
+    const std::string_view name = NameBeforeCode(text);
+    const std::vector<std::string_view> names = NamesOfCode(enumeration, code);
+    if (name.empty() ||
+        std::ranges::any_of(names, [&](auto one) { return NamesEqual(TrimBlanks(ShownName(one)), name); })) {
+        return {};
+    }
+    std::string wrong = "'" + ShownText(name) + "' is no name of 0x";
+    AppendHexNumber(wrong, code, 2);
+    return wrong + (names.empty() ? "" : ", expected " + ShownName(names.front()));
+}
+
 /// A code, as a number or behind its name: "Play (0x00)".
 std::optional<std::uint32_t> CodeIn(std::string_view text) {
     if (text.ends_with(')')) {
         const std::size_t open = text.rfind('(');
         text = open == std::string_view::npos ? text : text.substr(open + 1, text.size() - open - 2);
     }
-    return text.starts_with("0x") || text.starts_with("0X") ? HexOf(text) : DigitsOf(text, 10);
-}
-
-/// What a bit may be called: "on", "1", the catalog's text.
-std::optional<bool> BitValue(const ZMTParamBoolField* bit, std::string_view text) {
-    if (bit != nullptr && NamesEqual(text, ShownName(bit->TrueDesc()))) {
-        return true;
-    }
-    if (bit != nullptr && NamesEqual(text, ShownName(bit->FalseDesc()))) {
-        return false;
-    }
-    for (const char* yes : {"1", "on", "true", "yes"}) {
-        if (NamesEqual(text, yes)) {
-            return true;
-        }
-    }
-    for (const char* no : {"0", "off", "false", "no"}) {
-        if (NamesEqual(text, no)) {
-            return false;
-        }
-    }
-    return std::nullopt;
-}
-
-/// The bits that a label of a report names, from the left: "[bit15..13 8]" are 15, 14, 13 and 8. "bit3" and
-/// "[bit3] Name" are 3. Nothing for other texts.
-std::vector<std::uint32_t> BitsOfLabel(std::string_view label) {
-    std::vector<std::uint32_t> bits;
-    std::string_view inner = label.starts_with('[') ? label.substr(1, label.find(']') - 1) : label;
-    if (inner.size() < 3 || !NamesEqual(inner.substr(0, 3), "bit")) {
-        return {};
-    }
-    for (const std::string_view token : SplitTokens(inner.substr(3), " ")) {
-        const std::size_t dots = token.find("..");
-        const auto first = DigitsOf(token.substr(0, dots), 10);
-        const auto last = dots == std::string_view::npos ? first : DigitsOf(token.substr(dots + 2), 10);
-        constexpr std::uint32_t kEnd = 16;
-        if (!first || !last || *first >= kEnd || *last > *first) {
-            return {};
-        }
-        for (std::uint32_t bit = *first + 1; bit > *last; --bit) {
-            bits.push_back(bit - 1);
-        }
-    }
-    return bits;
-}
-
-/// The bit of that name.
-std::optional<std::uint32_t> BitNamed(const ZMTParamBitField& field, std::string_view name) {
-    for (std::uint32_t bit = 0; bit < field.Length(); ++bit) {
-        const ZMTParamBoolField* named = field.FindBit(bit);
-        if (named != nullptr && !named->GetName().empty() && NamesEqual(named->GetName(), name)) {
-            return bit;
-        }
-    }
-    return std::nullopt;
-}
-
-AsmResult EncodeBitField(const ZMTParamBitField& field, const AsmField& given, std::uint32_t& out) {
-    std::vector<std::uint32_t> bits = BitsOfLabel(given.name);
-    if (const auto named = BitNamed(field, given.name)) {
-        bits = {*named};
-    }
-    if (bits.empty() || std::ranges::any_of(bits, [&](auto bit) { return bit >= field.Length(); })) {
-        std::vector<std::string_view> names;
-        for (const ZMTParamBoolField& bit : field.Items()) {
-            if (!bit.GetName().empty()) {
-                names.push_back(bit.GetName());
-            }
-        }
-        return {"unknown bit '" + ShownText(given.name) + "'" +
-                    (names.empty() ? ", expected bit0 to bit" + std::to_string(field.Length() - 1)
-                                   : ExpectedNames(given.name, names)),
-                given.place};
-    }
-    std::string text = given.value.text;
-    if (bits.size() > 1) {
-        std::erase(text, ' ');
-        if (text.size() != bits.size()) {
-            return Complaint(given.value, "expected " + std::to_string(bits.size()) + " bits, 0 or 1");
-        }
-    }
-    for (std::size_t i = 0; i < bits.size(); ++i) {
-        const auto value =
-            BitValue(field.FindBit(bits[i]),
-                     bits.size() > 1 ? std::string_view(text).substr(i, 1) : std::string_view(text));
-        if (!value) {
-            return Complaint(given.value, "no value of a bit '" + ShownText(text) +
-                                              "', expected on, off or the text of the bit");
-        }
-        out = (out & ~(1U << bits[i])) | static_cast<std::uint32_t>(*value) << bits[i];
-    }
-    return {};
-}
-
-/// A number in place of the bits, or the value of the only one that is described.
-std::optional<std::uint32_t> WholeBits(const ZMTParamBitField& field, std::string_view text) {
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        return HexOf(text);
-    }
-    if (field.Count() == 1) {
-        const ZMTParamBoolField& only = *field.Items().begin();
-        if (const auto value = BitValue(&only, text)) {
-            return static_cast<std::uint32_t>(*value) << only.BitPos();
-        }
-    }
-    return DigitsOf(text, 10);
+    return HasHexMark(text) ? HexOf(text) : DigitsOf(text, 10);
 }
 
 }  // namespace
+
+AsmResult Complaint(const AsmValue& value, std::string text) {
+    return {std::move(text), value.place};
+}
+
+bool IsOf(const ZMTNode& param, const ZMostParameter* item) {
+    return item != nullptr && &item->Parameter() == &param;
+}
 
 void AppendBytes(AsmBytes& out, std::uint32_t number, std::int32_t count) {
     for (std::int32_t left = count; left > 0; --left) {
@@ -326,6 +278,9 @@ AsmResult EncodeNumber(const ZMTParamNumber& number, const AsmValue& value, AsmB
             AppendBytes(out, *both, size);
             return {};
         }
+        if (!value.fields.empty() || !value.list.empty()) {
+            return Complaint(value, "no coordinates, expected x and y such as {x=1,y=0}");
+        }
     }
     const std::string wrong = "no number '" + ShownText(value.text) + "', expected " + ExpectedOf(number);
     if (!IsText(value) || size < 1 || size > kMaxValueBytes) {
@@ -333,13 +288,16 @@ AsmResult EncodeNumber(const ZMTParamNumber& number, const AsmValue& value, AsmB
                          size > kMaxValueBytes ? "the number has too many bytes, expected hex:" : wrong);
     }
     const std::string_view text = TrimBlanks(value.text);
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        const auto raw = HexOf(text);
-        if (!raw || std::uint64_t{*raw} >> ValueBits(number) != 0) {
-            return Complaint(value, wrong);
+    if (value.raw || HasHexMark(text)) {
+        const auto raw = value.raw ? value.raw : RawInHexadecimal(number, text);
+        if (!raw || *raw < LeastOf(number) || *raw > MostOf(number)) {
+            return Complaint(value, value.raw ? "no raw value '" + value.text + "', expected one from " +
+                                                    std::to_string(LeastOf(number)) + " to " +
+                                                    std::to_string(MostOf(number))
+                                              : wrong);
         }
-        AppendBytes(out, *raw, size);
-        return {};
+        AppendBytes(out, static_cast<std::uint32_t>(*raw), size);
+        return HasCoordinates(number) ? AsmResult() : CheckNumber(number, value, *raw);
     }
     const auto decimal = ReadDecimal(text);
     if (!decimal || !IsUnit(number, decimal->rest)) {
@@ -357,7 +315,8 @@ AsmResult EncodeNumber(const ZMTParamNumber& number, const AsmValue& value, AsmB
 
 AsmResult EncodeEnum(const ZMTParamEnum& enumeration, const AsmValue& value, AsmBytes& out) {
     const std::string_view text = TrimBlanks(value.text);
-    std::optional<std::uint32_t> code;
+    const std::uint32_t most = enumeration.GetBytesInMsg() > 1 ? 0xFFFF : 0xFF;
+    std::optional<std::int64_t> code = value.raw;
     for (const ZMTEnumValue& one : enumeration.Items()) {
         if (!code && !one.GetName().empty() && NamesEqual(one.GetName(), text)) {
             code = one.CodeMin();
@@ -365,31 +324,17 @@ AsmResult EncodeEnum(const ZMTParamEnum& enumeration, const AsmValue& value, Asm
     }
     if (!code && IsText(value)) {
         code = CodeIn(text);
+        const std::string wrong =
+            code ? WrongNameOfCode(enumeration, text, static_cast<std::uint32_t>(*code)) : std::string();
+        if (!wrong.empty()) {
+            return Complaint(value, wrong);
+        }
     }
-    const std::uint32_t most = enumeration.GetBytesInMsg() > 1 ? 0xFFFF : 0xFF;
-    if (!code || *code > most) {
+    if (!code || *code < 0 || *code > most) {
         return Complaint(value,
                          "no value '" + ShownText(text) + "'" + ExpectedNames(text, NamesOf(enumeration)));
     }
-    AppendBytes(out, *code, enumeration.GetBytesInMsg());
-    return {};
-}
-
-AsmResult EncodeBits(const ZMTParamBitField& field, const AsmValue& value, AsmBytes& out) {
-    std::uint32_t bits = 0;
-    if (value.fields.empty() && value.form != AsmValue::Form::Fields) {
-        const auto whole = WholeBits(field, TrimBlanks(value.text));
-        if (!whole || *whole >= 1U << 8 * std::clamp(field.GetBytesInMsg(), 1, 2)) {
-            return Complaint(value, "no bits '" + ShownText(value.text) + "', expected " + ExpectedOf(field));
-        }
-        bits = *whole;
-    }
-    for (const AsmField& given : value.fields) {
-        if (AsmResult result = EncodeBitField(field, given, bits); !result.IsGood()) {
-            return result;
-        }
-    }
-    AppendBytes(out, bits, field.GetBytesInMsg());
+    AppendBytes(out, static_cast<std::uint32_t>(*code), enumeration.GetBytesInMsg());
     return {};
 }
 
@@ -419,7 +364,7 @@ AsmResult EncodeFunctionIDs(const AsmValue& value, AsmBytes& out) {
 
 AsmResult ReadSignal(const ZMTParamStreamSignal& signal, const AsmValue& value, std::uint32_t& out) {
     const std::string_view text = TrimBlanks(value.text);
-    const auto number = text.starts_with("0x") || text.starts_with("0X") ? HexOf(text) : DigitsOf(text, 10);
+    const auto number = HasHexMark(text) ? HexOf(text) : DigitsOf(text, 10);
     constexpr std::uint32_t kAllBits = 32;
     if (!number || (signal.BitLength() < kAllBits && *number >> signal.BitLength() != 0)) {
         return Complaint(value, "no value '" + ShownText(text) + "', expected " + ExpectedOf(signal));

@@ -34,6 +34,12 @@ AsmResult EncodeFunctionIDs(const AsmValue& value, AsmBytes& out);
 /// The value of a signal, which the caller packs.
 AsmResult ReadSignal(const ZMTParamStreamSignal& signal, const AsmValue& value, std::uint32_t& out);
 
+/// What is wrong with a value.
+AsmResult Complaint(const AsmValue& value, std::string text);
+
+/// The item was decoded from the parameter.
+bool IsOf(const ZMTNode& param, const ZMostParameter* item);
+
 /// What a parameter takes: "a number from 0 to 100 %".
 std::string ExpectedOf(const ZMTParam& param);
 

@@ -67,6 +67,13 @@ std::optional<AsmBytes> Encoded(std::string_view text, StringEncoding encoding) 
 
 }  // namespace
 
+std::size_t CountCharacters(std::string_view text) {
+    constexpr unsigned kKind = 0xC0;
+    constexpr unsigned kGoesOn = 0x80;
+    return static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char c) { return (static_cast<unsigned char>(c) & kKind) != kGoesOn; }));
+}
+
 AsmResult EncodeString(const ZMTParamString& string, const AsmValue& value, AsmBytes& out) {
     std::string_view text = value.text;
     const bool isOpen = value.form == AsmValue::Form::Item && text.ends_with(kNotTerminated);
@@ -82,10 +89,12 @@ AsmResult EncodeString(const ZMTParamString& string, const AsmValue& value, AsmB
                 value.place};
     }
     const std::size_t width = encoding == kUtf16 ? 2 : 1;
-    if (characters->size() / width > string.MaxSize()) {
-        return {"the text has " + std::to_string(characters->size() / width) + " characters, expected " +
-                    ExpectedOf(string),
-                value.place};
+    const std::size_t count = characters->size() / width;
+    if (count > string.MaxSize()) {
+        const std::string expected =
+            encoding == kUtf8 ? " bytes in UTF-8, expected at most " + std::to_string(string.MaxSize())
+                              : " characters, expected " + ExpectedOf(string);
+        return {"the text has " + std::to_string(count) + expected, value.place};
     }
     out.push_back(encoding);
     out.insert(out.end(), characters->begin(), characters->end());

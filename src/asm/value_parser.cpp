@@ -28,6 +28,10 @@ class ValueParser {
   public:
     ValueParser(std::string_view text, std::size_t column) : text_(text), column_(column) {}
 
+    bool BeginsWithField() {
+        SkipGaps();
+        return Here() != '(' && NameEnd(at_) != std::string_view::npos;
+    }
     std::optional<AsmFault> ParseAll(std::vector<AsmField>& out) {
         for (SkipGaps(); at_ < text_.size() && !fault_ && !IsComment(at_); SkipGaps()) {
             AsmField field;
@@ -197,8 +201,8 @@ class ValueParser {
         if (depth > 0) {
             return Here() == ',' || Here() == ']' || Here() == '}';
         }
-        const bool isBehindGap = at_ > 0 && IsGap(text_[at_ - 1]);
-        return isBehindGap && (IsComment(at_) || NameEnd(at_) != std::string_view::npos);
+        const bool isAtBegin = at_ > 0 && IsGap(text_[at_ - 1]) && !IsGap(text_[at_]);
+        return isAtBegin && (IsComment(at_) || NameEnd(at_) != std::string_view::npos);
     }
 
     std::string_view text_;
@@ -208,6 +212,10 @@ class ValueParser {
 };
 
 }  // namespace
+
+bool BeginsWithField(std::string_view text) {
+    return ValueParser(text, 1).BeginsWithField();
+}
 
 std::optional<AsmFault> ParseFields(std::string_view text, std::size_t column, std::vector<AsmField>& out) {
     return ValueParser(text, column).ParseAll(out);

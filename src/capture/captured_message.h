@@ -26,6 +26,8 @@ struct CapturedMessage {
     std::vector<std::uint8_t> data = {};
     /// As the capture writes them; empty where it does not.
     std::string time = {};
+    /// The seconds that a time counts in which is a plain number; 0 where the capture does not say.
+    double timeUnit = 0;
     std::string direction = {};
     /// Addresses of devices, of 16 bits.
     std::optional<std::uint32_t> source = {};

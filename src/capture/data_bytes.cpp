@@ -34,7 +34,7 @@ std::string ReadToken(std::string_view token, std::vector<std::uint8_t>& out) {
 
 }  // namespace
 
-std::string ReadDataBytes(std::string_view text, std::vector<std::uint8_t>& out) {
+std::string ReadDataBytes(std::string_view text, std::vector<std::uint8_t>& out, std::string_view* wrong) {
     for (;;) {
         text.remove_prefix(std::min(text.find_first_not_of(kBetweenBytes), text.size()));
         if (text.empty()) {
@@ -42,6 +42,9 @@ std::string ReadDataBytes(std::string_view text, std::vector<std::uint8_t>& out)
         }
         const std::size_t end = std::min(text.find_first_of(kBetweenBytes), text.size());
         if (std::string fault = ReadToken(text.substr(0, end), out); !fault.empty()) {
+            if (wrong != nullptr) {
+                *wrong = text.substr(0, end);
+            }
             return fault;
         }
         text.remove_prefix(end);

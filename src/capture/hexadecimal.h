@@ -9,10 +9,14 @@
 
 namespace tarvex {
 
+/// The text begins with "0x".
+constexpr bool HasHexMark(std::string_view text) {
+    return text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+}
+
 /// Takes "0x" off the front of a text that goes on behind it.
 constexpr std::string_view WithoutHexMark(std::string_view text) {
-    const bool isMarked = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-    return isMarked ? text.substr(2) : text;
+    return text.size() > 2 && HasHexMark(text) ? text.substr(2) : text;
 }
 
 /// A number of digits alone, in that base; nothing for anything else, and from 2^32 on.

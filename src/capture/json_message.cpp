@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "capture/hexadecimal.h"
+#include "capture/json_splitter.h"
 #include "capture/loose_fields.h"
 #include "import/text/wording.h"
 
@@ -118,10 +119,15 @@ class ObjectReader {
         switch (column) {
             case Column::Other:
                 return {};
+            case Column::Date:
+                text = value.is_string() ? value.get<std::string>() : std::string();
+                break;
             case Column::Data:
                 text = DataText(value);
                 break;
             case Column::Time:
+                fields_.SetTimeUnit(TimeUnitOf(key));
+                [[fallthrough]];
             case Column::Length:
                 text = value.is_string()   ? std::optional(value.get<std::string>())
                        : value.is_number() ? std::optional(value.dump())
@@ -152,7 +158,7 @@ class ObjectReader {
 std::string ParseJsonMessage(std::string_view text, CapturedMessage& out, const AddressNames& names) {
     const Json json = Json::parse(text, nullptr, false);
     if (!json.is_object()) {
-        return "no valid JSON, expected an object with fBlockID, instanceID, fktID, opType and data";
+        return std::string(kNoJsonObject);
     }
     ObjectReader reader;
     for (const auto& [key, value] : json.items()) {

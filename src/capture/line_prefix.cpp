@@ -104,7 +104,7 @@ std::optional<double> TakeDate(std::string_view& text) {
     return isYearFirst ? DaysOf(*first, *month, *last) : DaysOf(*last, *month, *first);
 }
 
-/// "Z", "+02:00" or "+0200", in seconds to be taken off.
+/// "Z", "+02:00", "+0200" or "+02", in seconds to be taken off.
 double TakeZone(std::string_view& text) {
     if (TakeOne(text, "Zz")) {
         return 0;
@@ -115,31 +115,36 @@ double TakeZone(std::string_view& text) {
         return 0;
     }
     const auto hours = TakeDigits(rest, 2, 2);
-    TakeOne(rest, ":");
+    const bool hasColon = TakeOne(rest, ":");
     const auto minutes = TakeDigits(rest, 2, 2);
-    if (!hours || !minutes) {
+    if (!hours || (hasColon && !minutes)) {
         return 0;
     }
     text = rest;
-    return sign * (*hours * kSecondsPerHour + *minutes * kSecondsPerMinute);
+    return sign * (*hours * kSecondsPerHour + minutes.value_or(0) * kSecondsPerMinute);
 }
 
-/// "12.5", and whole numbers that are too long for the address of a device.
-std::optional<double> SecondsIn(std::string_view text) {
-    constexpr std::size_t kLongerThanAddress = 5;
-    constexpr std::size_t kMostDigits = 20;
-    const std::size_t point = text.find_first_of(".,");
-    const bool hasFraction = point != std::string_view::npos && point > 0 && point + 1 < text.size();
-    if ((!hasFraction && text.size() < kLongerThanAddress) || text.size() > 2 * kMostDigits) {
+/// What a plain number counts in whose whole part has so many digits.
+double UsualUnit(std::size_t digits) {
+    constexpr std::size_t kMilli = 11;
+    constexpr std::size_t kMicro = 14;
+    constexpr std::size_t kNano = 17;
+    return digits < kMilli ? 1 : digits < kMicro ? 1e-3 : digits < kNano ? 1e-6 : 1e-9;
+}
+
+/// "12.5", "7".
+std::optional<double> SecondsIn(std::string_view text, double unit) {
+    constexpr std::size_t kLongest = 40;
+    if (text.empty() || !IsDigit(text.front()) || text.size() > kLongest) {
         return std::nullopt;
     }
-    double seconds = 0;
-    while (!text.empty() && IsDigit(text.front())) {
-        seconds = 10 * seconds + (text.front() - '0');
-        text.remove_prefix(1);
+    double count = 0;
+    std::size_t digits = 0;
+    for (; !text.empty() && IsDigit(text.front()); text.remove_prefix(1), ++digits) {
+        count = 10 * count + (text.front() - '0');
     }
-    seconds += TakeFraction(text);
-    return text.empty() ? std::optional(seconds) : std::nullopt;
+    count += TakeFraction(text);
+    return text.empty() ? std::optional(count * (unit > 0 ? unit : UsualUnit(digits))) : std::nullopt;
 }
 
 /// A token that stands in brackets, or has a colon behind it.
@@ -235,10 +240,28 @@ bool MayBeAddress(std::string_view token) {
                       : points == 2 && !IsDate(token) && !IsTime(token);
 }
 
+/// The end of the first token. A comma may stand in front of the fraction of a time, but four digits behind
+/// one are the address of a device.
+std::size_t TokenEnd(std::string_view line) {
+    constexpr std::size_t kAddressDigits = 4;
+    const std::size_t end = std::min(line.find_first_of(kGaps), line.size());
+    const bool isPlain = std::ranges::all_of(line.substr(0, end), IsDigit);
+    if (end == 0 || end == line.size() || line[end] != ',' || (!isPlain && !IsTime(line.substr(0, end)))) {
+        return end;
+    }
+    const std::size_t fraction = std::min(line.find_first_not_of("0123456789", end + 1), line.size());
+    const std::size_t whole = std::min(line.find_first_of(kGaps, fraction), line.size());
+    const bool isAlone = !isPlain || whole == line.size() || line[whole] == ' ' || line[whole] == '\t';
+    return fraction > end + 1 && fraction - end - 1 != kAddressDigits && isAlone &&
+                   IsTime(line.substr(0, whole))
+               ? whole
+               : end;
+}
+
 }  // namespace
 
-std::optional<double> SecondsOf(std::string_view time) {
-    if (const auto seconds = SecondsIn(time)) {
+std::optional<double> SecondsOf(std::string_view time, double unit) {
+    if (const auto seconds = SecondsIn(time, unit)) {
         return seconds;
     }
     double seconds = 0;
@@ -260,7 +283,9 @@ std::optional<double> SecondsOf(std::string_view time) {
 }
 
 bool IsTime(std::string_view token) {
-    return !token.empty() && IsDigit(token.front()) && !IsDate(token) && SecondsOf(token);
+    constexpr std::size_t kLongerThanDevice = 5;
+    const bool mayBeDevice = token.size() < kLongerThanDevice && std::ranges::all_of(token, IsDigit);
+    return !token.empty() && IsDigit(token.front()) && !mayBeDevice && !IsDate(token) && SecondsOf(token);
 }
 
 bool IsDate(std::string_view token) {
@@ -270,7 +295,7 @@ bool IsDate(std::string_view token) {
 void TakePrefix(std::string_view& line, CapturedMessage& out) {
     PrefixReader reader(out);
     while (!line.empty()) {
-        const std::size_t end = std::min(line.find_first_of(kGaps), line.size());
+        const std::size_t end = TokenEnd(line);
         const std::string_view token = line.substr(0, end);
         if (MayBeAddress(token) || !reader.Take(token)) {
             break;

@@ -16,8 +16,10 @@ bool IsTime(std::string_view token);
 bool IsDate(std::string_view token);
 
 /// The seconds that a time stands for, from midnight or, with a date, from some day on; nothing for a text
-/// that is no time. Times of one capture can be compared.
-std::optional<double> SecondsOf(std::string_view time);
+/// that is no time. Times of one capture can be compared. `unit`: the seconds that a plain number counts in;
+/// 0 where nobody says: then they are seconds, and from 11, 14 and 17 digits on, as the time since 1970 has
+/// them, thousandths, millionths and billionths of one.
+std::optional<double> SecondsOf(std::string_view time, double unit = 0);
 
 /// Takes what stands in front of the address off a line that begins with no blank.
 void TakePrefix(std::string_view& line, CapturedMessage& out);

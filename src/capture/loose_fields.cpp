@@ -67,7 +67,10 @@ std::string LooseFields::ReadAddress(CapturedMessage& out, const AddressNames& n
 }
 
 std::string LooseFields::ReadOrigin(CapturedMessage& out) const {
-    out.time = ShownText(Text(Column::Time));
+    const std::string& date = Text(Column::Date);
+    const std::string& time = Text(Column::Time);
+    out.time = ShownText(date.empty() || time.empty() ? date + time : date + " " + time);
+    out.timeUnit = timeUnit_;
     out.direction = ShownText(Text(Column::Direction));
     std::string fault = ReadDevice(Text(Column::Source), "source", out.source);
     if (fault.empty()) {

@@ -18,6 +18,7 @@ constexpr std::string_view kByteGaps = " \t\r,;";
 void Clear(CapturedMessage& message) {
     message.data.clear();
     message.time.clear();
+    message.timeUnit = 0;
     message.direction.clear();
     message.source.reset();
     message.destination.reset();
@@ -60,6 +61,29 @@ std::string_view LengthIn(std::string_view token) {
     return token;
 }
 
+/// What stands behind a semicolon are bytes, in parentheses or not, their length and another separator, or
+/// nothing.
+bool GoesOnWithData(std::string_view text) {
+    const std::string_view data = TrimBlanks(text);
+    if (data.starts_with('(')) {
+        return GoesOnWithBytes(data.substr(1, data.find(')') - 1));
+    }
+    const std::size_t end = std::min(data.find_first_of(kByteGaps), data.size());
+    const std::string_view token = data.substr(0, end);
+    const std::string_view length = LengthIn(token);
+    const bool isLength = HexOf(length) && (token.size() == 1 || length.size() < token.size());
+    return GoesOnWithBytes(text) || (isLength && end < data.size() && (data[end] == ';' || data[end] == ','));
+}
+
+/// Takes off what separates the address from its data, besides blanks. A semicolon there begins a comment
+/// when something else than data stands behind it.
+std::string_view WithoutSeparators(std::string_view text) {
+    while (text.starts_with(',') || (text.starts_with(';') && GoesOnWithData(text.substr(1)))) {
+        text.remove_prefix(1);
+    }
+    return TrimBlanks(text);
+}
+
 /// Behind the parentheses stands nothing, a comment, or names with points between them.
 bool MayFollowData(std::string_view text) {
     text = TrimBlanks(text.substr(0, FindComment(text)));
@@ -69,11 +93,13 @@ bool MayFollowData(std::string_view text) {
             text.front() != '(' && std::ranges::any_of(text, isLetter) && !HexOf(text));
 }
 
-/// Takes the length off the data, and the parentheses.
-std::string SplitData(std::string_view& data, std::optional<std::string_view>& length) {
+/// Takes the length off the data, and the parentheses. `wrong`: where it fails.
+std::string SplitData(std::string_view& data, std::optional<std::string_view>& length,
+                      std::string_view& wrong) {
     const std::size_t open = data.find('(');
     if (open < FindComment(data)) {
         const std::size_t close = data.find(')', open);
+        wrong = close == std::string_view::npos ? data.substr(open) : TrimBlanks(data.substr(close + 1));
         if (close == std::string_view::npos || !MayFollowData(data.substr(close + 1))) {
             return close == std::string_view::npos ? "no closing parenthesis"
                                                    : "'" + ShownText(TrimBlanks(data.substr(close + 1))) +
@@ -96,22 +122,30 @@ std::string SplitData(std::string_view& data, std::optional<std::string_view>& l
     return {};
 }
 
-std::string ParseFields(std::string_view text, CapturedMessage& out, const AddressNames& names) {
+/// `wrong`: where it fails.
+std::string ParseFields(std::string_view text, CapturedMessage& out, const AddressNames& names,
+                        std::string_view& wrong) {
     const std::size_t end = AddressEnd(text);
     std::optional<std::string_view> fifthField;
-    std::string fault = names.Read(text.substr(0, end), out, fifthField);
-    std::string_view data = TrimBlanks(text.substr(end));
+    wrong = text;
+    if (std::string fault = names.Read(text.substr(0, end), out, fifthField); !fault.empty()) {
+        return fault;
+    }
+    std::string_view data = WithoutSeparators(text.substr(end));
     std::optional<std::string_view> length;
-    if (fault.empty()) {
-        fault = SplitData(data, length);
+    if (std::string fault = SplitData(data, length, wrong); !fault.empty()) {
+        return fault;
     }
-    if (fault.empty()) {
-        fault = ReadDataBytes(data, out.data);
+    if (std::string fault = ReadDataBytes(data, out.data, &wrong); !fault.empty()) {
+        return fault;
     }
-    if (fault.empty()) {
-        fault = CheckLength(fifthField, out.data.size());
+    for (const auto& said : {fifthField, length}) {
+        if (std::string fault = CheckLength(said, out.data.size()); !fault.empty()) {
+            wrong = *said;
+            return fault;
+        }
     }
-    return fault.empty() ? CheckLength(length, out.data.size()) : fault;
+    return {};
 }
 
 }  // namespace
@@ -128,7 +162,8 @@ bool IsCommentLine(std::string_view line) {
     return text.empty() || text.front() == ';' || IsCommentMark(text);
 }
 
-std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names) {
+std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names,
+                             std::size_t& at) {
     Clear(out);
     const std::string_view whole = TrimBlanks(line);
     std::string_view text = whole;
@@ -137,7 +172,15 @@ std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const 
         Clear(out);
         text = whole;
     }
-    return ParseFields(text, out, names);
+    std::string_view wrong = text;
+    std::string fault = ParseFields(text, out, names, wrong);
+    at = fault.empty() ? 0 : static_cast<std::size_t>(wrong.data() - line.data());
+    return fault;
+}
+
+std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names) {
+    std::size_t at = 0;
+    return ParseMessageLine(line, out, names, at);
 }
 
 std::string ParseMessageLine(std::string_view line, CapturedMessage& out) {

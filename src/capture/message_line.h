@@ -20,6 +20,9 @@ std::size_t AddressEnd(std::string_view line);
 /// parentheses, as a single digit, or as "[12]" or "12:". A comment may follow, and behind parentheses the
 /// names that reports write there. Empty on success, else what is wrong.
 std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names);
+/// The same; `at` is where in the line the wrong begins.
+std::string ParseMessageLine(std::string_view line, CapturedMessage& out, const AddressNames& names,
+                             std::size_t& at);
 /// The same with numbers alone.
 std::string ParseMessageLine(std::string_view line, CapturedMessage& out);
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -22,7 +23,8 @@ struct SegmentBounds {
 
 /// Joins the segments of each message, which have its source, address and operation in common and are
 /// numbered by their first byte. Whole messages go through. A message comes when its last segment does, with
-/// the time and the line of its first. A message that can't be joined is told once.
+/// the time and the line of its first. A message that can't be joined is told once; a segment that comes
+/// again is told and left out.
 class SegmentJoiner : public MessageSink {
   public:
     /// The sink outlives this object.
@@ -38,30 +40,58 @@ class SegmentJoiner : public MessageSink {
   private:
     /// Source, block with instance, function with operation.
     using Key = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>;
+    /// When something was met: counted in messages of the capture, and its time.
+    struct Moment {
+        std::uint64_t taken = 0;
+        std::optional<double> time;
+    };
+    /// A segment of an open message: where its bytes are.
+    struct Part {
+        std::uint8_t number = 0;
+        std::size_t begin = 0;
+        std::size_t size = 0;
+        std::uint64_t line = 0;
+    };
     struct Open {
         CapturedMessage message;
-        std::uint8_t number = 0;    // of the last segment
-        std::size_t lastBytes = 0;  // that it has brought
-        std::uint64_t lastLine = 0;
-        std::uint64_t lastTaken = 0;  // counted in messages of the capture
-        std::optional<double> lastTime;
-        bool isBroken = false;  // it was told, and what else comes of it is not
+        Part first;
+        std::deque<Part> parts;  // the last few
+        Moment last;
+        /// A segment like the first, that came behind others: it comes again, or begins the next message.
+        std::optional<CapturedMessage> again;
+    };
+    /// A message that was told, or joined, for what may still come of it.
+    struct Past {
+        bool isJoined = false;
+        bool isEnded = false;
+        std::uint8_t number = 0;         // of its last segment
+        std::vector<std::uint8_t> data;  // of that segment
+        std::uint64_t line = 0;
+        Moment last;
     };
     using OpenMessages = std::map<Key, Open>;
 
+    Moment MomentOf(const CapturedMessage& message) const;
+    bool IsOld(const Moment& last, const Moment& now) const;
     void Begin(const Key& key, const CapturedMessage& segment);
+    void TakeFirst(const Key& key, const CapturedMessage& segment);
     void GoOn(OpenMessages::iterator found, const CapturedMessage& segment);
-    bool IsDoubled(const Open& open, const CapturedMessage& segment) const;
+    void GoOnBehind(const Key& key, Past& past, const CapturedMessage& segment);
+    static bool IsPart(const Open& open, const Part& part, const CapturedMessage& segment);
+    static const Part* FindPart(const Open& open, const CapturedMessage& segment);
     void Append(Open& open, const CapturedMessage& segment);
+    void TellTwice(const CapturedMessage& segment, std::uint64_t line);
+    void TellForeign(const Key& key, const CapturedMessage& segment);
     void GiveUp(OpenMessages::iterator found, const std::string& why);
     void GiveUpOld(const CapturedMessage& now);
     void GiveUpOldest();
-    void Close(OpenMessages::iterator open);
-    void TellForeign(const Key& key, const CapturedMessage& segment);
+    void Remember(const Key& key, const CapturedMessage& segment, bool isJoined);
+    Past& MakePast(const Key& key);
 
     MessageSink& sink_;
     SegmentBounds bounds_;
     OpenMessages open_;
+    std::map<Key, Past> past_;
     std::size_t bytes_ = 0;  // of all that is open
     std::uint64_t taken_ = 0;
 };

@@ -1,9 +1,8 @@
 #include "capture/table_line.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
-#include "capture/data_bytes.h"
 #include "capture/hexadecimal.h"
 #include "capture/loose_fields.h"
 #include "import/text/names.h"
@@ -18,9 +17,8 @@ struct NamedColumn {
     Column column;
 };
 constexpr NamedColumn kNamedColumns[] = {
+    {"date", Column::Date},
     {"time", Column::Time},
-    {"times", Column::Time},
-    {"timems", Column::Time},
     {"timestamp", Column::Time},
     {"datetime", Column::Time},
     {"direction", Column::Direction},
@@ -63,6 +61,36 @@ constexpr NamedColumn kNamedColumns[] = {
     {"telid", Column::Telegram},
 };
 
+/// What stands behind the name of a column of times, as PlainKey leaves it.
+struct NamedUnit {
+    std::string_view name;
+    double seconds;
+};
+constexpr NamedUnit kTimeUnits[] = {{"s", 1},       {"sec", 1},   {"seconds", 1}, {"ms", 1e-3},
+                                    {"msec", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
+
+/// The unit that a name of times ends with, as PlainKey leaves it; 0 for any other name.
+double UnitIn(std::string_view plain) {
+    for (const std::string_view base : {"timestamp", "time"}) {
+        const auto* unit = plain.starts_with(base)
+                               ? std::ranges::find(kTimeUnits, plain.substr(base.size()), &NamedUnit::name)
+                               : std::end(kTimeUnits);
+        if (unit != std::end(kTimeUnits)) {
+            return unit->seconds;
+        }
+    }
+    return 0;
+}
+
+/// "Data 0", "Byte1", "b2", "D3": one byte of the data.
+bool NamesByte(std::string_view name) {
+    const std::string plain = PlainKey(name);
+    const std::size_t digits = std::min(plain.find_first_of("0123456789"), plain.size());
+    const std::string_view word = std::string_view(plain).substr(0, digits);
+    return DigitsOf(std::string_view(plain).substr(digits), 10) &&
+           (word == "data" || word == "databyte" || word == "byte" || word == "b" || word == "d");
+}
+
 /// Values may stand in quotes; two quotes in such a one stand for one.
 std::vector<std::string> SplitAt(std::string_view line, char separator) {
     std::vector<std::string> values(1);
@@ -92,20 +120,31 @@ char SeparatorOf(std::string_view line) {
 Column ColumnOf(std::string_view name) {
     const std::string plain = PlainKey(name);
     const auto* found = std::ranges::find(kNamedColumns, plain, &NamedColumn::name);
-    return found == std::end(kNamedColumns) ? Column::Other : found->column;
+    return found != std::end(kNamedColumns) ? found->column
+           : UnitIn(plain) > 0              ? Column::Time
+                                            : Column::Other;
 }
 
-std::optional<TableColumns> TableColumns::Make(const std::vector<std::string>& names, char separator) {
+double TimeUnitOf(std::string_view name) {
+    return UnitIn(PlainKey(name));
+}
+
+std::optional<TableColumns> TableColumns::Make(std::vector<std::string> names, char separator) {
+    // Bytes with a column each need no names behind the first.
+    while (names.size() > 1 && TrimBlanks(names.back()).empty()) {
+        names.pop_back();
+    }
     std::vector<Column> columns;
     columns.reserve(names.size());
-    for (const std::string& name : names) {
-        columns.push_back(ColumnOf(name));
-    }
-    // Bytes with a column each need no names behind the first.
-    while (columns.size() > 1 && names[columns.size() - 1].empty()) {
-        columns.pop_back();
-    }
+    std::ranges::transform(names, std::back_inserter(columns), ColumnOf);
     const auto has = [&](Column column) { return std::ranges::find(columns, column) != columns.end(); };
+    const bool hasData = has(Column::Data);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool goesOn = i > 0 && columns[i - 1] == Column::Data;
+        if (columns[i] == Column::Other && NamesByte(names[i]) && (goesOn || !hasData)) {
+            columns[i] = Column::Data;
+        }
+    }
     const bool hasFields = has(Column::FBlock) && has(Column::Function) && has(Column::OpType);
     if (!has(Column::Data) || (!has(Column::Message) && !hasFields)) {
         return std::nullopt;
@@ -114,6 +153,9 @@ std::optional<TableColumns> TableColumns::Make(const std::vector<std::string>& n
     for (std::size_t i = 0; i < table.columns_.size(); ++i) {
         if (table.columns_[i] != Column::Other && table.columns_[i] != Column::Data) {
             table.needed_ = i + 1;
+        }
+        if (table.columns_[i] == Column::Time) {
+            table.timeUnit_ = TimeUnitOf(names[i]);
         }
     }
     return table;
@@ -125,33 +167,66 @@ std::optional<TableColumns> TableColumns::FromHeader(std::string_view line) {
         return std::nullopt;
     }
     const char separator = SeparatorOf(line);
-    return Make(SplitAt(TrimBlanks(line), separator), separator);
+    return Make(SplitAt(line, separator), separator);
 }
 
 std::optional<TableColumns> TableColumns::FromList(std::string_view list) {
     return Make(SplitAt(list, ','), '\0');
 }
 
-std::vector<std::string> TableColumns::Split(std::string_view line) const {
-    return SplitAt(line, separator_ == '\0' ? SeparatorOf(line) : separator_);
+/// The table's mark; where it has not shown yet, the one that cuts the line into as many values as there are
+/// columns, or else the one that stands most often.
+char TableColumns::SeparatorIn(std::string_view line) const {
+    if (separator_ != '\0') {
+        return separator_;
+    }
+    const auto fitting = std::ranges::find_if(
+        kTableMarks, [&](char mark) { return SplitAt(line, mark).size() == columns_.size(); });
+    return fitting == kTableMarks.end() ? SeparatorOf(line) : *fitting;
 }
 
 bool TableColumns::Holds(std::string_view line) const {
-    const char separator = separator_ == '\0' ? SeparatorOf(line) : separator_;
-    return line.size() >= needed_ && Split(line).size() >= std::max<std::size_t>(needed_, 2) &&
-           line.find(separator) != std::string_view::npos;
+    const char separator = SeparatorIn(line);
+    return line.size() >= needed_ && line.find(separator) != std::string_view::npos &&
+           SplitAt(line, separator).size() >= std::max<std::size_t>(needed_, 2);
 }
 
-std::string TableColumns::Read(std::string_view line, CapturedMessage& out, const AddressNames& names) const {
-    LooseFields fields;
-    const std::vector<std::string> values = Split(line);
-    const bool isDataLast = columns_.back() == Column::Data;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        // What goes on behind the last column are bytes with a column each.
-        const Column column = i < columns_.size() ? columns_[i] : isDataLast ? Column::Data : Column::Other;
-        fields.Set(column, TrimBlanks(values[i]));
+std::string TableColumns::Shortness(std::string_view line) const {
+    const std::size_t count = SplitAt(line, SeparatorIn(line)).size();
+    return count < 2 || count >= needed_ ? std::string()
+                                         : std::to_string(count) + " values, but the table has " +
+                                               std::to_string(columns_.size()) + " columns";
+}
+
+bool TableColumns::HasAddress(std::string_view line, const AddressNames& names) const {
+    CapturedMessage message;
+    return FieldsOf(SplitAt(line, SeparatorIn(line))).ReadAddress(message, names).empty();
+}
+
+std::string TableColumns::Read(std::string_view line, CapturedMessage& out, const AddressNames& names) {
+    const char separator = SeparatorIn(line);
+    std::vector<std::string> values = SplitAt(line, separator);
+    while (values.size() > columns_.size() && TrimBlanks(values.back()).empty()) {
+        values.pop_back();
     }
-    return fields.Read(out, names);
+    std::string fault = FieldsOf(values).Read(out, names);
+    if (fault.empty() && values.size() > columns_.size() && columns_.back() != Column::Data) {
+        fault = std::to_string(values.size()) + " values, but the table has " +
+                std::to_string(columns_.size()) + " columns";
+    }
+    separator_ = fault.empty() ? separator : separator_;
+    return fault;
+}
+
+/// What goes on behind the last column are bytes with a column each, if that is one of data.
+LooseFields TableColumns::FieldsOf(const std::vector<std::string>& values) const {
+    LooseFields fields;
+    fields.SetTimeUnit(timeUnit_);
+    const Column last = columns_.back() == Column::Data ? Column::Data : Column::Other;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        fields.Set(i < columns_.size() ? columns_[i] : last, TrimBlanks(values[i]));
+    }
+    return fields;
 }
 
 }  // namespace tarvex

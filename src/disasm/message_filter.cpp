@@ -4,6 +4,7 @@
 
 #include "capture/hexadecimal.h"
 #include "import/text/names.h"
+#include "import/text/nearest_name.h"
 #include "import/text/wording.h"
 
 namespace tarvex {
@@ -19,6 +20,20 @@ bool FieldFits(std::optional<std::uint32_t> wanted, std::uint32_t value) {
     return !wanted || *wanted == value;
 }
 
+/// A name that no block and no function has, with the nearest that one of them has.
+std::string UnknownAnywhere(std::string_view name, const ZMTCatalog& catalog) {
+    std::vector<std::string_view> names;
+    for (const ZMTFBlock& block : catalog.Items()) {
+        names.push_back(block.GetName());
+        for (const ZMTFunction& function : block.Items()) {
+            names.push_back(function.GetName());
+        }
+    }
+    const std::string_view nearest = NearestName(name, names);
+    return "unknown function block or function '" + ShownText(name) + "'" +
+           (nearest.empty() ? std::string() : " (" + ShownName(nearest) + "?)");
+}
+
 }  // namespace
 
 std::string MessageFilter::Add(std::string_view wanted, const ZMTCatalog& catalog) {
@@ -31,9 +46,8 @@ std::string MessageFilter::Add(std::string_view wanted, const ZMTCatalog& catalo
     if (fields.empty() || fields.size() > kFields) {
         return "'" + ShownText(wanted) + "' is neither FAULTY nor an address nor a name";
     }
-    if (fields.size() == 1 && !IsNumberOrAny(fields[0]) && catalog.FindChild(fields[0]) == nullptr &&
-        AddFunctions(fields[0], catalog)) {
-        return {};
+    if (fields.size() == 1 && !IsNumberOrAny(fields[0]) && catalog.FindChild(fields[0]) == nullptr) {
+        return AddFunctions(fields[0], catalog) ? std::string() : UnknownAnywhere(fields[0], catalog);
     }
     // Names leave out the instance.
     if (fields.size() > 1 && !IsNumberOrAny(fields[1])) {

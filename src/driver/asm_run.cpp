@@ -51,7 +51,7 @@ class Writer : public AsmSink {
 };
 
 /// False, after a complaint, when the file can't be read.
-bool ReadLines(const std::string& name, Assembler& assembler, Writer& writer, CaptureOutput& output) {
+bool ReadLines(const std::string& name, Assembler& assembler, CaptureOutput& output) {
     const bool isStandardInput = name == kAsmInput;
     const File file(isStandardInput ? nullptr : std::fopen(name.c_str(), "rb"));  // pipes are welcome
     if (!isStandardInput && !file) {
@@ -59,14 +59,12 @@ bool ReadLines(const std::string& name, Assembler& assembler, Writer& writer, Ca
         return false;
     }
     LineReader lines(isStandardInput ? STDIN_FILENO : ::fileno(file.get()), [&] { return output.Write(); });
-    std::uint64_t number = 0;
     for (std::string_view line; !output.HasFailed() && lines.Next(line); output.WriteIfLarge()) {
-        ++number;
-        if (lines.IsCut()) {
-            writer.TakeFault(number, {"the line is too long"});
-            line = {};
+        assembler.TakeLine(line, lines.IsCut());
+        while (assembler.WantsMore() && !output.HasFailed() && lines.NextPiece(line)) {
+            assembler.TakeMore(line, lines.IsCut());
+            output.WriteIfLarge();
         }
-        assembler.TakeLine(line);
     }
     assembler.Finish();
     if (lines.HasFailed()) {
@@ -90,7 +88,7 @@ AsmStatus RunAsm(const std::string& catalogPath, const std::vector<std::string>&
     for (const std::string& name : files.empty() ? std::vector<std::string>{kAsmInput} : files) {
         Assembler assembler(*catalog, options.isForced, writer);
         writer.BeginFile(name);
-        if (!output.HasFailed() && !ReadLines(name, assembler, writer, output)) {
+        if (!output.HasFailed() && !ReadLines(name, assembler, output)) {
             status = kAsmTrouble;
         }
     }

@@ -1,4 +1,6 @@
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -11,7 +13,21 @@
 #include "disasm/text_report.h"
 #include "driver/disasm_run.h"
 #include "import/text/shown_text.h"
+#include "import/text/wording.h"
 #include "versions.h"
+
+namespace {
+
+/// What is wrong with a text for a time span; empty for one.
+std::string WrongSeconds(const std::string& text) {
+    double seconds = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, seconds);
+    const bool isGood = error == std::errc() && last == end && std::isfinite(seconds) && seconds >= 0;
+    return isGood ? std::string() : "'" + tarvex::ShownText(text) + "', expected a number of seconds";
+}
+
+}  // namespace
 
 int main(int argc, char** argv) try {
     std::string catalog;
@@ -40,7 +56,7 @@ int main(int argc, char** argv) try {
                    "columns of tables without a header: time,fblock,inst,function,optype,length,data,...");
     CLI::Option* timeout = app.add_option("--segment-timeout", segmentSeconds,
                                           "seconds until the next segment of a message is given up (5)")
-                               ->check(CLI::NonNegativeNumber);
+                               ->check(WrongSeconds);
     app.add_option(
         "--settings", settingsPath,
         "read the catalog as the [Import] section of this TARVEX.ini says; else all forms, not validated");

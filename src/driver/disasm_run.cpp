@@ -176,6 +176,11 @@ class Run {
         for (std::string_view line; !output_.HasFailed() && lines.Next(line); output_.WriteIfLarge()) {
             output_.AddInput(line.size() + 1);  // with its line feed
             reader.TakeLine(line, lines.IsCut());
+            while (reader.WantsMore() && !output_.HasFailed() && lines.NextPiece(line)) {
+                output_.AddInput(line.size());
+                reader.TakeMore(line, lines.IsCut());
+                output_.WriteIfLarge();
+            }
         }
         reader.Finish();
         joiner.Finish();

@@ -21,7 +21,7 @@ bool LineReader::Next(std::string_view& line) {
         if (end_ - begin_ == buffer_.size()) {
             isCut_ = true;
             line = {buffer_.data(), kMaxLine};
-            begin_ = end_;
+            begin_ = kMaxLine;
             return true;
         }
         if (!Fill()) {
@@ -34,6 +34,25 @@ bool LineReader::Next(std::string_view& line) {
     line = {buffer_.data() + begin_, lineEnd - begin_};
     begin_ = lineEnd + 1;
     return true;
+}
+
+bool LineReader::NextPiece(std::string_view& piece) {
+    if (!isCut_) {
+        return false;
+    }
+    if (begin_ == end_) {
+        isCut_ = Fill();
+    }
+    std::size_t lineEnd = 0;
+    if (FindLineFeed(begin_, lineEnd)) {
+        isCut_ = false;
+        piece = {buffer_.data() + begin_, lineEnd - begin_};
+        begin_ = lineEnd + 1;
+    } else {
+        piece = {buffer_.data() + begin_, end_ - begin_};
+        begin_ = end_;
+    }
+    return !hasFailed_;
 }
 
 bool LineReader::FindLineFeed(std::size_t from, std::size_t& at) const {

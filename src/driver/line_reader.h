@@ -11,7 +11,7 @@
 
 namespace tarvex {
 
-/// Of a longer line only so many bytes are given; the rest is skipped.
+/// Of a longer line only so many bytes are given at once.
 inline constexpr std::size_t kMaxLine = std::size_t{1} << 18;
 
 /// Reads the lines of a stream of any length in constant memory.
@@ -24,7 +24,10 @@ class LineReader {
     /// The next line without its line feed, valid until the next call; false at the end of the stream. The
     /// last line may lack its line feed, but an error ends no line: its beginning is not given.
     bool Next(std::string_view& line);
-    /// The line that Next gave was longer than kMaxLine.
+    /// Of the line that Next gave, which is longer than kMaxLine, some more, valid as above; false when there
+    /// is none. What nobody asks for is skipped.
+    bool NextPiece(std::string_view& piece);
+    /// There is more of the line than was given.
     bool IsCut() const { return isCut_; }
     /// The stream ended with an error.
     bool HasFailed() const { return hasFailed_; }

@@ -119,6 +119,28 @@ TEST(LineReader, LinesBeyondTheLimitAreCutAndTheRestIsSkipped) {
     }
 }
 
+TEST(LineReader, PiecesOfALongLineMakeItUpAndMayBeLeftOut) {
+    for (const std::size_t length : {kMaxLine + 1, kMaxLine + 2, 2 * kMaxLine + 1, 3 * kMaxLine + 7}) {
+        for (const char* end : {"", "\n", "\nend\n"}) {
+            SCOPED_TRACE(std::to_string(length) + " before " + testing::PrintToString(end));
+            const TempDir dir;
+            const File file(std::fopen(dir.Write("capture.txt", "x\n" + LineOf(length) + end).c_str(), "rb"));
+            LineReader reader(fileno(file.get()), [] { return true; });
+            std::string_view line;
+            ASSERT_TRUE(reader.Next(line));
+            EXPECT_FALSE(reader.NextPiece(line));
+            ASSERT_TRUE(reader.Next(line));
+            std::string whole(line);
+            for (std::string_view piece; reader.NextPiece(piece);) {
+                whole += piece;
+            }
+            EXPECT_FALSE(reader.IsCut());
+            EXPECT_TRUE(whole == LineOf(length));
+            EXPECT_EQ(reader.Next(line), std::string_view(end).size() > 1);
+        }
+    }
+}
+
 TEST(LineReader, LineOfExactlyTheLimitIsWhole) {
     const std::string line = LineOf(kMaxLine);
     EXPECT_TRUE(LinesOf(line) == Lines{line});

@@ -1,6 +1,7 @@
 """tarvex-asm from outside: usage, exit status, what goes where. What lines become is tested in tests/asm."""
 
 import os
+import resource
 import subprocess
 
 from support import SOURCE, ProgramTest
@@ -57,3 +58,21 @@ class Asm(ProgramTest):
     def test_a_line_that_is_too_long_is_a_fault_and_the_rest_goes_on(self):
         result = self.run_asm(stdin="71.01.200.1".ljust(300_000) + "\n71.01.200.1\n")
         self.assert_result(result, "71.01.200.1 ()\n", 1, "tarvex-asm: 1:1: the line is too long\n")
+
+    def test_json_longer_than_a_line_is_read_back(self):
+        message = '{"message":"71.01.200.1","data":"","note":"%s"}' % ("x" * 300_000)
+        self.assert_result(self.run_asm(stdin=f"[{message},{message}]\n71.01.200.1\n"), "71.01.200.1 ()\n" * 3, 0)
+        result = self.run_asm(stdin='{"note":"%s"}\n71.01.200.1\n' % ("x" * 1_100_000))
+        self.assert_result(result, "71.01.200.1 ()\n", 1, "tarvex-asm: 1:1: the object is too long\n")
+
+    def test_time_grows_with_the_length_of_a_line_alone(self):
+        """It takes ten times the limit for the blanks, and twice for the repetitions, to look through all of them for
+        each."""
+        limit = 20 if os.environ["TARVEX_SANITIZED"] == "ON" else 2
+        entries = "".join(f",[{i}]SegmentLength=1" for i in range(1, 11_001))
+        lines = ["Cabin.RoofState.Set RoofPosition=5" + " " * 250_000 + "# note"]
+        lines += ["52.01.201.C Waypoints={} Segments={RoadClass=Lane" + entries + "}"] * 5
+        result = subprocess.run([ASM, str(CATALOG)], input="\n".join(lines), capture_output=True, text=True, check=False,
+                                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_CPU, (limit, limit)))
+        self.assertEqual((result.stderr, result.returncode), ("", 0))
+        self.assertEqual(result.stdout, "71.01.200.0 (05)\n" + ("52.01.201.C (00 01" + " 00 01" * 11_000 + ")\n") * 5)

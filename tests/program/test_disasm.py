@@ -236,7 +236,8 @@ class Options(DisasmTest):
                 self.assertEqual(self.told(*(word for one in wanted for word in ("--only", one))), lines)
 
     def test_only_of_an_unknown_name_is_trouble(self):
-        for wanted, words in [("Audio_Amq", "(Audio_Amp?)"), ("Audio_Amp.Volme", "(Volume?)"), ("22.400.1.1", "InstID"),
+        for wanted, words in [("Audio_Amq", "(Audio_Amp?)"), ("Volme", "unknown function block or function 'Volme' (Volume?)"),
+                              ("Xyz", "unknown function block or function 'Xyz'\n"), ("Audio_Amp.Volme", "(Volume?)"), ("22.400.1.1", "InstID"),
                               ("1.2.3.4.5", "neither"), ("", "neither")]:
             with self.subTest(wanted=wanted):
                 result = self.run_capture("--only", wanted)
@@ -268,7 +269,10 @@ class Options(DisasmTest):
         late = self.run_capture("--segment-timeout", "2", capture=capture)
         self.assertIn("  error: line 2 of drive.txt: the message has no last segment within", late.stdout.decode())
         self.assertEqual(late.returncode, 1)
-        self.assert_trouble(self.run_capture("--segment-timeout", "-1"), "--segment-timeout")
+        for wrong in ["-1", "abc", "nan", "inf", "5x", ""]:
+            with self.subTest(wrong):
+                result = self.run_capture("--segment-timeout", wrong)
+                self.assert_trouble(result, f"--segment-timeout: '{wrong}', expected a number of seconds\n")
 
     def test_files_of_utf_16_are_read(self):
         for encoding in ["utf-16", "utf-16-le", "utf-16-be"]:
