@@ -72,7 +72,8 @@ class Asm(ProgramTest):
         entries = "".join(f",[{i}]SegmentLength=1" for i in range(1, 11_001))
         lines = ["Cabin.RoofState.Set RoofPosition=5" + " " * 250_000 + "# note"]
         lines += ["52.01.201.C Waypoints={} Segments={RoadClass=Lane" + entries + "}"] * 5
-        result = subprocess.run([ASM, str(CATALOG)], input="\n".join(lines), capture_output=True, text=True, check=False,
+        result = subprocess.run([ASM, str(CATALOG)], input="\n".join(lines), capture_output=True, text=True,
+                                check=False,
                                 preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_CPU, (limit, limit)))
         self.assertEqual((result.stderr, result.returncode), ("", 0))
         self.assertEqual(result.stdout, "71.01.200.0 (05)\n" + ("52.01.201.C (00 01" + " 00 01" * 11_000 + ")\n") * 5)

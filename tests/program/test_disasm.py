@@ -236,8 +236,9 @@ class Options(DisasmTest):
                 self.assertEqual(self.told(*(word for one in wanted for word in ("--only", one))), lines)
 
     def test_only_of_an_unknown_name_is_trouble(self):
-        for wanted, words in [("Audio_Amq", "(Audio_Amp?)"), ("Volme", "unknown function block or function 'Volme' (Volume?)"),
-                              ("Xyz", "unknown function block or function 'Xyz'\n"), ("Audio_Amp.Volme", "(Volume?)"), ("22.400.1.1", "InstID"),
+        for wanted, words in [("Audio_Amq", "(Audio_Amp?)"), ("Audio_Amp.Volme", "(Volume?)"), ("22.400.1.1", "InstID"),
+                              ("Volme", "unknown function block or function 'Volme' (Volume?)"),
+                              ("Xyz", "unknown function block or function 'Xyz'\n"),
                               ("1.2.3.4.5", "neither"), ("", "neither")]:
             with self.subTest(wanted=wanted):
                 result = self.run_capture("--only", wanted)
