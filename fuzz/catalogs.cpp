@@ -84,6 +84,7 @@ const ZMTCatalog& FixedCatalog() {
     static const ZMTCatalog* const catalog = [] {
         std::string name;
         manager->ReadNewer = true;
+        manager->keepDocument = true;  // what is compared and shown is looked up in it
         Require(manager->Import(name, TARVEX_FUZZ_CATALOG, 1, ""), "the fixed catalog can be imported");
         return manager->FindCatalog(name);
     }();
