@@ -1,0 +1,105 @@
+#include "page/function_search.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include "kestrel/model_text.h"
+#include "params/enumeration.h"
+#include "params/number.h"
+#include "review/param_members.h"
+#include "review/param_words.h"
+
+namespace tarvex::page {
+namespace {
+
+/// The texts of the parameters of one function.
+class ParamTexts {
+  public:
+    ParamTexts(Place place, SearchIndex& index) : place_(place), index_(index) {}
+
+    /// `outer`: the parameters around it, "Data.", or nothing.
+    void Add(const ZMTParam& param, const std::string& outer) {
+        // Cases have names of the program's own making.
+        const bool isNamed = !param.IsType(kParamStreamCase) && !param.IsType(kParamVoid);
+        const std::string path = isNamed ? PathOf(param, outer) : outer;
+        if (isNamed) {
+            index_.Add(Topic::Parameter, param.GetName(), outer, place_);
+            index_.Add(Topic::Description, review::DescriptionText(param), path, place_);
+        }
+        if (param.IsType(kParamNumber)) {
+            index_.Add(Topic::Unit, review::UnitText(static_cast<const ZMTParamNumber&>(param)), path,
+                       place_);
+        } else if (param.IsType(kParamEnum)) {
+            AddValues(static_cast<const ZMTParamEnum&>(param), path);
+        } else if (param.IsType(kParamBitField) || param.IsType(kParamBool)) {
+            AddBits(static_cast<const ZMTParamBitField&>(param), path);
+            return;
+        }
+        review::VisitMembers(param, [&](const ZMTParam& member) { Add(member, path); });
+    }
+
+  private:
+    /// Not longer than anybody reads, however deep it stands.
+    static std::string PathOf(const ZMTParam& param, const std::string& outer) {
+        constexpr std::size_t kMaxPath = 200;
+        if (outer.size() > kMaxPath) {
+            return outer;
+        }
+        return outer.empty() ? param.GetName() : outer + "." + param.GetName();
+    }
+
+    void AddValues(const ZMTParamEnum& enumeration, const std::string& path) {
+        list_.clear();
+        for (const ZMTEnumValue& value : enumeration.Items()) {
+            AddToList(review::CodesText(value), value.GetName());
+        }
+        index_.Add(Topic::Value, list_, path, place_);
+    }
+
+    void AddBits(const ZMTParamBitField& field, const std::string& path) {
+        list_.clear();
+        for (const ZMTParamBoolField& bit : field.Items()) {
+            const std::string name = bit.GetName().empty() ? std::string() : bit.GetName() + ": ";
+            AddToList(std::to_string(bit.BitPos()), name + review::BitText(bit));
+        }
+        index_.Add(Topic::Bit, list_, path, place_);
+    }
+
+    void AddToList(const std::string& number, std::string_view text) {
+        list_.append(list_.empty() ? 0 : 1, kPartEnd).append(number).append(" ");
+        const std::size_t begin = list_.size();
+        list_.append(text);
+        std::replace(list_.begin() + static_cast<std::ptrdiff_t>(begin), list_.end(), kPartEnd, ' ');
+    }
+
+    std::string list_;  // of one parameter
+    Place place_;
+    SearchIndex& index_;
+};
+
+}  // namespace
+
+void AddToSearch(const review::FunctionView& view, const review::FunctionTexts& texts, std::size_t function,
+                 SearchIndex& index) {
+    const Place place = Place::OfFunction(function);
+    index.Add(Topic::Function, view.target.function->GetName(), "", place);
+    index.Add(Topic::Description, texts.description, kFunctionContext, place);
+    ParamTexts params(place, index);
+    for (const ZMTParam* param : view.parameters) {
+        params.Add(*param, "");
+    }
+    for (const review::OperationView& operation : view.operations) {
+        if (operation.message == nullptr) {
+            continue;
+        }
+        const Place inside = Place::OfOperation(function, operation.address.opType);
+        index.Add(Topic::Message, kestrel::NameText(operation.message->name), "", inside);
+        for (const kestrel::Signal* signal = operation.message->firstSignal; signal != nullptr;
+             signal = signal->next) {
+            index.Add(Topic::Signal, kestrel::NameText(signal->name), "", inside);
+        }
+    }
+}
+
+}  // namespace tarvex::page

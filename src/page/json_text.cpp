@@ -1,0 +1,86 @@
+#include "page/json_text.h"
+
+#include <utility>
+
+#include "kestrel/json_text.h"
+
+namespace tarvex::page {
+
+void JsonText::Separate() {
+    if (!std::exchange(isFirst_, false)) {
+        text_ += ',';
+    }
+}
+
+JsonText& JsonText::Open(char bracket) {
+    Separate();
+    text_ += bracket;
+    isFirst_ = true;
+    return *this;
+}
+
+JsonText& JsonText::Close(char bracket) {
+    text_ += bracket;
+    isFirst_ = false;
+    return *this;
+}
+
+JsonText& JsonText::Key(std::string_view name) {
+    Separate();
+    text_.append("\"").append(name).append("\":");
+    isFirst_ = true;
+    return *this;
+}
+
+JsonText& JsonText::Text(std::string_view text) {
+    Separate();
+    kestrel::AppendQuoted(text_, text);
+    return *this;
+}
+
+JsonText& JsonText::Number(std::uint64_t number) {
+    Separate();
+    text_ += std::to_string(number);
+    return *this;
+}
+
+JsonText& JsonText::Signed(std::int64_t number) {
+    Separate();
+    text_ += std::to_string(number);
+    return *this;
+}
+
+JsonText& JsonText::Real(double number) {
+    Separate();
+    kestrel::AppendShortNumber(text_, number);
+    return *this;
+}
+
+JsonText& JsonText::Null() {
+    return Json("null");
+}
+
+JsonText& JsonText::Json(std::string_view json) {
+    Separate();
+    text_ += json;
+    return *this;
+}
+
+JsonText& JsonText::TextMember(std::string_view name, std::string_view text) {
+    return text.empty() ? *this : Key(name).Text(text);
+}
+
+JsonText& JsonText::NumberMember(std::string_view name, std::uint64_t number) {
+    return number == 0 ? *this : Key(name).Number(number);
+}
+
+JsonText& JsonText::RealMember(std::string_view name, const std::optional<double>& number) {
+    return number ? Key(name).Real(*number) : *this;
+}
+
+std::string JsonText::Take() {
+    isFirst_ = true;
+    return std::exchange(text_, {});
+}
+
+}  // namespace tarvex::page
