@@ -84,6 +84,9 @@ void AddToSearch(const review::FunctionView& view, const review::FunctionTexts& 
                  SearchIndex& index) {
     const Place place = Place::OfFunction(function);
     index.Add(Topic::Function, view.target.function->GetName(), "", place);
+    if (texts.name != view.target.function->GetName()) {
+        index.Add(Topic::Function, texts.name, "", place);
+    }
     index.Add(Topic::Description, texts.description, kFunctionContext, place);
     ParamTexts params(place, index);
     for (const ZMTParam* param : view.parameters) {

@@ -24,7 +24,6 @@ export const kOverview = {
     operationNames: kOperationNames,
     functions: 4,
     messages: 5,
-    lostMessages: [],
     incomplete: ["22.402.C"],
     faults: 2,
     search: ["block", "function", "value", "value", "description"],

@@ -28,6 +28,15 @@ async function copy(text) {
     }
 }
 
+/** An address as it was before the browser escaped it; whatever else stands there stays. */
+function decoded(text) {
+    try {
+        return decodeURIComponent(text);
+    } catch {
+        return text;
+    }
+}
+
 function copyButton() {
     const label = "Copy link";
     const button = make("button", { type: "button", class: "copy" }, label);
@@ -74,7 +83,7 @@ class Page {
     /** Shows the place of the address; what is built meanwhile for another one is dropped. */
     async show(isMove) {
         const round = ++this.round;
-        const hash = decodeURIComponent(location.hash.slice(1));
+        const hash = decoded(location.hash.slice(1));
         const numbers = parseAddress(hash);
         const target = hash === "" ? {} : numbers && this.catalog.find(numbers);
         forgetSteps();

@@ -58,7 +58,9 @@ function blockTable(catalog) {
         "Faults",
         "Layouts",
     ];
-    return makeTable("Function blocks", columns, catalog.blocks.map(blockRow), { class: "blocks" });
+    return makeTable("Table of the function blocks", columns, catalog.blocks.map(blockRow), {
+        class: "blocks",
+    });
 }
 
 /** Addresses of operations as links. */

@@ -147,7 +147,8 @@ export class SearchBox {
         } else if (event.key === "Enter") {
             event.preventDefault();
             this.choose(Math.max(this.active, 0));
-        } else if (event.key === "Escape") {
+        } else if (event.key === "Escape" && this.isOpen) {
+            event.preventDefault(); // the word stays
             this.close();
         }
     }
@@ -203,6 +204,7 @@ export class SearchBox {
         const found = await this.search.find(query, this.filter, this.limit);
         if (found) {
             this.show(found, folded(query.trim()));
+            this.list.dataset.query = query; // for those who wait for it
             this.setActive(Math.min(active, this.list.children.length - 1));
         }
     }
