@@ -161,10 +161,11 @@ class CatalogWriter {
         for (const Fault* fault : view.faults) {
             isFunctionFault_[NumberOf(fault)] = true;
         }
-        piece.Add(FunctionData(reading_, view, texts,
+        const Looks looks = LooksOf(view);
+        piece.Add(FunctionData(reading_, view, looks, texts,
                                [&](const ZMTParam& param) { return piece.NumberOf(param); }));
         rows.Add(view, ClassNumber(*target.function, texts));
-        AddToSearch(view, texts, functionCount_++, search_);
+        AddToSearch(view, looks, texts, functionCount_++, search_);
     }
 
     /// Few, so that they are kept as they are.

@@ -47,11 +47,10 @@ void AddEnd(const vorn::OpenEnd& end, JsonText& json) {
     json.Key("end").BeginArray().Number(end.letter == '?' ? 1 : 0).Text(end.remark).EndArray();
 }
 
-/// What the bytes of an operation look like: how many there are, the signals, and what ends the known part.
-std::string LookOf(const OperationView& operation) {
+/// How many bytes there are, the signals, and what ends the known part.
+void AddLook(const OperationView& operation, JsonText& json) {
     const kestrel::Message& message = *operation.message;
-    JsonText json;
-    json.BeginObject().Key("bytes").Number(message.length).Key("signals").BeginArray();
+    json.BeginObject().NumberMember("bytes", message.length).Key("signals").BeginArray();
     for (const vorn::DrawnSignal& signal : vorn::LetterSignals(message)) {
         AddSignal(signal, json);
     }
@@ -59,54 +58,41 @@ std::string LookOf(const OperationView& operation) {
     if (operation.end) {
         AddEnd(*operation.end, json);
     }
-    return json.EndObject().Take();
+    json.EndObject();
 }
 
-/// The operations of a function. What looks alike is kept once.
-class Operations {
-  public:
-    void Add(const OperationView& operation) {
-        json_.BeginObject().Key("opType").Number(operation.address.opType);
-        json_.NumberMember("layout", static_cast<unsigned>(operation.layout));
-        json_.NumberMember("isLost", operation.operation == nullptr ? 1 : 0);
-        json_.Key("positions").BeginArray();
-        for (const unsigned position : operation.positions) {
-            json_.Number(position);
-        }
-        json_.EndArray();
-        if (operation.message != nullptr) {
-            AddMessage(operation);
-        } else if (operation.end) {
-            AddEnd(*operation.end, json_);
-        }
-        json_.EndObject();
+void AddOperation(const OperationView& operation, const std::optional<std::size_t>& look, JsonText& json) {
+    json.BeginObject().Key("opType").Number(operation.address.opType);
+    json.NumberMember("layout", static_cast<unsigned>(operation.layout));
+    json.NumberMember("isLost", operation.operation == nullptr ? 1 : 0);
+    json.Key("positions").BeginArray();
+    for (const unsigned position : operation.positions) {
+        json.Number(position);
     }
-
-    void AddTo(JsonText& json) const {
-        json.Key("operations").Json("[" + json_.All() + "]").Key("looks").BeginArray();
-        for (const std::string& look : looks_) {
-            json.Json(look);
-        }
-        json.EndArray();
-    }
-
-  private:
-    void AddMessage(const OperationView& operation) {
+    json.EndArray();
+    if (look) {
         const std::uint32_t identifier = operation.message->identifier;
-        json_.Key("message").Text(kestrel::NameText(operation.message->name));
-        json_.Key("identifier").Number(identifier & ~kExtendedIdentifier);
-        json_.NumberMember("isStandard", (identifier & kExtendedIdentifier) == 0 ? 1 : 0);
-        std::string look = LookOf(operation);
-        const auto found = std::ranges::find(looks_, look);
-        json_.Key("look").Number(static_cast<std::size_t>(found - looks_.begin()));
-        if (found == looks_.end()) {
-            looks_.push_back(std::move(look));
-        }
+        json.Key("message").Text(kestrel::NameText(operation.message->name));
+        json.Key("identifier").Number(identifier & ~kExtendedIdentifier);
+        json.NumberMember("isStandard", (identifier & kExtendedIdentifier) == 0 ? 1 : 0);
+        json.Key("look").Number(*look);
+    } else if (operation.end) {
+        AddEnd(*operation.end, json);
     }
+    json.EndObject();
+}
 
-    JsonText json_;
-    std::vector<std::string> looks_;
-};
+void AddOperations(const FunctionView& view, const Looks& looks, JsonText& json) {
+    json.Key("operations").BeginArray();
+    for (std::size_t place = 0; place < view.operations.size(); ++place) {
+        AddOperation(view.operations[place], looks.numbers[place], json);
+    }
+    json.EndArray().Key("looks").BeginArray();
+    for (const OperationView* operation : looks.all) {
+        AddLook(*operation, json);
+    }
+    json.EndArray();
+}
 
 /// What of a function a fault is about, by the names in its path.
 class FaultPlaces {
@@ -160,7 +146,7 @@ void AddFault(const review::CatalogReading& reading, const Fault& fault, JsonTex
     json.EndObject();
 }
 
-std::string FunctionData(const review::CatalogReading& reading, const FunctionView& view,
+std::string FunctionData(const review::CatalogReading& reading, const FunctionView& view, const Looks& looks,
                          const review::FunctionTexts& texts,
                          const std::function<std::size_t(const ZMTParam& param)>& numberOf) {
     JsonText json;
@@ -172,11 +158,7 @@ std::string FunctionData(const review::CatalogReading& reading, const FunctionVi
         json.Number(numberOf(*param));
     }
     json.EndArray();
-    Operations operations;
-    for (const OperationView& operation : view.operations) {
-        operations.Add(operation);
-    }
-    operations.AddTo(json);
+    AddOperations(view, looks, json);
     if (!view.faults.empty()) {
         const FaultPlaces places(view);
         json.Key("faults").BeginArray();

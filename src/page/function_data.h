@@ -7,6 +7,7 @@
 
 #include "catalog/param.h"
 #include "page/json_text.h"
+#include "page/looks.h"
 #include "review/catalog_reading.h"
 #include "review/catalog_texts.h"
 #include "review/function_view.h"
@@ -19,7 +20,7 @@ void AddFault(const review::CatalogReading& reading, const Fault& fault, JsonTex
 /// A function as an object, with its operations, messages, signals and faults. `numberOf` gives a parameter
 /// the number that it has in the same piece of the page.
 std::string FunctionData(const review::CatalogReading& reading, const review::FunctionView& view,
-                         const review::FunctionTexts& texts,
+                         const Looks& looks, const review::FunctionTexts& texts,
                          const std::function<std::size_t(const ZMTParam& param)>& numberOf);
 
 }  // namespace tarvex::page

@@ -80,8 +80,8 @@ class ParamTexts {
 
 }  // namespace
 
-void AddToSearch(const review::FunctionView& view, const review::FunctionTexts& texts, std::size_t function,
-                 SearchIndex& index) {
+void AddToSearch(const review::FunctionView& view, const Looks& looks, const review::FunctionTexts& texts,
+                 std::size_t function, SearchIndex& index) {
     const Place place = Place::OfFunction(function);
     index.Add(Topic::Function, view.target.function->GetName(), "", place);
     if (texts.name != view.target.function->GetName()) {
@@ -93,14 +93,15 @@ void AddToSearch(const review::FunctionView& view, const review::FunctionTexts& 
         params.Add(*param, "");
     }
     for (const review::OperationView& operation : view.operations) {
-        if (operation.message == nullptr) {
-            continue;
+        if (operation.message != nullptr) {
+            index.AddOnce(Topic::Message, kestrel::NameText(operation.message->name),
+                          Place::OfOperation(function, operation.address.opType));
         }
-        const Place inside = Place::OfOperation(function, operation.address.opType);
-        index.Add(Topic::Message, kestrel::NameText(operation.message->name), "", inside);
-        for (const kestrel::Signal* signal = operation.message->firstSignal; signal != nullptr;
+    }
+    for (const review::OperationView* operation : looks.all) {
+        for (const kestrel::Signal* signal = operation->message->firstSignal; signal != nullptr;
              signal = signal->next) {
-            index.Add(Topic::Signal, kestrel::NameText(signal->name), "", inside);
+            index.Add(Topic::Signal, kestrel::NameText(signal->name), "", place);
         }
     }
 }

@@ -1,5 +1,8 @@
 #include "page/json_text.h"
 
+#include <array>
+#include <charconv>
+#include <limits>
 #include <utility>
 
 #include "kestrel/json_text.h"
@@ -38,16 +41,35 @@ JsonText& JsonText::Text(std::string_view text) {
     return *this;
 }
 
-JsonText& JsonText::Number(std::uint64_t number) {
+template <class Integer>
+JsonText& JsonText::Whole(Integer number) {
     Separate();
-    text_ += std::to_string(number);
+    std::array<char, std::numeric_limits<Integer>::digits10 + 2> digits{};  // and a sign
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    text_.append(digits.data(), end);
     return *this;
 }
 
-JsonText& JsonText::Signed(std::int64_t number) {
+JsonText& JsonText::Lines(std::span<const std::string_view> lines) {
     Separate();
-    text_ += std::to_string(number);
+    text_ += '"';
+    std::string quoted;
+    for (std::size_t number = 0; number < lines.size(); ++number) {
+        text_.append(number == 0 ? "" : "\\n");
+        quoted.clear();
+        kestrel::AppendQuoted(quoted, lines[number]);
+        text_.append(quoted, 1, quoted.size() - 2);
+    }
+    text_ += '"';
     return *this;
+}
+
+JsonText& JsonText::Number(std::uint64_t number) {
+    return Whole(number);
+}
+
+JsonText& JsonText::Signed(std::int64_t number) {
+    return Whole(number);
 }
 
 JsonText& JsonText::Real(double number) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,8 @@ class JsonText {
 
     /// Bytes that are no UTF-8 become U+FFFD.
     JsonText& Text(std::string_view text);
+    /// Lines as one text. Each is looked at for itself, so that one with odd letters does not slow down all.
+    JsonText& Lines(std::span<const std::string_view> lines);
     JsonText& Number(std::uint64_t number);
     JsonText& Signed(std::int64_t number);
     /// Null for one that is not finite.
@@ -40,6 +43,8 @@ class JsonText {
     std::string Take();
 
   private:
+    template <class Integer>
+    JsonText& Whole(Integer number);
     JsonText& Open(char bracket);
     JsonText& Close(char bracket);
     void Separate();

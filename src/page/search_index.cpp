@@ -63,11 +63,20 @@ void SearchIndex::Add(Topic topic, std::string_view text, std::string_view conte
     }
 }
 
+void SearchIndex::AddOnce(Topic topic, std::string_view text, Place place) {
+    if (!text.empty()) {
+        MakeKey(0, text);
+        const std::string_view line = once_.emplace_back(key_, kContextLetters);
+        topics_[static_cast<std::size_t>(topic)].all.push_back({line, 0, {place.Number()}});
+    }
+}
+
 /// Entries from `begin` on, as many as fit into a piece; returns where the next one begins.
 std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic topic,
                                   std::size_t begin) const {
     const std::vector<Entry>& all = topics_[static_cast<std::size_t>(topic)].all;
-    std::string lines;
+    std::vector<std::string_view> lines;
+    std::size_t size = 0;
     JsonText places;
     JsonText contexts;
     JsonText contextOf;
@@ -76,9 +85,10 @@ std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic
     contexts.BeginArray();
     contextOf.BeginArray();
     std::size_t end = begin;
-    for (; end < all.size() && lines.size() + places.Size() < kPieceSize; ++end) {
+    for (; end < all.size() && size + places.Size() < kPieceSize; ++end) {
         const Entry& entry = all[end];
-        lines.append(end == begin ? "" : "\n").append(entry.text);
+        lines.push_back(entry.text);
+        size += entry.text.size() + 1;
         const auto [context, isNew] = contextNumbers.try_emplace(entry.context, contextNumbers.size());
         if (isNew) {
             contexts.Text(contexts_[entry.context]);
@@ -92,7 +102,7 @@ std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic
         }
     }
     JsonText json;
-    json.BeginObject().Key("lines").Text(lines).Key("places").Json(places.EndArray().All());
+    json.BeginObject().Key("lines").Lines(lines).Key("places").Json(places.EndArray().All());
     json.Key("contexts").Json(contexts.EndArray().All());
     json.Key("contextOf").Json(contextOf.EndArray().All()).EndObject();
     chunks.Write("search-" + std::to_string(number), json.Take());

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,12 +50,15 @@ class SearchIndex {
     /// parts the beginning counts.
     void Add(Topic topic, std::string_view text, std::string_view context, Place place);
 
+    /// The same for a text that stands nowhere else, so that nobody looks for it among the others.
+    void AddOnce(Topic topic, std::string_view text, Place place);
+
     /// Writes the topics as pieces "search-0", "search-1", ...; returns the topic of each.
     std::vector<Topic> Write(ChunkWriter& chunks) const;
 
   private:
     struct Entry {
-        std::string_view text;  // the end of its key
+        std::string_view text;  // the end of its key, or one of those that are there once
         std::uint32_t context;
         std::vector<std::uint32_t> places;
     };
@@ -70,6 +74,7 @@ class SearchIndex {
 
     std::array<Entries, kTopicNames.size()> topics_;
     std::string key_;  // room for one, since most are there already
+    std::deque<std::string> once_;
     std::vector<std::string> contexts_{""};
     kestrel::KeyedMap<std::string, std::uint32_t> contextNumbers_{{"", 0}};
 };
