@@ -17,7 +17,7 @@ from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
 CATALOG = os.environ["TARVEX_CATALOG"]
-SOURCE = Path(os.environ["TARVEX_SOURCE"])
+SOURCE = Path(os.environ["TARVEX_SOURCE"]).resolve()
 AXE = SOURCE / "tests" / "page" / "node_modules" / "axe-core" / "axe.min.js"
 
 WIDTH = 1280

@@ -72,7 +72,8 @@ class Hostile(PageTest):
     def assert_shown(self, text, *selectors):
         for selector in selectors:
             with self.subTest(selector):
-                texts = self.js("return [...document.querySelectorAll(arguments[0])].map((e) => e.textContent)", selector)
+                texts = self.js("return [...document.querySelectorAll(arguments[0])].map((e) => e.textContent)",
+                                selector)
                 self.assertTrue(any(text in shown for shown in texts), texts)
 
     def test_texts_are_shown_as_texts(self):

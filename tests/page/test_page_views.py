@@ -175,7 +175,8 @@ class Views(PageTest):
 
     def test_signals_differ_without_colours(self):
         self.open("roadster", "60.200")
-        fills = self.js("return [...document.querySelectorAll('svg.drawing rect[fill]')].map((e) => e.attributes.fill.value)")
+        fills = self.js("return [...document.querySelectorAll('svg.drawing rect[fill]')]"
+                        ".map((e) => e.attributes.fill.value)")
         self.assertEqual(sorted(set(fills)), ["url(#pattern-0)", "url(#pattern-1)"])
         paths = self.js("return [...document.querySelectorAll('.patterns path')].map((e) => e.getAttribute('d'))")
         self.assertEqual(len(set(paths[:8])), 8)
