@@ -17,6 +17,7 @@
 #include "review/catalog_texts.h"
 #include "review/fault_index.h"
 #include "review/function_view.h"
+#include "review/own_texts.h"
 #include "review/show.h"
 #include "review/verdicts.h"
 
@@ -183,7 +184,10 @@ class CatalogWriter {
     void AddBlockRow(const review::BlockView& view, std::size_t incomplete) {
         const review::BlockTexts texts = texts_.Of(*view.block);
         const Place place = Place::OfBlock(blockCount_);
+        const std::string ownName = review::OwnName(*view.block);
+        const bool isOther = review::LacksLetters(ownName);
         search_.Add(Topic::Block, view.block->GetName(), "", place);
+        search_.Add(Topic::Block, isOther ? ownName : "", "", place);
         search_.Add(Topic::Description, texts.description, kBlockContext, place);
         std::vector<const Fault*> own = faults_.About(view.block->GetPath());
         std::erase_if(own, [&](const Fault* fault) { return isFunctionFault_[NumberOf(fault)]; });
@@ -192,6 +196,7 @@ class CatalogWriter {
             .Number(view.block->FBlockID())
             .Key("name")
             .Text(view.block->GetName());
+        blocks_.TextMember("catalogName", isOther ? ownName : "");
         blocks_.TextMember("kind", texts.kind).TextMember("description", texts.description);
         AddVersion(texts.version, blocks_);
         blocks_.NumberMember("faults", view.faults).NumberMember("incomplete", incomplete);

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "kestrel/model_text.h"
 #include "params/enumeration.h"
 #include "params/number.h"
+#include "review/own_texts.h"
 #include "review/param_members.h"
 #include "review/param_words.h"
 
@@ -24,7 +26,7 @@ class ParamTexts {
         const bool isNamed = !param.IsType(kParamStreamCase) && !param.IsType(kParamVoid);
         const std::string path = isNamed ? PathOf(param, outer) : outer;
         if (isNamed) {
-            index_.Add(Topic::Parameter, param.GetName(), outer, place_);
+            index_.Add(Topic::Parameter, review::OwnName(param), outer, place_);
             index_.Add(Topic::Description, review::DescriptionText(param), path, place_);
         }
         if (param.IsType(kParamNumber)) {
@@ -46,13 +48,17 @@ class ParamTexts {
         if (outer.size() > kMaxPath) {
             return outer;
         }
-        return outer.empty() ? param.GetName() : outer + "." + param.GetName();
+        return outer.empty() ? review::OwnName(param) : outer + "." + review::OwnName(param);
     }
 
     void AddValues(const ZMTParamEnum& enumeration, const std::string& path) {
         list_.clear();
+        const std::vector<review::ValueTexts> texts = review::OwnValues(enumeration);
+        auto text = texts.begin();
         for (const ZMTEnumValue& value : enumeration.Items()) {
-            AddToList(review::CodesText(value), value.GetName());
+            const std::string more = text->description.empty() ? "" : ": " + text->description;
+            AddToList(review::CodesText(value), text->name + more);
+            ++text;
         }
         index_.Add(Topic::Value, list_, path, place_);
     }
@@ -60,8 +66,9 @@ class ParamTexts {
     void AddBits(const ZMTParamBitField& field, const std::string& path) {
         list_.clear();
         for (const ZMTParamBoolField& bit : field.Items()) {
-            const std::string name = bit.GetName().empty() ? std::string() : bit.GetName() + ": ";
-            AddToList(std::to_string(bit.BitPos()), name + review::BitText(bit));
+            const review::BitTexts texts = review::OwnTexts(bit);
+            AddToList(std::to_string(bit.BitPos()),
+                      (texts.name.empty() ? "" : texts.name + ": ") + texts.Meanings());
         }
         index_.Add(Topic::Bit, list_, path, place_);
     }

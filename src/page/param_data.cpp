@@ -1,11 +1,14 @@
 #include "page/param_data.h"
 
+#include <vector>
+
 #include "page/json_text.h"
 #include "params/classified_stream.h"
 #include "params/enumeration.h"
 #include "params/kind_name.h"
 #include "params/number.h"
 #include "params/stream_case.h"
+#include "review/own_texts.h"
 #include "review/param_members.h"
 #include "review/param_words.h"
 
@@ -39,7 +42,8 @@ class ParamWriter {
             AddCase(static_cast<const ZMTParamStreamCase&>(param));
             return;
         }
-        json_.Key("name").Text(param.GetName());
+        json_.Key("name").Text(review::OwnName(param));
+        json_.TextMember("databaseName", IsOther(param) ? param.GetName() : "");
         json_.Key("length").Text(review::LengthText(param));
         if (const ZMTParam* selector = review::SelectorOf(param)) {
             json_.TextMember("selector", selector->GetName());
@@ -48,6 +52,11 @@ class ParamWriter {
             json_.TextMember("media", static_cast<const ZMTParamClassifiedStream&>(param).MediaType());
         }
         json_.TextMember("description", review::DescriptionText(param));
+    }
+
+    /// What databases make of the name is worth a word.
+    static bool IsOther(const ZMTParam& param) {
+        return param.GetName() != review::OwnName(param) && review::LacksLetters(review::OwnName(param));
     }
 
     void AddCase(const ZMTParamStreamCase& streamCase) {
@@ -70,8 +79,11 @@ class ParamWriter {
 
     void AddValues(const ZMTParamEnum& enumeration) {
         json_.Key("values").BeginArray();
+        const std::vector<review::ValueTexts> texts = review::OwnValues(enumeration);
+        auto text = texts.begin();
         for (const ZMTEnumValue& value : enumeration.Items()) {
-            json_.Text(review::CodesText(value)).Text(value.GetName());
+            json_.Text(review::CodesText(value)).Text(text->name).Text(text->description);
+            ++text;
         }
         json_.EndArray();
     }
@@ -79,8 +91,9 @@ class ParamWriter {
     void AddBits(const ZMTParamBitField& field) {
         json_.Key("bits").BeginArray();
         for (const ZMTParamBoolField& bit : field.Items()) {
-            json_.BeginArray().Number(bit.BitPos()).Text(bit.GetName());
-            json_.Text(bit.TrueDesc()).Text(bit.FalseDesc()).EndArray();
+            const review::BitTexts texts = review::OwnTexts(bit);
+            json_.BeginArray().Number(bit.BitPos()).Text(texts.name);
+            json_.Text(texts.whenTrue).Text(texts.whenFalse).EndArray();
         }
         json_.EndArray();
     }

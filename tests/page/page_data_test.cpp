@@ -42,7 +42,7 @@ constexpr Kind kKinds[] = {
     {R"(<TEnum TypeRef="type_enum" TEnumMax="3"><TEnumValue Code="0x01">on</TEnumValue>
         <TEnumValue Code="0x02">off</TEnumValue></TEnum>)",
      R"({"kind": "enumeration", "type": "enumeration", "length": "1 byte",
-         "values": ["0x01", "on", "0x02", "off"]})"},
+         "values": ["0x01", "on", "", "0x02", "off", ""]})"},
     {R"(<TBool TypeRef="type_bool"><TBoolField BitPos="0"><BitTrueDesc>yes</BitTrueDesc>
         <BitFalseDesc>no</BitFalseDesc></TBoolField></TBool>)",
      R"({"kind": "boolean", "type": "boolean", "length": "1 byte, 8 bits used",

@@ -89,7 +89,8 @@ class Hostile(PageTest):
                 self.assert_shown(shown, ".heading .description", ".functions .short")
                 self.assert_nothing_runs()
                 self.go("22.400")
-                self.assert_shown(shown, "q", ".heading .description", ".parameter .description",
+                self.assert_shown(shown, "q", ".heading .description", ".parameter .description", ".parameter h3",
+                                  ".parameter td",
                                   ".heading .line span:nth-child(2)")
                 if "‹U+202E›" not in shown:  # units have no such marks, which the importer takes away
                     self.assert_shown(shown, ".facts dd")

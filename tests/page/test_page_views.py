@@ -10,12 +10,12 @@ PARAMETERS = [
     ("roadster", "22.402", 0, "Bass / signed number, 1 byte / Set, Status / Range / -12.5 .. 12.5 / Step / 0.5 / "
      "Exponent / -1 / Unit / dB"),
     ("roadster", "22.406", 0, "Speakers / bit field, 2 bytes, 10 bits used / Set, Status / Bit Name 1 0 / "
-     "0 Front_left on off / 1 Front_right on off / 8 Tweeter_left on off / 9 Tweeter_right on off"),
+     "0 Front left on off / 1 Front right on off / 8 Tweeter left on off / 9 Tweeter right on off"),
     ("roadster", "22.113", 0, "Mute / boolean, 1 byte, 8 bits used / Set, SetGet, Status / Bit Name 1 0 / "
      "0 – muted audible"),
     ("roadster", "22.113", 1, "ErrorCode / enumeration, 1 byte / Error / Why the command was refused. / Code Value / "
      "0x01 FBlockID unknown / 0x03 FktID unknown / 0x06 Parameter out of range / 0x07 Parameter not available / "
-     "0x20 Function device busy"),
+     "0x20 Function & device busy"),
     ("roadster", "22.000", 0, "FktIDList / function ids, open / Status"),
     ("roadster", "06.010", 0, "Version / string, open, at most 12 bytes / Status"),
     ("roadster", "22.408", 1, "Data / array, open, at most 8 elements / Set, Status / Chosen by / Pos / "

@@ -86,6 +86,9 @@ export function blockLine(block) {
         { class: "line" },
         block.kind ? make("span", {}, catalogText(block.kind)) : null,
         block.version ? make("span", {}, "version ", catalogText(block.version)) : null,
+        block.catalogName
+            ? make("span", {}, "in the catalog ", make("q", {}, catalogText(block.catalogName)))
+            : null,
         make("span", {}, counted(block.count, "function")),
         block.faults > 0 ? make("span", {}, faultCount(block.faults)) : null,
     );

@@ -9,6 +9,7 @@ const kMembersStep = 40;
 /** Pairs of a word and what there is to say; empty ones are left out. */
 function facts(param) {
     const rows = [
+        ["In databases", param.databaseName && catalogText(param.databaseName)],
         ["Range", param.range?.replace("..", " .. ")],
         ["Step", param.step],
         ["Exponent", param.exponent],
@@ -44,15 +45,24 @@ function smallTable(caption, columns, count, what, makeRow) {
     ];
 }
 
-/** Codes and names stand one behind the other. */
+/** Codes, names and descriptions stand one behind the other. */
 function valueTable(param) {
-    return smallTable(`Values of ${param.name}`, ["Code", "Value"], param.values.length / 2, "value", (row) =>
-        make(
-            "tr",
-            {},
-            make("th", { scope: "row", class: "code" }, param.values[2 * row]),
-            make("td", {}, catalogText(param.values[2 * row + 1])),
-        ),
+    return smallTable(
+        `Values of ${param.name}`,
+        ["Code", "Value"],
+        param.values.length / 3,
+        "value",
+        (row) => {
+            const [code, name, description] = param.values.slice(3 * row, 3 * row + 3);
+            const more =
+                description === "" ? null : make("span", { class: "faint" }, " ", catalogText(description));
+            return make(
+                "tr",
+                {},
+                make("th", { scope: "row", class: "code" }, code),
+                make("td", {}, catalogText(name), more),
+            );
+        },
     );
 }
 
