@@ -5,9 +5,39 @@
 #include <limits>
 #include <utility>
 
+#include "import/text/utf8.h"
 #include "kestrel/json_text.h"
 
 namespace tarvex::page {
+namespace {
+
+/// Good UTF-8 in which nothing has to be escaped; so are nearly all texts.
+bool StandsForItself(std::string_view text) {
+    while (!text.empty()) {
+        const auto byte = static_cast<unsigned char>(text.front());
+        if (byte >= 0x80 && !TakeCharacter(text)) {
+            return false;
+        }
+        if (byte < 0x80) {
+            if (byte < 0x20 || byte == '"' || byte == '\\') {
+                return false;
+            }
+            text.remove_prefix(1);
+        }
+    }
+    return true;
+}
+
+/// In quotes.
+void AppendText(std::string& json, std::string_view text) {
+    if (StandsForItself(text)) {
+        json.append("\"").append(text).append("\"");
+    } else {
+        kestrel::AppendQuoted(json, text);
+    }
+}
+
+}  // namespace
 
 void JsonText::Separate() {
     if (!std::exchange(isFirst_, false)) {
@@ -37,7 +67,7 @@ JsonText& JsonText::Key(std::string_view name) {
 
 JsonText& JsonText::Text(std::string_view text) {
     Separate();
-    kestrel::AppendQuoted(text_, text);
+    AppendText(text_, text);
     return *this;
 }
 
@@ -57,7 +87,7 @@ JsonText& JsonText::Lines(std::span<const std::string_view> lines) {
     for (std::size_t number = 0; number < lines.size(); ++number) {
         text_.append(number == 0 ? "" : "\\n");
         quoted.clear();
-        kestrel::AppendQuoted(quoted, lines[number]);
+        AppendText(quoted, lines[number]);
         text_.append(quoted, 1, quoted.size() - 2);
     }
     text_ += '"';
