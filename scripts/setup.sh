@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that TARVEX builds and tests with. Does nothing when all of them are there.
+# Installs the Debian packages that TARVEX builds and tests with, and for the tests some of npm. Does nothing when all of
+# them are there.
 #   scripts/setup.sh build   what a conversion needs
 #   scripts/setup.sh test    that, and what the tests need
 #   scripts/setup.sh memcheck  that, and what memcheck.sh runs them under
@@ -8,10 +9,15 @@
 #   scripts/setup.sh bench   what a conversion needs, and what bench/run.sh measures with
 set -euo pipefail
 
-packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
+packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev zlib1g-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [[ ${1:-build} =~ ^(test|memcheck|parser)$ ]]; then
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev lld llvm libgtest-dev libgmock-dev python3
-             dpkg-dev file pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace zsh)
+             dpkg-dev file pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 strace zsh
+             chromium chromium-driver python3-selenium)
+  # Other packages than Debian's may have brought them.
+  for program in node:nodejs npm:npm; do
+    command -v "${program%:*}" >/dev/null || packages+=("${program#*:}")
+  done
 fi
 if [ "${1:-build}" = memcheck ]; then
   packages+=(valgrind)
@@ -32,12 +38,19 @@ for package in "${packages[@]}"; do
     missing+=("$package")
   fi
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
-
-as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-  as_root=(sudo)
+if [ ${#missing[@]} -gt 0 ]; then
+  as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
-echo "Installing ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+
+# What checks the scripts of the page and its accessibility, in the versions of the lock file.
+checks=$(dirname "${BASH_SOURCE[0]}")/../tests/page
+if [ "${1:-build}" = test ] && ! cmp -s "$checks/package-lock.json" "$checks/node_modules/.installed"; then
+  echo "Installing what checks the page"
+  (cd "$checks" && npm ci --silent --no-audit --no-fund && cp package-lock.json node_modules/.installed)
+fi

@@ -51,6 +51,8 @@ class CatalogReading {
     bool AreFaultsCut() const { return !faults_.HasRoom(); }
     /// The element "FunctionCatalog"; null when there is none.
     const Element* Root() const { return manager_.Root(); }
+    /// The catalog, or a file that it reads.
+    bool HasRead(const std::string& path) const { return manager_.HasRead(path); }
     /// Files outside the folder of the catalog that it reads.
     const std::set<std::string>& OutsideFiles() const { return manager_.OutsideFiles(); }
 

@@ -72,6 +72,10 @@ std::string ShownName(std::string_view name) {
     return Shown(CutAtCharacter(name, kMaxBytes));
 }
 
+std::string_view ClassName(ClassKind kind) {
+    return kind == ClassKind::Method ? "method" : kind == ClassKind::Property ? "property" : "function";
+}
+
 std::string VersionText(const Version& version) {
     return version.release + (version.release.empty() || version.date.empty() ? "" : " of ") + version.date;
 }

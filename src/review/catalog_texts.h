@@ -36,6 +36,9 @@ struct FunctionTexts {
     std::string description;
 };
 
+/// "property", "method"; "function" for what is neither.
+std::string_view ClassName(ClassKind kind);
+
 /// Texts by the nodes that they are about.
 class CatalogTexts {
   public:

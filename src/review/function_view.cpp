@@ -1,8 +1,10 @@
 #include "review/function_view.h"
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <map>
+#include <utility>
 
 #include "catalog/parameter_assignment.h"
 #include "review/catalog_texts.h"
@@ -38,8 +40,55 @@ class Parameters {
     }
 
   private:
+    /// The places of parameters that look the same.
+    using Places = std::vector<std::size_t>;
+
+    /// Those of one name. While there is one alone, nobody needs to know what it looks like.
+    struct Namesake {
+        const ZMTParam* first;
+        Places* places;
+        bool isAlone = true;
+    };
+
+    /// Copies of a parameter that stands for itself look the same. What others have in them may be chosen by
+    /// another parameter in each operation.
+    static bool StandsForItself(const ZMTParam& param) {
+        return param.GetElement() != nullptr &&
+               (param.IsType(kParamNumber) || param.IsType(kParamEnum) || param.IsType(kParamBitField) ||
+                param.IsType(kParamBool) || param.IsType(kParamString));
+    }
+
+    Places& PlacesOf(const ZMTParam& param) {
+        if (!StandsForItself(param)) {
+            return PlacesByLook(param);
+        }
+        Places*& places = byElement_[param.GetElement()];
+        if (places == nullptr) {
+            places = &PlacesByLook(param);
+        }
+        return *places;
+    }
+
+    Places& PlacesByLook(const ZMTParam& param) {
+        const auto found = byName_.find(param.GetName());
+        if (found == byName_.end()) {
+            Places& places = lists_.emplace_back();
+            byName_.emplace(param.GetName(), Namesake{&param, &places});
+            return places;
+        }
+        Namesake& namesake = found->second;
+        if (std::exchange(namesake.isAlone, false)) {
+            byText_.emplace(ParamText(*namesake.first), namesake.places);
+        }
+        Places*& places = byText_[ParamText(param)];
+        if (places == nullptr) {
+            places = &lists_.emplace_back();
+        }
+        return *places;
+    }
+
     std::size_t PlaceOf(const ZMTParam& param, const std::vector<unsigned>& taken) {
-        std::vector<std::size_t>& places = places_[ParamText(param)];
+        Places& places = PlacesOf(param);
         const auto found = std::ranges::find_if(
             places, [&](std::size_t place) { return place >= taken.size() || taken[place] == 0; });
         if (found != places.end()) {
@@ -51,7 +100,10 @@ class Parameters {
     }
 
     std::vector<const ZMTParam*>& all_;
-    std::map<std::string, std::vector<std::size_t>> places_;  // by what a parameter looks like
+    std::deque<Places> lists_;
+    std::map<const Element*, Places*> byElement_;
+    std::map<std::string, Namesake> byName_;
+    std::map<std::string, Places*> byText_;
 };
 
 std::optional<vorn::OpenEnd> OpenEndOf(const ZMTOperation& operation) {
@@ -89,15 +141,11 @@ ExportFlags PreviewFlags() {
     ExportFlags flags;
     flags.uniqueSignalNames = false;
     flags.safeLayout = true;
+    flags.writeScaling = true;
     return flags;
 }
 
-bool IsAbout(const Fault& fault, const std::string& path) {
-    return fault.path.starts_with(path) &&
-           (fault.path.size() == path.size() || fault.path[path.size()] == '/');
-}
-
-FunctionView ViewOf(const CatalogReading& reading, const Target& target, ZVornExporter& messages) {
+FunctionView ViewOf(const FaultIndex& faults, const Target& target, ZVornExporter& messages) {
     FunctionView view;
     view.target = target;
     Parameters parameters(view.parameters);
@@ -115,12 +163,7 @@ FunctionView ViewOf(const CatalogReading& reading, const Target& target, ZVornEx
         operation.positions.resize(view.parameters.size());
         operation.positionsInCatalog.resize(view.parameters.size());
     }
-    const std::string path = target.function->GetPath();
-    for (const Fault& fault : reading.Faults()) {
-        if (IsAbout(fault, path)) {
-            view.faults.push_back(&fault);
-        }
-    }
+    view.faults = faults.About(target.function->GetPath());
     return view;
 }
 

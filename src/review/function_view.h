@@ -9,7 +9,7 @@
 #include "drawing/drawing.h"
 #include "export/exporter.h"
 #include "params/layout.h"
-#include "review/catalog_reading.h"
+#include "review/fault_index.h"
 #include "review/find.h"
 #include "review/verdicts.h"
 
@@ -49,9 +49,6 @@ ExportFlags PreviewFlags();
 
 /// The view of a function, or of one of its operations alone. `messages` has had its preview, with signals
 /// for the function.
-FunctionView ViewOf(const CatalogReading& reading, const Target& target, ZVornExporter& messages);
-
-/// The fault is about the node of that path, or about something in it.
-bool IsAbout(const Fault& fault, const std::string& path);
+FunctionView ViewOf(const FaultIndex& faults, const Target& target, ZVornExporter& messages);
 
 }  // namespace tarvex::review

@@ -63,8 +63,18 @@ bool AreEqual(const Attribute& a, const Attribute& b) {
 
 std::string InOneLine(std::string_view text) {
     std::string line;
-    for (const std::string_view word : SplitTokens(text, " \t\r\n")) {
-        line.append(line.empty() ? "" : " ").append(word);
+    line.reserve(text.size());
+    bool isBehindWord = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+            isBehindWord = true;
+            continue;
+        }
+        if (isBehindWord && !line.empty()) {
+            line += ' ';
+        }
+        isBehindWord = false;
+        line += c;
     }
     return line;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "import/text/names.h"
 #include "import/text/shown_text.h"
 #include "params/enumeration.h"
 #include "params/number.h"

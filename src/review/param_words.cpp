@@ -1,7 +1,10 @@
 #include "review/param_words.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -54,12 +57,24 @@ std::string OpenText(const std::string& limit) {
     return limit.empty() ? "open" : "open, " + limit;
 }
 
+/// "0x02": at least two digits. There are thousands of them.
+void AppendCode(std::string& text, std::uint32_t code) {
+    std::array<char, 8> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), code, 16);
+    text.append("0x").append(end - digits.data() < 2 ? "0" : "");
+    std::transform(digits.data(), end, std::back_inserter(text),
+                   [](char digit) { return digit >= 'a' ? static_cast<char>(digit - 'a' + 'A') : digit; });
+}
+
 std::string CodeRange(std::uint32_t min, std::uint32_t max) {
-    if (min == max) {
-        return FormatText("0x%02X", min);
+    const bool isOpen = min != max && max == static_cast<std::uint32_t>(kOpenRangeEnd);
+    std::string text = isOpen ? ">=" : "";
+    AppendCode(text, min);
+    if (min != max && !isOpen) {
+        text += "..";
+        AppendCode(text, max);
     }
-    return max == static_cast<std::uint32_t>(kOpenRangeEnd) ? FormatText(">=0x%02X", min)
-                                                            : FormatText("0x%02X..0x%02X", min, max);
+    return text;
 }
 
 /// Negative values are those of signed selectors; a range that is reversed as a signed one is meant unsigned.

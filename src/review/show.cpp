@@ -37,7 +37,7 @@ CatalogView ViewOf(const CatalogReading& reading) {
 }
 
 Shower::Shower(const CatalogReading& reading)
-    : reading_(reading), messages_(reading.Catalog(), "", "", "", {}, {}, PreviewFlags()) {}
+    : reading_(reading), faults_(reading), messages_(reading.Catalog(), "", "", "", {}, {}, PreviewFlags()) {}
 
 std::vector<Answer> Shower::AnswersTo(const std::vector<std::string>& words) {
     std::vector<Answer> answers;
@@ -59,7 +59,7 @@ std::vector<Answer> Shower::AnswersTo(const std::vector<std::string>& words) {
     });
     for (Answer& answer : answers) {
         for (FunctionView& function : answer.functions) {
-            function = ViewOf(reading_, function.target, messages_);
+            function = ViewOf(faults_, function.target, messages_);
         }
     }
     return answers;

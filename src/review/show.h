@@ -73,6 +73,7 @@ class Shower {
     Answer Find(const std::string& word) const;
 
     const CatalogReading& reading_;
+    FaultIndex faults_;
     ZVornExporter messages_;
 };
 

@@ -28,10 +28,6 @@ std::string_view LayoutName(Layout layout) {
     return "Incomplete";
 }
 
-std::string_view ClassName(ClassKind kind) {
-    return kind == ClassKind::Method ? "method" : kind == ClassKind::Property ? "property" : "function";
-}
-
 /// The ends of addresses are left out where they say nothing.
 Json TargetJson(const Target& target) {
     Json json{{"fblock_id", target.block->FBlockID()}, {"fblock", target.block->GetName()}};

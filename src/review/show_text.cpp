@@ -47,9 +47,7 @@ void AddTo(std::string& list, const std::string& text) {
 
 /// "property PUnclassified"
 std::string ClassText(const ZMTFunction& function, const FunctionTexts& texts) {
-    const std::string kind = function.Class() == ClassKind::Method     ? "method"
-                             : function.Class() == ClassKind::Property ? "property"
-                                                                       : "function";
+    const std::string kind(ClassName(function.Class()));
     return texts.functionClass.empty() ? kind : kind + " " + texts.functionClass;
 }
 

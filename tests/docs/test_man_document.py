@@ -108,7 +108,7 @@ class ManPages(DocumentTest):
                                          {"--message", "--node", "--match", "--format"})
 
     def test_the_page_of_tarvex_catalog_has_its_commands_and_options(self):
-        self.assert_commands_and_options("tarvex-catalog", {"check", "diff", "explain", "show"}, {"--all", "--baseline", "--format"})
+        self.assert_commands_and_options("tarvex-catalog", {"check", "diff", "explain", "page", "show"}, {"--all", "--baseline", "--format"})
 
     def test_the_page_of_the_settings_has_every_one_in_order(self):
         settings = (SOURCE / "examples" / "TARVEX.ini").read_text(encoding="utf-8")

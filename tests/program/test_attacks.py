@@ -402,6 +402,27 @@ class CatalogAttacks(AttackTest):
                 self.assertRegex(console, r"\nin\.xml: .*\n$|^in\.xml: .*\n$")
 
 
+@unittest.skipIf(SANITIZED, "takes minutes")
+class PageAttacks(AttackTest):
+    """And against its pages, which have everything that a catalog says several times."""
+
+    program = [os.environ["TARVEX_CATALOG"], "page", "in.xml", "page.html"]
+
+    def test_every_attack_ends_with_a_page_or_a_message(self):
+        for name, xml, dtd in [row[:3] for row in ATTACKS[1::6]] + [(*row[:2], "") for row in GREEDY]:
+            with self.subTest(name):
+                page = self.dir / "page.html"
+                page.unlink(missing_ok=True)
+                status, console = self.attack(0, name, xml, dtd)
+                self.assertEqual(page.exists(), status == 0)
+                self.assertIn(status, (0, 2), console)
+                if status == 0:
+                    written = page.stat().st_size
+                    size = (self.dir / "in.xml").stat().st_size
+                    print(f"    {size / 1e6:.2f} MB, {written / 1e6:.1f} MB written")
+                    self.assertLess(written, 2 ** 24 + 2 * size)
+
+
 # what 5 MB of an alias or network file consist of, and whether each has too many lines
 LISTS = [
     ("only commas", ("," * 5_000_000,), False, False),

@@ -25,7 +25,8 @@ ROOMS = {
     "driver": {"export", "asm", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
     "review": {"review/explanations", "drawing", "driver", "export", "import", "params", "catalog", "import/xml",
                "import/log", "import/text", "kestrel"},
-    "review/program": {"review", "drawing", "driver", "import/text"},
+    "page": {"review", "drawing", "export", "params", "catalog", "import/text", "kestrel"},
+    "review/program": {"page", "review", "drawing", "driver", "import/text"},
 }
 GENERATED = {"versions.h"}  # by the build
 

@@ -30,6 +30,7 @@ using Command = std::pair<CLI::App*, std::function<Status()>>;
 Command AddCheck(CLI::App& app);
 Command AddDiff(CLI::App& app);
 Command AddExplain(CLI::App& app);
+Command AddPage(CLI::App& app);
 Command AddShow(CLI::App& app);
 
 /// A text on standard output. It gets there in large pieces, at the latest by Flush. Both throw Trouble when

@@ -17,7 +17,8 @@ Status Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer(
         "Exit status: 0 good, 1 faults or differences found, or nothing that was asked for, 2 trouble.");
-    const std::vector<Command> commands = {AddCheck(app), AddDiff(app), AddExplain(app), AddShow(app)};
+    const std::vector<Command> commands = {AddCheck(app), AddDiff(app), AddExplain(app), AddPage(app),
+                                           AddShow(app)};
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,0 +1,318 @@
+#include "page/catalog_data.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "export/exporter.h"
+#include "import/text/files.h"
+#include "page/function_data.h"
+#include "page/function_search.h"
+#include "page/json_text.h"
+#include "page/param_data.h"
+#include "page/search_index.h"
+#include "review/catalog_texts.h"
+#include "review/fault_index.h"
+#include "review/function_view.h"
+#include "review/own_texts.h"
+#include "review/show.h"
+#include "review/verdicts.h"
+
+namespace tarvex::page {
+namespace {
+
+using review::FunctionView;
+
+/// Functions with their parameters, each of which is in it once.
+class FunctionPiece {
+  public:
+    std::size_t NumberOf(const ZMTParam& param) {
+        const auto [found, isNew] = numbers_.try_emplace(ParamData(param), numbers_.size());
+        if (isNew) {
+            params_.Json(found->first);
+        }
+        return found->second;
+    }
+    void Add(std::string_view function) {
+        functions_.Json(function);
+        ++count_;
+    }
+    /// A browser unpacks it without anybody noticing.
+    bool IsFull() const {
+        constexpr std::size_t kEnough = std::size_t{192} << 10;
+        return params_.Size() + functions_.Size() > kEnough;
+    }
+    std::size_t Count() const { return count_; }
+    std::string Json() const {
+        return "{\"params\":[" + params_.All() + "],\"functions\":[" + functions_.All() + "]}";
+    }
+
+  private:
+    kestrel::KeyedMap<std::string, std::size_t> numbers_;
+    JsonText params_;
+    JsonText functions_;
+    std::size_t count_ = 0;
+};
+
+/// What the lists say of the functions of a block, each member a list of its own.
+class BlockRows {
+  public:
+    void Add(const FunctionView& view, std::size_t functionClass) {
+        std::uint64_t opTypes = 0;
+        bool isIncomplete = false;
+        for (const review::OperationView& operation : view.operations) {
+            opTypes |= std::uint64_t{1} << operation.address.opType;
+            isIncomplete = isIncomplete || operation.layout == Layout::Incomplete;
+        }
+        ids_.Number(view.target.function->FunctionID());
+        names_.Text(view.target.function->GetName());
+        classes_.Number(functionClass);
+        opTypes_.Number(opTypes);
+        faults_.Number(view.faults.size());
+        incomplete_.Number(isIncomplete ? 1 : 0);
+        ++open_;
+        incompleteCount_ += isIncomplete ? 1 : 0;
+    }
+    /// The functions so far that are in no piece yet are in that one.
+    void EndPiece(std::size_t piece) {
+        if (open_ > 0) {
+            pieces_.Number(piece).Number(std::exchange(open_, 0));
+        }
+    }
+    std::size_t IncompleteCount() const { return incompleteCount_; }
+    std::string Json() const {
+        std::string json;
+        const auto add = [&](const char* name, const JsonText& list) {
+            json.append(json.empty() ? "{\"" : ",\"").append(name).append("\":[");
+            json.append(list.All()).append("]");
+        };
+        add("ids", ids_);
+        add("names", names_);
+        add("classes", classes_);
+        add("opTypes", opTypes_);
+        add("faults", faults_);
+        add("incomplete", incomplete_);
+        add("pieces", pieces_);
+        return json + "}";
+    }
+
+  private:
+    JsonText ids_;
+    JsonText names_;
+    JsonText classes_;
+    JsonText opTypes_;
+    JsonText faults_;
+    JsonText incomplete_;
+    JsonText pieces_;
+    std::size_t open_ = 0;
+    std::size_t incompleteCount_ = 0;
+};
+
+class CatalogWriter {
+  public:
+    CatalogWriter(const review::CatalogReading& reading, ChunkWriter& chunks)
+        : reading_(reading),
+          chunks_(chunks),
+          faults_(reading),
+          texts_(reading),
+          messages_(reading.Catalog(), "", "", "", {}, {}, review::PreviewFlags()),
+          isFunctionFault_(reading.Faults().size()) {}
+
+    void Write() {
+        messages_.Preview([](const ZMTOperation& /*operation*/) { return true; });
+        functionRows_.BeginArray();
+        blocks_.BeginArray();
+        for (const review::BlockView& view : review::ViewOf(reading_).blocks) {
+            AddBlock(view);
+        }
+        chunks_.Write("functions", functionRows_.EndArray().Take());
+        const std::vector<Topic> topics = search_.Write(chunks_);
+        chunks_.Write("overview", Overview(topics));
+    }
+
+  private:
+    void AddBlock(const review::BlockView& view) {
+        BlockRows rows;
+        FunctionPiece piece;
+        const auto endPiece = [&] {
+            if (piece.Count() > 0) {
+                chunks_.Write("functions-" + std::to_string(pieces_), piece.Json());
+                rows.EndPiece(pieces_++);
+                piece = FunctionPiece();
+            }
+        };
+        for (const ZMTFunction& function : view.block->Items()) {
+            AddFunction({view.block, &function}, piece, rows);
+            if (piece.IsFull()) {
+                endPiece();
+            }
+        }
+        endPiece();
+        functionRows_.Json(rows.Json());
+        AddBlockRow(view, rows.IncompleteCount());
+        ++blockCount_;
+    }
+
+    void AddFunction(const review::Target& target, FunctionPiece& piece, BlockRows& rows) {
+        const FunctionView view = review::ViewOf(faults_, target, messages_);
+        const review::FunctionTexts texts = review::CatalogTexts::Of(*target.function);
+        for (const Fault* fault : view.faults) {
+            isFunctionFault_[NumberOf(fault)] = true;
+        }
+        const Looks looks = LooksOf(view);
+        piece.Add(FunctionData(reading_, view, looks, texts,
+                               [&](const ZMTParam& param) { return piece.NumberOf(param); }));
+        rows.Add(view, ClassNumber(*target.function, texts));
+        AddToSearch(view, looks, texts, functionCount_++, search_);
+    }
+
+    /// Few, so that they are kept as they are.
+    std::size_t ClassNumber(const ZMTFunction& function, const review::FunctionTexts& texts) {
+        std::pair<std::string_view, std::string> row(review::ClassName(function.Class()),
+                                                     texts.functionClass);
+        const auto found = std::ranges::find(classes_, row);
+        const auto number = static_cast<std::size_t>(found - classes_.begin());
+        if (found == classes_.end()) {
+            classes_.push_back(std::move(row));
+        }
+        return number;
+    }
+
+    void AddBlockRow(const review::BlockView& view, std::size_t incomplete) {
+        const review::BlockTexts texts = texts_.Of(*view.block);
+        const Place place = Place::OfBlock(blockCount_);
+        const std::string ownName = review::OwnName(*view.block);
+        const bool isOther = review::LacksLetters(ownName);
+        search_.Add(Topic::Block, view.block->GetName(), "", place);
+        search_.Add(Topic::Block, isOther ? ownName : "", "", place);
+        search_.Add(Topic::Description, texts.description, kBlockContext, place);
+        std::vector<const Fault*> own = faults_.About(view.block->GetPath());
+        std::erase_if(own, [&](const Fault* fault) { return isFunctionFault_[NumberOf(fault)]; });
+        blocks_.BeginObject()
+            .Key("id")
+            .Number(view.block->FBlockID())
+            .Key("name")
+            .Text(view.block->GetName());
+        blocks_.TextMember("catalogName", isOther ? ownName : "");
+        blocks_.TextMember("kind", texts.kind).TextMember("description", texts.description);
+        AddVersion(texts.version, blocks_);
+        blocks_.NumberMember("faults", view.faults).NumberMember("incomplete", incomplete);
+        if (!own.empty()) {
+            blocks_.Key("ownFaults").Text(WriteFaults(own));
+        }
+        blocks_.EndObject();
+    }
+
+    static void AddVersion(const review::Version& version, JsonText& json) {
+        json.TextMember("version", review::VersionText(version));
+    }
+
+    /// The piece that has them.
+    std::string WriteFaults(const std::vector<const Fault*>& faults) {
+        JsonText json;
+        json.BeginArray();
+        for (const Fault* fault : faults) {
+            AddFault(reading_, *fault, json);
+        }
+        std::string id = "faults-" + std::to_string(faultPieces_++);
+        chunks_.Write(id, json.EndArray().Take());
+        return id;
+    }
+
+    std::string Overview(const std::vector<Topic>& topics) {
+        JsonText json;
+        json.BeginObject().Key("file").Text(FileName(reading_.ShownPath()));
+        AddVersion(texts_.CatalogVersion(), json);
+        json.Key("blocks").Json(blocks_.EndArray().All());
+        json.Key("classes").BeginArray();
+        for (const auto& [kind, name] : classes_) {
+            json.BeginArray().Text(kind).Text(name).EndArray();
+        }
+        json.EndArray();
+        AddOperationNames(json);
+        AddVerdicts(json);
+        json.Key("search").BeginArray();
+        for (const Topic topic : topics) {
+            json.Text(kTopicNames[static_cast<std::size_t>(topic)]);
+        }
+        return json.EndArray().EndObject().Take();
+    }
+
+    /// By OPType.
+    static void AddOperationNames(JsonText& json) {
+        json.Key("operationNames").BeginObject();
+        for (const ClassKind kind : {ClassKind::Property, ClassKind::Method}) {
+            json.Key(review::ClassName(kind)).BeginArray();
+            for (unsigned opType = 0; opType < std::size(kOpTypes); ++opType) {
+                json.Text(OperationName(kind, opType));
+            }
+            json.EndArray();
+        }
+        json.EndObject();
+    }
+
+    void AddVerdicts(JsonText& json) {
+        const review::Verdicts verdicts = review::VerdictsOf(reading_);
+        json.Key("functions").Number(verdicts.functions).Key("messages").Number(verdicts.messages);
+        json.NumberMember("lostBlocks", verdicts.lostBlocks);
+        json.NumberMember("lostFunctions", verdicts.lostFunctions);
+        json.NumberMember("lostMessages", verdicts.lostMessages);
+        json.Key("incomplete").BeginArray();
+        for (const review::Address& address : verdicts.incomplete) {
+            json.Text(review::AddressText(address));
+        }
+        json.EndArray();
+        json.Key("faults").Number(reading_.Faults().size());
+        json.NumberMember("areFaultsCut", reading_.AreFaultsCut() ? 1 : 0);
+        AddOtherFaults(json);
+    }
+
+    /// Those of no block.
+    void AddOtherFaults(JsonText& json) {
+        std::vector<bool> isOfBlock(reading_.Faults().size());
+        for (const ZMTFBlock& block : reading_.Catalog()->Items()) {
+            for (const Fault* fault : faults_.About(block.GetPath())) {
+                isOfBlock[NumberOf(fault)] = true;
+            }
+        }
+        std::vector<const Fault*> others;
+        for (const Fault& fault : reading_.Faults()) {
+            if (!isOfBlock[NumberOf(&fault)]) {
+                others.push_back(&fault);
+            }
+        }
+        if (!others.empty()) {
+            json.Key("otherFaults").Text(WriteFaults(others));
+        }
+    }
+
+    std::size_t NumberOf(const Fault* fault) const {
+        return static_cast<std::size_t>(fault - reading_.Faults().data());
+    }
+
+    const review::CatalogReading& reading_;
+    ChunkWriter& chunks_;
+    review::FaultIndex faults_;
+    review::CatalogTexts texts_;
+    ZVornExporter messages_;
+    SearchIndex search_;
+    JsonText blocks_;
+    JsonText functionRows_;
+    std::vector<std::pair<std::string_view, std::string>> classes_;
+    std::vector<bool> isFunctionFault_;
+    std::size_t blockCount_ = 0;
+    std::size_t functionCount_ = 0;
+    std::size_t pieces_ = 0;
+    std::size_t faultPieces_ = 0;
+};
+
+}  // namespace
+
+void WriteCatalog(const review::CatalogReading& reading, ChunkWriter& chunks) {
+    CatalogWriter(reading, chunks).Write();
+}
+
+}  // namespace tarvex::page

@@ -1,0 +1,19 @@
+/// Catalogs as the page shows them.
+
+#pragma once
+
+#include "page/chunk_writer.h"
+#include "review/catalog_reading.h"
+
+namespace tarvex::page {
+
+/// Writes all data of a page. The pieces are
+/// - "overview": the catalog, its blocks, what was lost, and where everything else is;
+/// - "functions": what every list of functions needs, block by block;
+/// - "functions-0", "functions-1", ...: some hundred functions each, with their parameters;
+/// - "faults-0", ...: for each block that has any, the faults that are about none of its functions; the last
+///   has those about no block;
+/// - "search-0", ...: what is searched (search_index.h).
+void WriteCatalog(const review::CatalogReading& reading, ChunkWriter& chunks);
+
+}  // namespace tarvex::page

@@ -1,0 +1,176 @@
+#include "page/function_data.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "drawing/drawing.h"
+#include "drawing/layout.h"
+#include "import/text/files.h"
+#include "kestrel/model_text.h"
+#include "review/explanation_words.h"
+#include "review/fault_text.h"
+
+namespace tarvex::page {
+namespace {
+
+using review::FunctionView;
+using review::OperationView;
+
+/// A signal is so many values, one behind the other: letters, name, start bit, length, flags, multiplexor's
+/// value, factor, unit, minimum, maximum, and the runs of its bits.
+void AddSignal(const vorn::DrawnSignal& drawn, JsonText& json) {
+    const kestrel::Signal& signal = *drawn.signal;
+    json.BeginArray().Text(drawn.letters).Text(kestrel::NameText(signal.name));
+    json.Number(signal.start_bit).Number(signal.length).Number(signal.flags);
+    json.Number(signal.multiplexer_value);
+    if (signal.scaling == nullptr) {
+        json.Null().Null().Null().Null();
+    } else {
+        const auto orNull = [&](const std::optional<double>& number) {
+            return number ? json.Real(*number) : json.Null();
+        };
+        json.Real(signal.scaling->factor).Text(signal.scaling->unit);
+        orNull(signal.scaling->minimum);
+        orNull(signal.scaling->maximum);
+    }
+    json.BeginArray();
+    for (const vorn::BitRange& range : vorn::RangesOf(signal)) {
+        json.Number(range.begin).Number(range.end);
+    }
+    json.EndArray().EndArray();
+}
+
+void AddEnd(const vorn::OpenEnd& end, JsonText& json) {
+    json.Key("end").BeginArray().Number(end.letter == '?' ? 1 : 0).Text(end.remark).EndArray();
+}
+
+/// How many bytes there are, the signals, and what ends the known part.
+void AddLook(const OperationView& operation, JsonText& json) {
+    const kestrel::Message& message = *operation.message;
+    json.BeginObject().NumberMember("bytes", message.length).Key("signals").BeginArray();
+    for (const vorn::DrawnSignal& signal : vorn::LetterSignals(message)) {
+        AddSignal(signal, json);
+    }
+    json.EndArray();
+    if (operation.end) {
+        AddEnd(*operation.end, json);
+    }
+    json.EndObject();
+}
+
+void AddOperation(const OperationView& operation, const std::optional<std::size_t>& look, JsonText& json) {
+    json.BeginObject().Key("opType").Number(operation.address.opType);
+    json.NumberMember("layout", static_cast<unsigned>(operation.layout));
+    json.NumberMember("isLost", operation.operation == nullptr ? 1 : 0);
+    json.Key("positions").BeginArray();
+    for (const unsigned position : operation.positions) {
+        json.Number(position);
+    }
+    json.EndArray();
+    if (look) {
+        const std::uint32_t identifier = operation.message->identifier;
+        json.Key("message").Text(kestrel::NameText(operation.message->name));
+        json.Key("identifier").Number(identifier & ~kExtendedIdentifier);
+        json.NumberMember("isStandard", (identifier & kExtendedIdentifier) == 0 ? 1 : 0);
+        json.Key("look").Number(*look);
+    } else if (operation.end) {
+        AddEnd(*operation.end, json);
+    }
+    json.EndObject();
+}
+
+void AddOperations(const FunctionView& view, const Looks& looks, JsonText& json) {
+    json.Key("operations").BeginArray();
+    for (std::size_t place = 0; place < view.operations.size(); ++place) {
+        AddOperation(view.operations[place], looks.numbers[place], json);
+    }
+    json.EndArray().Key("looks").BeginArray();
+    for (const OperationView* operation : looks.all) {
+        AddLook(*operation, json);
+    }
+    json.EndArray();
+}
+
+/// What of a function a fault is about, by the names in its path.
+class FaultPlaces {
+  public:
+    explicit FaultPlaces(const FunctionView& view)
+        : view_(view), path_(view.target.function->GetPath().size()) {}
+
+    void AddPlace(const Fault& fault, JsonText& json) const {
+        std::string_view rest = std::string_view(fault.path).substr(std::min(path_ + 1, fault.path.size()));
+        std::string_view name = TakeName(rest);
+        const auto operation = std::ranges::find(view_.operations, name, &OperationView::name);
+        if (operation != view_.operations.end() && !name.empty()) {
+            json.Key("opType").Number(operation->address.opType);
+            name = TakeName(rest);
+        }
+        const auto isNamed = [&](const ZMTParam* param) { return param->GetName() == name; };
+        const auto param = std::ranges::find_if(view_.parameters, isNamed);
+        if (param != view_.parameters.end() && !name.empty()) {
+            json.Key("param").Number(static_cast<std::size_t>(param - view_.parameters.begin()));
+        }
+    }
+
+  private:
+    static std::string_view TakeName(std::string_view& path) {
+        const std::size_t slash = path.find('/');
+        const std::string_view name = path.substr(0, slash);
+        path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
+        return name;
+    }
+
+    const FunctionView& view_;
+    std::size_t path_;
+};
+
+void AddFaultMembers(const review::CatalogReading& reading, const Fault& fault, JsonText& json) {
+    json.Key("kind").Text(review::KindName(fault.kind));
+    json.NumberMember("number", fault.number);
+    json.Key("text").Text(review::FaultText(fault));
+    json.NumberMember("line", fault.line).NumberMember("column", fault.column);
+    json.TextMember("path", review::PathBelowCatalog(fault.path));
+    if (!fault.file.empty() && reading.FileOf(fault) != reading.ShownPath()) {
+        json.Key("file").Text(FileName(fault.file));
+    }
+}
+
+}  // namespace
+
+void AddFault(const review::CatalogReading& reading, const Fault& fault, JsonText& json) {
+    json.BeginObject();
+    AddFaultMembers(reading, fault, json);
+    json.EndObject();
+}
+
+std::string FunctionData(const review::CatalogReading& reading, const FunctionView& view, const Looks& looks,
+                         const review::FunctionTexts& texts,
+                         const std::function<std::size_t(const ZMTParam& param)>& numberOf) {
+    JsonText json;
+    const std::string& name = view.target.function->GetName();
+    json.BeginObject().TextMember("catalogName", texts.name == name ? "" : texts.name);
+    json.TextMember("section", texts.section).TextMember("description", texts.description);
+    json.Key("params").BeginArray();
+    for (const ZMTParam* param : view.parameters) {
+        json.Number(numberOf(*param));
+    }
+    json.EndArray();
+    AddOperations(view, looks, json);
+    if (!view.faults.empty()) {
+        const FaultPlaces places(view);
+        json.Key("faults").BeginArray();
+        for (const Fault* fault : view.faults) {
+            json.BeginObject();
+            AddFaultMembers(reading, *fault, json);
+            places.AddPlace(*fault, json);
+            json.EndObject();
+        }
+        json.EndArray();
+    }
+    return json.EndObject().Take();
+}
+
+}  // namespace tarvex::page

@@ -1,0 +1,24 @@
+/// What of a function can be searched for.
+
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "page/looks.h"
+#include "page/search_index.h"
+#include "review/catalog_texts.h"
+#include "review/function_view.h"
+
+namespace tarvex::page {
+
+// The contexts of descriptions that are not those of parameters.
+inline constexpr std::string_view kBlockContext = "block";
+inline constexpr std::string_view kFunctionContext = "function";
+
+/// Adds the names, values, units and descriptions of a function that has so many in front of it, and its
+/// messages and signals.
+void AddToSearch(const review::FunctionView& view, const Looks& looks, const review::FunctionTexts& texts,
+                 std::size_t function, SearchIndex& index);
+
+}  // namespace tarvex::page
