@@ -52,5 +52,5 @@ fi
 checks=$(dirname "${BASH_SOURCE[0]}")/../tests/page
 if [ "${1:-build}" = test ] && ! cmp -s "$checks/package-lock.json" "$checks/node_modules/.installed"; then
   echo "Installing what checks the page"
-  (cd "$checks" && npm ci --silent --no-audit --no-fund && cp package-lock.json node_modules/.installed)
+  (cd "$checks" && npm ci --loglevel=error --no-audit --no-fund && cp package-lock.json node_modules/.installed)
 fi
