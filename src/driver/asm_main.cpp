@@ -1,15 +1,17 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "driver/asm_run.h"
+#include "import/text/program_end.h"
 #include "import/text/shown_text.h"
 #include "versions.h"
 
-int main(int argc, char** argv) try {
+namespace {
+
+int Run(int argc, char** argv) {
     std::string catalog;
     std::vector<std::string> files;
     std::string format = "capture";
@@ -43,7 +45,13 @@ int main(int argc, char** argv) try {
     }
     options.isJson = format == "json";
     return tarvex::RunAsm(catalog, files, options);
-} catch (const std::exception& exception) {
-    std::fprintf(stderr, "tarvex-asm: %s\n", exception.what());
-    return 2;
+}
+
+constexpr char kProgram[] = "tarvex-asm";
+[[gnu::init_priority(tarvex::kFirstObject)]] const tarvex::ProgramEnd<kProgram> kEnd;
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return tarvex::RunProgram<kProgram>([&] { return Run(argc, argv); });
 }

@@ -2,7 +2,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <exception>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -12,6 +11,7 @@
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
 #include "driver/disasm_run.h"
+#include "import/text/program_end.h"
 #include "import/text/shown_text.h"
 #include "import/text/wording.h"
 #include "versions.h"
@@ -27,9 +27,7 @@ std::string WrongSeconds(const std::string& text) {
     return isGood ? std::string() : "'" + tarvex::ShownText(text) + "', expected a number of seconds";
 }
 
-}  // namespace
-
-int main(int argc, char** argv) try {
+int Run(int argc, char** argv) {
     std::string catalog;
     std::vector<std::string> captures;
     std::string format = "text";
@@ -91,7 +89,13 @@ int main(int argc, char** argv) try {
         return tarvex::kDisasmTrouble;
     }
     return tarvex::RunDisasm(catalog, captures, *report, options);
-} catch (const std::exception& exception) {
-    std::fprintf(stderr, "tarvex-disasm: %s\n", exception.what());
-    return tarvex::kDisasmTrouble;
+}
+
+constexpr char kProgram[] = "tarvex-disasm";
+[[gnu::init_priority(tarvex::kFirstObject)]] const tarvex::ProgramEnd<kProgram> kEnd;
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return tarvex::RunProgram<kProgram>([&] { return Run(argc, argv); });
 }

@@ -173,6 +173,7 @@ int Run(int argc, char** argv) {
 }
 
 constexpr char kProgram[] = "vorn";
+[[gnu::init_priority(tarvex::kFirstObject)]] const tarvex::ProgramEnd<kProgram> kEnd;
 
 }  // namespace
 

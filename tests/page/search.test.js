@@ -1,5 +1,5 @@
 import assert from "node:assert/strict";
-import { test } from "node:test";
+import { mock, test } from "node:test";
 import { addressOf, kNoFilter, Search } from "../../src/page/web/search.js";
 import { excerpt } from "../../src/page/web/search_box.js";
 import { smallCatalog } from "./catalogs.js";
@@ -112,13 +112,12 @@ test("a search that another one overtakes gives nothing", async () => {
     const search = new Search(await smallCatalog());
     await search.load();
     // The first one pauses because its time is over.
-    const now = performance.now;
     let time = 0;
-    performance.now = () => (time += 1000);
+    const clock = mock.method(performance, "now", () => (time += 1000));
     const first = search.find("volume", kNoFilter, 50);
     const second = search.find("loud", kNoFilter, 50);
     assert.equal(await first, null);
-    performance.now = now;
+    clock.mock.restore();
     assert.equal((await second).results.length, 1);
 });
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <csignal>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -22,6 +23,9 @@ void TellOutOfMemory() {
     (void)std::fputs(": there is not enough memory for this\n", stderr);
 }
 
+/// Less than any exception takes.
+inline constexpr std::size_t kSmall = 64;
+
 /// Where an exception can't get out any more: to take a large list apart the JSON library needs memory too,
 /// and cannot say when there is none. Nothing has been written where files are read, so nothing is left
 /// behind.
@@ -37,13 +41,26 @@ template <const char* kProgram>
     } catch (...) {
         std::abort();
     }
+    const void* const volatile block = std::malloc(kSmall);  // NOLINT(*-no-malloc,*-owning-memory)
+    if (block == nullptr) {                                  // there was none for the exception itself
+        TellOutOfMemory<kProgram>();
+        std::_Exit(kTroubleStatus);
+    }
     std::abort();
 }
+
+/// A program's first object, before those that are made with memory: from here on it ends like that.
+template <const char* kProgram>
+struct ProgramEnd {
+    ProgramEnd() noexcept { std::set_terminate(EndProgram<kProgram>); }
+};
+
+/// The place of the first object among those that are made before a program runs.
+inline constexpr int kFirstObject = 101;
 
 /// Runs a program and gives its exit status. What it throws is told on standard error, behind its name.
 template <const char* kProgram, class Run>
 int RunProgram(const Run& run) try {
-    std::set_terminate(EndProgram<kProgram>);
     (void)std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write like any other
     return run();
 } catch (const std::bad_alloc&) {

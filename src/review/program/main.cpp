@@ -37,6 +37,7 @@ Status Run(int argc, char** argv) {
 }
 
 constexpr char kProgram[] = "tarvex-catalog";
+[[gnu::init_priority(tarvex::kFirstObject)]] const tarvex::ProgramEnd<kProgram> kEnd;
 
 }  // namespace
 
