@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,10 +10,11 @@
 
 #include "export/exporter.h"
 #include "import/text/files.h"
+#include "page/chunk_writer.h"
 #include "page/function_data.h"
+#include "page/function_piece.h"
 #include "page/function_search.h"
 #include "page/json_text.h"
-#include "page/param_data.h"
 #include "page/search_index.h"
 #include "review/catalog_texts.h"
 #include "review/fault_index.h"
@@ -25,37 +27,6 @@ namespace tarvex::page {
 namespace {
 
 using review::FunctionView;
-
-/// Functions with their parameters, each of which is in it once.
-class FunctionPiece {
-  public:
-    std::size_t NumberOf(const ZMTParam& param) {
-        const auto [found, isNew] = numbers_.try_emplace(ParamData(param), numbers_.size());
-        if (isNew) {
-            params_.Json(found->first);
-        }
-        return found->second;
-    }
-    void Add(std::string_view function) {
-        functions_.Json(function);
-        ++count_;
-    }
-    /// A browser unpacks it without anybody noticing.
-    bool IsFull() const {
-        constexpr std::size_t kEnough = std::size_t{192} << 10;
-        return params_.Size() + functions_.Size() > kEnough;
-    }
-    std::size_t Count() const { return count_; }
-    std::string Json() const {
-        return "{\"params\":[" + params_.All() + "],\"functions\":[" + functions_.All() + "]}";
-    }
-
-  private:
-    kestrel::KeyedMap<std::string, std::size_t> numbers_;
-    JsonText params_;
-    JsonText functions_;
-    std::size_t count_ = 0;
-};
 
 /// What the lists say of the functions of a block, each member a list of its own.
 class BlockRows {
@@ -113,13 +84,13 @@ class BlockRows {
 
 class CatalogWriter {
   public:
-    CatalogWriter(const review::CatalogReading& reading, ChunkWriter& chunks)
+    CatalogWriter(const review::CatalogReading& reading, kestrel::AtomicFile& file)
         : reading_(reading),
-          chunks_(chunks),
           faults_(reading),
           texts_(reading),
           messages_(reading.Catalog(), "", "", "", {}, {}, review::PreviewFlags()),
-          isFunctionFault_(reading.Faults().size()) {}
+          isFunctionFault_(reading.Faults().size()),
+          chunks_(file) {}
 
     void Write() {
         messages_.Preview([](const ZMTOperation& /*operation*/) { return true; });
@@ -131,42 +102,46 @@ class CatalogWriter {
         chunks_.Write("functions", functionRows_.EndArray().Take());
         const std::vector<Topic> topics = search_.Write(chunks_);
         chunks_.Write("overview", Overview(topics));
+        chunks_.Finish();
     }
 
   private:
     void AddBlock(const review::BlockView& view) {
         BlockRows rows;
-        FunctionPiece piece;
-        const auto endPiece = [&] {
-            if (piece.Count() > 0) {
-                chunks_.Write("functions-" + std::to_string(pieces_), piece.Json());
-                rows.EndPiece(pieces_++);
-                piece = FunctionPiece();
-            }
-        };
         for (const ZMTFunction& function : view.block->Items()) {
-            AddFunction({view.block, &function}, piece, rows);
-            if (piece.IsFull()) {
-                endPiece();
+            AddFunction({view.block, &function}, rows);
+            if (IsPieceFull()) {
+                EndPiece(rows);
             }
         }
-        endPiece();
+        EndPiece(rows);
         functionRows_.Json(rows.Json());
         AddBlockRow(view, rows.IncompleteCount());
         ++blockCount_;
     }
 
-    void AddFunction(const review::Target& target, FunctionPiece& piece, BlockRows& rows) {
-        const FunctionView view = review::ViewOf(faults_, target, messages_);
-        const review::FunctionTexts texts = review::CatalogTexts::Of(*target.function);
-        for (const Fault* fault : view.faults) {
+    /// A browser unpacks so much without anybody noticing.
+    bool IsPieceFull() const {
+        constexpr std::size_t kEnough = std::size_t{64} << 10;
+        return search_.BytesGiven() - bytesBeforePiece_ > kEnough;
+    }
+
+    void EndPiece(BlockRows& rows) {
+        if (!piece_->IsEmpty()) {
+            chunks_.Write("functions-" + std::to_string(pieces_), [piece = piece_] { return piece->Json(); });
+            rows.EndPiece(pieces_++);
+            piece_ = std::make_shared<FunctionPiece>(reading_);
+            bytesBeforePiece_ = search_.BytesGiven();
+        }
+    }
+
+    void AddFunction(const review::Target& target, BlockRows& rows) {
+        const FunctionPart& part = piece_->Add(review::ViewOf(faults_, target, messages_));
+        for (const Fault* fault : part.view.faults) {
             isFunctionFault_[NumberOf(fault)] = true;
         }
-        const Looks looks = LooksOf(view);
-        piece.Add(FunctionData(reading_, view, looks, texts,
-                               [&](const ZMTParam& param) { return piece.NumberOf(param); }));
-        rows.Add(view, ClassNumber(*target.function, texts));
-        AddToSearch(view, looks, texts, functionCount_++, search_);
+        rows.Add(part.view, ClassNumber(*target.function, part.texts));
+        AddToSearch(part, functionCount_++, search_);
     }
 
     /// Few, so that they are kept as they are.
@@ -294,7 +269,6 @@ class CatalogWriter {
     }
 
     const review::CatalogReading& reading_;
-    ChunkWriter& chunks_;
     review::FaultIndex faults_;
     review::CatalogTexts texts_;
     ZVornExporter messages_;
@@ -307,12 +281,15 @@ class CatalogWriter {
     std::size_t functionCount_ = 0;
     std::size_t pieces_ = 0;
     std::size_t faultPieces_ = 0;
+    std::shared_ptr<FunctionPiece> piece_ = std::make_shared<FunctionPiece>(reading_);
+    std::size_t bytesBeforePiece_ = 0;
+    ChunkWriter chunks_;  // makes pieces of all the others, so that it ends before them
 };
 
 }  // namespace
 
-void WriteCatalog(const review::CatalogReading& reading, ChunkWriter& chunks) {
-    CatalogWriter(reading, chunks).Write();
+void WriteCatalog(const review::CatalogReading& reading, kestrel::AtomicFile& file) {
+    CatalogWriter(reading, file).Write();
 }
 
 }  // namespace tarvex::page

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "page/chunk_writer.h"
+#include "kestrel/atomic_file.h"
 #include "review/catalog_reading.h"
 
 namespace tarvex::page {
@@ -14,6 +14,6 @@ namespace tarvex::page {
 /// - "faults-0", ...: for each block that has any, the faults that are about none of its functions; the last
 ///   has those about no block;
 /// - "search-0", ...: what is searched (search_index.h).
-void WriteCatalog(const review::CatalogReading& reading, ChunkWriter& chunks);
+void WriteCatalog(const review::CatalogReading& reading, kestrel::AtomicFile& file);
 
 }  // namespace tarvex::page

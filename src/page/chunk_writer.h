@@ -3,11 +3,13 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <future>
 #include <string>
 #include <string_view>
 
 #include "kestrel/atomic_file.h"
+#include "page/workers.h"
 
 namespace tarvex::page {
 
@@ -17,20 +19,22 @@ std::string Base64(std::string_view bytes);
 /// The bytes compressed, with the header and the checksum of zlib. Equal bytes give equal bytes.
 std::string Compressed(std::string_view bytes);
 
-/// Writes pieces of JSON, each as an element of the page that is never executed. They are compressed while
-/// the next ones are made, and written in their order.
+/// Writes pieces of JSON, each as an element of the page that is never executed. They are made and compressed
+/// while the caller goes on, and written in their order.
 class ChunkWriter {
   public:
     /// The file outlives the writer.
     explicit ChunkWriter(kestrel::AtomicFile& file) : file_(file) {}
     ChunkWriter(const ChunkWriter&) = delete;
     ChunkWriter& operator=(const ChunkWriter&) = delete;
-    /// Waits for what is being compressed; it is not written any more.
+    /// Waits for what is being made; it is not written any more.
     ~ChunkWriter() = default;
 
-    /// `id`: letters, digits and hyphens; a page has it once.
+    /// `id`: letters, digits and hyphens; a page has it once. `json` is called once, beside others and beside
+    /// the caller, and what it needs outlives the writer or its `Finish`.
+    void Write(const std::string& id, std::function<std::string()> json);
     void Write(const std::string& id, std::string json);
-    /// Writes all that is still being compressed. Called at the end.
+    /// Writes all that is still being made. Called at the end. Throws what a maker has thrown.
     void Finish();
 
   private:
@@ -38,6 +42,7 @@ class ChunkWriter {
 
     kestrel::AtomicFile& file_;
     std::deque<std::future<std::string>> elements_;  // that are being made
+    Workers workers_;
 };
 
 }  // namespace tarvex::page

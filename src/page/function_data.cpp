@@ -82,13 +82,14 @@ void AddOperation(const OperationView& operation, const std::optional<std::size_
     json.EndObject();
 }
 
-void AddOperations(const FunctionView& view, const Looks& looks, JsonText& json) {
+void AddOperations(const FunctionPart& part, JsonText& json) {
+    const std::vector<OperationView>& operations = part.view.operations;
     json.Key("operations").BeginArray();
-    for (std::size_t place = 0; place < view.operations.size(); ++place) {
-        AddOperation(view.operations[place], looks.numbers[place], json);
+    for (std::size_t place = 0; place < operations.size(); ++place) {
+        AddOperation(operations[place], part.looks.numbers[place], json);
     }
     json.EndArray().Key("looks").BeginArray();
-    for (const OperationView* operation : looks.all) {
+    for (const OperationView* operation : part.looks.all) {
         AddLook(*operation, json);
     }
     json.EndArray();
@@ -146,9 +147,10 @@ void AddFault(const review::CatalogReading& reading, const Fault& fault, JsonTex
     json.EndObject();
 }
 
-std::string FunctionData(const review::CatalogReading& reading, const FunctionView& view, const Looks& looks,
-                         const review::FunctionTexts& texts,
+std::string FunctionData(const review::CatalogReading& reading, const FunctionPart& part,
                          const std::function<std::size_t(const ZMTParam& param)>& numberOf) {
+    const FunctionView& view = part.view;
+    const review::FunctionTexts& texts = part.texts;
     JsonText json;
     const std::string& name = view.target.function->GetName();
     json.BeginObject().TextMember("catalogName", texts.name == name ? "" : texts.name);
@@ -158,7 +160,7 @@ std::string FunctionData(const review::CatalogReading& reading, const FunctionVi
         json.Number(numberOf(*param));
     }
     json.EndArray();
-    AddOperations(view, looks, json);
+    AddOperations(part, json);
     if (!view.faults.empty()) {
         const FaultPlaces places(view);
         json.Key("faults").BeginArray();

@@ -6,11 +6,9 @@
 #include <string>
 
 #include "catalog/param.h"
+#include "page/function_piece.h"
 #include "page/json_text.h"
-#include "page/looks.h"
 #include "review/catalog_reading.h"
-#include "review/catalog_texts.h"
-#include "review/function_view.h"
 
 namespace tarvex::page {
 
@@ -19,8 +17,7 @@ void AddFault(const review::CatalogReading& reading, const Fault& fault, JsonTex
 
 /// A function as an object, with its operations, messages, signals and faults. `numberOf` gives a parameter
 /// the number that it has in the same piece of the page.
-std::string FunctionData(const review::CatalogReading& reading, const review::FunctionView& view,
-                         const Looks& looks, const review::FunctionTexts& texts,
+std::string FunctionData(const review::CatalogReading& reading, const FunctionPart& part,
                          const std::function<std::size_t(const ZMTParam& param)>& numberOf);
 
 }  // namespace tarvex::page

@@ -87,8 +87,9 @@ class ParamTexts {
 
 }  // namespace
 
-void AddToSearch(const review::FunctionView& view, const Looks& looks, const review::FunctionTexts& texts,
-                 std::size_t function, SearchIndex& index) {
+void AddToSearch(const FunctionPart& part, std::size_t function, SearchIndex& index) {
+    const review::FunctionView& view = part.view;
+    const review::FunctionTexts& texts = part.texts;
     const Place place = Place::OfFunction(function);
     index.Add(Topic::Function, view.target.function->GetName(), "", place);
     if (texts.name != view.target.function->GetName()) {
@@ -105,7 +106,7 @@ void AddToSearch(const review::FunctionView& view, const Looks& looks, const rev
                           Place::OfOperation(function, operation.address.opType));
         }
     }
-    for (const review::OperationView* operation : looks.all) {
+    for (const review::OperationView* operation : part.looks.all) {
         for (const kestrel::Signal* signal = operation->message->firstSignal; signal != nullptr;
              signal = signal->next) {
             index.Add(Topic::Signal, kestrel::NameText(signal->name), "", place);

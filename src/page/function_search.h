@@ -5,10 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "page/looks.h"
+#include "page/function_piece.h"
 #include "page/search_index.h"
-#include "review/catalog_texts.h"
-#include "review/function_view.h"
 
 namespace tarvex::page {
 
@@ -18,7 +16,6 @@ inline constexpr std::string_view kFunctionContext = "function";
 
 /// Adds the names, values, units and descriptions of a function that has so many in front of it, and its
 /// messages and signals.
-void AddToSearch(const review::FunctionView& view, const Looks& looks, const review::FunctionTexts& texts,
-                 std::size_t function, SearchIndex& index);
+void AddToSearch(const FunctionPart& part, std::size_t function, SearchIndex& index);
 
 }  // namespace tarvex::page

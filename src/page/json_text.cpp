@@ -11,7 +11,19 @@
 namespace tarvex::page {
 namespace {
 
-/// Good UTF-8 in which nothing has to be escaped; so are nearly all texts.
+/// ASCII in which nothing has to be escaped; so are nearly all texts. Without a way out, so that many letters
+/// are looked at in one step.
+bool IsPlain(std::string_view text) {
+    unsigned char odd = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        odd |= static_cast<unsigned char>(static_cast<int>(byte < 0x20) | static_cast<int>(byte >= 0x80) |
+                                          static_cast<int>(byte == '"') | static_cast<int>(byte == '\\'));
+    }
+    return odd == 0;
+}
+
+/// Good UTF-8 in which nothing has to be escaped.
 bool StandsForItself(std::string_view text) {
     while (!text.empty()) {
         const auto byte = static_cast<unsigned char>(text.front());
@@ -30,7 +42,7 @@ bool StandsForItself(std::string_view text) {
 
 /// In quotes.
 void AppendText(std::string& json, std::string_view text) {
-    if (StandsForItself(text)) {
+    if (IsPlain(text) || StandsForItself(text)) {
         json.append("\"").append(text).append("\"");
     } else {
         kestrel::AppendQuoted(json, text);

@@ -6,7 +6,6 @@
 #include "import/text/shown_text.h"
 #include "kestrel/atomic_file.h"
 #include "page/catalog_data.h"
-#include "page/chunk_writer.h"
 #include "page/skeleton.h"
 
 namespace tarvex::page {
@@ -20,9 +19,7 @@ void WritePage(const review::CatalogReading& reading, const std::string& path) {
         throw std::runtime_error("can't write '" + Shown(path) + "'");
     }
     file.Append(PageHead(FileName(reading.ShownPath())));
-    ChunkWriter chunks(file);
-    WriteCatalog(reading, chunks);
-    chunks.Finish();
+    WriteCatalog(reading, file);
     file.Append(PageEnd());
     if (!file.Commit()) {
         throw std::runtime_error("can't write '" + Shown(path) + "'; what was there before is unchanged");

@@ -49,6 +49,7 @@ void SearchIndex::Add(Topic topic, std::string_view text, std::string_view conte
     if (text.empty()) {
         return;
     }
+    bytesGiven_ += text.size();
     Entries& entries = topics_[static_cast<std::size_t>(topic)];
     const std::uint32_t contextNumber = NumberOfContext(context);
     MakeKey(contextNumber, text);
@@ -65,18 +66,26 @@ void SearchIndex::Add(Topic topic, std::string_view text, std::string_view conte
 
 void SearchIndex::AddOnce(Topic topic, std::string_view text, Place place) {
     if (!text.empty()) {
+        bytesGiven_ += text.size();
         MakeKey(0, text);
         const std::string_view line = once_.emplace_back(key_, kContextLetters);
         topics_[static_cast<std::size_t>(topic)].all.push_back({line, 0, {place.Number()}});
     }
 }
 
-/// Entries from `begin` on, as many as fit into a piece; returns where the next one begins.
-std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic topic,
-                                  std::size_t begin) const {
-    const std::vector<Entry>& all = topics_[static_cast<std::size_t>(topic)].all;
-    std::vector<std::string_view> lines;
+/// The entry behind the last of those from `begin` on that fit into a piece.
+std::size_t SearchIndex::EndOfPiece(const std::vector<Entry>& entries, std::size_t begin) {
+    constexpr std::size_t kBytesOfPlace = 3;  // in most cases
     std::size_t size = 0;
+    while (begin < entries.size() && size < kPieceSize) {
+        size += entries[begin].text.size() + entries[begin].places.size() * kBytesOfPlace;
+        ++begin;
+    }
+    return begin;
+}
+
+std::string SearchIndex::PieceOf(std::span<const Entry> entries) const {
+    std::vector<std::string_view> lines;
     JsonText places;
     JsonText contexts;
     JsonText contextOf;
@@ -84,11 +93,8 @@ std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic
     places.BeginArray();
     contexts.BeginArray();
     contextOf.BeginArray();
-    std::size_t end = begin;
-    for (; end < all.size() && size + places.Size() < kPieceSize; ++end) {
-        const Entry& entry = all[end];
+    for (const Entry& entry : entries) {
         lines.push_back(entry.text);
-        size += entry.text.size() + 1;
         const auto [context, isNew] = contextNumbers.try_emplace(entry.context, contextNumbers.size());
         if (isNew) {
             contexts.Text(contexts_[entry.context]);
@@ -104,18 +110,20 @@ std::size_t SearchIndex::WriteOne(ChunkWriter& chunks, std::size_t number, Topic
     JsonText json;
     json.BeginObject().Key("lines").Lines(lines).Key("places").Json(places.EndArray().All());
     json.Key("contexts").Json(contexts.EndArray().All());
-    json.Key("contextOf").Json(contextOf.EndArray().All()).EndObject();
-    chunks.Write("search-" + std::to_string(number), json.Take());
-    return end;
+    return json.Key("contextOf").Json(contextOf.EndArray().All()).EndObject().Take();
 }
 
 std::vector<Topic> SearchIndex::Write(ChunkWriter& chunks) const {
     std::vector<Topic> pieces;
-    for (std::size_t place = 0; place < topics_.size(); ++place) {
-        const auto topic = static_cast<Topic>(place);
-        for (std::size_t begin = 0; begin < topics_[place].all.size();) {
-            begin = WriteOne(chunks, pieces.size(), topic, begin);
-            pieces.push_back(topic);
+    for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
+        const std::vector<Entry>& all = topics_[topic].all;
+        for (std::size_t begin = 0; begin < all.size();) {
+            const std::size_t end = EndOfPiece(all, begin);
+            const auto entries = std::span(all).subspan(begin, end - begin);
+            chunks.Write("search-" + std::to_string(pieces.size()),
+                         [this, entries] { return PieceOf(entries); });
+            pieces.push_back(static_cast<Topic>(topic));
+            begin = end;
         }
     }
     return pieces;

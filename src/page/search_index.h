@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,8 +54,12 @@ class SearchIndex {
     /// The same for a text that stands nowhere else, so that nobody looks for it among the others.
     void AddOnce(Topic topic, std::string_view text, Place place);
 
-    /// Writes the topics as pieces "search-0", "search-1", ...; returns the topic of each.
+    /// Writes the topics as pieces "search-0", "search-1", ...; returns the topic of each. The index outlives
+    /// the writer's work.
     std::vector<Topic> Write(ChunkWriter& chunks) const;
+
+    /// The size of all texts that were added, how often each of them may be there.
+    std::size_t BytesGiven() const { return bytesGiven_; }
 
   private:
     struct Entry {
@@ -70,13 +75,15 @@ class SearchIndex {
 
     std::uint32_t NumberOfContext(std::string_view context);
     void MakeKey(std::uint32_t context, std::string_view text);
-    std::size_t WriteOne(ChunkWriter& chunks, std::size_t number, Topic topic, std::size_t begin) const;
+    static std::size_t EndOfPiece(const std::vector<Entry>& entries, std::size_t begin);
+    std::string PieceOf(std::span<const Entry> entries) const;
 
     std::array<Entries, kTopicNames.size()> topics_;
     std::string key_;  // room for one, since most are there already
     std::deque<std::string> once_;
     std::vector<std::string> contexts_{""};
     kestrel::KeyedMap<std::string, std::uint32_t> contextNumbers_{{"", 0}};
+    std::size_t bytesGiven_ = 0;
 };
 
 }  // namespace tarvex::page

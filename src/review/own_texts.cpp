@@ -59,9 +59,27 @@ bool AreEqual(const Attribute& a, const Attribute& b) {
     return a.name == b.name && a.value == b.value;
 }
 
+/// Nearly all texts are. Without a way out, so that many letters are looked at in one step.
+bool IsInOneLine(std::string_view text) {
+    if (text.empty()) {
+        return true;
+    }
+    unsigned char odd = 0;
+    for (std::size_t place = 1; place < text.size(); ++place) {
+        const auto byte = static_cast<unsigned char>(text[place]);
+        const auto before = static_cast<unsigned char>(text[place - 1]);
+        odd |= static_cast<unsigned char>(static_cast<int>(byte < ' ') |
+                                          static_cast<int>((byte | before) == ' '));
+    }
+    return odd == 0 && static_cast<unsigned char>(text.front()) > ' ' && text.back() != ' ';
+}
+
 }  // namespace
 
 std::string InOneLine(std::string_view text) {
+    if (IsInOneLine(text)) {
+        return std::string(text);
+    }
     std::string line;
     line.reserve(text.size());
     bool isBehindWord = false;

@@ -1,0 +1,50 @@
+/// Functions that a browser unpacks at once.
+
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+
+#include "page/looks.h"
+#include "review/catalog_reading.h"
+#include "review/catalog_texts.h"
+#include "review/function_view.h"
+
+namespace tarvex::page {
+
+/// What a page says of a function.
+struct FunctionPart {
+    explicit FunctionPart(review::FunctionView functionView)
+        : view(std::move(functionView)),
+          looks(LooksOf(view)),
+          texts(review::CatalogTexts::Of(*view.target.function)) {}
+    FunctionPart(const FunctionPart&) = delete;
+    FunctionPart& operator=(const FunctionPart&) = delete;
+    ~FunctionPart() = default;
+
+    const review::FunctionView view;
+    const Looks looks;
+    const review::FunctionTexts texts;
+};
+
+/// Functions with their parameters, each of which is in it once.
+class FunctionPiece {
+  public:
+    /// The reading and the messages of the views outlive the piece.
+    explicit FunctionPiece(const review::CatalogReading& reading) : reading_(reading) {}
+
+    /// The part is there as long as the piece.
+    const FunctionPart& Add(review::FunctionView view) { return parts_.emplace_back(std::move(view)); }
+
+    bool IsEmpty() const { return parts_.empty(); }
+
+    /// Takes most of the time that a page takes, and needs nothing that others change.
+    std::string Json() const;
+
+  private:
+    const review::CatalogReading& reading_;
+    std::deque<FunctionPart> parts_;
+};
+
+}  // namespace tarvex::page

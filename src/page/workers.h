@@ -1,0 +1,41 @@
+/// Work beside the caller's.
+
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <future>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tarvex::page {
+
+/// Makes texts in a few threads that stay, so that the memory of one text is there for the next.
+class Workers {
+  public:
+    /// As many as the machine has processors, up to a few: the caller waits at the end. Where it gives no
+    /// threads, `Make` does the work.
+    Workers();
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
+    /// Waits for what is being made; what waits is not made any more.
+    ~Workers() = default;
+
+    /// Texts are begun in the order of the calls. The future throws what `text` throws.
+    std::future<std::string> Make(std::function<std::string()> text);
+
+  private:
+    using Task = std::packaged_task<std::string()>;
+
+    void Work(const std::stop_token& stop);
+
+    std::mutex mutex_;
+    std::condition_variable_any isThereWork_;
+    std::deque<Task> tasks_;  // that wait
+    std::vector<std::jthread> threads_;
+};
+
+}  // namespace tarvex::page
