@@ -1,6 +1,7 @@
 #include "page/catalog_data.h"
 
 #include <algorithm>
+#include <future>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -93,6 +94,7 @@ class CatalogWriter {
           chunks_(file) {}
 
     void Write() {
+        auto verdicts = std::async([this] { return review::VerdictsOf(reading_); });
         messages_.Preview([](const ZMTOperation& /*operation*/) { return true; });
         functionRows_.BeginArray();
         blocks_.BeginArray();
@@ -101,7 +103,7 @@ class CatalogWriter {
         }
         chunks_.Write("functions", functionRows_.EndArray().Take());
         const std::vector<Topic> topics = search_.Write(chunks_);
-        chunks_.Write("overview", Overview(topics));
+        chunks_.Write("overview", Overview(topics, verdicts.get()));
         chunks_.Finish();
     }
 
@@ -197,7 +199,7 @@ class CatalogWriter {
         return id;
     }
 
-    std::string Overview(const std::vector<Topic>& topics) {
+    std::string Overview(const std::vector<Topic>& topics, const review::Verdicts& verdicts) {
         JsonText json;
         json.BeginObject().Key("file").Text(FileName(reading_.ShownPath()));
         AddVersion(texts_.CatalogVersion(), json);
@@ -208,7 +210,7 @@ class CatalogWriter {
         }
         json.EndArray();
         AddOperationNames(json);
-        AddVerdicts(json);
+        AddVerdicts(verdicts, json);
         json.Key("search").BeginArray();
         for (const Topic topic : topics) {
             json.Text(kTopicNames[static_cast<std::size_t>(topic)]);
@@ -229,8 +231,7 @@ class CatalogWriter {
         json.EndObject();
     }
 
-    void AddVerdicts(JsonText& json) {
-        const review::Verdicts verdicts = review::VerdictsOf(reading_);
+    void AddVerdicts(const review::Verdicts& verdicts, JsonText& json) {
         json.Key("functions").Number(verdicts.functions).Key("messages").Number(verdicts.messages);
         json.NumberMember("lostBlocks", verdicts.lostBlocks);
         json.NumberMember("lostFunctions", verdicts.lostFunctions);

@@ -13,7 +13,7 @@ namespace {
 constexpr int kLevel = 1;
 
 /// Pieces that wait for their turn take memory.
-constexpr std::size_t kMaxWaiting = 8;
+constexpr std::size_t kMaxWaiting = 24;
 
 std::string ElementOf(const std::string& id, std::string_view json) {
     return "<script type=\"application/octet-stream\" id=\"" + id + "\">" + Base64(Compressed(json)) +

@@ -11,8 +11,8 @@
 namespace tarvex::page {
 namespace {
 
-/// ASCII in which nothing has to be escaped; so are nearly all texts. Without a way out, so that many letters
-/// are looked at in one step.
+/// ASCII in which nothing has to be escaped. Without a way out, so that many letters are looked at in one
+/// step.
 bool IsPlain(std::string_view text) {
     unsigned char odd = 0;
     for (const char c : text) {
@@ -23,18 +23,16 @@ bool IsPlain(std::string_view text) {
     return odd == 0;
 }
 
-/// Good UTF-8 in which nothing has to be escaped.
+/// Good UTF-8 in which nothing has to be escaped; so are nearly all texts.
 bool StandsForItself(std::string_view text) {
+    constexpr std::size_t kStep = 16;
     while (!text.empty()) {
-        const auto byte = static_cast<unsigned char>(text.front());
-        if (byte >= 0x80 && !TakeCharacter(text)) {
-            return false;
-        }
-        if (byte < 0x80) {
-            if (byte < 0x20 || byte == '"' || byte == '\\') {
-                return false;
-            }
+        if (text.size() >= kStep && IsPlain(text.substr(0, kStep))) {
+            text.remove_prefix(kStep);
+        } else if (IsPlain(text.substr(0, 1))) {
             text.remove_prefix(1);
+        } else if (static_cast<unsigned char>(text.front()) < 0x80 || !TakeCharacter(text)) {
+            return false;
         }
     }
     return true;
@@ -42,8 +40,10 @@ bool StandsForItself(std::string_view text) {
 
 /// In quotes.
 void AppendText(std::string& json, std::string_view text) {
-    if (IsPlain(text) || StandsForItself(text)) {
-        json.append("\"").append(text).append("\"");
+    if (StandsForItself(text)) {
+        json += '"';
+        json += text;
+        json += '"';
     } else {
         kestrel::AppendQuoted(json, text);
     }
@@ -72,7 +72,9 @@ JsonText& JsonText::Close(char bracket) {
 
 JsonText& JsonText::Key(std::string_view name) {
     Separate();
-    text_.append("\"").append(name).append("\":");
+    text_ += '"';
+    text_ += name;
+    text_ += std::string_view("\":");
     isFirst_ = true;
     return *this;
 }

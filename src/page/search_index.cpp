@@ -23,14 +23,15 @@ constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 
 std::uint32_t SearchIndex::NumberOfContext(std::string_view context) {
     context = CutAtCharacter(context, kMaxContext);
-    const auto found = contextNumbers_.find(context);
-    if (found != contextNumbers_.end()) {
-        return found->second;
+    if (contexts_[lastContext_] != context) {
+        const auto [found, isNew] =
+            contextNumbers_.try_emplace(std::string(context), static_cast<std::uint32_t>(contexts_.size()));
+        if (isNew) {
+            contexts_.emplace_back(context);
+        }
+        lastContext_ = found->second;
     }
-    const auto number = static_cast<std::uint32_t>(contexts_.size());
-    contexts_.emplace_back(context);
-    contextNumbers_.emplace(context, number);
-    return number;
+    return lastContext_;
 }
 
 /// The context's number in a fixed number of letters, and the text in one line.

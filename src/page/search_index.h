@@ -83,6 +83,7 @@ class SearchIndex {
     std::deque<std::string> once_;
     std::vector<std::string> contexts_{""};
     kestrel::KeyedMap<std::string, std::uint32_t> contextNumbers_{{"", 0}};
+    std::uint32_t lastContext_ = 0;  // the next is often the same
     std::size_t bytesGiven_ = 0;
 };
 

@@ -38,7 +38,8 @@ bool IsElementOf(const Element& element, const ZMTEnumValue& value) {
 ValueTexts TextsOf(const Element& element, const ZMTEnumValue& value) {
     const std::string_view symbolic = AttributeOf(element, "SymbolicName");
     const auto isName = [&](std::string_view raw) {
-        return !Trim(raw).empty() && SanitizeText(Trim(raw)) == value.GetName();
+        const std::string_view trimmed = Trim(raw);  // mostly it is the name, letter for letter
+        return !trimmed.empty() && (trimmed == value.GetName() || SanitizeText(trimmed) == value.GetName());
     };
     if (isName(symbolic)) {
         return {InOneLine(symbolic), InOneLine(element.text)};
@@ -59,40 +60,39 @@ bool AreEqual(const Attribute& a, const Attribute& b) {
     return a.name == b.name && a.value == b.value;
 }
 
-/// Nearly all texts are. Without a way out, so that many letters are looked at in one step.
-bool IsInOneLine(std::string_view text) {
-    if (text.empty()) {
-        return true;
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+/// The place of the first letter from there on.
+std::size_t SkipBlanks(std::string_view text, std::size_t place) {
+    while (place < text.size() && IsBlank(text[place])) {
+        ++place;
     }
-    unsigned char odd = 0;
-    for (std::size_t place = 1; place < text.size(); ++place) {
-        const auto byte = static_cast<unsigned char>(text[place]);
-        const auto before = static_cast<unsigned char>(text[place - 1]);
-        odd |= static_cast<unsigned char>(static_cast<int>(byte < ' ') |
-                                          static_cast<int>((byte | before) == ' '));
+    return place;
+}
+
+/// The end of the words from there on that stand in one line already, with one blank between each other.
+std::size_t EndOfLine(std::string_view text, std::size_t place) {
+    while (place < text.size() && (!IsBlank(text[place]) || (text[place] == ' ' && place + 1 < text.size() &&
+                                                             !IsBlank(text[place + 1])))) {
+        ++place;
     }
-    return odd == 0 && static_cast<unsigned char>(text.front()) > ' ' && text.back() != ' ';
+    return place;
 }
 
 }  // namespace
 
 std::string InOneLine(std::string_view text) {
-    if (IsInOneLine(text)) {
-        return std::string(text);
-    }
     std::string line;
     line.reserve(text.size());
-    bool isBehindWord = false;
-    for (const char c : text) {
-        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
-            isBehindWord = true;
-            continue;
-        }
-        if (isBehindWord && !line.empty()) {
+    for (std::size_t begin = SkipBlanks(text, 0); begin < text.size();) {
+        const std::size_t end = EndOfLine(text, begin);
+        if (!line.empty()) {
             line += ' ';
         }
-        isBehindWord = false;
-        line += c;
+        line.append(text, begin, end - begin);
+        begin = SkipBlanks(text, end);
     }
     return line;
 }

@@ -1,0 +1,54 @@
+/// Texts that are made beside the caller.
+
+#include "page/workers.h"
+
+#include <atomic>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace tarvex::test::workers_test {
+namespace {
+
+using page::Workers;
+
+TEST(Workers, GiveEachTextToTheOneWhoAskedForIt) {
+    Workers workers;
+    std::vector<std::future<std::string>> texts;
+    for (int number = 0; number < 200; ++number) {
+        texts.push_back(workers.Make([number] { return std::to_string(number); }));
+    }
+    for (int number = 0; number < 200; ++number) {
+        EXPECT_EQ(texts[static_cast<std::size_t>(number)].get(), std::to_string(number));
+    }
+}
+
+TEST(Workers, PassOnWhatIsThrownAndGoOn) {
+    Workers workers;
+    auto fails = workers.Make([]() -> std::string { throw std::runtime_error("no room"); });
+    auto next = workers.Make([] { return std::string("next"); });
+    EXPECT_THROW(fails.get(), std::runtime_error);
+    EXPECT_EQ(next.get(), "next");
+}
+
+TEST(Workers, EndWithWhatIsBeingMade) {
+    std::atomic<int> begun = 0;
+    std::atomic<int> ended = 0;
+    {
+        Workers workers;
+        for (int number = 0; number < 1000; ++number) {
+            workers.Make([&] {
+                ++begun;
+                std::this_thread::yield();
+                ++ended;
+                return std::string();
+            });
+        }
+    }
+    EXPECT_EQ(begun, ended);
+}
+
+}  // namespace
+}  // namespace tarvex::test::workers_test
