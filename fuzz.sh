@@ -15,7 +15,7 @@ all=(fuzz/corpus/*/)
 if [ "${1:-}" = --parser ]; then
   shift
   preset=fuzz-parser
-  all=(catalog cost disasm message-lines names review values)
+  all=(catalog cost disasm message-lines names page review values)
 fi
 targets=()
 for corpus in "${all[@]}"; do

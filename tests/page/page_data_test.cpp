@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "page/page.h"
+#include "page/page_of.h"
 #include "page/unpacked_page.h"
 #include "support/catalog_import.h"
 

@@ -9,6 +9,7 @@
 
 #include "page/chunk_writer.h"
 #include "page/page.h"
+#include "page/page_of.h"
 #include "page/skeleton.h"
 #include "page/unpacked_page.h"
 #include "support/catalog_import.h"

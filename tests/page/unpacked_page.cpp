@@ -2,13 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
+#include <string_view>
 #include <zlib.h>
-
-#include <gtest/gtest.h>
-
-#include "page/page.h"
-#include "review/catalog_reading.h"
-#include "review/fault_text.h"
 
 namespace tarvex::test {
 namespace {
@@ -24,7 +20,9 @@ std::string FromBase64(std::string_view letters) {
             break;
         }
         const std::size_t value = kLetters.find(letter);
-        EXPECT_NE(value, std::string_view::npos) << letter;
+        if (value == std::string_view::npos) {
+            throw std::runtime_error("no letter of base64 in the data of a page");
+        }
         bits = bits << 6U | static_cast<std::uint32_t>(value);
         count += 6;
         if (count >= 8) {
@@ -42,7 +40,9 @@ std::string Inflated(const std::string& bytes) {
         const int result = uncompress(reinterpret_cast<Bytef*>(text.data()), &size,
                                       reinterpret_cast<const Bytef*>(bytes.data()), bytes.size());
         if (result != Z_BUF_ERROR) {
-            EXPECT_EQ(result, Z_OK);
+            if (result != Z_OK) {
+                throw std::runtime_error("data of a page that can't be unpacked");
+            }
             text.resize(size);
             return text;
         }
@@ -64,16 +64,6 @@ std::map<std::string, nlohmann::json> PiecesOf(const std::string& page) {
         pieces[page.substr(at, name - at)] = nlohmann::json::parse(json);
     }
     return pieces;
-}
-
-std::string PageOf(const std::string& catalog) {
-    const TempDir dir;
-    review::ReadingOptions options;
-    options.areDescriptionsRead = true;
-    const review::CatalogReading reading(dir.Write("Cat.xml", catalog), options);
-    review::TreeOf(reading);  // tells why there is none
-    page::WritePage(reading, dir.File("page.html"));
-    return ReadFile(dir.File("page.html"));
 }
 
 }  // namespace tarvex::test

@@ -7,14 +7,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "support/temp_dir.h"
-
 namespace tarvex::test {
 
-/// The data of a page by their names, unpacked. Fails the test when something can't be unpacked.
+/// The data of a page by their names, unpacked. Throws when something can't be unpacked.
 std::map<std::string, nlohmann::json> PiecesOf(const std::string& page);
-
-/// The page of a catalog text, whose file is "Cat.xml".
-std::string PageOf(const std::string& catalog);
 
 }  // namespace tarvex::test
