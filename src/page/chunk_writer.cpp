@@ -61,7 +61,7 @@ void ChunkWriter::Finish() {
 }
 
 void ChunkWriter::WriteFirst() {
-    const std::string element = elements_.front().get();
+    const std::string element = workers_.Get(elements_.front());
     elements_.pop_front();
     file_.Append(element);
 }

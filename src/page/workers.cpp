@@ -1,6 +1,7 @@
 #include "page/workers.h"
 
 #include <algorithm>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -8,7 +9,7 @@ namespace tarvex::page {
 
 Workers::Workers() {
     constexpr unsigned kMaxThreads = 4;  // then the caller is the slowest
-    const unsigned count = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxThreads);
+    const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, kMaxThreads + 1) - 1;
     try {
         while (threads_.size() < count) {
             threads_.emplace_back([this](const std::stop_token& stop) { Work(stop); });
@@ -20,16 +21,34 @@ Workers::Workers() {
 std::future<std::string> Workers::Make(std::function<std::string()> text) {
     Task task(std::move(text));
     std::future<std::string> made = task.get_future();
-    if (threads_.empty()) {
-        task();
-        return made;
-    }
     {
         const std::lock_guard lock(mutex_);
         tasks_.push_back(std::move(task));
     }
     isThereWork_.notify_one();
     return made;
+}
+
+std::string Workers::Get(std::future<std::string>& text) {
+    using std::chrono_literals::operator""s;
+    while (text.wait_for(0s) != std::future_status::ready && Help()) {
+    }
+    return text.get();
+}
+
+/// Makes one of the texts that wait; false when there is none.
+bool Workers::Help() {
+    Task task;
+    {
+        const std::lock_guard lock(mutex_);
+        if (tasks_.empty()) {
+            return false;
+        }
+        task = std::move(tasks_.front());
+        tasks_.pop_front();
+    }
+    task();
+    return true;
 }
 
 void Workers::Work(const std::stop_token& stop) {

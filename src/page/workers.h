@@ -16,8 +16,8 @@ namespace tarvex::page {
 /// Makes texts in a few threads that stay, so that the memory of one text is there for the next.
 class Workers {
   public:
-    /// As many as the machine has processors, up to a few: the caller waits at the end. Where it gives no
-    /// threads, `Make` does the work.
+    /// As many as the machine has processors beside the caller's, up to a few. Where it gives no threads, the
+    /// caller does all in `Get`.
     Workers();
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
@@ -27,10 +27,14 @@ class Workers {
     /// Texts are begun in the order of the calls. The future throws what `text` throws.
     std::future<std::string> Make(std::function<std::string()> text);
 
+    /// The text of a call of `Make`. While it is not there, the caller makes some of those that wait.
+    std::string Get(std::future<std::string>& text);
+
   private:
     using Task = std::packaged_task<std::string()>;
 
     void Work(const std::stop_token& stop);
+    bool Help();
 
     std::mutex mutex_;
     std::condition_variable_any isThereWork_;

@@ -21,7 +21,7 @@ TEST(Workers, GiveEachTextToTheOneWhoAskedForIt) {
         texts.push_back(workers.Make([number] { return std::to_string(number); }));
     }
     for (int number = 0; number < 200; ++number) {
-        EXPECT_EQ(texts[static_cast<std::size_t>(number)].get(), std::to_string(number));
+        EXPECT_EQ(workers.Get(texts[static_cast<std::size_t>(number)]), std::to_string(number));
     }
 }
 
@@ -29,8 +29,8 @@ TEST(Workers, PassOnWhatIsThrownAndGoOn) {
     Workers workers;
     auto fails = workers.Make([]() -> std::string { throw std::runtime_error("no room"); });
     auto next = workers.Make([] { return std::string("next"); });
-    EXPECT_THROW(fails.get(), std::runtime_error);
-    EXPECT_EQ(next.get(), "next");
+    EXPECT_THROW(workers.Get(fails), std::runtime_error);
+    EXPECT_EQ(workers.Get(next), "next");
 }
 
 TEST(Workers, EndWithWhatIsBeingMade) {
