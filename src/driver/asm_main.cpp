@@ -1,9 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "driver/asm_run.h"
 #include "import/text/program_end.h"
 #include "import/text/shown_text.h"
@@ -32,12 +33,8 @@ int Run(int argc, char** argv) {
         "read the catalog as the [Import] section of this TARVEX.ini says; else all forms, not validated");
     app.set_version_flag("--version", std::string("tarvex-asm ") + tarvex::kProgramVersion);
     app.footer("Exit status: 0 every line became a message, 1 some did not, 2 trouble.");
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        const bool isAnswer = app.exit(error) == 0;
-        std::cout.flush();
-        return isAnswer && std::cout ? tarvex::kAsmClean : tarvex::kAsmTrouble;
+    if (const std::optional<int> status = tarvex::ReadCommandLine(app, argc, argv)) {
+        return *status;
     }
     if (!settingsPath.empty() && !tarvex::ReadForms(settingsPath, options.forms)) {
         tarvex::Complain("tarvex-asm", "can't read '" + tarvex::Shown(settingsPath) + "'");

@@ -2,11 +2,12 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "disasm/csv_report.h"
 #include "disasm/json_report.h"
 #include "disasm/text_report.h"
@@ -60,12 +61,8 @@ int Run(int argc, char** argv) {
         "read the catalog as the [Import] section of this TARVEX.ini says; else all forms, not validated");
     app.set_version_flag("--version", std::string("tarvex-disasm ") + tarvex::kProgramVersion);
     app.footer("Exit status: 0 every line was a message that fits the catalog, 1 some were not, 2 trouble.");
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        const bool isAnswer = app.exit(error) == 0;
-        std::cout.flush();
-        return isAnswer && std::cout ? tarvex::kDisasmClean : tarvex::kDisasmTrouble;
+    if (const std::optional<int> status = tarvex::ReadCommandLine(app, argc, argv)) {
+        return *status;
     }
     std::unique_ptr<tarvex::Report> report;
     tarvex::StatsFormat stats = tarvex::StatsFormat::Text;

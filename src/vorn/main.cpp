@@ -1,19 +1,15 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cstdio>
-#include <iostream>
-#include <iterator>
-#include <span>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "drawing/colour_option.h"
 #include "import/text/program_end.h"
 #include "versions.h"
 #include "vorn/commands.h"
-#include "vorn/misspelling.h"
 #include "vorn/output.h"
 
 namespace {
@@ -94,53 +90,6 @@ std::vector<Command> AddCommands(CLI::App& app, Arguments& arguments) {
             {&check, vorn::Check}, {&subset, vorn::Subset}, {&merge, vorn::Merge}};
 }
 
-std::vector<std::string> OptionsOf(const CLI::App& command) {
-    std::vector<std::string> names;
-    for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& name : option->get_lnames()) {
-            names.push_back("--" + name);
-        }
-    }
-    return names;
-}
-
-std::vector<std::string> NamesOf(const std::vector<Command>& commands) {
-    std::vector<std::string> names;
-    std::ranges::transform(commands, std::back_inserter(names),
-                           [](const Command& each) { return each.first->get_name(); });
-    return names;
-}
-
-/// An option, with one dash or two. A number is none, nor is the dash that files are called by.
-bool IsOption(std::string_view word) {
-    return word.size() > 1 && word.front() == '-' && (word[1] < '0' || word[1] > '9');
-}
-
-/// What is wrong with the first command or option that there is not; empty if there are all.
-std::string MisspellingIn(const CLI::App& app, const std::vector<Command>& commands,
-                          std::span<char* const> words) {
-    const CLI::App* command = &app;
-    for (const std::string_view word : words) {
-        std::string text;
-        if (word == "--") {
-            break;
-        }
-        if (IsOption(word)) {
-            const std::string_view option = word.substr(0, word.find('='));
-            text = option == "-h" ? "" : vorn::Misspelling("option", option, OptionsOf(*command));
-        } else if (command == &app) {
-            text = vorn::Misspelling("command", word, NamesOf(commands));
-        }
-        if (!text.empty()) {
-            return command == &app ? text : command->get_name() + ": " + text;
-        }
-        if (command == &app && !IsOption(word)) {
-            command = app.get_subcommand(std::string(word));
-        }
-    }
-    return "";
-}
-
 int Run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Looks into bus databases, converts, compares and joins them");
@@ -150,19 +99,8 @@ int Run(int argc, char** argv) {
         "Exit status: 0 nothing found, 1 differences or faults found, or nothing that was looked for, "
         "2 trouble.");
     const std::vector<Command> commands = AddCommands(app, arguments);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        const std::string misspelling =
-            error.get_exit_code() == 0
-                ? ""
-                : MisspellingIn(app, commands, std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
-        if (!misspelling.empty()) {
-            throw vorn::Trouble(misspelling);
-        }
-        const bool isAnswer = app.exit(error) == 0;
-        std::cout.flush();
-        return isAnswer && std::cout ? vorn::kSame : vorn::kTrouble;
+    if (const std::optional<int> status = tarvex::ReadCommandLine(app, argc, argv)) {
+        return *status;
     }
     for (const auto& [command, run] : commands) {
         if (command->parsed()) {

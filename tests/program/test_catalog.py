@@ -286,10 +286,10 @@ class Show(CatalogTest):
             (["amp.xml", "Audio Amp", "nowhere.at.all"], 1,
              "tarvex-catalog: nothing in amp.xml is 'nowhere.at.all'; the nearest names: "),
             (["amp.xml", "--format", "json", "nowhere.at.all"], 1, "tarvex-catalog: nothing in amp.xml is "),
-            (["amp.xml", "--format", "sarif"], 2, "--format: "),
+            (["amp.xml", "--format", "sarif"], 2, "tarvex-catalog: show: --format: "),
             (["missing.xml"], 2, "tarvex-catalog: can't read 'missing.xml'\n"),
             (["broken.xml"], 2, "tarvex-catalog: the catalog could not be imported: broken.xml:1:4: "),
-            ([], 2, "CATALOG is required"),
+            ([], 2, "tarvex-catalog: show: CATALOG is required"),
         ]:
             with self.subTest(arguments):
                 result = self.run_catalog("show", *arguments)

@@ -21,12 +21,13 @@ ROOMS = {
     "disasm": {"capture", "params", "catalog", "import/text"},
     "asm": {"disasm", "capture", "params", "catalog", "import/text"},
     "drawing": {"kestrel"},
-    "vorn": {"drawing", "kestrel", "import/text"},
-    "driver": {"export", "asm", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
+    "command_line": {"import/text"},
+    "vorn": {"command_line", "drawing", "kestrel", "import/text"},
+    "driver": {"command_line", "export", "asm", "disasm", "capture", "import", "catalog", "import/log", "import/text", "kestrel"},
     "review": {"review/explanations", "drawing", "driver", "export", "import", "params", "catalog", "import/xml",
                "import/log", "import/text", "kestrel"},
     "page": {"review", "drawing", "export", "params", "catalog", "import/text", "kestrel"},
-    "review/program": {"page", "review", "drawing", "driver", "import/text"},
+    "review/program": {"page", "review", "command_line", "drawing", "driver", "import/text"},
 }
 GENERATED = {"versions.h"}  # by the build
 

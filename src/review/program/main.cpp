@@ -1,8 +1,9 @@
 #include <CLI/CLI.hpp>
-#include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "command_line/command_line.h"
 #include "import/text/program_end.h"
 #include "review/program/command.h"
 #include "versions.h"
@@ -11,7 +12,7 @@ namespace {
 
 using namespace tarvex::review;
 
-Status Run(int argc, char** argv) {
+int Run(int argc, char** argv) {
     CLI::App app("Tells what is wrong with function catalogs, and what is in them");
     app.set_version_flag("--version", std::string("tarvex-catalog ") + tarvex::kProgramVersion);
     app.require_subcommand(1);
@@ -19,12 +20,8 @@ Status Run(int argc, char** argv) {
         "Exit status: 0 good, 1 faults or differences found, or nothing that was asked for, 2 trouble.");
     const std::vector<Command> commands = {AddCheck(app), AddDiff(app), AddExplain(app), AddPage(app),
                                            AddShow(app)};
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        const bool isAnswer = app.exit(error) == 0;
-        std::cout.flush();
-        return isAnswer && std::cout ? kClean : kTrouble;
+    if (const std::optional<int> status = tarvex::ReadCommandLine(app, argc, argv)) {
+        return *status;
     }
     for (const auto& [command, run] : commands) {
         if (command->parsed()) {

@@ -1,10 +1,10 @@
 /// Commands and options that there are not.
 
-#include "vorn/misspelling.h"
+#include "command_line/misspelling.h"
 
 #include <gtest/gtest.h>
 
-namespace vorn::test {
+namespace tarvex::test {
 namespace {
 
 struct MisspellingCase {
@@ -27,4 +27,4 @@ TEST(Misspelling, NamesTheNearestWordOrAll) {
 }
 
 }  // namespace
-}  // namespace vorn::test
+}  // namespace tarvex::test
