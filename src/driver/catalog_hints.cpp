@@ -55,6 +55,15 @@ void HintAtValidity(const ParserComplaints& complaints, bool isReadable, Hints& 
     }
 }
 
+void HintAtMissingDtd(const std::string& dtd, Hints& hints) {
+    if (!dtd.empty()) {
+        hints.Add(
+            "the DTD " + Quoted(dtd) +
+            " of the catalog can't be opened; FCatImportValidate=0 in [Import] reads the catalog without "
+            "it");
+    }
+}
+
 void HintAtFaults(const ImportFindings& findings, Hints& hints) {
     if (findings.errors + findings.warnings > 0) {
         hints.Add("the catalog has " + Counted(findings.errors, "error") + " and " +
@@ -96,6 +105,7 @@ void HintAtImport(const std::string& catalogPath, const ZMTCatalog* catalog, con
                   const Settings& settings, Hints& hints) {
     if (catalog == nullptr) {
         HintAtFile(catalogPath, hints);
+        HintAtMissingDtd(findings.missingDtd, hints);
         if (settings.importValidate) {
             HintAtValidity(findings.complaints, findings.hasDefinitions, hints);
         }

@@ -199,8 +199,9 @@ void HintAtFilter(const IniFile& ini, std::string_view key, const NameSet& names
 void HintAtMissingSettings(const std::string& iniPath, Hints& hints) {
     struct stat status = {};
     if (::stat(iniPath.c_str(), &status) != 0 && errno == ENOENT) {
-        hints.Add("an empty file " + std::string(kIniFileName) +
-                  " in the working directory is enough: every setting has a default");
+        const std::string name(kIniFileName);
+        hints.Add("copy recommended.ini, one of the examples of TARVEX, to the working directory as " + name +
+                  "; an empty " + name + " does, too: every setting has a default");
     }
 }
 

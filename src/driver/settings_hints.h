@@ -11,7 +11,7 @@
 
 namespace tarvex {
 
-/// Where there is no file: that an empty one does. None for one that is there and can't be read.
+/// Where there is no file: which one to begin with. None for one that is there and can't be read.
 void HintAtMissingSettings(const std::string& iniPath, Hints& hints);
 
 /// Sections and keys that are not known or stand at the wrong place, keys that stand twice, flags that are

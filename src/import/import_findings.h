@@ -16,6 +16,9 @@ struct ImportFindings {
     std::uint32_t warnings = 0;
     /// What the parser holds against the document.
     ParserComplaints complaints;
+    /// The DTD that a document was to be checked against and that can't be opened, as the document names it;
+    /// empty without such.
+    std::string missingDtd;
     /// The root is another element than that of a catalog.
     bool isRootUnknown = false;
     /// The root has what no catalog can be read without, definitions of types and units.

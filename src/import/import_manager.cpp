@@ -239,6 +239,7 @@ const Element* ZMostFCatManager::ParseFile(ImportRun& run) {
         return Fail(run, Load(Text::InitializationError) + (message ? "\n" + *message : ""));
     }
     const Element* document = ReadDocument(run);
+    findings_.missingDtd = reader_->MissingDtd();
     std::string messages = run.handler.Messages();
     if (!messages.empty()) {
         run.firstLines += messages + "\n";

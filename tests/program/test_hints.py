@@ -176,6 +176,23 @@ class Validity(HintTest):
         self.assertEqual(self.convert(100, end=False), [])
         self.assertEqual(self.convert(100, "[Import]\nFCatImportValidate=0\n"), [])
 
+    def test_a_missing_dtd_names_the_setting_that_does_without(self):
+        dtd = CATALOG.replace("<FunctionCatalog>", '<!DOCTYPE FunctionCatalog SYSTEM "{}"><FunctionCatalog>', 1)
+        text = "the DTD '{}' of the catalog can't be opened; FCatImportValidate=0 in [Import] reads the catalog without it"
+        for name in ["missing.dtd", "folder/missing.dtd", "http://localhost/fcat.dtd"]:
+            with self.subTest(name):
+                self.write("cat.xml", dtd.replace("{}", name))
+                self.assertEqual(self.hints(NOT_IMPORTED), [text.format(name)])
+        without = self.run_program("cat.xml", "out.vorn").stdout
+        self.write("TARVEX.ini", SETTINGS + "[Import]\nFCatImportValidate=0\n")
+        self.assertEqual(self.hints(CONVERTED.partition("\n")[2]), [])
+        self.assertIn(b"unable to open DTD document", without)
+
+    def test_a_dtd_that_is_there_is_not_missing(self):
+        dtd = CATALOG.replace("<FunctionCatalog>", '<!DOCTYPE FunctionCatalog SYSTEM "broken.dtd"><FunctionCatalog>', 1)
+        self.write("cat.xml", dtd)
+        self.write("broken.dtd", '<!ENTITY % more SYSTEM "missing.ent"> %more; <!ELEMENT')
+        self.assertEqual(self.hints(NOT_IMPORTED), [])
 
     def test_the_setting_is_not_promised_to_help_where_it_does_not(self):
         self.assertEqual(self.convert(100, definition=""), [self.FIRST.format(100)])
@@ -303,10 +320,11 @@ class Ini(HintTest):
 
 
 class MissingIni(HintTest):
-    def test_an_empty_one_is_enough(self):
+    def test_the_recommended_one_or_an_empty_one_does(self):
         (self.dir / "TARVEX.ini").unlink()
         self.assertEqual(self.hints("TARVEX.ini'\n"),
-                         ["an empty file TARVEX.ini in the working directory is enough: every setting has a default"])
+                         ["copy recommended.ini, one of the examples of TARVEX, to the working directory as TARVEX.ini; an "
+                          "empty TARVEX.ini does, too: every setting has a default"])
         (self.dir / "TARVEX.ini").touch()
         self.assertEqual(self.hints(CONVERTED), [])
 

@@ -127,9 +127,12 @@ xercesc::InputSource* CatalogParser::resolveEntity(xercesc::XMLResourceIdentifie
     if (path) {
         paths_[shownId] = *path;
     }
-    if (!isValidating_ && systemId == dtd_.ExternalDtd() && !(path && OpenForReading(*path))) {
-        Warn("cannot open the DTD '" + shown + "'; it counts as empty");
-        return EmptySource(shownId.c_str()).release();
+    if (systemId == dtd_.ExternalDtd() && !(path && OpenForReading(*path))) {
+        if (!isValidating_) {
+            Warn("cannot open the DTD '" + shown + "'; it counts as empty");
+            return EmptySource(shownId.c_str()).release();
+        }
+        missingDtd_ = shown;
     }
     return std::make_unique<FileSource>(path, shownId.c_str(), budget_, openedFiles_).release();
 }

@@ -55,6 +55,8 @@ class CatalogParser : private ParserBudgetHolder,
     std::vector<std::string> Files() const;
     /// Those of them that could be opened.
     const std::set<std::string>& OpenedFiles() const { return openedFiles_; }
+    /// The DTD that a validating parser can't open, as the document names it; empty without such.
+    const std::string& MissingDtd() const { return missingDtd_; }
 
     /// Two faults of standalone documents say nothing about the catalog and become warnings: white space
     /// between elements that are declared outside, and attributes that are left to defaults declared outside.
@@ -91,6 +93,7 @@ class CatalogParser : private ParserBudgetHolder,
     DtdWatch dtd_;
     std::map<DomText, std::string> paths_;  // of the files read so far, by the system identifier they go by
     std::set<std::string> openedFiles_;
+    std::string missingDtd_;
     ElementBuilder builder_;
     std::vector<std::size_t> childCosts_;  // of the open elements
     /// Where the scanner stood after the last event. Every character is part of one, so the next tag begins

@@ -39,6 +39,9 @@ class DocumentReader {
     virtual std::vector<std::string> Files() const { return {}; }
     /// Those of them that could be opened.
     virtual std::set<std::string> OpenedFiles() const { return {}; }
+    /// The DTD that the document was to be checked against, as it names it, if that can't be opened; else
+    /// empty.
+    virtual std::string MissingDtd() const { return {}; }
     /// Bytes of memory that the parser holds for the document, until Release.
     virtual std::size_t Memory() const { return 0; }
     /// Drops the document and the parser.

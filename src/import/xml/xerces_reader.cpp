@@ -67,6 +67,7 @@ class XercesReader : public DocumentReader {
     std::set<std::string> OpenedFiles() const override {
         return parser_ ? parser_->OpenedFiles() : std::set<std::string>();
     }
+    std::string MissingDtd() const override { return parser_ ? parser_->MissingDtd() : std::string(); }
     std::size_t Memory() const override { return parser_ ? parser_->Memory() : 0; }
 
     void Release() override { ReleaseParser(); }
