@@ -4,22 +4,26 @@ import csv
 import io
 import re
 import shlex
+import subprocess
 
-from documents import DocumentTest, blocks, first_cells, read
+from documents import DocumentTest, first_cells, read, steps
 
 
 class Csv(DocumentTest):
     def setUp(self):
         super().setUp()
-        self.convert_example("roadster.vorn")
-        shown, = blocks(read("csv.md"), "console")
-        self.command, _, self.rows = shown.partition("\n")
+        self.copy_examples()
+        *commands, (self.command, self.rows) = steps(read("csv.md"))
+        env = self.with_programs()
+        for command, _ in commands:
+            subprocess.run(["sh", "-c", command], cwd=self.dir, env=env, timeout=120, check=True,
+                           stdout=subprocess.DEVNULL)
 
     def test_the_rows_are_those_of_the_example(self):
-        program, *arguments = shlex.split(self.command.removeprefix("$ "))
+        program, *arguments = shlex.split(self.command)
         self.assertEqual(program, "vorn")
         result = self.vorn(*arguments)
-        self.assertEqual(result.stdout.decode(), self.rows.replace("\n", "\r\n") + "\r\n")
+        self.assertEqual(result.stdout.decode(), self.rows.replace("\n", "\r\n"))
 
     def test_every_column_is_explained_in_order(self):
         rows = list(csv.reader(io.StringIO(self.rows)))
