@@ -17,6 +17,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME tarvex)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+# What the documents use beside the programs.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "bash-completion, jq, libkestrel-dev, man-db, python3, sqlite3")
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "converter of MOST function catalogs into bus databases
 TARVEX checks function catalogs of MOST networks, which are XML files, and
 converts them into bus databases: Vorn, SQLite, KCD and tables. vorn shows,
@@ -37,4 +39,5 @@ that CMake and pkg-config find it by.")
 
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/finish_debian.cmake)
 set(CPACK_TARVEX_SOURCE ${PROJECT_SOURCE_DIR})
+set(CPACK_TARVEX_STATIC_XERCES ${TARVEX_STATIC_XERCES})
 include(CPack)

@@ -1,5 +1,6 @@
-# Adds to the packages what Debian wants to be in them, before CPack closes them: changelog, copyright, and
-# man pages that are compressed. CPack hands over its variables.
+# Makes the packages what Debian wants them to be, before CPack closes them: with a changelog and a copyright, which the
+# licence is a part of, man pages that are compressed, and completions where Debian's zsh looks for those of packages. CPack
+# hands over its variables.
 
 # The date of this version, as the list of changes has it.
 file(STRINGS ${CPACK_TARVEX_SOURCE}/CHANGELOG.md heading REGEX "^## ${CPACK_PACKAGE_VERSION} " LIMIT_COUNT 1)
@@ -31,12 +32,19 @@ function(finish component)
     string(APPEND copyright "\n\nThe files have code of ${other} in them, whose package says:\n\n${text}")
   endforeach()
   file(WRITE ${documents}/copyright "${copyright}")
+  file(REMOVE ${documents}/LICENSE)
 
   file(GLOB_RECURSE pages ${share}/man/*)
   if(pages)
     compress(${pages})
   endif()
+  if(EXISTS ${share}/zsh/site-functions)
+    file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
+  endif()
 endfunction()
 
-finish(tools libxerces-c-dev nlohmann-json3-dev libcli11-dev)
+if(CPACK_TARVEX_STATIC_XERCES)
+  set(parser libxerces-c-dev)
+endif()
+finish(tools ${parser} nlohmann-json3-dev libcli11-dev)
 finish(development nlohmann-json3-dev)

@@ -31,8 +31,11 @@ FILES = [
     *(f"share/bash-completion/completions/{name}" for name in PROGRAMS[1:]), "share/zsh/site-functions/_tarvex",
     *(f"share/man/man1/{name}.1" for name in PROGRAMS),
     "share/man/man5/tarvex.ini.5", "share/man/man5/vorn.5",
-    "share/doc/tarvex/README.md", "share/doc/tarvex/CHANGELOG.md",
+    *(f"share/doc/tarvex/{name}" for name in ["README.md", "CHANGELOG.md", "CONTRIBUTING.md", "RELEASING.md", "LICENSE"]),
 ]
+# Directories that others put something into, too, and that stay.
+SHARED = ["bin", "include", "share", "share/bash-completion", "share/bash-completion/completions", "share/doc", "share/man",
+          "share/man/man1", "share/man/man5", "share/zsh", "share/zsh/site-functions"]
 
 
 def run(*command, **options):
@@ -40,6 +43,13 @@ def run(*command, **options):
     if result.returncode != 0:
         raise AssertionError(f"{command}: {result.returncode}\n{result.stdout}{result.stderr}")
     return result.stdout
+
+
+def sources_of(*folders):
+    """The files that the project has in them, whatever else lies there; outside of a clone all that do."""
+    if (SOURCE / ".git").exists():
+        return run("git", "-c", "safe.directory=*", "ls-files", "--", *folders, cwd=SOURCE).splitlines()
+    return [f"{folder}/{name}" for folder in folders for name in files_below(SOURCE / folder)]
 
 
 def files_below(directory):
@@ -96,13 +106,28 @@ class Installation(InstallTest):
     def test_exactly_what_is_meant_is_there(self):
         self.maxDiff = None
         wanted = [name.replace("LIB", str(self.libraries.relative_to(self.prefix))) for name in FILES]
-        for folder in ["docs", "examples"]:
-            wanted += [f"share/doc/tarvex/{folder}/{name}" for name in files_below(SOURCE / folder)
-                       if not name.startswith("man/")]
+        wanted += [f"share/doc/tarvex/{name}" for name in sources_of("docs", "examples")
+                   if not name.startswith("docs/man/")]
         self.assertEqual(files_below(self.prefix), sorted(wanted))
 
     def test_nothing_is_outside_of_the_prefix(self):
         self.assertEqual(sorted(self.manifest), [f"{self.prefix}/{name}" for name in files_below(self.prefix)])
+
+    def test_links_of_the_documents_lead_to_what_is_there(self):
+        documents = sorted((self.prefix / "share/doc/tarvex").rglob("*.md"))
+        self.assertGreater(len(documents), 15)
+        for document in documents:
+            text = re.sub(r"```.*?```", "", document.read_text(encoding="utf-8"), flags=re.DOTALL)
+            for target in re.findall(r"\]\(([^)\s#]+)[^)\s]*\)", text):
+                if "://" not in target:
+                    self.assertTrue((document.parent / target).exists(), (document.name, target))
+
+    def test_files_that_the_man_pages_name_are_there(self):
+        named = set()
+        for page in (self.prefix / "share/man").rglob("*.?"):
+            named |= set(re.findall(r"^\.(?:It )?Pa (share/\S+)", page.read_text(encoding="utf-8"), re.MULTILINE))
+        self.assertGreater(len(named), 12)
+        self.assertEqual([name for name in sorted(named) if not (self.prefix / name).exists()], [])
 
     def test_nothing_names_the_directories_of_the_build(self):
         texts = [path for pattern in ["*.cmake", "*.h", "*.pc"] for path in self.prefix.rglob(pattern)]
@@ -211,14 +236,21 @@ class SharedLibrary(InstallTest):
 class Removal(unittest.TestCase):
     def test_what_was_installed_is_removed_as_described(self):
         described = (SOURCE / "docs" / "building.md").read_text()
-        command = re.search(r"^(xargs .*install_manifest\.txt)$", described, re.MULTILINE).group(1)
+        command = re.search(r"^(cmake --build build --target uninstall)$", described, re.MULTILINE).group(1)
         with tempfile.TemporaryDirectory(prefix="tarvex-install-") as directory:
             prefix = Path(directory) / "with blank"
             run("cmake", "--install", BUILD, "--prefix", prefix)
             self.assertTrue((prefix / "bin/TARVEX").is_file())
-            self.assertEqual(command.count("build/"), 1)
-            run("sh", "-c", command.replace("build/", f"'{BUILD}/'"))
-            self.assertEqual(files_below(prefix), [])
+            libraries = next(prefix.rglob("kestrel.pc")).parents[1].relative_to(prefix)
+            stays = [libraries, libraries / "cmake", libraries / "pkgconfig", *libraries.parents[:-1]]
+            own = prefix / "share/doc/tarvex/docs/note"
+            own.write_text("somebody's own")
+            run(*(str(BUILD) if word == "build" else word for word in command.split()))
+            self.assertEqual(files_below(prefix), ["share/doc/tarvex/docs/note"])
+            own.unlink()
+            shutil.rmtree(prefix / "share/doc/tarvex")
+            self.assertEqual(sorted(str(path.relative_to(prefix)) for path in prefix.rglob("*")),
+                             sorted({*SHARED, *map(str, stays)}))
 
 
 if __name__ == "__main__":

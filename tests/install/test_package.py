@@ -67,6 +67,14 @@ class Packages(unittest.TestCase):
         self.assertTrue(any(name.startswith("libicu") for name in depends))
         self.assertEqual(self.field("libkestrel-dev", "Depends"), "libxml2-dev, libsqlite3-dev, libsodium-dev")
 
+    def test_what_the_documents_use_is_suggested(self):
+        self.assertEqual(self.field("tarvex", "Suggests"), "bash-completion, jq, libkestrel-dev, man-db, python3, sqlite3")
+
+    def test_lintian_finds_nothing(self):
+        if not shutil.which("lintian"):
+            self.skipTest("there is no lintian")
+        run("lintian", "--allow-root", "--fail-on", "error,warning", *self.packages.values())
+
     def test_documents_are_as_debian_wants_them(self):
         for package in self.packages:
             documents = self.dir / package / "usr/share/doc" / package
@@ -76,6 +84,9 @@ class Packages(unittest.TestCase):
             copyright_text = (documents / "copyright").read_text(encoding="utf-8")
             self.assertTrue(copyright_text.startswith((SOURCE / "LICENSE").read_text()))
             self.assertIn("code of nlohmann-json3-dev", copyright_text)
+        self.assertEqual("code of libxerces-c-dev" in (self.tools / "share/doc/tarvex/copyright").read_text(encoding="utf-8"),
+                         bool(re.search(r"^TARVEX_STATIC_XERCES:BOOL=ON$", (BUILD / "CMakeCache.txt").read_text(), re.MULTILINE)))
+        self.assertEqual([path.name for path in (self.tools / "share/zsh").iterdir()], ["vendor-completions"])
         pages = [path for path in (self.tools / "share/man").rglob("*") if path.is_file()]
         self.assertEqual(sorted(path.name for path in pages),
                          sorted(f"{path.name}.gz" for path in (SOURCE / "docs/man").iterdir()))
