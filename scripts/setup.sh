@@ -12,7 +12,7 @@ set -euo pipefail
 packages=(g++ cmake ninja-build libxerces-c-dev libxml2-dev libsqlite3-dev libsodium-dev libdeflate-dev libjemalloc-dev nlohmann-json3-dev libcli11-dev)
 if [[ ${1:-build} =~ ^(test|memcheck|parser)$ ]]; then
   packages+=(clang clang-format clang-tidy libclang-rt-14-dev lld llvm libbenchmark-dev libgtest-dev libgmock-dev zlib1g-dev python3
-             dpkg-dev file pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 jq strace zsh
+             dpkg-dev file pkgconf python3-canmatrix python3-lxml python3-jsonschema mandoc sqlite3 jq strace bash-completion zsh
              chromium chromium-driver python3-selenium)
   # Other packages than Debian's may have brought them.
   for program in node:nodejs npm:npm; do

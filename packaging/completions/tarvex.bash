@@ -31,14 +31,53 @@ _tarvex_value() {  # OPTION
         sed -n "s/^.*,$1,[^ ]* \(.*\)/\1/p"
 }
 
+# The words of the line, and which of them is the current one. COMP_WORDS are pieces of them: `:`, `=` and others stand alone
+# there, which names of files have, too. What no blank parts belongs together.
+_tarvex_words() {  # sets $words, $current_at, and $piece: what is replaced of the current word
+    local rest=$COMP_LINE index part blanks last=''
+    words=()
+    for ((index = 0; index < ${#COMP_WORDS[@]}; ++index)); do
+        part=${COMP_WORDS[index]}
+        blanks=${rest%%[![:blank:]]*}
+        rest=${rest#"$blanks"}
+        rest=${rest#"$part"}
+        if [[ -n $blanks || -z $part || -z $last ]]; then
+            words+=("$part")
+        else
+            words[-1]+=$part
+        fi
+        last=$part
+        if ((index == COMP_CWORD)); then
+            current_at=$((${#words[@]} - 1)) piece=$part
+        fi
+    done
+    if [[ $piece == [=:@]* ]]; then
+        piece=
+    fi
+}
+
 # The word as the shell would hand it to a program, as far as nothing has to be run for that.
 _tarvex_plain() {  # WORD; sets $plain
-    plain=${1/#\~\//$HOME/}
-    case $plain in
-        \"*) plain=${plain#\"} plain=${plain%\"} ;;
-        \'*) plain=${plain#\'} plain=${plain%\'} ;;
-        *) plain=${plain//\\/} ;;
-    esac
+    local rest=${1/#\~\//$HOME/} part
+    plain=
+    while [[ -n $rest ]]; do
+        case $rest in
+            \'*)
+                rest=${rest:1} part=${rest%%\'*}
+                plain+=$part rest=${rest:${#part}+1} ;;
+            \"*)
+                rest=${rest:1}
+                while [[ -n $rest && $rest != \"* ]]; do
+                    [[ $rest == \\[\"\\\$\`]* ]] && rest=${rest:1}
+                    plain+=${rest:0:1} rest=${rest:1}
+                done
+                rest=${rest:1} ;;
+            \\*) plain+=${rest:1:1} rest=${rest:2} ;;
+            *)
+                part=${rest%%[\'\"\\]*}
+                plain+=$part rest=${rest:${#part}} ;;
+        esac
+    done
 }
 
 # All texts of a key in JSON, each once. Texts with escapes are left out.
@@ -72,28 +111,31 @@ _tarvex_offer() {
                 [\"\']*) quoted=$line ;;
                 *) printf -v quoted %q "$line" ;;
             esac
-            COMPREPLY+=("$quoted")
+            COMPREPLY+=("${quoted#"${current%"$piece"}"}")
         fi
     done
 }
 
 _tarvex() {
-    local program=${COMP_WORDS[0]/#\~\//$HOME/} name=${1##*/} current=${COMP_WORDS[COMP_CWORD]}
-    local help plain index word commands command='' option='' positionals=() command_here option_here positionals_here
+    local program=${COMP_WORDS[0]/#\~\//$HOME/} name=${1##*/} words=() current_at=0 piece='' current
+    local help plain index word commands command='' option='' positionals=() options_end=''
+    local command_here option_here positionals_here options_end_here
     COMPREPLY=()
+    _tarvex_words
+    current=${words[current_at]}
     _tarvex_help "$program" ''
     commands=$(_tarvex_commands)
     # What stands on the line, behind the cursor too: a file may come last.
-    for ((index = 1; index < ${#COMP_WORDS[@]}; ++index)); do
-        word=${COMP_WORDS[index]}
-        if ((index == COMP_CWORD)); then
-            command_here=$command option_here=$option positionals_here=${#positionals[@]} option=
-        elif [[ $word == = ]]; then
-            continue  # the shell takes it for a word in --format=json
+    for ((index = 1; index < ${#words[@]}; ++index)); do
+        word=${words[index]}
+        if ((index == current_at)); then
+            command_here=$command option_here=$option positionals_here=${#positionals[@]} options_end_here=$options_end option=
         elif [[ -n $option ]]; then
             option=
-        elif [[ $word =~ ^--?[a-z][-a-z]*$ ]]; then
-            [[ -n $(_tarvex_value "$word") ]] && option=$word
+        elif [[ -z $options_end && $word == -- ]]; then
+            options_end=1
+        elif [[ -z $options_end && $word =~ ^--?[a-z][-a-z]*(=|$) ]]; then
+            [[ $word != *=* && -n $(_tarvex_value "$word") ]] && option=$word
         elif [[ -n $commands && -z $command ]]; then
             command=$word
             _tarvex_help "$program" "$command"
@@ -102,8 +144,8 @@ _tarvex() {
             positionals+=("$plain")
         fi
     done
-    if [[ $current == = ]]; then
-        current=
+    if [[ -z $option_here && -z $options_end_here && $current =~ ^--[a-z][-a-z]*= ]]; then
+        option_here=${current%%=*} current=${current#*=}
     fi
     _tarvex_plain "$current"
     local file=${positionals[0]-} catalog=${program%"$name"}tarvex-catalog
@@ -117,7 +159,7 @@ _tarvex() {
                 _tarvex_offer < <(echo FAULTY; _tarvex_in_catalog "$catalog" "$file" "$plain") ;;
             *) _tarvex_offer < <(_tarvex_value "$option_here" | sed -n 's/^[^{]*{\(.*\)}.*/\1/p' | tr ',' '\n') ;;
         esac
-    elif [[ $current == -* ]]; then
+    elif [[ -z $options_end_here && $current == -* ]]; then
         _tarvex_offer < <(_tarvex_options)
     elif [[ -n $commands && -z $command_here ]]; then
         _tarvex_offer <<<"$commands"

@@ -5,6 +5,7 @@ import os
 import pty
 import re
 import select
+import shlex
 import shutil
 import subprocess
 import tempfile
@@ -13,10 +14,12 @@ from pathlib import Path
 
 BUILD = Path(os.environ["TARVEX_BUILD"])
 SOURCE = Path(__file__).parents[2]
+BASH_COMPLETION = os.environ.get("BASH_COMPLETION", "/usr/share/bash-completion/bash_completion")
 PROGRAMS = ["tarvex-asm", "tarvex-catalog", "tarvex-disasm", "vorn"]
 BLOCKS = ["AudioAmp", "Diagnosis", "Disc_Player", "Gateway", "Phone", "Tuner_SdWest"]
 
-# Lines, each with what stands before and behind the cursor, and what is offered for the last word in front of it.
+# Lines, each with what stands before and behind the cursor, and what is offered for the last word in front of it. A tuple has
+# the pieces of a word, as bash hands them over.
 LINES = [
     # commands
     (["vorn", "s"], [], ["show", "subset"]),
@@ -26,10 +29,10 @@ LINES = [
     (["vorn", "merge", "--p"], [], ["--prefer"]),
     (["vorn", "convert", "--p"], [], []),
     (["tarvex-asm", "--fo"], [], ["--force", "--format"]),
-    # values of options; the shell takes = for a word of its own
+    # values of options; the shell takes = for a word of its own, and others in names of files
     (["vorn", "merge", "--prefer", ""], [], ["first", "second"]),
-    (["vorn", "diff", "--format", "=", "ma"], [], ["markdown"]),
-    (["vorn", "diff", "--format", "="], [], ["json", "markdown", "text"]),
+    (["vorn", "diff", ("--format", "=", "ma")], [], ["markdown"]),
+    (["vorn", "diff", ("--format", "=")], [], ["json", "markdown", "text"]),
     (["tarvex-catalog", "check", "c.xml", "--fail-on", "w"], [], ["warning"]),
     (["tarvex-disasm", "--segment-timeout", ""], [], []),
     # names in the database on the line, which may stand behind the cursor
@@ -43,6 +46,13 @@ LINES = [
     (["vorn", "show", "roadster.sqlite", "--fblock", "X"], [], []),
     (["vorn", "show", "missing.sqlite", "--fblock", ""], [], []),
     (["vorn", "show", "$(touch", "ran)", "--fblock", ""], [], []),
+    (["vorn", "show", ("a", ":", "b@c", "=", "1.vorn"), ("--fblock", "=", "Ga")], [], ["Gateway"]),
+    (["vorn", "show", "'o'\\''brien $x.vorn'", "--fblock", "Ga"], [], ["Gateway"]),
+    (["vorn", "show", "\"o'brien \\$x\".vorn", "--fblock", "Ga"], [], ["Gateway"]),
+    # behind -- there are no options
+    (["tarvex-catalog", "show", "--", "roadster.xml", "Ga"], [], ["Gateway"]),
+    (["vorn", "show", "--fblock", "Ga"], ["--", ("a", ":", "b@c", "=", "1.vorn")], ["Gateway"]),
+    (["vorn", "show", "--", "--fb"], [], []),
     # names in the catalog on the line
     (["tarvex-catalog", "show", "roadster.xml", ""], [], BLOCKS),
     (["tarvex-catalog", "show", "--settings", "TARVEX.ini", "roadster.xml", "G"], [], ["Gateway"]),
@@ -83,6 +93,8 @@ class CompletionTest(unittest.TestCase):
         for output in ["roadster.sqlite", "my database.vorn"]:
             subprocess.run(["TARVEX", "roadster.xml", output], cwd=cls.work, env=cls.env, capture_output=True, timeout=60,
                            check=True)
+        for name in ["a:b@c=1.vorn", "o'brien $x.vorn"]:
+            shutil.copy(cls.work / "my database.vorn", cls.work / name)
 
 
 class Bash(CompletionTest):
@@ -90,8 +102,11 @@ class Bash(CompletionTest):
         """What is offered for each line, a list of words before and one behind the cursor, sorted."""
         script = [f". '{self.share}/bash-completion/completions/vorn'"]
         for before, behind in lines:
-            words = " ".join("'" + word.replace("'", "'\\''") + "'" for word in [*before, *behind])
-            script.append(f"COMP_WORDS=({words}) COMP_CWORD={len(before) - 1}; _tarvex {before[0]}")
+            pieces = [[piece for word in words for piece in ([word] if isinstance(word, str) else word)]
+                      for words in (before, behind)]
+            line = " ".join("".join(word) for word in [*before, *behind])
+            script.append(f"COMP_LINE={shlex.quote(line)} COMP_CWORD={len(pieces[0]) - 1}")
+            script.append(f"COMP_WORDS=({shlex.join(sum(pieces, []))}); _tarvex {before[0]}")
             script.append("printf '%s\\n' \"${COMPREPLY[@]}\" end")
         result = subprocess.run(["bash", "--norc", "-c", "\n".join(script)], cwd=self.work, env=self.env, text=True,
                                 capture_output=True, timeout=120, check=True)
@@ -103,7 +118,7 @@ class Bash(CompletionTest):
 
     def test_lines(self):
         for (before, behind, wanted), offered in zip(LINES, self.complete([line[:2] for line in LINES])):
-            with self.subTest(" ".join(before), behind=behind):
+            with self.subTest(before, behind=behind):
                 self.assertEqual(offered, wanted)
         self.assertFalse((self.work / "ran)").exists() or (self.work / "ran").exists(), "nothing on the line is run")
 
@@ -145,7 +160,10 @@ class Terminal(CompletionTest):
              ("vorn list netw", "vorn list network.txt "),
              ("vorn show roadster.sqlite --fblock Tun", "vorn show roadster.sqlite --fblock Tuner_SdWest "),
              ("tarvex-catalog show roadster.xml Audio", "tarvex-catalog show roadster.xml AudioAmp "),
-             ("tarvex-disasm roadster.xml --only FA", "tarvex-disasm roadster.xml --only FAULTY ")]
+             ("tarvex-disasm roadster.xml --only FA", "tarvex-disasm roadster.xml --only FAULTY "),
+             ("tarvex-catalog show -- roadster.xml Ga", "tarvex-catalog show -- roadster.xml Gateway "),
+             ("vorn show a:b@c=1.vorn --fblock=Ga", "vorn show a:b@c=1.vorn --fblock=Gateway "),
+             ("vorn show 'o'\\''brien $x.vorn' --fblock Ga", "vorn show 'o'\\''brien $x.vorn' --fblock Gateway ")]
 
     def assert_completes(self, shell, settings, **environment):
         pid, terminal = pty.fork()
@@ -175,6 +193,13 @@ class Terminal(CompletionTest):
     def test_bash(self):
         self.assert_completes(["bash", "--norc", "--noprofile", "-i"],
                               f". '{self.share}/bash-completion/completions/vorn'; set +o history")
+
+    def test_bash_finds_them_by_itself(self):
+        """What bash-completion loads for a program when it is completed for the first time."""
+        if not Path(BASH_COMPLETION).exists():
+            self.skipTest("there is no package bash-completion")
+        self.assert_completes(["bash", "--norc", "--noprofile", "-i"], f". {BASH_COMPLETION}; set +o history",
+                              XDG_DATA_DIRS=str(self.share), HOME=str(self.dir))
 
     def test_zsh(self):
         self.assert_completes(["zsh", "-f", "-i"], f"fpath=('{self.share}/zsh/site-functions' $fpath); "
