@@ -30,6 +30,6 @@ int main(int argc, char** argv) try {
         Print(message);
     }
 } catch (const std::exception& error) {
-    std::cerr << "use-kestrel: " << error.what() << "\n";
+    std::cerr << "use-kestrel: " << argv[1] << ": " << error.what() << "\n";
     return 2;
 }

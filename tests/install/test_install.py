@@ -167,6 +167,9 @@ class Installation(InstallTest):
         self.assertIn("AudioAmp_Volume_Set.Volume: bit 7, length 8, times 1 %", printed)
         self.assertIn("Gateway_Motion_Status.Speed: bit 7, length 16, times 0.01 km/h", printed)
         self.assertIn("Gateway_Motion_Status.Gear: bit 23, length 8, times 1 ", printed)
+        self.assert_refused([program, "missing"], 2, "use-kestrel: missing: No such file or directory")
+        self.assert_refused([program, "roadster.xml"], 2,
+                            "use-kestrel: roadster.xml: this is XML; only Vorn and SQLite can be read")
 
     def test_the_example_is_built_with_cmake(self):
         self.assert_prints_signals(self.build_with_cmake())
@@ -191,9 +194,25 @@ class Installation(InstallTest):
         self.assertEqual(run(*command, "Motion"),
                          "0x60200C Gateway_Motion_Status.Speed: bit 7, 16 bits, -30 to 250 km/h\n"
                          "0x60200C Gateway_Motion_Status.Gear: bit 23, 8 bits, -1 to 6\n")
-        missing = subprocess.run([*map(str, command), "Motions"], capture_output=True, text=True, check=False)
-        self.assertEqual((missing.returncode, missing.stdout, missing.stderr),
-                         (1, "", "no signal of a function 'Motions'\n"))
+        self.assertEqual(run(*command, "TrackTitle"), "0x312041 DiscPlayer_TrackTitle_Get: no signals\n"
+                                                      "0x31204C DiscPlayer_TrackTitle_Status: no signals\n")
+
+    def test_python_names_the_file_that_it_cannot_read(self):
+        for name, content in [("empty", ""), ("cabin.vorn", "{}\n")]:
+            (self.work / name).write_text(content)
+        python = [sys.executable, self.work / "read-from-python.py"]
+        for command, said in [
+                ([*python, "roadster.sqlite", "Motions"], "roadster.sqlite: no message of a function 'Motions'"),
+                ([*python, "missing", "Motion"], "missing: unable to open database file"),
+                ([*python, "empty", "Motion"], "empty: no such table: signals"),
+                ([*python, "cabin.vorn", "Motion"], "cabin.vorn: file is not a database"),
+                ([*python, "."], f"Usage: {python[1]} DATABASE FUNCTION")]:
+            with self.subTest(said):
+                self.assert_refused(command, 1, said)
+
+    def assert_refused(self, command, status, said):
+        result = subprocess.run([*map(str, command)], cwd=self.work, capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (status, "", f"{said}\n"))
 
 
 class SharedLibrary(InstallTest):
