@@ -200,8 +200,10 @@ void HintAtMissingSettings(const std::string& iniPath, Hints& hints) {
     struct stat status = {};
     if (::stat(iniPath.c_str(), &status) != 0 && errno == ENOENT) {
         const std::string name(kIniFileName);
-        hints.Add("copy recommended.ini, one of the examples of TARVEX, to the working directory as " + name +
-                  "; an empty " + name + " does, too: every setting has a default");
+        hints.Add(
+            "copy recommended.ini, one of the examples of TARVEX (man TARVEX says where), to the working "
+            "directory as " +
+            name + "; an empty " + name + " does, too: every setting has a default");
     }
 }
 

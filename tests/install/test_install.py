@@ -122,11 +122,14 @@ class Installation(InstallTest):
                 if "://" not in target:
                     self.assertTrue((document.parent / target).exists(), (document.name, target))
 
-    def test_files_that_the_man_pages_name_are_there(self):
+    def test_files_that_man_pages_and_documents_name_are_there(self):
         named = set()
         for page in (self.prefix / "share/man").rglob("*.?"):
             named |= set(re.findall(r"^\.(?:It )?Pa (share/\S+)", page.read_text(encoding="utf-8"), re.MULTILINE))
         self.assertGreater(len(named), 12)
+        for document in ["README.md", "docs/first-steps.md"]:
+            named |= set(re.findall(r" /usr/(share/\S+)", (SOURCE / document).read_text(encoding="utf-8")))
+        self.assertIn("share/doc/tarvex/examples", named)
         self.assertEqual([name for name in sorted(named) if not (self.prefix / name).exists()], [])
 
     def test_nothing_names_the_directories_of_the_build(self):

@@ -323,8 +323,8 @@ class MissingIni(HintTest):
     def test_the_recommended_one_or_an_empty_one_does(self):
         (self.dir / "TARVEX.ini").unlink()
         self.assertEqual(self.hints("TARVEX.ini'\n"),
-                         ["copy recommended.ini, one of the examples of TARVEX, to the working directory as TARVEX.ini; an "
-                          "empty TARVEX.ini does, too: every setting has a default"])
+                         ["copy recommended.ini, one of the examples of TARVEX (man TARVEX says where), to the working "
+                          "directory as TARVEX.ini; an empty TARVEX.ini does, too: every setting has a default"])
         (self.dir / "TARVEX.ini").touch()
         self.assertEqual(self.hints(CONVERTED), [])
 
