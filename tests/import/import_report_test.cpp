@@ -160,8 +160,14 @@ TEST_F(ImportReport, FindingsAreThoseOfTheLastImport) {
     EXPECT_EQ(broken.errors, 0U);
     EXPECT_TRUE(findings("<Catalog/>").isRootUnknown);
     EXPECT_TRUE(findings("<FunctionCatalog xmlns='urn:a'/>").namesSchema);
+    const std::string unchecked = "<!DOCTYPE FunctionCatalog SYSTEM 'no.dtd'><FunctionCatalog/>";
+    run_.manager.Validate = true;
+    EXPECT_EQ(findings(unchecked).missingDtd, "no.dtd");
+    run_.manager.Validate = false;
+    EXPECT_EQ(findings(unchecked).missingDtd, "");
     const ImportFindings clean = findings(CleanCatalog());
     EXPECT_EQ(clean.errors + clean.warnings + clean.complaints.errors, 0U);
+    EXPECT_EQ(clean.missingDtd, "");
     EXPECT_FALSE(clean.complaints.isFatal || clean.isRootUnknown || clean.namesSchema);
 }
 
