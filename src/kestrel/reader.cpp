@@ -11,7 +11,7 @@ std::unique_ptr<Database> ReadDatabase(const std::string& path) {
     const Content content = ContentOf(path);
     switch (content) {
         case Content::Empty:
-            throw ReadError("the file is empty; only Vorn and SQLite can be read");
+            throw ReadError("the file is empty; vorn reads Vorn and SQLite");
         case Content::Vorn:
             return ReadVorn(path);
         case Content::Sqlite:
@@ -22,7 +22,7 @@ std::unique_ptr<Database> ReadDatabase(const std::string& path) {
         case Content::Csv:
             throw ReadError("CSV files can be written, not read");
         case Content::OtherXml:
-            throw ReadError("this is XML; only Vorn and SQLite can be read");
+            throw ReadError("this is XML; vorn reads Vorn and SQLite");
         case Content::OtherJson:
         case Content::Other:
             break;

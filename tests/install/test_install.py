@@ -172,7 +172,7 @@ class Installation(InstallTest):
         self.assertIn("Gateway_Motion_Status.Gear: bit 23, length 8, times 1 ", printed)
         self.assert_refused([program, "missing"], 2, "use-kestrel: missing: No such file or directory")
         self.assert_refused([program, "roadster.xml"], 2,
-                            "use-kestrel: roadster.xml: this is XML; only Vorn and SQLite can be read")
+                            "use-kestrel: roadster.xml: this is XML; vorn reads Vorn and SQLite")
 
     def test_the_example_is_built_with_cmake(self):
         self.assert_prints_signals(self.build_with_cmake())

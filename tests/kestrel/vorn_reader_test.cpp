@@ -170,7 +170,7 @@ struct FileCase {
 };
 
 constexpr FileCase kFiles[] = {
-    {"an empty file", "", "the file is empty; only Vorn and SQLite can be read"},
+    {"an empty file", "", "the file is empty; vorn reads Vorn and SQLite"},
     {"only blanks", " \n\n ", "line 3: "},
     {"a number", "5", "line 1: a Vorn file is one object"},
     {"a text", "\n\"Vorn\"", "line 2: a Vorn file is one object"},
@@ -181,7 +181,7 @@ constexpr FileCase kFiles[] = {
     {"UTF-16", "\xFF\xFE{", "line 1: "},
     {"plain text", "Hello", "line 1: "},
     {"a SQLite file", "SQLite format 3", "line 1: "},
-    {"XML", "<?xml version=\"1.0\"?>", "this is XML; only Vorn and SQLite can be read"},
+    {"XML", "<?xml version=\"1.0\"?>", "this is XML; vorn reads Vorn and SQLite"},
     {"a comment", "{ // Vorn\n}", "line 1: "},
 };
 

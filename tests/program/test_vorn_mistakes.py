@@ -9,7 +9,7 @@ from vorn_support import EXAMPLE, ONE, VornTest
 EXTENSIONS = ".vorn, .sqlite, .sqlite3, .db, .kcd, .csv"
 COMMANDS = "show, list, convert, diff, check, subset, merge"
 NEITHER = "this is neither Vorn nor SQLite"
-XML = "this is XML; only Vorn and SQLite can be read"
+XML = "this is XML; vorn reads Vorn and SQLite"
 
 # The command line, the exit status, and what is said.
 MISTAKES = [
@@ -65,8 +65,8 @@ MISTAKES = [
     ("diff one.vorn catalog.xml.db", 2, f"catalog.xml.db: {XML}"),
     ("show wide.vorn", 2, f"wide.vorn: {XML}"),
     # other files
-    ("check empty.vorn", 2, "empty.vorn: the file is empty; only Vorn and SQLite can be read"),
-    ("check empty.db", 2, "empty.db: the file is empty; only Vorn and SQLite can be read"),
+    ("check empty.vorn", 2, "empty.vorn: the file is empty; vorn reads Vorn and SQLite"),
+    ("check empty.db", 2, "empty.db: the file is empty; vorn reads Vorn and SQLite"),
     ("list .", 2, ".: Is a directory"),
     ("list none.vorn", 2, "none.vorn: No such file or directory"),
     ("convert one.vorn .", 2, ".: can't be written: it is a directory"),
