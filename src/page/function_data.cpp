@@ -1,9 +1,6 @@
 #include "page/function_data.h"
 
-#include <algorithm>
 #include <optional>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "drawing/drawing.h"
@@ -11,6 +8,7 @@
 #include "import/text/files.h"
 #include "kestrel/model_text.h"
 #include "review/explanation_words.h"
+#include "review/fault_places.h"
 #include "review/fault_text.h"
 
 namespace tarvex::page {
@@ -66,8 +64,9 @@ void AddOperation(const OperationView& operation, const std::optional<std::size_
     json.NumberMember("layout", static_cast<unsigned>(operation.layout));
     json.NumberMember("isLost", operation.operation == nullptr ? 1 : 0);
     json.Key("positions").BeginArray();
-    for (const unsigned position : operation.positions) {
-        json.Number(position);
+    for (std::size_t place = 0; place < operation.positions.size(); ++place) {
+        const unsigned position = operation.positions[place];
+        position == 0 ? json.Null() : json.Number(operation.positionsInCatalog[place].value_or(position));
     }
     json.EndArray();
     if (look) {
@@ -95,38 +94,13 @@ void AddOperations(const FunctionPart& part, JsonText& json) {
     json.EndArray();
 }
 
-/// What of a function a fault is about, by the names in its path.
-class FaultPlaces {
-  public:
-    explicit FaultPlaces(const FunctionView& view)
-        : view_(view), path_(view.target.function->GetPath().size()) {}
-
-    void AddPlace(const Fault& fault, JsonText& json) const {
-        std::string_view rest = std::string_view(fault.path).substr(std::min(path_ + 1, fault.path.size()));
-        std::string_view name = TakeName(rest);
-        const auto operation = std::ranges::find(view_.operations, name, &OperationView::name);
-        if (operation != view_.operations.end() && !name.empty()) {
-            json.Key("opType").Number(operation->address.opType);
-            name = TakeName(rest);
-        }
-        const auto isNamed = [&](const ZMTParam* param) { return param->GetName() == name; };
-        const auto param = std::ranges::find_if(view_.parameters, isNamed);
-        if (param != view_.parameters.end() && !name.empty()) {
-            json.Key("param").Number(static_cast<std::size_t>(param - view_.parameters.begin()));
-        }
+void AddPlace(const review::FaultPlace& place, JsonText& json) {
+    if (place.parameter) {
+        json.Key("param").Number(*place.parameter);
+    } else if (place.opType) {
+        json.Key("opType").Number(*place.opType);
     }
-
-  private:
-    static std::string_view TakeName(std::string_view& path) {
-        const std::size_t slash = path.find('/');
-        const std::string_view name = path.substr(0, slash);
-        path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
-        return name;
-    }
-
-    const FunctionView& view_;
-    std::size_t path_;
-};
+}
 
 void AddFaultMembers(const review::CatalogReading& reading, const Fault& fault, JsonText& json) {
     json.Key("kind").Text(review::KindName(fault.kind));
@@ -162,12 +136,12 @@ std::string FunctionData(const review::CatalogReading& reading, const FunctionPa
     json.EndArray();
     AddOperations(part, json);
     if (!view.faults.empty()) {
-        const FaultPlaces places(view);
+        const review::FaultPlaces places(view);
         json.Key("faults").BeginArray();
         for (const Fault* fault : view.faults) {
             json.BeginObject();
             AddFaultMembers(reading, *fault, json);
-            places.AddPlace(*fault, json);
+            AddPlace(places.PlaceOf(*fault), json);
             json.EndObject();
         }
         json.EndArray();

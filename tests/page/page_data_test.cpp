@@ -84,6 +84,18 @@ TEST(PageData, HasTheListsOfFunctionsAlone) {
     EXPECT_EQ(overview["operationNames"]["method"][0], "Start");
 }
 
+TEST(PageData, HasPositionsAsTheCatalogCountsThem) {
+    const auto at = [](const char* position) {
+        return "<PReportStatus><ParamPos>" + std::string(position) + "</ParamPos></PReportStatus>";
+    };
+    const auto pieces = PiecesOfParams(Param("First", kByte, at("0")) + Param("Third", kByte, at("3")) +
+                                       Param("Other", kByte, "<PCmdSet><ParamPos>2</ParamPos></PCmdSet>"));
+    const json& operations = pieces.at("functions-0")["functions"][0]["operations"];
+    // Parameters as they come up: Other in Set, First and Third in Status.
+    EXPECT_EQ(operations[0]["positions"], json::parse("[2, null, null]"));
+    EXPECT_EQ(operations[1]["positions"], json::parse("[null, 0, 3]"));
+}
+
 TEST(PageData, HasFaultsAtWhatTheyAreAbout) {
     // The number lacks its step, and the string lacks its length in one operation.
     const std::string level =

@@ -29,7 +29,7 @@ function positionCell(position) {
     return make(
         "td",
         { class: "number" },
-        position === 0 ? make("span", { class: "faint" }, "\u2013") : String(position),
+        position === null ? make("span", { class: "faint" }, "\u2013") : String(position),
     );
 }
 
@@ -95,7 +95,7 @@ function operationFaults(faults, operations) {
 }
 
 function namesOf(details, number) {
-    const holding = details.operations.filter((operation) => operation.positions[number] > 0);
+    const holding = details.operations.filter((operation) => (operation.positions[number] ?? null) !== null);
     return holding.map((operation) => operation.name).join(", ");
 }
 
