@@ -11,6 +11,7 @@
 
 #include "export/exporter.h"
 #include "import/text/files.h"
+#include "page/block_rows.h"
 #include "page/chunk_writer.h"
 #include "page/function_data.h"
 #include "page/function_piece.h"
@@ -20,68 +21,12 @@
 #include "review/catalog_texts.h"
 #include "review/fault_index.h"
 #include "review/function_view.h"
-#include "review/own_texts.h"
+#include "review/param_words.h"
 #include "review/show.h"
 #include "review/verdicts.h"
 
 namespace tarvex::page {
 namespace {
-
-using review::FunctionView;
-
-/// What the lists say of the functions of a block, each member a list of its own.
-class BlockRows {
-  public:
-    void Add(const FunctionView& view, std::size_t functionClass) {
-        std::uint64_t opTypes = 0;
-        bool isIncomplete = false;
-        for (const review::OperationView& operation : view.operations) {
-            opTypes |= std::uint64_t{1} << operation.address.opType;
-            isIncomplete = isIncomplete || operation.layout == Layout::Incomplete;
-        }
-        ids_.Number(view.target.function->FunctionID());
-        names_.Text(view.target.function->GetName());
-        classes_.Number(functionClass);
-        opTypes_.Number(opTypes);
-        faults_.Number(view.faults.size());
-        incomplete_.Number(isIncomplete ? 1 : 0);
-        ++open_;
-        incompleteCount_ += isIncomplete ? 1 : 0;
-    }
-    /// The functions so far that are in no piece yet are in that one.
-    void EndPiece(std::size_t piece) {
-        if (open_ > 0) {
-            pieces_.Number(piece).Number(std::exchange(open_, 0));
-        }
-    }
-    std::size_t IncompleteCount() const { return incompleteCount_; }
-    std::string Json() const {
-        std::string json;
-        const auto add = [&](const char* name, const JsonText& list) {
-            json.append(json.empty() ? "{\"" : ",\"").append(name).append("\":[");
-            json.append(list.All()).append("]");
-        };
-        add("ids", ids_);
-        add("names", names_);
-        add("classes", classes_);
-        add("opTypes", opTypes_);
-        add("faults", faults_);
-        add("incomplete", incomplete_);
-        add("pieces", pieces_);
-        return json + "}";
-    }
-
-  private:
-    JsonText ids_;
-    JsonText names_;
-    JsonText classes_;
-    JsonText opTypes_;
-    JsonText faults_;
-    JsonText incomplete_;
-    JsonText pieces_;
-    std::size_t open_ = 0;
-    std::size_t incompleteCount_ = 0;
-};
 
 class CatalogWriter {
   public:
@@ -118,7 +63,7 @@ class CatalogWriter {
         }
         EndPiece(rows);
         functionRows_.Json(rows.Json());
-        AddBlockRow(view, rows.IncompleteCount());
+        AddBlockRow(view, rows);
         ++blockCount_;
     }
 
@@ -142,7 +87,7 @@ class CatalogWriter {
         for (const Fault* fault : part.view.faults) {
             isFunctionFault_[NumberOf(fault)] = true;
         }
-        rows.Add(part.view, ClassNumber(*target.function, part.texts));
+        rows.Add(part, ClassNumber(*target.function, part.texts));
         AddToSearch(part, functionCount_++, search_);
     }
 
@@ -158,25 +103,27 @@ class CatalogWriter {
         return number;
     }
 
-    void AddBlockRow(const review::BlockView& view, std::size_t incomplete) {
+    void AddBlockRow(const review::BlockView& view, const BlockRows& rows) {
         const review::BlockTexts texts = texts_.Of(*view.block);
         const Place place = Place::OfBlock(blockCount_);
-        const std::string ownName = review::OwnName(*view.block);
-        const bool isOther = review::LacksLetters(ownName);
-        search_.Add(Topic::Block, view.block->GetName(), "", place);
-        search_.Add(Topic::Block, isOther ? ownName : "", "", place);
+        const std::string& inDatabases = view.block->GetName();
+        const std::string name = PeoplesName(texts.name, *view.block);
+        AddNames(Topic::Block, name, inDatabases, place, search_);
         search_.Add(Topic::Description, texts.description, kBlockContext, place);
         std::vector<const Fault*> own = faults_.About(view.block->GetPath());
         std::erase_if(own, [&](const Fault* fault) { return isFunctionFault_[NumberOf(fault)]; });
-        blocks_.BeginObject()
-            .Key("id")
-            .Number(view.block->FBlockID())
-            .Key("name")
-            .Text(view.block->GetName());
-        blocks_.TextMember("catalogName", isOther ? ownName : "");
+        blocks_.BeginObject().Key("id").Number(view.block->FBlockID()).Key("name").Text(name);
+        if (inDatabases != name) {
+            blocks_.Key("databaseName").Text(inDatabases);
+        }
         blocks_.TextMember("kind", texts.kind).TextMember("description", texts.description);
         AddVersion(texts.version, blocks_);
-        blocks_.NumberMember("faults", view.faults).NumberMember("incomplete", incomplete);
+        blocks_.NumberMember("faults", view.faults).NumberMember("incomplete", rows.IncompleteCount());
+        if (std::string descriptions = rows.DescriptionsJson(); !descriptions.empty()) {
+            const std::string id = "descriptions-" + std::to_string(blockCount_);
+            chunks_.Write(id, std::move(descriptions));
+            blocks_.Key("descriptions").Text(id);
+        }
         if (!own.empty()) {
             blocks_.Key("ownFaults").Text(WriteFaults(own));
         }
@@ -201,7 +148,7 @@ class CatalogWriter {
 
     std::string Overview(const std::vector<Topic>& topics, const review::Verdicts& verdicts) {
         JsonText json;
-        json.BeginObject().Key("file").Text(FileName(reading_.ShownPath()));
+        json.BeginObject().Key("file").Text(CatalogName(reading_));
         AddVersion(texts_.CatalogVersion(), json);
         json.Key("blocks").Json(blocks_.EndArray().All());
         json.Key("classes").BeginArray();
@@ -210,6 +157,7 @@ class CatalogWriter {
         }
         json.EndArray();
         AddOperationNames(json);
+        AddMeanings(json);
         AddVerdicts(verdicts, json);
         json.Key("search").BeginArray();
         for (const Topic topic : topics) {
@@ -229,6 +177,19 @@ class CatalogWriter {
             json.EndArray();
         }
         json.EndObject();
+    }
+
+    /// What numbers in the other pieces stand for.
+    static void AddMeanings(JsonText& json) {
+        json.Key("layouts").BeginArray();
+        for (const Layout layout : {Layout::Complete, Layout::Open, Layout::Incomplete}) {
+            json.Text(review::LayoutWord(layout));
+        }
+        json.EndArray().Key("signalFlags").BeginObject();
+        json.Key("isBigEndian").Number(kSignalBigEndian).Key("isSigned").Number(kSignalSigned);
+        json.Key("isMultiplexor").Number(kSignalMultiplexor);
+        json.Key("isMultiplexed").Number(kSignalMultiplexed).EndObject();
+        json.Key("placesOfFunction").Number(Place::kPlacesOfFunction);
     }
 
     void AddVerdicts(const review::Verdicts& verdicts, JsonText& json) {
@@ -288,6 +249,11 @@ class CatalogWriter {
 };
 
 }  // namespace
+
+std::string CatalogName(const review::CatalogReading& reading) {
+    constexpr std::string_view kStandardInput = "-";
+    return reading.ShownPath() == kStandardInput ? "standard input" : FileName(reading.ShownPath());
+}
 
 void WriteCatalog(const review::CatalogReading& reading, kestrel::AtomicFile& file) {
     CatalogWriter(reading, file).Write();

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <string>
+
 #include "kestrel/atomic_file.h"
 #include "review/catalog_reading.h"
 
@@ -13,7 +15,11 @@ namespace tarvex::page {
 /// - "functions-0", "functions-1", ...: some hundred functions each, with their parameters;
 /// - "faults-0", ...: for each block that has any, the faults that are about none of its functions; the last
 ///   has those about no block;
+/// - "descriptions-0", ...: the beginnings of those of a block's functions;
 /// - "search-0", ...: what is searched (search_index.h).
 void WriteCatalog(const review::CatalogReading& reading, kestrel::AtomicFile& file);
+
+/// What people call the catalog: the name of its file, without its path.
+std::string CatalogName(const review::CatalogReading& reading);
 
 }  // namespace tarvex::page

@@ -16,7 +16,7 @@ constexpr int kLevel = 1;
 constexpr std::size_t kMaxWaiting = 24;
 
 std::string ElementOf(const std::string& id, std::string_view json) {
-    return "<script type=\"application/octet-stream\" id=\"" + id + "\">" + Base64(Compressed(json)) +
+    return "<script type=\"application/octet-stream\" id=\"data-" + id + "\">" + Base64(Compressed(json)) +
            "</script>\n";
 }
 

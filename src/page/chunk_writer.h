@@ -30,8 +30,8 @@ class ChunkWriter {
     /// Waits for what is being made; it is not written any more.
     ~ChunkWriter() = default;
 
-    /// `id`: letters, digits and hyphens; a page has it once. `json` is called once, beside others and beside
-    /// the caller, and what it needs outlives the writer or its `Finish`.
+    /// `id`: letters, digits and hyphens; a page has it once, behind "data-". `json` is called once, beside
+    /// others and beside the caller, and what it needs outlives the writer or its `Finish`.
     void Write(const std::string& id, std::function<std::string()> json);
     void Write(const std::string& id, std::string json);
     /// Writes all that is still being made. Called at the end. Throws what a maker has thrown.

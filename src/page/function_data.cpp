@@ -126,9 +126,7 @@ std::string FunctionData(const review::CatalogReading& reading, const FunctionPa
     const FunctionView& view = part.view;
     const review::FunctionTexts& texts = part.texts;
     JsonText json;
-    const std::string& name = view.target.function->GetName();
-    json.BeginObject().TextMember("catalogName", texts.name == name ? "" : texts.name);
-    json.TextMember("section", texts.section).TextMember("description", texts.description);
+    json.BeginObject().TextMember("section", texts.section).TextMember("description", texts.description);
     json.Key("params").BeginArray();
     for (const ZMTParam* param : view.parameters) {
         json.Number(numberOf(*param));

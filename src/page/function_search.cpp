@@ -87,14 +87,21 @@ class ParamTexts {
 
 }  // namespace
 
+void AddNames(Topic topic, const std::string& name, const std::string& inDatabases, Place place,
+              SearchIndex& index) {
+    std::string alike = name;
+    std::replace(alike.begin(), alike.end(), ' ', '_');  // a search sees no difference
+    index.Add(topic, name, "", place);
+    if (alike != inDatabases) {
+        index.Add(topic, inDatabases, "", place);
+    }
+}
+
 void AddToSearch(const FunctionPart& part, std::size_t function, SearchIndex& index) {
     const review::FunctionView& view = part.view;
     const review::FunctionTexts& texts = part.texts;
     const Place place = Place::OfFunction(function);
-    index.Add(Topic::Function, view.target.function->GetName(), "", place);
-    if (texts.name != view.target.function->GetName()) {
-        index.Add(Topic::Function, texts.name, "", place);
-    }
+    AddNames(Topic::Function, part.name, view.target.function->GetName(), place, index);
     index.Add(Topic::Description, texts.description, kFunctionContext, place);
     ParamTexts params(place, index);
     for (const ZMTParam* param : view.parameters) {

@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "import/text/files.h"
 #include "import/text/shown_text.h"
 #include "kestrel/atomic_file.h"
 #include "page/catalog_data.h"
@@ -18,7 +17,7 @@ void WritePage(const review::CatalogReading& reading, const std::string& path) {
     if (!file.Open(path)) {
         throw std::runtime_error("can't write '" + Shown(path) + "'");
     }
-    file.Append(PageHead(FileName(reading.ShownPath())));
+    file.Append(PageHead(CatalogName(reading)));
     WriteCatalog(reading, file);
     file.Append(PageEnd());
     if (!file.Commit()) {

@@ -9,8 +9,9 @@
 namespace tarvex::page {
 namespace {
 
-/// Of a text that is searched, of one with parts, and of a context.
-constexpr std::size_t kMaxText = 4000;
+/// Of a text that is searched, of one with parts, and of a context. The importer keeps 4096 letters of a
+/// text, which are all searched.
+constexpr std::size_t kMaxText = std::size_t{4096} * 3;
 constexpr std::size_t kMaxParts = std::size_t{1} << 20;
 constexpr std::size_t kMaxContext = 100;
 

@@ -34,8 +34,10 @@ class Place {
     }
     std::uint32_t Number() const { return number_; }
 
-  private:
+    /// A function itself and its operations.
     static constexpr std::size_t kPlacesOfFunction = 17;
+
+  private:
     explicit Place(std::size_t number) : number_(static_cast<std::uint32_t>(number)) {}
     std::uint32_t number_;
 };

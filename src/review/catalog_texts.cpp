@@ -103,8 +103,8 @@ CatalogTexts::CatalogTexts(const CatalogReading& reading)
 BlockTexts CatalogTexts::Of(const ZMTFBlock& block) const {
     const auto found = blocks_.find(block.FBlockID());
     const Element* element = found == blocks_.end() ? nullptr : found->second;
-    return {ChildText(element, "FBlockKind"), ChildText(element, "FBlockDescription"),
-            VersionOf(element, "FBlockVersion")};
+    return {ChildText(element, "FBlockName"), ChildText(element, "FBlockKind"),
+            ChildText(element, "FBlockDescription"), VersionOf(element, "FBlockVersion")};
 }
 
 FunctionTexts CatalogTexts::Of(const ZMTFunction& function) {

@@ -24,6 +24,7 @@ std::string VersionText(const Version& version);
 
 /// All texts are those of the catalog, in one line each; empty where it says nothing.
 struct BlockTexts {
+    std::string name;  ///< As the catalog writes it.
     std::string kind;
     std::string description;
     Version version;

@@ -1,8 +1,8 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { lastNotAbove } from "../../src/page/web/catalog.js";
+import { lastNotAbove, signalOf } from "../../src/page/web/catalog.js";
 import { Store, bytesOf, unpacked } from "../../src/page/web/store.js";
-import { packed, smallCatalog } from "./catalogs.js";
+import { kSignalFlags, packed, smallCatalog } from "./catalogs.js";
 
 test("base64 gives bytes", () => {
     assert.deepEqual([...bytesOf("")], []);
@@ -57,7 +57,7 @@ test("functions are counted over all blocks", async () => {
         [
             ["06.000", "FktIDs", "PNumber", [1, 12]],
             ["22.400", "Volume", "PNumber", [0, 1, 12]],
-            ["22.402", "Bass__Treble", "PNumber", [12]],
+            ["22.402", "Bass & Treble", "PNumber", [12]],
             ["22.40A", "Start", "MTrigger", [0]],
         ],
     );
@@ -67,12 +67,12 @@ test("functions are counted over all blocks", async () => {
 test("addresses find what they name", async () => {
     const catalog = await smallCatalog();
     const rows = [
-        [[0x22], "AudioAmp"],
+        [[0x22], "Audio Amp"],
         [[0x10], "Empty"],
         [[0x23], null],
-        [[0x22, 0x402], "Bass__Treble"],
+        [[0x22, 0x402], "Bass & Treble"],
         [[0x22, 0x401], null],
-        [[0x22, 0x402, 12], "Bass__Treble 12"],
+        [[0x22, 0x402, 12], "Bass & Treble 12"],
         [[0x22, 0x402, 0], null],
     ];
     for (const [numbers, name] of rows) {
@@ -97,12 +97,48 @@ test("a function comes with its parameters, and its operations with what they lo
             positions: [1, 2],
             message: "AudioAmp_Bass",
             look: 0,
-            layout: 2,
+            layout: "incomplete",
             bytes: 2,
-            signals: [],
+            signals: [signalOf(["A", "Bass", 7, 8, 3, 0, 1, "dB", 0, 9, [0, 8]], kSignalFlags)],
             end: [1, "why"],
         },
     ]);
+});
+
+test("a signal has names for its values, and for what its flags say", () => {
+    const signal = signalOf(["A", "Bass", 7, 8, 1 | 8, 4, 0.1, "dB", 0, 9, [0, 8]], kSignalFlags);
+    assert.deepEqual(signal, {
+        letters: "A",
+        name: "Bass",
+        startBit: 7,
+        length: 8,
+        value: 4,
+        factor: 0.1,
+        unit: "dB",
+        minimum: 0,
+        maximum: 9,
+        ranges: [0, 8],
+        isBigEndian: true,
+        isSigned: false,
+        isMultiplexor: false,
+        isMultiplexed: true,
+    });
+});
+
+test("a block and a function have the names that databases have where these are others", async () => {
+    const catalog = await smallCatalog();
+    assert.deepEqual(
+        catalog.blocks.map((block) => [block.name, block.databaseName]),
+        [
+            ["Diagnosis", undefined],
+            ["Empty", undefined],
+            ["Audio Amp", "AudioAmp"],
+        ],
+    );
+    assert.deepEqual(
+        [1, 2].map((number) => catalog.functionAt(number).databaseName),
+        [undefined, "Bass__Treble"],
+    );
 });
 
 test("functions of one block stand in several pieces", async () => {

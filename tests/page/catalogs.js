@@ -9,19 +9,24 @@ const kOperationNames = {
     method: ["Start", "Abort", "StartResult", ..."3456789AB", "Result", ..."DE", "Error"],
 };
 
+export const kSignalFlags = { isBigEndian: 1, isSigned: 2, isMultiplexor: 4, isMultiplexed: 8 };
+
 export const kOverview = {
     file: "small.xml",
     version: "1.0",
     blocks: [
         { id: 0x06, name: "Diagnosis" },
         { id: 0x10, name: "Empty" },
-        { id: 0x22, name: "AudioAmp", faults: 2, incomplete: 1 },
+        { id: 0x22, name: "Audio Amp", databaseName: "AudioAmp", faults: 2, incomplete: 1 },
     ],
     classes: [
         ["property", "PNumber"],
         ["method", "MTrigger"],
     ],
     operationNames: kOperationNames,
+    layouts: ["complete", "open", "incomplete"],
+    signalFlags: kSignalFlags,
+    placesOfFunction: 17,
     functions: 4,
     messages: 5,
     incomplete: ["22.402.C"],
@@ -43,7 +48,8 @@ export const kFunctions = [
     { ids: [], names: [], classes: [], opTypes: [], faults: [], incomplete: [], pieces: [] },
     {
         ids: [0x400, 0x402, 0x40a],
-        names: ["Volume", "Bass__Treble", "Start"],
+        names: ["Volume", "Bass & Treble", "Start"],
+        databaseNames: [1, "Bass__Treble"],
         classes: [0, 0, 1],
         opTypes: [0x1003, 0x1000, 0x0001],
         faults: [0, 2, 0],
@@ -65,23 +71,29 @@ const kPieces = {
             {
                 params: [1, 0],
                 operations: [{ opType: 12, positions: [1, 2], message: "AudioAmp_Bass", look: 0, layout: 2 }],
-                looks: [{ bytes: 2, signals: [], end: [1, "why"] }],
+                looks: [
+                    {
+                        bytes: 2,
+                        signals: [["A", "Bass", 7, 8, 3, 0, 1, "dB", 0, 9, [0, 8]]],
+                        end: [1, "why"],
+                    },
+                ],
             },
         ],
     },
     "functions-2": { params: [], functions: [details("start")] },
     // Places are differences; a function has 17: itself and one for each OPType.
     "search-0": {
-        lines: "Diagnosis\nEmpty\nAudioAmp",
-        contexts: [""],
-        contextOf: [0, 0, 0],
-        places: [1, 0, 1, 1, 1, 2],
-    },
-    "search-1": {
-        lines: "FktIDs\nVolume\nBass__Treble\nStart",
+        lines: "Diagnosis\nEmpty\nAudio Amp\nAudioAmp",
         contexts: [""],
         contextOf: [0, 0, 0, 0],
-        places: [1, 0, 1, 17, 1, 34, 1, 51],
+        places: [1, 0, 1, 1, 1, 2, 1, 2],
+    },
+    "search-1": {
+        lines: "FktIDs\nVolume\nBass & Treble\nBass__Treble\nStart",
+        contexts: [""],
+        contextOf: [0, 0, 0, 0, 0],
+        places: [1, 0, 1, 17, 1, 34, 1, 34, 1, 51],
     },
     "search-2": {
         lines: "0x00 off\t0x01 Low range\t0x02 range low\n0x00 Volume",

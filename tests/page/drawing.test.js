@@ -1,6 +1,8 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
+import { signalOf } from "../../src/page/web/catalog.js";
 import { drawingsOf, groupsOf } from "../../src/page/web/drawing.js";
+import { kSignalFlags } from "./catalogs.js";
 
 const kBigEndian = 1;
 const kSigned = 2;
@@ -9,13 +11,13 @@ const kMultiplexed = 8;
 
 /** A signal as the data has it; bits from the highest of byte 0 on. */
 function signal(letters, ranges, flags = kBigEndian, value = 0) {
-    return [letters, letters, 0, 0, flags, value, null, null, null, null, ranges];
+    return signalOf([letters, letters, 0, 0, flags, value, null, null, null, null, ranges], kSignalFlags);
 }
 
 /** Rows as a text has them: a letter for each bit, "." for none and "#" for several. */
 function drawn(operation) {
-    const { signals, groups } = groupsOf(operation);
-    return groups.map(({ value, rows, end }) => {
+    const { signals, values, draw } = groupsOf(operation);
+    return values.map(draw).map(({ value, rows, end }) => {
         const lines = rows.map((row) => {
             const letters = row.runs.map(({ cell, length }) =>
                 (cell < 0 ? { "-1": ".", "-2": "#" }[cell] : signals[cell].letters).repeat(length),
@@ -66,11 +68,11 @@ test("each value of the multiplexor has a drawing, one behind the other", () => 
     ]);
 });
 
-test("of a multiplexor with very many values the first 32 are drawn", () => {
-    const signals = Array.from({ length: 40 }, (_, value) => signal("A", [0, 8], kMultiplexed, value));
-    const { groups, more } = groupsOf({ bytes: 1, signals });
-    assert.equal(groups.length, 32);
-    assert.equal(more, 8);
+test("a multiplexor with very many values has a drawing for each", () => {
+    const signals = Array.from({ length: 400 }, (_, value) => signal("A", [0, 8], kMultiplexed, value));
+    const { values, draw } = groupsOf({ bytes: 1, signals });
+    assert.equal(values.length, 400);
+    assert.equal(draw(399).rows.length, 1);
 });
 
 test("operations that look alike have one drawing, those without bytes none", () => {

@@ -9,6 +9,7 @@ const kBrowser = [
     "Response",
     "atob",
     "document",
+    "history",
     "location",
     "navigator",
     "performance",

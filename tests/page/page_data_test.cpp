@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,53 @@ TEST(PageData, HasTheListsOfFunctionsAlone) {
     EXPECT_EQ(overview["blocks"], json::parse(R"([{"id": 34, "name": "Amp"}])"));
     EXPECT_EQ(overview["search"], json::array({"block", "function", "message", "parameter", "signal"}));
     EXPECT_EQ(overview["operationNames"]["method"][0], "Start");
+}
+
+/// The catalog with another text instead.
+std::string Replaced(std::string catalog, std::string_view text, std::string_view other) {
+    return catalog.replace(catalog.find(text), text.size(), other);
+}
+
+TEST(PageData, HasNamesAsTheCatalogWritesThem) {
+    std::string catalog = Replaced(CatalogOfParams(Param("Level", kByte)), "Amp<", "音声アンプ<");
+    catalog = Replaced(std::move(catalog), "Volume<", "Laut &amp; leise<");
+    const auto pieces = PiecesOf(PageOf(catalog));
+    EXPECT_EQ(pieces.at("overview")["blocks"],
+              json::parse(R"([{"id": 34, "name": "音声アンプ", "databaseName": ""}])"));
+    EXPECT_EQ(pieces.at("functions")[0]["names"], json::array({"Laut & leise"}));
+    // Behind the place of the function.
+    EXPECT_EQ(pieces.at("functions")[0]["databaseNames"], json::parse(R"([0, "Laut__leise"])"));
+    EXPECT_EQ(pieces.at("search-0")["lines"], "音声アンプ");
+    EXPECT_EQ(pieces.at("search-1")["lines"], "Laut & leise\nLaut__leise");
+}
+
+TEST(PageData, HasOneNameWhereASearchSeesNoDifference) {
+    const auto pieces =
+        PiecesOf(PageOf(Replaced(CatalogOfParams(Param("Level", kByte)), "Volume<", "Vol 1<")));
+    EXPECT_EQ(pieces.at("functions")[0]["databaseNames"], json::parse(R"([0, "Vol_1"])"));
+    EXPECT_EQ(pieces.at("search-1")["lines"], "Vol 1");
+}
+
+TEST(PageData, HasTheBeginningsOfDescriptionsInAPieceOfTheirBlock) {
+    std::string letters;
+    for (int count = 0; count < 161; ++count) {
+        letters += "ж";
+    }
+    const auto pieces = PiecesOf(
+        PageOf(Replaced(CatalogOfParams(Param("Level", kByte)), "</FunctionName>",
+                        "</FunctionName><FunctionDescription>" + letters + "</FunctionDescription>")));
+    EXPECT_EQ(pieces.at("overview")["blocks"][0]["descriptions"], "descriptions-0");
+    EXPECT_EQ(pieces.at("descriptions-0"), json::array({letters.substr(0, 320) + "\u2026"}));
+    EXPECT_EQ(pieces.at("functions-0")["functions"][0]["description"], letters);
+}
+
+TEST(PageData, TellsWhatItsNumbersStandFor) {
+    const auto pieces = PiecesOfParams(Param("Level", kByte));
+    const json& overview = pieces.at("overview");
+    EXPECT_EQ(overview["layouts"], json::parse(R"(["complete", "open", "incomplete"])"));
+    EXPECT_EQ(overview["signalFlags"], json::parse(R"({"isBigEndian": 1, "isSigned": 2, "isMultiplexor": 4,
+        "isMultiplexed": 8})"));
+    EXPECT_EQ(overview["placesOfFunction"], 17);
 }
 
 TEST(PageData, HasPositionsAsTheCatalogCountsThem) {

@@ -1,6 +1,8 @@
 import assert from "node:assert/strict";
 import { mock, test } from "node:test";
-import { addressOf, kNoFilter, Search } from "../../src/page/web/search.js";
+import { kNoFilter } from "../../src/page/web/filter.js";
+import { Lines, Match } from "../../src/page/web/lines.js";
+import { addressOf, Search } from "../../src/page/web/search.js";
 import { excerpt } from "../../src/page/web/search_box.js";
 import { smallCatalog } from "./catalogs.js";
 
@@ -19,8 +21,10 @@ test("every kind of key finds its places", async () => {
         ["nowhere", []],
         ["diag", ["block|Diagnosis||06"]],
         ["DIAG", ["block|Diagnosis||06"]],
-        ["bass", ["function|Bass__Treble||22.402"]],
+        ["bass", ["function|Bass & Treble||22.402"]],
         ["bass  treble", ["function|Bass__Treble||22.402"]],
+        ["bass & t", ["function|Bass & Treble||22.402"]],
+        ["audioamp", ["block|AudioAmp||22"]],
         ["loud", ["description|How loud it is|function|22.400.C"]],
         // A value of a parameter in two functions, and the part of the line that has the word.
         ["low range", ["value|0x01 Low range|Mode|22.400", "value|0x01 Low range|Mode|22.402"]],
@@ -32,7 +36,16 @@ test("every kind of key finds its places", async () => {
                 "value|0x00 Volume|Data.Kind|22.40A",
             ],
         ],
-        // What begins with the word comes first, and each topic behind those before it.
+        // What begins with the word, or has it behind a code, comes first, and each topic behind those before it.
+        [
+            "range",
+            [
+                "value|0x02 range low|Mode|22.400",
+                "value|0x02 range low|Mode|22.402",
+                "value|0x01 Low range|Mode|22.400",
+                "value|0x01 Low range|Mode|22.402",
+            ],
+        ],
         ["0x02", ["value|0x02 range low|Mode|22.400", "value|0x02 range low|Mode|22.402"]],
         [
             "volume",
@@ -46,9 +59,9 @@ test("every kind of key finds its places", async () => {
         [
             "a",
             [
-                "block|AudioAmp||22",
+                "block|Audio Amp||22",
                 "block|Diagnosis||06",
-                "function|Bass__Treble||22.402",
+                "function|Bass & Treble||22.402",
                 "function|Start||22.40A",
                 "value|0x01 Low range|Mode|22.400",
                 "value|0x01 Low range|Mode|22.402",
@@ -75,6 +88,23 @@ test("addresses are found while they are typed", async () => {
         ["22.01.402.C", ["address|22.402.C||22.402.C"]],
         ["22.402.0", []],
         ["23.4", []],
+        ["22.", ["address|22.400||22.400", "address|22.402||22.402", "address|22.40A||22.40A"]],
+        ["22.402.", ["address|22.402.C||22.402.C"]],
+        [
+            "22.400.",
+            ["address|22.400.0||22.400.0", "address|22.400.1||22.400.1", "address|22.400.C||22.400.C"],
+        ],
+        ["22.400.s", ["address|22.400.0||22.400.0", "address|22.400.C||22.400.C"]],
+        ["22..", []],
+        ["AudioAmp.Volume", ["address|22.400||22.400"]],
+        ["audio amp.v", ["address|22.400||22.400"]],
+        ["AudioAmp.Volume.Status", ["address|22.400.C||22.400.C"]],
+        ["AudioAmp.Bass & Treble.", ["address|22.402.C||22.402.C"]],
+        ["AudioAmp.Bass__", ["address|22.402||22.402"]],
+        ["audioamp.402.status", ["address|22.402.C||22.402.C"]],
+        ["22.volume", ["address|22.400||22.400"]],
+        ["audio.volume", []],
+        [".volume", []],
     ];
     for (const [query, expected] of rows) {
         const all = await found(query);
@@ -88,8 +118,8 @@ test("addresses are found while they are typed", async () => {
 
 test("filters leave functions that pass, and no blocks", async () => {
     const rows = [
-        ["", { isFaulty: true }, ["function|Bass__Treble||22.402"]],
-        ["", { isIncomplete: true }, ["function|Bass__Treble||22.402"]],
+        ["", { isFaulty: true }, ["function|Bass & Treble||22.402"]],
+        ["", { isIncomplete: true }, ["function|Bass & Treble||22.402"]],
         ["", { classNumber: 1 }, ["function|Start||22.40A"]],
         ["", { opType: 1 }, ["function|FktIDs||06.000", "function|Volume||22.400"]],
         ["", { opType: 1, classNumber: 1 }, []],
@@ -100,6 +130,48 @@ test("filters leave functions that pass, and no blocks", async () => {
     ];
     for (const [query, filter, expected] of rows) {
         assert.deepEqual(await found(query, filter), expected, JSON.stringify([query, filter]));
+    }
+});
+
+test("a line that no wanted function has is passed over at once", () => {
+    const text = Array.from({ length: 20000 }, (_, code) => `${code} Value`).join("\t");
+    const piece = { lines: `${text}\n0 Value`, contexts: [""], contextOf: [0, 0], places: [1, 0, 1, 17] };
+    const lines = new Lines("value", piece);
+    const asked = [];
+    const isWanted = (line) => {
+        asked.push(line);
+        return line === 1;
+    };
+    for (const match of [Match.kBehindCode, Match.kInside]) {
+        const hits = [...lines.find(match === Match.kInside ? "alue" : "value", match, isWanted)];
+        assert.deepEqual(
+            hits.filter((hit) => hit !== null).map(({ line, begin }) => [line, lines.partAt(line, begin)]),
+            [[1, "0 Value"]],
+        );
+        assert.equal(hits.length, 2);
+    }
+    assert.deepEqual(asked, [0, 1, 0, 1]);
+});
+
+test("a part is found as it is written, also behind letters of another length", () => {
+    const piece = {
+        lines: "0 \u0130x\t1 \u0130y\t2 caf\u0065\u0301 z",
+        contexts: [""],
+        contextOf: [0],
+        places: [1, 0],
+    };
+    const lines = new Lines("value", piece);
+    const rows = [
+        ["y", "1 \u0130y"],
+        ["caf\u00e9", "2 caf\u0065\u0301 z"],
+    ];
+    for (const [word, part] of rows) {
+        const matches = [Match.kBeginning, Match.kBehindCode, Match.kInside];
+        const hits = matches.flatMap((match) => [...lines.find(word, match, () => true)]);
+        assert.deepEqual(
+            hits.filter((hit) => hit !== null).map(({ line, begin }) => lines.partAt(line, begin)),
+            [part],
+        );
     }
 });
 
@@ -128,6 +200,9 @@ test("an excerpt has the word in it, however long the text is", () => {
         [excerpt("Volume", ""), ["Volume", "", ""]],
         [excerpt("Bass Treble", "s_t"), ["Bas", "s T", "reble"]],
         [excerpt("Volume", "nothing"), ["Volume", "", ""]],
+        [excerpt("caf\u0065\u0301 x", "caf\u00e9"), ["", "caf\u00e9", " x"]],
+        // Letters of two halves are not parted.
+        [excerpt(`x${"🔊".repeat(100)}`, ""), [`x${"🔊".repeat(69)}`, "", ""]],
         // Small letters of another number would mark the wrong ones.
         [excerpt("\u0130\u0130 Word", "word"), ["\u0130\u0130 Word", "", ""]],
     ];

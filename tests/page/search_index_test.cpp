@@ -73,12 +73,13 @@ TEST(SearchIndex, HasTopicsInTheirOrder) {
 TEST(SearchIndex, KeepsEachTextInALine) {
     SearchIndex index;
     index.Add(Topic::Value, "a\nb\tc", "", Place::OfFunction(0));
-    index.Add(Topic::Description, std::string(5000, 'x'), "", Place::OfFunction(0));
-    index.Add(Topic::Value, std::string(5000, 'y') + page::kPartEnd, "", Place::OfFunction(0));
+    // The importer keeps 4096 letters of a text, of up to three bytes.
+    index.Add(Topic::Description, std::string(13000, 'x'), "", Place::OfFunction(0));
+    index.Add(Topic::Value, std::string(13000, 'y') + page::kPartEnd, "", Place::OfFunction(0));
     const auto pieces = Pieces(index);
     ASSERT_EQ(pieces.size(), 2U);
-    EXPECT_EQ(pieces[0].second["lines"], "a b\tc\n" + std::string(5000, 'y') + "\t");
-    EXPECT_EQ(pieces[1].second["lines"], std::string(4000, 'x'));
+    EXPECT_EQ(pieces[0].second["lines"], "a b\tc\n" + std::string(13000, 'y') + "\t");
+    EXPECT_EQ(pieces[1].second["lines"], std::string(12288, 'x'));
 }
 
 TEST(SearchIndex, IsPartedWhereItIsLong) {

@@ -30,6 +30,45 @@ def large_catalog(functions, values):
       </FunctionCatalog>"""
 
 
+def element(tag, *content):
+    return f"<{tag}>{''.join(content)}</{tag}>"
+
+
+def number(word="Byte"):
+    return (f'<TNumber><BasisDataType><TU{word} TypeRef="type_{word}"/></BasisDataType><Exponent>0</Exponent>'
+            '<RangeMin>-2147483648</RangeMin><RangeMax>2147483647</RangeMax><Step>1</Step><Unit UnitRef="unit"/></TNumber>')
+
+
+def record(fields):
+    """A record of fields: names and types."""
+    inner = "".join(f'<TRecordField FieldIdx="{place}"><TRecordFieldName>{name}</TRecordFieldName>{kind}</TRecordField>'
+                    for place, (name, kind) in enumerate(fields, 1))
+    return f'<TRecord TypeRef="type_record" NElements="{len(fields)}">{inner}</TRecord>'
+
+
+def enumeration(values):
+    inner = "".join(f'<TEnumValue Code="{code}">Value {code}</TEnumValue>' for code in range(values))
+    return f'<TEnum TypeRef="type_Byte" TEnumMax="{values}">{inner}</TEnum>'
+
+
+def function(identifier, params):
+    """A property with parameters, names and types, all of them in Status."""
+    inner = "".join(
+        f"<PUParam><ParamName>{name}</ParamName><PUParamOPType><PReportStatus><ParamPos>{place}</ParamPos>"
+        f"</PReportStatus></PUParamOPType><PUParamType>{kind}</PUParamType></PUParam>"
+        for place, (name, kind) in enumerate(params, 1))
+    return element("Function", f"<FunctionID>0x{identifier:03X}</FunctionID><FunctionName>F{identifier:03X}</FunctionName>",
+                   "<FunctionClass><Property>", element("PUnclassified", inner), "</Property></FunctionClass>")
+
+
+def catalog_of(*functions):
+    types = "".join(f'<TypeDef TypeID="type_{name}"><TDefName>{name}</TDefName><TDefSize>{size}</TDefSize></TypeDef>'
+                    for name, size in [("Byte", 1), ("Word", 2), ("record", 0)])
+    unit = ('<UnitDef UnitID="unit"><UnitDefName>kilometres</UnitDefName><UnitDefCode>0x01</UnitDefCode></UnitDef>')
+    block = element("FBlock", "<FBlockID>0x22</FBlockID><FBlockName>Block</FBlockName>", *functions)
+    return element("FunctionCatalog", block, element("Definition", types, unit))
+
+
 class Accessibility(PageTest):
     def violations(self):
         self.js(AXE.read_text(encoding="utf-8"))
@@ -119,7 +158,66 @@ class Steps(PageTest):
         self.find("main .more").click()
         self.assertEqual(len(self.table(".functions")), 251)
         self.assertEqual(self.texts("main .more"), [])
-        self.wait_until("return [...document.querySelectorAll('.short')].pop().innerText === 'Number 249.'")
+        self.assertEqual(self.js("return [...document.querySelectorAll('.short')].pop().innerText"), "Number 249.")
+        # Who comes back finds the list as it was.
+        self.js("window.scrollTo(0, 5000)")
+        self.go("22.000")
+        self.driver.back()
+        self.wait_for("22")
+        self.assertEqual(len(self.table(".functions")), 251)
+        self.assertEqual(self.js("return window.scrollY"), 5000)
+        # On paper descriptions are there as soon as their rows.
+        self.go("")
+        self.go("22")
+        self.assertEqual(self.js("window.dispatchEvent(new Event('beforeprint'));"
+                                 "return [...document.querySelectorAll('.short')].pop().innerText"), "Number 249.")
+
+    def nodes(self):
+        return self.js("return document.querySelectorAll('main *').length")
+
+    def test_a_view_has_a_bounded_number_of_rows(self):
+        inner = record([(f"Inner{place}", enumeration(50)) for place in range(40)])
+        self.open(page_of_text("deep.xml", catalog_of(
+            function(1, [(f"P{place}", enumeration(100)) for place in range(200)]),
+            function(2, [("Deep", record([(f"Outer{place}", inner) for place in range(40)]))]),
+            function(3, [("Long", record([(f"Field{place}", number()) for place in range(300)]))]))), "22.001")
+        self.assertLess(self.nodes(), 12000)
+        self.assertEqual(len(self.texts("section.parameter")), 40)
+        self.assertEqual(self.texts("section[aria-labelledby=parameters] > .more"),
+                         ["Show 40 more of 200 parameters"])
+        self.assertEqual(self.texts("section.parameter:last-child .more"), ["Show 60 of 100 values"])
+        self.js("document.querySelector('section.parameter:last-child .more').click()")
+        self.assertEqual(self.texts("section.parameter:last-child .more"), ["Show 40 more of 100 values"])
+        self.go("22.002")
+        self.assertLess(self.nodes(), 12000)
+        # Every row of a drawing can be reached.
+        self.go("22.003")
+        rows = "return document.querySelectorAll('.drawing .byte').length"
+        self.assertEqual(self.js(rows), 128)
+        self.assertEqual(self.text(".group .more"), "Show 128 more of 300 rows")
+        self.js("window.dispatchEvent(new Event('beforeprint'))")
+        self.assertEqual(self.js(rows), 300)
+        self.assertEqual(self.texts("main .more"), [])
+
+    def test_nothing_is_cut_off_on_paper(self):
+        name = "A_rather_long_name_of_a_parameter"
+        self.open(page_of_text("wide.xml", catalog_of(*(
+            function(count, [(f"{name}_{place}", number("Word")) for place in range(count)])
+            for count in [3, 6, 7, 12, 30, 60]))), "22.003")
+        # Paper of A4 between its margins; what is up to twice as wide is made smaller.
+        width = round((210 - 2 * 14) / 25.4 * 96)
+        for count, most in [(3, 1), (6, 1), (7, 1), (12, 1), (30, 2), (60, 1)]:
+            with self.subTest(count):
+                self.browser.set_media()
+                self.go(f"22.{count:03X}")
+                self.browser.set_media("print")
+                self.browser.resize(width, HEIGHT)
+                right = self.js("return Math.max(...[...document.querySelectorAll('main th, main td, main .name, main td *, "
+                                "main .drawing, main .messages *')].map((e) => e.getBoundingClientRect().right))")
+                self.assertLessEqual(right, most * width)
+                self.assertTrue(self.find(".operations td:last-child code").is_displayed())
+        # What is left out of a table that is too wide stands at the parameters.
+        self.assertEqual(self.text("section.parameter:last-child .in"), "Status 40")
 
     def test_paper_has_everything_of_a_function(self):
         self.open(page_of_text("large.xml", large_catalog(functions=2, values=150)), "22.000")

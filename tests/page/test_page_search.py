@@ -9,13 +9,14 @@ from selenium.webdriver.common.keys import Keys
 # A key of each kind, and the first results: what it is, the text, and where it is.
 KEYS = [
     ("22", ["block | AudioAmp | 22"]),
-    ("22.402", ["function | AudioAmp.Bass__Treble | 22.402"]),
-    ("22.402.C", ["function | AudioAmp.Bass__Treble | 22.402.C"]),
-    ("22.01.402.c", ["function | AudioAmp.Bass__Treble | 22.402.C"]),
+    ("22.402", ["function | AudioAmp.Bass & Treble | 22.402"]),
+    ("22.402.C", ["function | AudioAmp.Bass & Treble | 22.402.C"]),
+    ("22.01.402.c", ["function | AudioAmp.Bass & Treble | 22.402.C"]),
+    ("AudioAmp.Vol", ["function | AudioAmp.Volume | 22.400"]),
     ("audioa", ["block | AudioAmp | 22 AudioAmp"]),
-    ("bass & tr", ["function | Bass & Treble | 22.402 AudioAmp.Bass__Treble"]),
-    ("BassTreble_S", ["message | AudioAmp_BassTreble_Set | 22.402.0 AudioAmp.Bass__Treble",
-                      "message | AudioAmp_BassTreble_Status | 22.402.C AudioAmp.Bass__Treble"]),
+    ("bass & tr", ["function | Bass & Treble | 22.402 AudioAmp.Bass & Treble"]),
+    ("BassTreble_S", ["message | AudioAmp_BassTreble_Set | 22.402.0 AudioAmp.Bass & Treble",
+                      "message | AudioAmp_BassTreble_Status | 22.402.C AudioAmp.Bass & Treble"]),
     ("nsteps", ["parameter | NSteps | 22.400 AudioAmp.Volume"]),
     ("trim", ["function | ChannelTrim | 22.408 AudioAmp.ChannelTrim"]),
     ("delay_m1", ["signal | Delay_M1 | 22.409 AudioAmp.SpeakerSetup"]),
@@ -23,8 +24,8 @@ KEYS = [
     ("0x21", ["value | 0x21 Rock & Pop of Preset | 22.404 AudioAmp.EqualizerPreset"]),
     ("tweeter_l", ["signal | Tweeter_left | 22.406 AudioAmp.SpeakerMask"]),
     ("audible", ["bit | 0 muted / audible of Mute | 22.113 AudioAmp.Mute"]),
-    ("°c", ["function | Temperatur °C | 06.201 Diagnosis.Temperatur_C",
-            "unit | °C of Celsius | 06.201 Diagnosis.Temperatur_C"]),
+    ("°c", ["function | Temperatur °C | 06.201 Diagnosis.Temperatur °C",
+            "unit | °C of Celsius | 06.201 Diagnosis.Temperatur °C"]),
     ("four channels", ["description | Amplifier with four channels. Loudspeakers <front> and <rear> are driven apart. "
                        "| 22 AudioAmp"]),
     ("refused", ["description | Why the command was refused. | 06.200 Diagnosis.ResetCounters"]),
@@ -83,9 +84,9 @@ class Search(PageTest):
         self.open("roadster")
         self.find("#search").click()
         rows = [
-            ({"faulty": True}, 14, "22.402 AudioAmp.Bass__Treble"),
-            ({"incomplete": True}, 7, "40.202 Tuner_SdWest.SignalStrength"),
-            ({"faulty": True, "incomplete": True}, 7, "40.202 Tuner_SdWest.SignalStrength"),
+            ({"faulty": True}, 14, "22.402 AudioAmp.Bass & Treble"),
+            ({"incomplete": True}, 7, "40.202 Tuner Süd/West.SignalStrength"),
+            ({"faulty": True, "incomplete": True}, 7, "40.202 Tuner Süd/West.SignalStrength"),
             ({"of_class": "MUnclassified"}, 3, "22.101 AudioAmp.Allocate"),
             ({"op_type": "3 Increment / OpType3"}, 2, "22.400 AudioAmp.Volume"),
             ({"op_type": "B OpTypeB / Processing", "of_class": "MUnclassified"}, 3, "22.101 AudioAmp.Allocate"),
@@ -129,6 +130,21 @@ class Places(PageTest):
         self.wait_for("50.307")
         self.assertEqual(self.places(), ("#50.307", "NetworkInfo"))
 
+    def test_back_leads_to_where_one_was(self):
+        self.browser.resize(width=1280, height=300)
+        self.open("roadster", "31")
+        link = self.find("main").find_element(By.LINK_TEXT, "Eject")
+        self.js("window.scrollTo(0, 350)")
+        self.js("arguments[0].click()", link)
+        self.wait_for("31.208")
+        self.assertEqual(self.js("return window.scrollY"), 0)
+        self.driver.back()
+        self.wait_for("31")
+        self.assertEqual(self.js("return window.scrollY"), 350)
+        self.driver.forward()
+        self.wait_for("31.208")
+        self.assertEqual(self.js("return window.scrollY"), 0)
+
     def test_previous_and_next_lead_from_block_to_block(self):
         self.open("roadster", "22.000")
         self.find("main").find_element(By.LINK_TEXT, "Previous").click()
@@ -157,7 +173,7 @@ class Places(PageTest):
         self.open("roadster")
         self.assertEqual(self.driver.title, "roadster.xml")
         self.go("22.402")
-        self.assertEqual(self.driver.title, "22.402 Bass__Treble – roadster.xml")
+        self.assertEqual(self.driver.title, "22.402 Bass & Treble – roadster.xml")
 
 
 class Keyboard(PageTest):
@@ -191,6 +207,25 @@ class Keyboard(PageTest):
         self.press(Keys.ENTER)
         self.wait_for("22.402")
 
+    def type_at_once(self, *words):
+        """Types each word with Enter behind it, before the page does anything else."""
+        self.js("const field = document.getElementById('search');"
+                "for (const word of arguments) {"
+                "  field.value = word; field.dispatchEvent(new Event('input'));"
+                "  field.dispatchEvent(new KeyboardEvent('keydown', {key: 'Enter'})); }", *words)
+
+    def test_enter_waits_for_the_results_of_what_is_typed(self):
+        self.open("roadster")
+        self.type_at_once("31.206")  # nothing is unpacked yet
+        self.wait_for("31.206")
+        self.search("volume")
+        self.type_at_once("22.402")  # and not the first that has a volume
+        self.wait_for("22.402")
+        shown = self.js("return history.length")
+        self.type_at_once("volume", "50.307")  # who types on does not mean what was there before
+        self.wait_for("50.307")
+        self.assertEqual(self.js("return history.length"), shown + 1)
+
     def test_the_ends_of_the_list(self):
         self.open("roadster")
         self.press("/")
@@ -211,8 +246,22 @@ class Keyboard(PageTest):
         self.wait_for_results("volume")
         self.assertTrue(self.find("#panel").is_displayed())
         self.press(Keys.ESCAPE)
-        self.assertFalse(self.find("#panel").is_displayed())
-        self.assertEqual(self.find("#search").get_attribute("aria-expanded"), "false")
+        for _ in range(2):
+            self.assertFalse(self.find("#panel").is_displayed())
+            self.assertEqual(self.find("#search").get_attribute("aria-expanded"), "false")
+            self.assertEqual(self.find("#search").get_attribute("value"), "volume")
+            self.press(Keys.ESCAPE)
+
+    def test_the_slash_leads_back_from_the_filters(self):
+        self.open("roadster")
+        for tabs in [1, 3]:  # a box, and a list
+            with self.subTest(tabs):
+                self.find("#search").click()
+                self.press(*[Keys.TAB] * tabs)
+                self.assertNotEqual(self.focused(), "search")
+                self.press("/")
+                self.assertEqual(self.focused(), "search")
+                self.assertEqual(self.find("#search").get_attribute("value"), "")
 
     def test_the_tabulator_reaches_everything_in_its_order(self):
         self.open("roadster", "22.402")
@@ -226,8 +275,8 @@ class Keyboard(PageTest):
                 " : e.innerText"))
         self.assertEqual([" ".join(text.split()) for text in reached], [
             "skip", "Catalog 3.1 of 2024-06-03", "search", "with faults", "incomplete", "Class", "OPType", "Catalog", "22 AudioAmp",
-            "Previous: Balance", "Next: Loudness_", "Copy link",
-            "Operations of Bass__Treble, with the positions of parameters", "0 Set"][:14])
+            "Previous: Balance", "Next: Loudness", "Copy link",
+            "Operations of Bass & Treble, with the positions of parameters", "0 Set"][:14])
 
     def test_the_skip_link_leads_to_the_content(self):
         self.open("roadster", "22.402")
@@ -235,7 +284,7 @@ class Keyboard(PageTest):
         self.assertEqual(self.focused(), "skip")
         self.assertGreaterEqual(self.js("return document.activeElement.getBoundingClientRect().top"), 0)
         self.press(Keys.ENTER)
-        self.assertEqual(self.focused(), "Bass__Treble")
+        self.assertEqual(self.focused(), "Bass & Treble")
         self.assertEqual(self.js("return location.hash"), "#22.402")
 
     def test_focus_is_seen(self):

@@ -76,8 +76,8 @@ class Views(PageTest):
             ["ID", "Block", "Kind", "Version", "Functions", "Faults", "Layouts"],
             ["06", "Diagnosis", "Slave", "1.2 of 2024-05-17", "4", "–", "–"],
             ["22", "AudioAmp", "Slave", "1.2 of 2024-05-17", "14", "4 faults", "–"],
-            ["31", "Disc_Player", "Slave", "2.0 of 2024-05-17", "14", "6 faults", "–"],
-            ["40", "Tuner_SdWest", "Slave", "1.2 of 2024-05-17", "14", "5 faults", "1 incomplete"],
+            ["31", "Disc Player", "Slave", "2.0 of 2024-05-17", "14", "6 faults", "–"],
+            ["40", "Tuner Süd/West", "Slave", "1.2 of 2024-05-17", "14", "5 faults", "1 incomplete"],
             ["50", "Phone", "Slave", "1.2 of 2024-05-17", "11", "15 faults", "5 incomplete"],
             ["60", "Gateway", "Slave", "1.0 of 2024-05-31", "6", "5 faults", "1 incomplete"]])
 
@@ -96,10 +96,9 @@ class Views(PageTest):
 
     def test_block(self):
         self.open("roadster", "31")
-        self.assertEqual(self.heading(), "Disc_Player")
+        self.assertEqual(self.heading(), "Disc Player")
         self.assertEqual(self.lines(".heading")[1:], ["31", "Copy link", "Slave", "version 2.0 of 2024-05-17",
-                                                      "14 functions", "6 faults", "One slot for a disc of 12 cm."])
-        self.wait_until("return document.querySelector('.functions .short').innerText !== ''")
+                                                      "in databases Disc_Player", "14 functions", "6 faults", "One slot for a disc of 12 cm."])
         table = self.table(".functions")
         self.assertEqual(table[0], ["ID", "Function", "Class", "OPTypes", "Description", "Faults"])
         self.assertEqual(table[1], ["000", "FktIDs", "property PUnclassified", "1CF",
@@ -120,9 +119,9 @@ class Views(PageTest):
 
     def test_function(self):
         self.open("roadster", "22.402")
-        self.assertEqual(self.heading(), "Bass__Treble")
+        self.assertEqual(self.heading(), "Bass & Treble")
         self.assertEqual(self.lines(".heading")[1:], ["22.402", "Copy link", "property PUnclassified",
-                                                      "section Unique", "in the catalog Bass & Treble"])
+                                                      "section Unique", "in databases Bass__Treble"])
         self.assertEqual(self.sections(), ["Operations", "Parameters", "Bytes and signals"])
         self.assertEqual(self.table(".operations"), [
             ["OPType", "Bass", "Treble", "Bytes", "Layout", "Identifier", "Message"],
@@ -194,8 +193,20 @@ class Views(PageTest):
         self.assertEqual(self.lines("section.parameter .fault"), [
             "warning 55", "Number of record fields (3) does not match value of attribute 'NElements' (4) (<TRecord>)",
             "line 929, column 24", "/Phone/NetworkInfo/Network"])
+        self.go("40.202")
+        self.assertEqual(self.texts("section[aria-labelledby=own-faults] .kind"), ["error 152", "error 129"])
+        self.assertEqual(self.lines("section[aria-labelledby=operations]")[-5:], [
+            "Faults of Status", "warning 102", "Gap in parameter set before parameter 'Multipath' (<PUParam>)",
+            "line 610, column 9", "/Tuner_SdWest/SignalStrength/Status"])
+        # What Set and SetGet lack is no fault of the parameter, which has it in Status.
+        self.go("50.306")
+        self.assertEqual(self.texts("section[aria-labelledby=operations] h3"), ["Faults of Set", "Faults of SetGet"])
+        self.assertEqual(self.texts("section.parameter .fault"), [])
+
+    def test_positions_are_those_of_the_catalog(self):
         self.open("roadster", "40.202")
-        self.assertIn("Faults of Status", self.texts("section[aria-labelledby=operations] h3"))
+        self.assertEqual([row[:3] for row in self.table(".operations")],
+                         [["OPType", "Multipath", "Bytes"], ["1 Get", "–", "0"], ["C Status", "2", "0?"]])
 
     def test_an_operation_that_lost_everything_is_shown(self):
         self.open("roadster", "50.306.0")

@@ -15,6 +15,12 @@ test("nothing in a text is hidden, and nothing turns it around", () => {
         ["line\u2028end", "line\u2039U+2028\u203Aend"],
         ["\u202Eexe.gpj", "\u2039U+202E\u203Aexe.gpj"],
         ["zero\u200Bwidth", "zero\u2039U+200B\u203Awidth"],
+        // Joiners belong to how words are spelled.
+        [
+            "\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645",
+            "\u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645",
+        ],
+        ["👩\u200D🔧", "👩\u200D🔧"],
     ];
     for (const [text, shown] of rows) {
         assert.equal(visible(text), shown);
@@ -41,6 +47,7 @@ test("numbers in words", () => {
 test("a search sees no difference of case, nor between a blank and what names have for it", () => {
     assert.equal(folded("Chassis type"), "chassis_type");
     assert.equal(folded("ÄÖÜ Straße"), "äöü_straße");
+    assert.equal(folded("Cafe\u0301"), "caf\u00e9");
 });
 
 test("addresses are read as engineers write them", () => {

@@ -53,7 +53,7 @@ std::string Inflated(const std::string& bytes) {
 }  // namespace
 
 std::map<std::string, nlohmann::json> PiecesOf(const std::string& page) {
-    constexpr std::string_view kBegin = "<script type=\"application/octet-stream\" id=\"";
+    constexpr std::string_view kBegin = "<script type=\"application/octet-stream\" id=\"data-";
     std::map<std::string, nlohmann::json> pieces;
     for (std::size_t at = page.find(kBegin); at != std::string::npos; at = page.find(kBegin, at)) {
         at += kBegin.size();

@@ -50,7 +50,7 @@ class Page(ProgramTest):
 
     def test_a_catalog_on_standard_input(self):
         self.assertEqual(self.write_page("-", "page.html", stdin=CATALOG.encode()), (0, ""))
-        self.assertIn(b"<title>-</title>", (self.dir / "page.html").read_bytes())
+        self.assertIn(b"<title>standard input</title>", (self.dir / "page.html").read_bytes())
 
     def test_a_catalog_that_cannot_be_read_has_no_page(self):
         catalog = CATALOG.encode()
@@ -98,6 +98,12 @@ class Page(ProgramTest):
                 status, errors = self.write_page("roadster.xml", page)
                 self.assertEqual((status, errors), (2, f"tarvex-catalog: can't write '{page}'\n"))
                 self.assert_no_temporary_file()
+
+    def test_a_page_is_not_written_to_standard_output(self):
+        self.assertEqual(self.write_page("roadster.xml", "-"),
+                         (2, "tarvex-catalog: can't write '-': a page becomes a file\n"))
+        self.assertFalse((self.dir / "-").exists())
+        self.assertEqual(self.write_page("roadster.xml", "./-"), (0, ""))
 
     def test_a_link_stays_and_the_file_behind_it_is_replaced(self):
         self.write("real/page.html", OLD)

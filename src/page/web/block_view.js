@@ -1,12 +1,12 @@
 // A block and its functions.
 
-import { catalogName, catalogText, fillInSteps, make, makeTable } from "./dom.js";
+import { catalogName, catalogText, databaseName, make, makeTable } from "./dom.js";
 import { faultCount, faultList } from "./fault_view.js";
 import { classText } from "./function_view.js";
+import { fillInSteps } from "./steps.js";
 import { counted, hex } from "./text.js";
 
 const kFunctionsStep = 100;
-const kMaxDescription = 160;
 
 function operationsCell(catalog, row) {
     const items = row.opTypeList.map((opType) =>
@@ -22,22 +22,7 @@ function marks(row) {
     ];
 }
 
-function shortened(text) {
-    return text.length > kMaxDescription ? `${text.slice(0, kMaxDescription)}\u2026` : text;
-}
-
-/** The description comes once it is unpacked. */
-function descriptionCell(catalog, row) {
-    const cell = make("td", { class: "short" });
-    catalog.details(row).then((details) => {
-        if (details.description) {
-            cell.append(catalogText(shortened(details.description)));
-        }
-    });
-    return cell;
-}
-
-function functionRow(catalog, row) {
+function functionRow(catalog, row, description) {
     return make(
         "tr",
         {},
@@ -45,16 +30,22 @@ function functionRow(catalog, row) {
         make("th", { scope: "row" }, make("a", { href: `#${row.address}` }, catalogName(row.name))),
         make("td", {}, classText(row)),
         operationsCell(catalog, row),
-        descriptionCell(catalog, row),
+        make("td", { class: "short" }, description ? catalogText(description) : null),
         make("td", { class: "marks" }, marks(row)),
     );
 }
 
+/** What the parts of a block show that is unpacked first. */
+export async function blockDetails(catalog, block) {
+    const piece = (name) => (name ? catalog.store.get(name) : []);
+    return { descriptions: await piece(block.descriptions), faults: await piece(block.ownFaults) };
+}
+
 /** The parts below the heading of a block. */
-export async function blockParts(catalog, block) {
+export function blockParts(catalog, block, { descriptions, faults }) {
     const rows = make("tbody");
     const more = fillInSteps(rows, block.count, kFunctionsStep, "function", (index) =>
-        functionRow(catalog, catalog.functionIn(block, index)),
+        functionRow(catalog, catalog.functionIn(block, index), descriptions[index]),
     );
     const table = makeTable(
         `Functions of ${block.name}`,
@@ -63,7 +54,6 @@ export async function blockParts(catalog, block) {
         { class: "functions" },
     );
     table.querySelector("tbody").replaceWith(rows);
-    const faults = block.ownFaults ? await catalog.store.get(block.ownFaults) : [];
     const heading = make("h2", { id: "own-faults" }, "Faults of the block and of what is lost of it");
     return [
         faults.length > 0
@@ -86,9 +76,7 @@ export function blockLine(block) {
         { class: "line" },
         block.kind ? make("span", {}, catalogText(block.kind)) : null,
         block.version ? make("span", {}, "version ", catalogText(block.version)) : null,
-        block.catalogName
-            ? make("span", {}, "in the catalog ", make("q", {}, catalogText(block.catalogName)))
-            : null,
+        databaseName(block),
         make("span", {}, counted(block.count, "function")),
         block.faults > 0 ? make("span", {}, faultCount(block.faults)) : null,
     );

@@ -17,6 +17,15 @@ export function lastNotAbove(items, number) {
     return low;
 }
 
+/** Keys and values that stand one behind the other. */
+function pairsOf(list) {
+    const pairs = new Map();
+    for (let at = 0; at < list.length; at += 2) {
+        pairs.set(list[at], list[at + 1]);
+    }
+    return pairs;
+}
+
 /** What becomes of a function in lists. */
 export class FunctionRow {
     constructor(block, index, rows, classes) {
@@ -24,7 +33,8 @@ export class FunctionRow {
         this.index = index; // in its block
         this.number = block.first + index; // in the catalog
         this.id = rows.ids[index];
-        this.name = rows.names[index];
+        this.name = rows.names[index]; // as the catalog writes it
+        this.databaseName = block.functionNames.get(index); // where that is another one
         [this.kind, this.className] = classes[rows.classes[index]];
         this.classNumber = rows.classes[index];
         this.opTypes = rows.opTypes[index];
@@ -46,6 +56,16 @@ export class FunctionRow {
     }
 }
 
+/** A signal as the data has it, with names for its values and for the numbers of its flags. */
+export function signalOf(values, signalFlags) {
+    const [letters, name, startBit, length, flags, value, factor, unit, minimum, maximum, ranges] = values;
+    const signal = { letters, name, startBit, length, value, factor, unit, minimum, maximum, ranges };
+    for (const [flag, number] of Object.entries(signalFlags)) {
+        signal[flag] = (flags & number) !== 0;
+    }
+    return signal; // its ranges are begin and end of each run of bits, in reading order
+}
+
 export class Catalog {
     /** `overview` and `rows`: the pieces of these names. */
     constructor(store, overview, rows) {
@@ -54,7 +74,9 @@ export class Catalog {
         this.rows = rows;
         let first = 0;
         this.blocks = overview.blocks.map((block, index) => {
-            const own = { faults: 0, incomplete: 0, ...block, index, first, count: rows[index].ids.length };
+            const count = rows[index].ids.length;
+            const functionNames = pairsOf(rows[index].databaseNames ?? []);
+            const own = { faults: 0, incomplete: 0, ...block, index, first, count, functionNames };
             first += own.count;
             return own;
         });
@@ -126,11 +148,16 @@ export class Catalog {
         const { name, place } = this.pieceOf(row);
         const piece = await this.store.get(name);
         const found = piece.functions[place];
+        const { layouts, signalFlags } = this.overview;
+        const looks = found.looks.map((look) => ({
+            ...look,
+            signals: look.signals.map((signal) => signalOf(signal, signalFlags)),
+        }));
         const operations = found.operations.map((operation) => ({
             bytes: 0,
-            layout: 0,
-            ...found.looks[operation.look],
+            ...looks[operation.look],
             ...operation,
+            layout: layouts[operation.layout ?? 0],
             name: this.operationName(row.kind, operation.opType),
         }));
         return { ...found, operations, params: found.params.map((number) => piece.params[number]) };

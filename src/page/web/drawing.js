@@ -3,34 +3,6 @@
 const kBitsPerByte = 8;
 export const kFree = -1;
 export const kShared = -2;
-const kMaxGroups = 32;
-
-const kBigEndian = 1;
-const kSigned = 2;
-const kMultiplexor = 4;
-const kMultiplexed = 8;
-
-/** A signal as the data has it, with names for its values. */
-export function signalOf(values) {
-    const [letters, name, startBit, length, flags, value, factor, unit, minimum, maximum, ranges] = values;
-    return {
-        letters,
-        name,
-        startBit,
-        length,
-        isBigEndian: (flags & kBigEndian) !== 0,
-        isSigned: (flags & kSigned) !== 0,
-        isMultiplexor: (flags & kMultiplexor) !== 0,
-        isMultiplexed: (flags & kMultiplexed) !== 0,
-        value,
-        factor,
-        unit,
-        minimum,
-        maximum,
-        ranges, // begin and end of each run of bits, in reading order
-    };
-}
-
 /** What stands at each bit: the place of a signal among the signals, or that there is none, or several. */
 export function cellsOf(bytes, signals, isThere) {
     let end = bytes * kBitsPerByte;
@@ -112,11 +84,12 @@ export function rowsOf(cells, bytes) {
 }
 
 /**
- * The drawings of a message: one, or one for each value of the multiplexor: [{value, rows, end}]. What ends the known
- * part stands behind the signals that are always there, or behind those of value 0.
+ * The drawings of a message: `values` has null for its only one, or the values of the multiplexor, each of which has
+ * one. `draw` gives that of a value as {value, rows, end}. What ends the known part stands behind the signals that are
+ * always there, or behind those of value 0.
  */
 export function groupsOf(operation) {
-    const signals = operation.signals.map(signalOf);
+    const { signals } = operation;
     const values = [
         ...new Set(signals.filter((signal) => signal.isMultiplexed).map((signal) => signal.value)),
     ];
@@ -126,8 +99,7 @@ export function groupsOf(operation) {
         const rows = rowsOf(cellsOf(operation.bytes, signals, isThere), operation.bytes);
         return { value, rows, end: (value ?? 0) === 0 ? (operation.end ?? null) : null };
     };
-    const groups = values.length === 0 ? [draw(null)] : values.slice(0, kMaxGroups).map(draw);
-    return { signals, groups, more: Math.max(0, values.length - kMaxGroups) };
+    return { signals, values: values.length === 0 ? [null] : values, draw };
 }
 
 /** Operations that look alike together: [{operations, drawing}]. Those without bytes are left out. */

@@ -1,7 +1,8 @@
 // Drawings of messages, and the tables of their signals.
 
-import { catalogText, fillInSteps, make, makeSvg, makeTable } from "./dom.js";
+import { catalogText, make, makeSvg, makeTable } from "./dom.js";
 import { drawingsOf, kFree, kShared } from "./drawing.js";
+import { fillInRuns, fillInSteps } from "./steps.js";
 import { hex, visible } from "./text.js";
 
 const kCell = { width: 44, height: 30 };
@@ -111,47 +112,56 @@ function drawEnd([isHole], byte, y) {
     ];
 }
 
-const kMaxRows = 128;
+const kGroupsStep = 32;
+const kDrawnRowsStep = 128;
+const kRowsOfDrawing = 32; // more would not fit on paper
 
-function drawGroup(group, signals, label) {
-    const rows = group.rows.slice(0, kMaxRows);
-    const isCut = rows.length < group.rows.length;
-    const hasEnd = group.end !== null && !isCut;
-    const height = kHead + (rows.length + (hasEnd ? 1 : 0)) * kCell.height;
+function drawRows(items, signals, label) {
+    const height = kHead + items.length * kCell.height;
     const bits = Array.from({ length: kBits }, (_, bit) =>
         text(kLabel + (bit + 0.5) * kCell.width, kHead - 6, "bit", String(kBits - 1 - bit)),
     );
-    const drawn = rows.map((row, at) => drawRow(row, kHead + at * kCell.height, signals));
-    const end = hasEnd ? drawEnd(group.end, bytesIn(group), kHead + rows.length * kCell.height) : null;
+    const drawn = items.map((item, at) => {
+        const y = kHead + at * kCell.height;
+        return item.end ? drawEnd(item.end, item.first, y) : drawRow(item, y, signals);
+    });
     const attributes = {
         class: "drawing",
         viewBox: `0 0 ${kWidth} ${height}`,
         width: kWidth,
         height,
         role: "img",
-        "aria-label": `${label}: ${inWords(group, signals)}`,
+        "aria-label": `${label}: ${inWords(items, signals)}`,
     };
-    const drawing = [makeSvg("svg", attributes, bits, drawn, end)];
-    if (isCut) {
-        drawing.push(make("p", { class: "note" }, `${group.rows.length - rows.length} more rows follow.`));
-    }
-    if (hasEnd) {
-        drawing.push(
-            make("p", { class: "note" }, `From byte ${bytesIn(group)} on: `, catalogText(group.end[1])),
-        );
-    }
-    return drawing;
+    return makeSvg("svg", attributes, bits, drawn);
 }
 
-const bytesIn = (group) => (group.rows.length === 0 ? 0 : group.rows[group.rows.length - 1].last + 1);
+/** Rows in drawings of some height, one below the other. */
+function drawGroup(group, signals, label) {
+    const beyond = group.rows.length === 0 ? 0 : group.rows.at(-1).last + 1;
+    const items = group.end ? [...group.rows, { first: beyond, end: group.end }] : group.rows;
+    const list = make("div");
+    const more = fillInRuns(list, items.length, kDrawnRowsStep, "row", (first, end) => {
+        const drawings = [];
+        for (let at = first; at < end; at += kRowsOfDrawing) {
+            drawings.push(drawRows(items.slice(at, Math.min(end, at + kRowsOfDrawing)), signals, label));
+        }
+        return drawings;
+    });
+    const note = group.end
+        ? make("p", { class: "note" }, `From byte ${beyond} on: `, catalogText(group.end[1]))
+        : null;
+    return [list, more, note];
+}
 
-const kMaxWords = 40;
-
-/** The rows for those who do not see them: "byte 0: A Speed; byte 1: A Speed, 4 bits free" */
-function inWords(group, signals) {
-    const words = group.rows.slice(0, kMaxWords).map((row) => {
-        const bytes = row.last > row.first ? `bytes ${row.first} to ${row.last}` : `byte ${row.first}`;
-        const runs = row.runs.map(({ cell, bit, length }) => {
+/** The rows for those who do not see them: "byte 0 A; byte 1 A, free bits 3 to 0" */
+function inWords(items, signals) {
+    const words = items.map((item) => {
+        if (item.end) {
+            return item.end[0] ? "then unknown" : "then open";
+        }
+        const bytes = item.last > item.first ? `bytes ${item.first} to ${item.last}` : `byte ${item.first}`;
+        const runs = item.runs.map(({ cell, bit, length }) => {
             const bits = length === kBits ? "" : ` bits ${kBits - 1 - bit} to ${kBits - bit - length}`;
             return cell === kFree
                 ? `free${bits}`
@@ -161,9 +171,6 @@ function inWords(group, signals) {
         });
         return `${bytes} ${runs.join(", ")}`;
     });
-    if (group.end) {
-        words.push(group.end[0] ? "then unknown" : "then open");
-    }
     return words.join("; ");
 }
 
@@ -232,15 +239,18 @@ function messageLine(operation) {
 function drawingSection({ operations, drawing }, number) {
     const names = operations.map((operation) => `${hex(operation.opType, 1)} ${operation.name}`).join(", ");
     const heading = make("h3", { id: `bytes-${number}` }, names);
-    const groups = drawing.groups.map((group) => {
-        const label = group.value === null ? names : `${names}, multiplexor ${group.value}`;
-        const caption = group.value === null ? null : make("h4", {}, `Multiplexor ${group.value}`);
-        return make("div", { class: "group" }, caption, drawGroup(group, drawing.signals, label));
+    const groups = make("div");
+    const more = fillInSteps(groups, drawing.values.length, kGroupsStep, "drawing", (place) => {
+        const value = drawing.values[place];
+        const label = value === null ? names : `${names}, multiplexor ${value}`;
+        const caption = value === null ? null : make("h4", {}, `Multiplexor ${value}`);
+        return make(
+            "div",
+            { class: "group" },
+            caption,
+            drawGroup(drawing.draw(value), drawing.signals, label),
+        );
     });
-    const more =
-        drawing.more > 0
-            ? make("p", { class: "note" }, `${drawing.more} more values of the multiplexor`)
-            : null;
     const table = drawing.signals.length > 0 ? signalTable(drawing.signals, `Signals of ${names}`) : null;
     return make(
         "section",

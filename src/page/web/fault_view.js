@@ -1,6 +1,7 @@
 // The importer's messages.
 
-import { catalogText, fillInSteps, make } from "./dom.js";
+import { catalogText, make } from "./dom.js";
+import { fillInSteps } from "./steps.js";
 import { counted, visible } from "./text.js";
 
 function placeOf(fault) {

@@ -1,13 +1,16 @@
 // A function as engineers know it: operations down, parameters across, then everything about each of them.
 
-import { catalogName, catalogText, make, makeTable } from "./dom.js";
+import { catalogName, catalogText, databaseName, make, makeTable } from "./dom.js";
 import { drawingSections } from "./drawing_view.js";
 import { addressText } from "./address.js";
 import { faultList } from "./fault_view.js";
 import { parameterSection } from "./parameter_view.js";
+import { fillInSteps, renewRows } from "./steps.js";
 import { hex } from "./text.js";
 
-const kLayouts = ["complete", "open", "incomplete"];
+const kParametersStep = 40;
+const kFewParameters = 6; // have their names across on paper, too
+const kMostColumnsOnPaper = 40;
 
 /** "property PUnclassified" */
 export function classText(row) {
@@ -15,7 +18,7 @@ export function classText(row) {
 }
 
 function layoutBadge(operation) {
-    const word = operation.isLost ? "lost" : kLayouts[operation.layout];
+    const word = operation.isLost ? "lost" : operation.layout;
     return make("span", { class: `badge layout-${word}` }, word);
 }
 
@@ -28,7 +31,7 @@ function bytesText(operation) {
 function positionCell(position) {
     return make(
         "td",
-        { class: "number" },
+        { class: "number position" },
         position === null ? make("span", { class: "faint" }, "\u2013") : String(position),
     );
 }
@@ -57,11 +60,20 @@ function operationRow(row, operation, opType) {
     );
 }
 
+/** How wide the table may be on paper: names stand upright where there are many; very many are left to the parameters. */
+function widthOnPaper(count) {
+    return count > kMostColumnsOnPaper ? "too-wide" : count > kFewParameters ? "wide" : "";
+}
+
 function operationTable(row, details, opType) {
     const columns = [
         "OPType",
         ...details.params.map((param) =>
-            make("th", { scope: "col", class: "number" }, catalogName(param.name)),
+            make(
+                "th",
+                { scope: "col", class: "number position" },
+                make("span", { class: "name" }, catalogName(param.name)),
+            ),
         ),
         make("th", { scope: "col", class: "number" }, "Bytes"),
         "Layout",
@@ -69,9 +81,12 @@ function operationTable(row, details, opType) {
         "Message",
     ];
     const rows = details.operations.map((operation) => operationRow(row, operation, opType));
-    return makeTable(`Operations of ${row.name}, with the positions of parameters`, columns, rows, {
-        class: "operations",
+    const label = `Operations of ${row.name}, with the positions of parameters`;
+    const region = makeTable(label, columns, rows, {
+        class: `operations ${widthOnPaper(details.params.length)}`,
     });
+    region.querySelector("table").style.setProperty("--parameters", details.params.length);
+    return region;
 }
 
 /** Why the layout of operations ends where it does, where no drawing says it. */
@@ -94,9 +109,34 @@ function operationFaults(faults, operations) {
     });
 }
 
+/** The operations that a parameter stands in; with its positions where the table is too wide for paper. */
 function namesOf(details, number) {
-    const holding = details.operations.filter((operation) => (operation.positions[number] ?? null) !== null);
-    return holding.map((operation) => operation.name).join(", ");
+    const hasPositions = details.params.length > kMostColumnsOnPaper;
+    const words = details.operations.map(({ name, positions }) => {
+        const position = positions[number] ?? null;
+        return position === null ? null : `${name}${hasPositions ? ` ${position}` : ""}`;
+    });
+    return words.filter((word) => word !== null).join(", ");
+}
+
+function parameterList(details, faults) {
+    const faultsOf = new Map();
+    for (const fault of faults) {
+        if (!faultsOf.has(fault.param)) {
+            faultsOf.set(fault.param, []);
+        }
+        faultsOf.get(fault.param).push(fault);
+    }
+    const list = make("div");
+    const more = fillInSteps(list, details.params.length, kParametersStep, "parameter", (number) =>
+        parameterSection(
+            details.params[number],
+            number,
+            namesOf(details, number),
+            faultsOf.get(number) ?? [],
+        ),
+    );
+    return details.params.length === 0 ? null : [list, more];
 }
 
 function section(id, heading, ...content) {
@@ -110,15 +150,7 @@ function section(id, heading, ...content) {
 export function functionParts(row, details, opType) {
     const faults = details.faults ?? [];
     const own = faults.filter((fault) => fault.param === undefined && fault.opType === undefined);
-    const parameters = details.params.map((param, number) =>
-        parameterSection(
-            param,
-            number,
-            namesOf(details, number),
-            faults.filter((fault) => fault.param === number),
-        ),
-    );
-    return [
+    const parts = [
         section("own-faults", "Faults", faultList(own) ?? []),
         section(
             "operations",
@@ -127,9 +159,10 @@ export function functionParts(row, details, opType) {
             holeNotes(details.operations),
             operationFaults(faults, details.operations),
         ),
-        section("parameters", "Parameters", parameters),
-        section("messages", "Bytes and signals", drawingSections(details.operations)),
+        section("parameters", "Parameters", parameterList(details, faults)),
     ];
+    renewRows(); // parameters of many values leave the drawings none
+    return [...parts, section("messages", "Bytes and signals", drawingSections(details.operations))];
 }
 
 /** What stands under the heading: class, section, and the name as the catalog writes it. */
@@ -139,8 +172,6 @@ export function functionLine(row, details) {
         { class: "line" },
         make("span", {}, classText(row)),
         details.section ? make("span", {}, "section ", catalogText(details.section)) : null,
-        details.catalogName
-            ? make("span", {}, "in the catalog ", make("q", {}, catalogText(details.catalogName)))
-            : null,
+        databaseName(row),
     );
 }

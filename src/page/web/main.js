@@ -1,14 +1,15 @@
 // Shows what the address behind "#" names.
 
 import { addressText, parseAddress } from "./address.js";
-import { blockLine, blockParts } from "./block_view.js";
+import { blockDetails, blockLine, blockParts } from "./block_view.js";
 import { Catalog } from "./catalog.js";
-import { catalogName, catalogText, forgetSteps, make, showAllSteps } from "./dom.js";
+import { catalogName, catalogText, make } from "./dom.js";
 import { makePatterns } from "./drawing_view.js";
 import { functionLine, functionParts } from "./function_view.js";
-import { overviewParts } from "./overview_view.js";
+import { otherFaults, overviewParts } from "./overview_view.js";
 import { Search } from "./search.js";
 import { SearchBox } from "./search_box.js";
+import { beginSteps, extendedLists, showAllSteps } from "./steps.js";
 import { Store } from "./store.js";
 import { visible } from "./text.js";
 
@@ -60,6 +61,9 @@ class Page {
         this.view = byId("view");
         this.round = 0;
         this.title = document.title;
+        this.entered = 0;
+        this.key = null; // of the place in the history that is shown
+        this.left = new Map(); // how places were left, by their keys
     }
 
     start() {
@@ -67,6 +71,7 @@ class Page {
         byId("version").append(
             this.catalog.overview.version ? catalogText(this.catalog.overview.version) : "",
         );
+        history.scrollRestoration = "manual"; // the browser would scroll before the view is there
         window.addEventListener("hashchange", () => this.show(true));
         window.addEventListener("beforeprint", showAllSteps);
         byId("skip").addEventListener("click", (event) => {
@@ -86,25 +91,45 @@ class Page {
         const hash = decoded(location.hash.slice(1));
         const numbers = parseAddress(hash);
         const target = hash === "" ? {} : numbers && this.catalog.find(numbers);
-        forgetSteps();
-        const parts = target ? await this.partsOf(target) : this.nothing(hash);
+        this.leave();
+        const makeParts = target ? await this.viewOf(target) : () => this.nothing(hash);
         if (round !== this.round) {
             return;
         }
+        const left = this.enter();
+        beginSteps(left.lists);
+        const parts = makeParts();
         this.view.replaceChildren(
             ...parts.flat(Infinity).filter((part) => part !== null && part !== undefined),
         );
         const heading = this.view.querySelector("h1");
         document.title = hash === "" ? this.title : `${hash} ${heading.textContent} \u2013 ${this.title}`;
-        window.scrollTo(0, 0);
+        window.scrollTo(0, left.scroll ?? 0);
         if (isMove) {
             heading.focus({ preventScroll: true });
         }
-        this.view.querySelector("tr.current")?.scrollIntoView({ block: "nearest" });
+        if (left.scroll === undefined) {
+            this.view.querySelector("tr.current")?.scrollIntoView({ block: "nearest" });
+        }
         this.view.dataset.shown = hash; // for those who wait for it
     }
 
-    partsOf(target) {
+    /** Remembers how the view was left that is shown. */
+    leave() {
+        if (this.key !== null) {
+            this.left.set(this.key, { scroll: window.scrollY, lists: extendedLists() });
+        }
+    }
+
+    /** How the place was left that is shown next; a new one gets a key. */
+    enter() {
+        this.key = history.state?.key ?? `${performance.timeOrigin}-${++this.entered}`;
+        history.replaceState({ key: this.key }, "");
+        return this.left.get(this.key) ?? {};
+    }
+
+    /** A promise of what makes the parts of a view, once what they show is unpacked. */
+    viewOf(target) {
         if (target.row) {
             return this.functionView(target);
         }
@@ -157,9 +182,10 @@ class Page {
         const line = overview.version
             ? make("p", { class: "line" }, make("span", {}, "release ", catalogText(overview.version)))
             : null;
-        return [
+        const others = await otherFaults(this.catalog);
+        return () => [
             this.heading(catalogText(overview.file), null, line, null),
-            await overviewParts(this.catalog),
+            overviewParts(this.catalog, others),
         ];
     }
 
@@ -168,10 +194,11 @@ class Page {
             const other = this.catalog.blocks[index];
             return other && { address: addressText(other.id), name: other.name };
         };
-        return [
+        const details = await blockDetails(this.catalog, block);
+        return () => [
             this.trail([["", "Catalog"]], at(block.index - 1), at(block.index + 1)),
             this.heading(catalogName(block.name), addressText(block.id), blockLine(block), block.description),
-            await blockParts(this.catalog, block),
+            blockParts(this.catalog, block, details),
         ];
     }
 
@@ -183,7 +210,7 @@ class Page {
             ["", "Catalog"],
             [addressText(block.id), [addressText(block.id), " ", catalogName(block.name)]],
         ];
-        return [
+        return () => [
             this.trail(steps, at(row.number - 1), at(row.number + 1)),
             this.heading(
                 catalogName(row.name),
@@ -205,7 +232,7 @@ class Page {
 }
 
 async function start() {
-    const store = new Store((name) => byId(name).textContent);
+    const store = new Store((name) => byId(`data-${name}`).textContent);
     const catalog = await Catalog.load(store);
     const search = new Search(catalog);
     new SearchBox(

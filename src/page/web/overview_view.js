@@ -1,8 +1,9 @@
 // The whole catalog: its blocks, and what of it is lost.
 
 import { addressText } from "./address.js";
-import { catalogName, catalogText, fillInSteps, make, makeTable } from "./dom.js";
+import { catalogName, catalogText, make, makeTable } from "./dom.js";
 import { faultCount, faultList } from "./fault_view.js";
+import { fillInSteps } from "./steps.js";
 import { counted, grouped, hex } from "./text.js";
 
 const kAddressesStep = 200;
@@ -76,8 +77,8 @@ function addressList(addresses, label) {
 }
 
 /** What was lost, or that nothing was. */
-async function lossSection(catalog) {
-    const { lostBlocks = 0, lostFunctions = 0, lostMessages = 0, incomplete, otherFaults } = catalog.overview;
+function lossSection(catalog, others) {
+    const { lostBlocks = 0, lostFunctions = 0, lostMessages = 0, incomplete } = catalog.overview;
     const lost = [
         [lostBlocks, "block"],
         [lostFunctions, "function"],
@@ -85,7 +86,6 @@ async function lossSection(catalog) {
     ].filter(([count]) => count > 0);
     const words = lost.map(([count, what]) => counted(count, what)).join(", ");
     const isWhole = words === "" && incomplete.length === 0;
-    const others = otherFaults ? await catalog.store.get(otherFaults) : [];
     return make(
         "section",
         { "aria-labelledby": "losses" },
@@ -104,8 +104,14 @@ async function lossSection(catalog) {
     );
 }
 
-/** The parts below the heading of the catalog. */
-export async function overviewParts(catalog) {
+/** The faults that are about no block. */
+export async function otherFaults(catalog) {
+    const piece = catalog.overview.otherFaults;
+    return piece ? catalog.store.get(piece) : [];
+}
+
+/** The parts below the heading of the catalog. `others`: its other faults. */
+export function overviewParts(catalog, others) {
     return [
         figures(catalog),
         make(
@@ -114,6 +120,6 @@ export async function overviewParts(catalog) {
             make("h2", { id: "blocks" }, "Function blocks"),
             blockTable(catalog),
         ),
-        await lossSection(catalog),
+        lossSection(catalog, others),
     ];
 }

@@ -1,7 +1,8 @@
 // Parameters and what they are made of.
 
-import { catalogName, catalogText, fillInSteps, make } from "./dom.js";
+import { catalogName, catalogText, make } from "./dom.js";
 import { faultList } from "./fault_view.js";
+import { fillInSteps } from "./steps.js";
 
 const kRowsStep = 60;
 const kMembersStep = 40;

@@ -1,147 +1,10 @@
 // Finds words in everything that a catalog says, and addresses.
 
-import { lastNotAbove } from "./catalog.js";
-import { addressText, parseAddress } from "./address.js";
-import { folded, hex } from "./text.js";
-
-const kPlacesOfFunction = 17; // the function itself and its operations
-const kLineEnd = "\n";
-const kPartEnd = "\t";
-
-/** Where lines begin in a text. */
-function lineStarts(text) {
-    const starts = [0];
-    for (let end = text.indexOf(kLineEnd); end >= 0; end = text.indexOf(kLineEnd, end + 1)) {
-        starts.push(end + 1);
-    }
-    return starts;
-}
-
-/** The lines of one topic, or some of them, in which words are looked for. A line may have several parts. */
-export class Lines {
-    /** `piece`: lines, what they belong to, and for each how many places follow, as differences. */
-    constructor(topic, piece) {
-        this.topic = topic;
-        this.text = piece.lines;
-        this.lowered = kLineEnd + folded(piece.lines);
-        // So that each line and each part has the same end in front of it.
-        this.searched = this.lowered.replaceAll(kPartEnd, kLineEnd);
-        this.contexts = piece.contexts;
-        this.contextOf = Uint32Array.from(piece.contextOf);
-        this.places = Uint32Array.from(piece.places);
-    }
-
-    // Most pieces never have a hit, so what finds lines by positions is made when it is needed.
-    get starts() {
-        this.startList ??= Uint32Array.from(lineStarts(this.text));
-        return this.startList;
-    }
-
-    get searchedStarts() {
-        this.searchedStartList ??= Uint32Array.from(lineStarts(this.lowered).slice(1));
-        return this.searchedStartList;
-    }
-
-    get placeStarts() {
-        if (!this.placeStartList) {
-            this.placeStartList = new Uint32Array(this.contextOf.length);
-            for (let line = 0, at = 0; line < this.contextOf.length; ++line) {
-                this.placeStartList[line] = at;
-                at += 1 + this.places[at];
-            }
-        }
-        return this.placeStartList;
-    }
-
-    /** A part of a line, by their numbers. */
-    part(line, number) {
-        const end = line + 1 < this.starts.length ? this.starts[line + 1] - 1 : this.text.length;
-        const text = this.text.slice(this.starts[line], end);
-        return text.includes(kPartEnd) ? text.split(kPartEnd)[number] : text;
-    }
-
-    context(line) {
-        return this.contexts[this.contextOf[line]];
-    }
-
-    /** The lines and parts with the word, each once: those that begin with it, or those that do not. */
-    *find(word, isBeginning) {
-        const sought = isBeginning ? kLineEnd + word : word;
-        let position = this.searched.indexOf(sought);
-        while (position >= 0) {
-            const begin = (isBeginning ? position : this.searched.lastIndexOf(kLineEnd, position)) + 1;
-            if (isBeginning || !this.searched.startsWith(word, begin)) {
-                const line = lastNotAbove(this.searchedStarts, begin);
-                yield { line, part: this.partsBefore(begin, line) };
-            }
-            const end = this.searched.indexOf(kLineEnd, begin);
-            position = end < 0 ? -1 : this.searched.indexOf(sought, end);
-        }
-    }
-
-    partsBefore(position, line) {
-        return this.lowered.slice(this.searchedStarts[line], position).split(kPartEnd).length - 1;
-    }
-
-    /** The places of a line, ascending. */
-    *placesOf(number) {
-        const at = this.placeStarts[number];
-        let place = 0;
-        for (let left = this.places[at], next = at + 1; left > 0; --left, ++next) {
-            place += this.places[next];
-            yield place;
-        }
-    }
-}
-
-/** What functions have to be to be found. Each member is null where it does not matter. */
-export const kNoFilter = { isFaulty: false, isIncomplete: false, classNumber: null, opType: null };
-
-export function isFiltering(filter) {
-    return filter.isFaulty || filter.isIncomplete || filter.classNumber !== null || filter.opType !== null;
-}
-
-export function passes(row, filter) {
-    return (
-        (!filter.isFaulty || row.faults > 0) &&
-        (!filter.isIncomplete || row.isIncomplete) &&
-        (filter.classNumber === null || row.classNumber === filter.classNumber) &&
-        (filter.opType === null || row.hasOpType(filter.opType))
-    );
-}
-
-/** The addresses that begin with what is typed, up to a limit; the one that is meant exactly comes first. */
-export function* findAddresses(catalog, query, filter) {
-    const numbers = parseAddress(query);
-    const exact = numbers && catalog.find(numbers);
-    if (exact && (exact.row ? passes(exact.row, filter) : !isFiltering(filter))) {
-        yield exact;
-    }
-    const parts = query.trim().split(".");
-    if (parts.length > 2 || !/^[0-9a-f]{1,2}$/i.test(parts[0]) || !/^[0-9a-f]{0,3}$/i.test(parts[1] ?? "")) {
-        return;
-    }
-    const [blockDigits, functionDigits] = parts.map((part) => part.toUpperCase());
-    for (const block of catalog.blocks) {
-        if (functionDigits === undefined) {
-            const isOther = hex(block.id, 2).startsWith(blockDigits) && block !== exact?.block;
-            if (isOther && !isFiltering(filter)) {
-                yield { block };
-            }
-        } else if (hex(block.id, 2) === blockDigits.padStart(2, "0")) {
-            yield* functionsWith(catalog, block, functionDigits, exact?.row, filter);
-        }
-    }
-}
-
-function* functionsWith(catalog, block, digits, known, filter) {
-    for (let index = 0; index < block.count; ++index) {
-        const row = catalog.functionIn(block, index);
-        if (hex(row.id, 3).startsWith(digits) && row.id !== known?.id && passes(row, filter)) {
-            yield { block, row };
-        }
-    }
-}
+import { findAddresses } from "./places.js";
+import { isFiltering, passes } from "./filter.js";
+import { Lines, Match } from "./lines.js";
+import { addressText } from "./address.js";
+import { folded } from "./text.js";
 
 /** The address of a block, function or operation. */
 export function addressOf({ block, row, opType = null }) {
@@ -152,6 +15,7 @@ export class Search {
     constructor(catalog) {
         this.catalog = catalog;
         this.pieces = catalog.overview.search.map((topic, number) => ({ topic, name: `search-${number}` }));
+        this.placesOfFunction = catalog.overview.placesOfFunction;
         this.loading = null;
         this.round = 0;
     }
@@ -206,15 +70,29 @@ export class Search {
         for (const found of findAddresses(this.catalog, query, filter)) {
             yield { topic: "address", text: addressOf(found), context: "", ...found };
         }
+        const passing = this.passing(filter);
         for (let begin = 0, end = 0; begin < this.pieces.length; begin = end) {
-            // All of a topic that begins with the word, then what has it inside.
             while (end < this.pieces.length && this.pieces[end].topic === this.pieces[begin].topic) {
                 ++end;
             }
-            const pieces = this.pieces.slice(begin, end);
-            yield* this.hitsIn(pieces, word, true, filter);
-            yield* this.hitsIn(pieces, word, false, filter);
+            yield* this.hitsOfTopic(this.pieces.slice(begin, end), word, passing);
         }
+    }
+
+    /** Whether functions pass a filter, by their places in the catalog; null where all do. */
+    passing(filter) {
+        if (!isFiltering(filter)) {
+            return null;
+        }
+        const key = JSON.stringify(filter);
+        if (this.passingKey !== key) {
+            this.passingKey = key;
+            this.passingList = new Uint8Array(this.catalog.functionCount);
+            for (let number = 0; number < this.catalog.functionCount; ++number) {
+                this.passingList[number] = passes(this.catalog.functionAt(number), filter) ? 1 : 0;
+            }
+        }
+        return this.passingList;
     }
 
     *filtered(filter) {
@@ -225,34 +103,66 @@ export class Search {
         }
     }
 
-    *hitsIn(pieces, word, isBeginning, filter) {
+    /** All of a topic that begins with the word, then what has it inside. */
+    *hitsOfTopic(pieces, word, passing) {
+        const known = new Set(); // a block or function may have two names
+        const isName = ["block", "function"].includes(pieces[0].topic);
+        for (const match of [Match.kBeginning, Match.kBehindCode, Match.kInside]) {
+            for (const hit of this.hitsIn(pieces, word, match, passing)) {
+                const place = isName && hit ? addressOf(hit) : null;
+                yield known.has(place) ? null : hit;
+                if (place !== null) {
+                    known.add(place);
+                }
+            }
+        }
+    }
+
+    *hitsIn(pieces, word, match, passing) {
         for (const { lines } of pieces) {
-            for (const { line, part } of lines.find(word, isBeginning)) {
-                for (const place of lines.placesOf(line)) {
-                    const target = this.targetOf(lines, line, place);
-                    const isWanted = target.row ? passes(target.row, filter) : !isFiltering(filter);
-                    yield isWanted
-                        ? {
-                              topic: lines.topic,
-                              text: lines.part(line, part),
-                              context: lines.context(line),
-                              ...target,
-                          }
-                        : null;
+            const isWanted = (line) => passing === null || !this.placesIn(lines, line, passing).next().done;
+            for (const found of lines.find(word, match, isWanted)) {
+                if (found === null) {
+                    yield null;
+                    continue;
+                }
+                const text = lines.partAt(found.line, found.begin);
+                const context = lines.context(found.line);
+                for (const place of this.placesIn(lines, found.line, passing)) {
+                    const target = this.targetOf(lines, found.line, place);
+                    yield { topic: lines.topic, text, context, ...target };
                 }
             }
             yield null;
         }
     }
 
+    /** The places of a line that pass. */
+    *placesIn(lines, line, passing) {
+        if (passing === null) {
+            yield* lines.placesOf(line);
+            return;
+        }
+        if (this.isOfBlock(lines, line)) {
+            return; // filters leave functions alone
+        }
+        for (const place of lines.placesOf(line)) {
+            if (passing[Math.floor(place / this.placesOfFunction)] === 1) {
+                yield place;
+            }
+        }
+    }
+
+    isOfBlock(lines, line) {
+        return lines.topic === "block" || (lines.topic === "description" && lines.context(line) === "block");
+    }
+
     targetOf(lines, line, place) {
-        const isBlock =
-            lines.topic === "block" || (lines.topic === "description" && lines.context(line) === "block");
-        if (isBlock) {
+        if (this.isOfBlock(lines, line)) {
             return { block: this.catalog.blocks[place] };
         }
-        const row = this.catalog.functionAt(Math.floor(place / kPlacesOfFunction));
-        const operation = place % kPlacesOfFunction;
+        const row = this.catalog.functionAt(Math.floor(place / this.placesOfFunction));
+        const operation = place % this.placesOfFunction;
         return operation === 0 ? { block: row.block, row } : { block: row.block, row, opType: operation - 1 };
     }
 }

@@ -1,22 +1,25 @@
 // The field for searches, its filters and its results, by mouse, keyboard and screen reader.
 
 import { catalogName, catalogText, make } from "./dom.js";
-import { addressOf, isFiltering, kNoFilter } from "./search.js";
-import { counted, folded, hex, visible } from "./text.js";
+import { isFiltering, kNoFilter } from "./filter.js";
+import { addressOf } from "./search.js";
+import { betweenLetters, counted, folded, hex, visible } from "./text.js";
 
 const kResultsStep = 50;
 const kOpTypeCount = 16;
 const kMaxText = 140;
 
 /** The text around the first occurrence of the word, with that marked. */
-export function excerpt(text, word) {
+export function excerpt(written, word) {
+    const text = written.normalize("NFC"); // as it is searched
     const at = folded(text).indexOf(word);
     // A letter may have another length in small letters; then what is found stands elsewhere.
     if (at < 0 || word === "" || folded(text).length !== text.length) {
-        return [text.slice(0, kMaxText), "", ""];
+        return [text.slice(0, betweenLetters(text, kMaxText)), "", ""];
     }
-    const begin = at + word.length > kMaxText ? Math.max(0, at - kMaxText / 2) : 0;
-    const end = Math.max(at + word.length, begin + kMaxText);
+    const first = at + word.length > kMaxText ? Math.max(0, at - kMaxText / 2) : 0;
+    const begin = betweenLetters(text, first);
+    const end = betweenLetters(text, Math.max(at + word.length, begin + kMaxText));
     const before = (begin > 0 ? "\u2026" : "") + text.slice(begin, at);
     const after = text.slice(at + word.length, end) + (end < text.length ? "\u2026" : "");
     return [before, text.slice(at, at + word.length), after];
@@ -28,7 +31,7 @@ function markedText(text, word) {
 }
 
 function targetName({ block, row }) {
-    return row ? [catalogText(block.name), ".", catalogName(row.name)] : catalogName(block.name);
+    return row ? [catalogName(block.name), ".", catalogName(row.name)] : catalogName(block.name);
 }
 
 export class SearchBox {
@@ -40,6 +43,7 @@ export class SearchBox {
         this.go = go;
         this.filter = { ...kNoFilter };
         this.results = [];
+        this.answered = null; // what the results are those of
         this.active = -1;
         this.limit = kResultsStep;
         this.makeFilters();
@@ -130,7 +134,7 @@ export class SearchBox {
     }
 
     onKeyAnywhere(event) {
-        const isTyping = event.target.closest?.("input, select, textarea");
+        const isTyping = event.target.closest?.("input:not([type=checkbox]), textarea");
         if (event.key === "/" && !isTyping && !event.ctrlKey && !event.metaKey && !event.altKey) {
             event.preventDefault();
             this.input.focus();
@@ -146,10 +150,27 @@ export class SearchBox {
             this.move(moves[event.key]);
         } else if (event.key === "Enter") {
             event.preventDefault();
-            this.choose(Math.max(this.active, 0));
-        } else if (event.key === "Escape" && this.isOpen) {
+            this.chooseActive();
+        } else if (event.key === "Escape") {
             event.preventDefault(); // the word stays
             this.close();
+        }
+    }
+
+    /** What is asked for: the word and the filters. */
+    get question() {
+        return JSON.stringify([this.input.value, this.filter]);
+    }
+
+    /** Opens the active result or the first, once the results are those of what is asked for. */
+    async chooseActive() {
+        const { question } = this;
+        if (this.answered !== question) {
+            this.open();
+            await this.run(-1);
+        }
+        if (this.answered === question && this.question === question && this.isOpen) {
+            this.choose(Math.max(this.active, 0));
         }
     }
 
@@ -196,13 +217,15 @@ export class SearchBox {
     }
 
     async run(active) {
+        const { question } = this;
         const query = this.input.value;
         await this.search.load();
-        if (query !== this.input.value) {
+        if (question !== this.question) {
             return; // another key has started another search
         }
         const found = await this.search.find(query, this.filter, this.limit);
         if (found) {
+            this.answered = question;
             this.show(found, folded(query.trim()));
             this.list.dataset.query = query; // for those who wait for it
             this.setActive(Math.min(active, this.list.children.length - 1));

@@ -1,8 +1,9 @@
 // Texts as people see them.
 
+// What turns a text around, or hides in it; joiners are part of the spelling of words.
 const kHidden =
     // eslint-disable-next-line no-control-regex -- these are what it is about
-    /[\u0000-\u001F\u007F-\u009F\u00AD\u061C\u180E\u200B-\u200F\u2028-\u202E\u2060-\u2069\uFEFF\uFFF9-\uFFFB]/g;
+    /[\u0000-\u001F\u007F-\u009F\u00AD\u061C\u180E\u200B\u200E\u200F\u2028-\u202E\u2060-\u2069\uFEFF\uFFF9-\uFFFB]/g;
 
 const kControlPictures = 0x2400;
 const kDelete = 0x7f;
@@ -36,7 +37,17 @@ export function grouped(count) {
     return String(count).replace(/\B(?=(\d{3})+$)/g, ",");
 }
 
-/** A text as search compares it: in any case, with "_" for a blank, which is what names have in its place. */
+/**
+ * A text as search compares it: in any case, with one form of letters that have several, and with "_" for a blank, which
+ * is what names have in its place.
+ */
 export function folded(text) {
-    return text.toLowerCase().replaceAll(" ", "_");
+    return text.toLowerCase().normalize("NFC").replaceAll(" ", "_");
+}
+
+/** A place in a text where no letter of two halves is parted: the one that is given, or the one before. */
+export function betweenLetters(text, place) {
+    const isLowHalf = (text.charCodeAt(place) & 0xfc00) === 0xdc00;
+    const isHighHalf = (text.charCodeAt(place - 1) & 0xfc00) === 0xd800;
+    return isLowHalf && isHighHalf ? place - 1 : place;
 }

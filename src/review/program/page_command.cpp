@@ -22,6 +22,9 @@ Status WritePageOf(const PageArguments& arguments) {
     if (!arguments.settingsPath.empty() && IsSameFile(arguments.page, arguments.settingsPath)) {
         throw Trouble("can't write '" + Shown(arguments.page) + "': the settings are read from it");
     }
+    if (arguments.page == "-") {
+        throw Trouble("can't write '-': a page becomes a file");
+    }
     const CatalogReading reading(arguments.catalog, options);
     TreeOf(reading);  // there has to be one
     page::WritePage(reading, arguments.page);
