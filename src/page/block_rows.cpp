@@ -12,6 +12,9 @@ namespace {
 /// As much as a line of a table has room for.
 std::string Shortened(std::string_view text) {
     constexpr std::size_t kMaxCharacters = 160;
+    if (text.size() <= kMaxCharacters) {
+        return std::string(text);
+    }
     std::string_view rest = text;
     for (std::size_t count = 0; count < kMaxCharacters && !rest.empty(); ++count) {
         TakeCharacter(rest);

@@ -130,6 +130,11 @@ class PageTest(unittest.TestCase):
         self.js("location.hash = arguments[0]", address)
         self.wait_for(address)
 
+    def scroll(self, place):
+        """Scrolls there, and lets the page know."""
+        self.driver.execute_async_script(
+            "window.scrollTo(0, arguments[0]); requestAnimationFrame(() => requestAnimationFrame(arguments[1]))", place)
+
     def wait_for(self, address):
         self.wait_until("return document.getElementById('view').dataset.shown === arguments[0]", address)
 

@@ -160,7 +160,7 @@ class Steps(PageTest):
         self.assertEqual(self.texts("main .more"), [])
         self.assertEqual(self.js("return [...document.querySelectorAll('.short')].pop().innerText"), "Number 249.")
         # Who comes back finds the list as it was.
-        self.js("window.scrollTo(0, 5000)")
+        self.scroll(5000)
         self.go("22.000")
         self.driver.back()
         self.wait_for("22")

@@ -102,27 +102,62 @@ export class Lines {
     }
 
     /**
-     * The lines and parts with the word, each once: {line, begin}. Lines that are not wanted are passed over: `isWanted`
-     * is asked once for each. Nothing comes now and then, where a search may pause.
+     * For each line the first one from it on that has a place of a function that passes; -1 for none. `passing` tells
+     * that of functions, each of which has so many places.
      */
-    *find(word, match, isWanted) {
+    nextPassing(passing, placesOfFunction) {
+        if (this.passing !== passing) {
+            this.passing = passing;
+            this.nextList = new Int32Array(this.contextOf.length);
+            for (let line = this.nextList.length - 1, next = -1; line >= 0; --line) {
+                next = this.hasPassing(line, passing, placesOfFunction) ? line : next;
+                this.nextList[line] = next;
+            }
+        }
+        return this.nextList;
+    }
+
+    hasPassing(line, passing, placesOfFunction) {
+        if (this.isOfBlocks(line)) {
+            return false; // functions alone pass
+        }
+        const first = this.placeStarts[line] + 1;
+        const end = first + this.places[first - 1];
+        for (let at = first, place = 0; at < end; ++at) {
+            place += this.places[at];
+            if (passing[Math.floor(place / placesOfFunction)] === 1) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /** The places of a line are those of blocks. */
+    isOfBlocks(line) {
+        return this.topic === "block" || (this.topic === "description" && this.context(line) === "block");
+    }
+
+    /**
+     * The lines and parts with the word, each once: {line, begin}. `next` has for each line the first one from it on
+     * that is wanted, null for all. Nothing comes now and then, where a search may pause.
+     */
+    *find(word, match, next) {
         if (match === Match.kBehindCode && !this.hasCodes) {
             return;
         }
         const fronts = { [Match.kBeginning]: kLineEnd, [Match.kBehindCode]: kCodeEnd, [Match.kInside]: "" };
         const sought = fronts[match] + word;
-        let asked = -1;
         let position = this.searched.indexOf(sought);
         while (position >= 0) {
             let from = this.searched.indexOf(kLineEnd, position + 1);
             const begin = this.beginOf(position, word, match);
             const line = lastNotAbove(this.searchedStarts, Math.max(begin, position));
-            if (line !== asked && !isWanted(line)) {
-                from = line + 1 < this.searchedStarts.length ? this.searchedStarts[line + 1] - 1 : -1;
-                yield null;
-            } else {
-                asked = line;
+            const wanted = next === null ? line : next[line];
+            if (wanted === line) {
                 yield begin < 0 ? null : { line, begin };
+            } else {
+                from = wanted < 0 ? -1 : this.searchedStarts[wanted] - kLineEnd.length;
+                yield null;
             }
             position = from < 0 ? -1 : this.searched.indexOf(sought, from);
         }

@@ -64,6 +64,8 @@ class Page {
         this.entered = 0;
         this.key = null; // of the place in the history that is shown
         this.left = new Map(); // how places were left, by their keys
+        this.scroll = 0;
+        this.hash = null; // that is shown
     }
 
     start() {
@@ -73,6 +75,11 @@ class Page {
         );
         history.scrollRestoration = "manual"; // the browser would scroll before the view is there
         window.addEventListener("hashchange", () => this.show(true));
+        window.addEventListener("scroll", () => {
+            if (location.hash === this.hash) {
+                this.scroll = window.scrollY; // and not the browser's move to the top for another place
+            }
+        });
         window.addEventListener("beforeprint", showAllSteps);
         byId("skip").addEventListener("click", (event) => {
             event.preventDefault(); // the address stays
@@ -88,7 +95,8 @@ class Page {
     /** Shows the place of the address; what is built meanwhile for another one is dropped. */
     async show(isMove) {
         const round = ++this.round;
-        const hash = decoded(location.hash.slice(1));
+        const address = location.hash;
+        const hash = decoded(address.slice(1));
         const numbers = parseAddress(hash);
         const target = hash === "" ? {} : numbers && this.catalog.find(numbers);
         this.leave();
@@ -111,13 +119,15 @@ class Page {
         if (left.scroll === undefined) {
             this.view.querySelector("tr.current")?.scrollIntoView({ block: "nearest" });
         }
+        this.hash = address;
+        this.scroll = window.scrollY;
         this.view.dataset.shown = hash; // for those who wait for it
     }
 
     /** Remembers how the view was left that is shown. */
     leave() {
         if (this.key !== null) {
-            this.left.set(this.key, { scroll: window.scrollY, lists: extendedLists() });
+            this.left.set(this.key, { scroll: this.scroll, lists: extendedLists() });
         }
     }
 

@@ -71,6 +71,9 @@ export class Search {
             yield { topic: "address", text: addressOf(found), context: "", ...found };
         }
         const passing = this.passing(filter);
+        if (passing && !passing.includes(1)) {
+            return;
+        }
         for (let begin = 0, end = 0; begin < this.pieces.length; begin = end) {
             while (end < this.pieces.length && this.pieces[end].topic === this.pieces[begin].topic) {
                 ++end;
@@ -120,8 +123,8 @@ export class Search {
 
     *hitsIn(pieces, word, match, passing) {
         for (const { lines } of pieces) {
-            const isWanted = (line) => passing === null || !this.placesIn(lines, line, passing).next().done;
-            for (const found of lines.find(word, match, isWanted)) {
+            const next = passing && lines.nextPassing(passing, this.placesOfFunction);
+            for (const found of lines.find(word, match, next)) {
                 if (found === null) {
                     yield null;
                     continue;
@@ -143,9 +146,6 @@ export class Search {
             yield* lines.placesOf(line);
             return;
         }
-        if (this.isOfBlock(lines, line)) {
-            return; // filters leave functions alone
-        }
         for (const place of lines.placesOf(line)) {
             if (passing[Math.floor(place / this.placesOfFunction)] === 1) {
                 yield place;
@@ -153,12 +153,8 @@ export class Search {
         }
     }
 
-    isOfBlock(lines, line) {
-        return lines.topic === "block" || (lines.topic === "description" && lines.context(line) === "block");
-    }
-
     targetOf(lines, line, place) {
-        if (this.isOfBlock(lines, line)) {
+        if (lines.isOfBlocks(line)) {
             return { block: this.catalog.blocks[place] };
         }
         const row = this.catalog.functionAt(Math.floor(place / this.placesOfFunction));

@@ -168,10 +168,11 @@ export class SearchBox {
         if (this.answered !== question) {
             this.open();
             await this.run(-1);
+            if (this.answered !== question || this.question !== question || !this.isOpen) {
+                return; // who goes on typing, or closes the results, wants something else
+            }
         }
-        if (this.answered === question && this.question === question && this.isOpen) {
-            this.choose(Math.max(this.active, 0));
-        }
+        this.choose(Math.max(this.active, 0));
     }
 
     /** One step leads over the ends, from the field to the first and from the last to the field. */
