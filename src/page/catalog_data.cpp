@@ -70,7 +70,9 @@ class CatalogWriter {
     /// A browser unpacks so much without anybody noticing.
     bool IsPieceFull() const {
         constexpr std::size_t kEnough = std::size_t{64} << 10;
-        return search_.BytesGiven() - bytesBeforePiece_ > kEnough;
+        constexpr std::size_t kBytesOfOperation = 64;  // beside its name
+        return search_.BytesGiven() - bytesBeforePiece_ + piece_->OperationCount() * kBytesOfOperation >
+               kEnough;
     }
 
     void EndPiece(BlockRows& rows) {
@@ -125,7 +127,7 @@ class CatalogWriter {
             blocks_.Key("descriptions").Text(id);
         }
         if (!own.empty()) {
-            blocks_.Key("ownFaults").Text(WriteFaults(own));
+            blocks_.Key("ownFaults").Text(WriteFaults(std::move(own)));
         }
         blocks_.EndObject();
     }
@@ -135,14 +137,16 @@ class CatalogWriter {
     }
 
     /// The piece that has them.
-    std::string WriteFaults(const std::vector<const Fault*>& faults) {
-        JsonText json;
-        json.BeginArray();
-        for (const Fault* fault : faults) {
-            AddFault(reading_, *fault, json);
-        }
+    std::string WriteFaults(std::vector<const Fault*> faults) {
         std::string id = "faults-" + std::to_string(faultPieces_++);
-        chunks_.Write(id, json.EndArray().Take());
+        chunks_.Write(id, [this, faults = std::move(faults)] {
+            JsonText json;
+            json.BeginArray();
+            for (const Fault* fault : faults) {
+                AddFault(reading_, *fault, json);
+            }
+            return json.EndArray().Take();
+        });
         return id;
     }
 
@@ -222,7 +226,7 @@ class CatalogWriter {
             }
         }
         if (!others.empty()) {
-            json.Key("otherFaults").Text(WriteFaults(others));
+            json.Key("otherFaults").Text(WriteFaults(std::move(others)));
         }
     }
 

@@ -51,7 +51,7 @@ void ChunkWriter::Write(const std::string& id, std::function<std::string()> json
 }
 
 void ChunkWriter::Write(const std::string& id, std::string json) {
-    Write(id, [text = std::move(json)] { return text; });
+    Write(id, [text = std::move(json)]() mutable { return std::move(text); });
 }
 
 void ChunkWriter::Finish() {

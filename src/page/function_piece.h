@@ -46,9 +46,13 @@ class FunctionPiece {
     explicit FunctionPiece(const review::CatalogReading& reading) : reading_(reading) {}
 
     /// The part is there as long as the piece.
-    const FunctionPart& Add(review::FunctionView view) { return parts_.emplace_back(std::move(view)); }
+    const FunctionPart& Add(review::FunctionView view) {
+        operationCount_ += view.operations.size();
+        return parts_.emplace_back(std::move(view));
+    }
 
     bool IsEmpty() const { return parts_.empty(); }
+    std::size_t OperationCount() const { return operationCount_; }
 
     /// Takes most of the time that a page takes, and needs nothing that others change.
     std::string Json() const;
@@ -56,6 +60,7 @@ class FunctionPiece {
   private:
     const review::CatalogReading& reading_;
     std::deque<FunctionPart> parts_;
+    std::size_t operationCount_ = 0;
 };
 
 }  // namespace tarvex::page
