@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "capture/line_prefix.h"
 #include "capture/message_line.h"
 #include "databases.h"
 #include "disasm/json_report.h"

@@ -42,10 +42,6 @@ std::string AddressText(const CapturedMessage& message);
 /// The same, appended.
 void AppendAddress(const CapturedMessage& message, std::string& out);
 
-/// Appends time, direction and devices as a line of a capture has them in front of its message, each with a
-/// blank behind it: "12.5 Rx 0100 -> 0401 ".
-void AppendPrefix(const CapturedMessage& message, std::string& out);
-
 /// Takes what is read of a capture, in its order.
 class MessageSink {
   public:

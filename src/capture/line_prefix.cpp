@@ -5,6 +5,7 @@
 
 #include "capture/hexadecimal.h"
 #include "import/text/names.h"
+#include "import/text/wording.h"
 
 namespace tarvex {
 namespace {
@@ -166,6 +167,9 @@ std::optional<std::uint32_t> DeviceOf(std::string_view token) {
     return digits.size() == kDigits ? DigitsOf(digits, 16) : std::nullopt;
 }
 
+constexpr unsigned kDeviceDigits = 4;
+constexpr char kQuote = '"';
+
 /// Reads the tokens of one line.
 class PrefixReader {
   public:
@@ -180,6 +184,18 @@ class PrefixReader {
             return true;
         }
         return TakeTime(text) || TakeDirection(text) || TakeDevice(text);
+    }
+    /// What stands in quotes is a time, whatever it looks like, and behind a time a direction.
+    bool TakeQuoted(std::string_view text) {
+        const bool isTime = out_.time.empty() && !hasQuoted_;
+        std::string& kept = isTime ? out_.time : out_.direction;
+        if (!kept.empty()) {
+            return false;
+        }
+        kept = text;
+        hasQuoted_ = true;
+        isDate_ = false;
+        return true;
     }
     /// An arrow without a device stands for the direction.
     void Finish() {
@@ -229,6 +245,7 @@ class PrefixReader {
 
     CapturedMessage& out_;
     bool isDate_ = false;  // what was read last is a date, and a time may come
+    bool hasQuoted_ = false;
     bool isBehindArrow_ = false;
     bool isReturn_ = false;
 };
@@ -256,6 +273,29 @@ std::size_t TokenEnd(std::string_view line) {
                    IsTime(line.substr(0, whole))
                ? whole
                : end;
+}
+
+/// What is written without quotes is read as the same.
+bool IsReadAgain(const std::string& text, std::string CapturedMessage::*member) {
+    if (text.empty()) {
+        return true;
+    }
+    CapturedMessage again;
+    std::string_view rest = text;
+    TakePrefix(rest, again);
+    return rest.empty() && again.*member == text;
+}
+
+/// With a blank behind it.
+void AppendToken(const std::string& text, bool isPlain, std::string& out) {
+    if (isPlain) {
+        (out += text) += ' ';
+        return;
+    }
+    const std::size_t begin = (out += kQuote).size();
+    out += text;
+    std::replace(out.begin() + static_cast<std::ptrdiff_t>(begin), out.end(), kQuote, '\'');
+    (out += kQuote) += ' ';
 }
 
 }  // namespace
@@ -295,14 +335,36 @@ bool IsDate(std::string_view token) {
 void TakePrefix(std::string_view& line, CapturedMessage& out) {
     PrefixReader reader(out);
     while (!line.empty()) {
-        const std::size_t end = TokenEnd(line);
+        const std::size_t quote = line.front() == kQuote ? line.find(kQuote, 1) : std::string_view::npos;
+        const bool isQuoted = quote != std::string_view::npos;
+        const std::size_t end = isQuoted ? quote + 1 : TokenEnd(line);
         const std::string_view token = line.substr(0, end);
-        if (MayBeAddress(token) || !reader.Take(token)) {
+        if (isQuoted ? !reader.TakeQuoted(token.substr(1, end - 2))
+                     : MayBeAddress(token) || !reader.Take(token)) {
             break;
         }
         line.remove_prefix(std::min(line.find_first_not_of(kGaps, end), line.size()));
     }
     reader.Finish();
+}
+
+void AppendPrefix(const CapturedMessage& message, std::string& out) {
+    const bool isTimePlain = IsReadAgain(message.time, &CapturedMessage::time);
+    const bool isDirectionPlain = IsReadAgain(message.direction, &CapturedMessage::direction);
+    if (!message.time.empty() || !isDirectionPlain) {
+        AppendToken(message.time, isTimePlain && !message.time.empty(), out);
+    }
+    if (!message.direction.empty()) {
+        AppendToken(message.direction, isDirectionPlain, out);
+    }
+    if (message.source) {
+        AppendHexNumber(out, *message.source, kDeviceDigits);
+        out += ' ';
+    }
+    if (message.destination) {
+        AppendHexNumber(out += "-> ", *message.destination, kDeviceDigits);
+        out += ' ';
+    }
 }
 
 }  // namespace tarvex

@@ -15,6 +15,11 @@ bool IsTime(std::string_view token);
 /// A date alone: 2024-06-03, 2024/06/03 or 03.06.2024.
 bool IsDate(std::string_view token);
 
+/// Appends time, direction and devices as a line has them in front of its message, each with a blank behind
+/// it: "12.5 Rx 0100 -> 0401 ". A time or a direction of another form, which tables and JSON may have, stands
+/// in quotes, so that it is read as the same.
+void AppendPrefix(const CapturedMessage& message, std::string& out);
+
 /// The seconds that a time stands for, from midnight or, with a date, from some day on; nothing for a text
 /// that is no time. Times of one capture can be compared. `unit`: the seconds that a plain number counts in;
 /// 0 where nobody says: then they are seconds, and from 11, 14 and 17 digits on, as the time since 1970 has

@@ -1,5 +1,6 @@
 #include "disasm/text_report.h"
 
+#include "capture/line_prefix.h"
 #include "disasm/bit_field_item.h"
 #include "disasm/number_item.h"
 #include "import/text/wording.h"

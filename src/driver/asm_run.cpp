@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "asm/assembler.h"
+#include "capture/line_prefix.h"
 #include "disasm/json_report.h"
 #include "driver/capture_output.h"
 #include "driver/line_reader.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "capture/line_prefix.h"
 #include "import/text/wording.h"
 
 namespace tarvex::test {
