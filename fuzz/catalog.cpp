@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "catalog_files.h"
-#include "catalog_mutator.h"
 #include "catalogs.h"
 #include "expansion.h"
 #include "import/text/format_text.h"
@@ -28,16 +27,6 @@ std::vector<std::uint8_t> DrawBytes(Draw& draw) {
 }
 
 }  // namespace
-
-extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
-    RequireKnownWords();
-    return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
-                                               unsigned seed) {
-    return MutateCatalog(data, size, maxSize, seed);
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Draw draw(TextOf(data, size));

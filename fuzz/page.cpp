@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "catalog_files.h"
-#include "catalog_mutator.h"
 #include "catalogs.h"
 #include "expansion.h"
 #include "page/unpacked_page.h"
@@ -87,16 +86,6 @@ void CheckPieces(const std::map<std::string, json>& pieces, const review::Catalo
 }
 
 }  // namespace
-
-extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
-    RequireKnownWords();
-    return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
-                                               unsigned seed) {
-    return MutateCatalog(data, size, maxSize, seed);
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static std::string sameInAllPages;

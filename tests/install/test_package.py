@@ -73,7 +73,10 @@ class Packages(unittest.TestCase):
     def test_lintian_finds_nothing(self):
         if not shutil.which("lintian"):
             self.skipTest("there is no lintian")
-        run("lintian", "--allow-root", "--fail-on", "error,warning", *self.packages.values())
+        # These are of the build under test, whose libraries stand where its own prefix wants them; package.sh builds
+        # for Debian's directories, and has all tags.
+        run("lintian", "--allow-root", "--fail-on", "error,warning",
+            "--suppress-tags", "pkg-config-unavailable-for-cross-compilation", *self.packages.values())
 
     def test_documents_are_as_debian_wants_them(self):
         for package in self.packages:
