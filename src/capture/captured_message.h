@@ -29,6 +29,8 @@ struct CapturedMessage {
     /// The seconds that a time counts in which is a plain number; 0 where the capture does not say.
     double timeUnit = 0;
     std::string direction = {};
+    /// Time and direction come from a table or an object, or from quotes, so they may look like anything.
+    bool hasFreeTexts = false;
     /// Addresses of devices, of 16 bits.
     std::optional<std::uint32_t> source = {};
     std::optional<std::uint32_t> destination = {};

@@ -156,6 +156,10 @@ std::string_view WithoutMarks(std::string_view token) {
     return token.size() > 1 && token.ends_with(':') ? token.substr(0, token.size() - 1) : token;
 }
 
+bool IsArrow(std::string_view token) {
+    return token == "->" || token == "<-";
+}
+
 bool IsDirection(std::string_view token) {
     return NamesEqual(token, "Rx") || NamesEqual(token, "Tx");
 }
@@ -178,7 +182,7 @@ class PrefixReader {
     /// False for a token that is no part of a prefix.
     bool Take(std::string_view token) {
         const std::string_view text = WithoutMarks(token);
-        if (token == "->" || token == "<-") {
+        if (IsArrow(token)) {
             isBehindArrow_ = true;
             isReturn_ = token == "<-";
             return true;
@@ -187,13 +191,13 @@ class PrefixReader {
     }
     /// What stands in quotes is a time, whatever it looks like, and behind a time a direction.
     bool TakeQuoted(std::string_view text) {
-        const bool isTime = out_.time.empty() && !hasQuoted_;
+        const bool isTime = out_.time.empty() && !out_.hasFreeTexts;
         std::string& kept = isTime ? out_.time : out_.direction;
         if (!kept.empty()) {
             return false;
         }
         kept = text;
-        hasQuoted_ = true;
+        out_.hasFreeTexts = true;
         isDate_ = false;
         return true;
     }
@@ -245,7 +249,6 @@ class PrefixReader {
 
     CapturedMessage& out_;
     bool isDate_ = false;  // what was read last is a date, and a time may come
-    bool hasQuoted_ = false;
     bool isBehindArrow_ = false;
     bool isReturn_ = false;
 };
@@ -284,6 +287,13 @@ bool IsReadAgain(const std::string& text, std::string CapturedMessage::*member) 
     std::string_view rest = text;
     TakePrefix(rest, again);
     return rest.empty() && again.*member == text;
+}
+
+/// In front of devices an arrow would say which of them is which.
+bool IsDirectionReadAgain(const CapturedMessage& message) {
+    const bool isAlone = !message.source && !message.destination;
+    return (isAlone || !IsArrow(message.direction)) &&
+           IsReadAgain(message.direction, &CapturedMessage::direction);
 }
 
 /// With a blank behind it.
@@ -349,8 +359,8 @@ void TakePrefix(std::string_view& line, CapturedMessage& out) {
 }
 
 void AppendPrefix(const CapturedMessage& message, std::string& out) {
-    const bool isTimePlain = IsReadAgain(message.time, &CapturedMessage::time);
-    const bool isDirectionPlain = IsReadAgain(message.direction, &CapturedMessage::direction);
+    const bool isTimePlain = !message.hasFreeTexts || IsReadAgain(message.time, &CapturedMessage::time);
+    const bool isDirectionPlain = !message.hasFreeTexts || IsDirectionReadAgain(message);
     if (!message.time.empty() || !isDirectionPlain) {
         AppendToken(message.time, isTimePlain && !message.time.empty(), out);
     }

@@ -72,6 +72,7 @@ std::string LooseFields::ReadOrigin(CapturedMessage& out) const {
     out.time = ShownText(date.empty() || time.empty() ? date + time : date + " " + time);
     out.timeUnit = timeUnit_;
     out.direction = ShownText(Text(Column::Direction));
+    out.hasFreeTexts = true;
     std::string fault = ReadDevice(Text(Column::Source), "source", out.source);
     if (fault.empty()) {
         fault = ReadDevice(Text(Column::Destination), "destination", out.destination);

@@ -20,6 +20,7 @@ void Clear(CapturedMessage& message) {
     message.time.clear();
     message.timeUnit = 0;
     message.direction.clear();
+    message.hasFreeTexts = false;
     message.source.reset();
     message.destination.reset();
     message.telegram = Telegram::Whole;

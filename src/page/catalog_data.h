@@ -12,7 +12,7 @@ namespace tarvex::page {
 /// Writes all data of a page. The pieces are
 /// - "overview": the catalog, its blocks, what was lost, and where everything else is;
 /// - "functions": what every list of functions needs, block by block;
-/// - "functions-0", "functions-1", ...: some hundred functions each, with their parameters;
+/// - "functions-0", "functions-1", ...: functions of one block each, with their parameters;
 /// - "faults-0", ...: for each block that has any, the faults that are about none of its functions; the last
 ///   has those about no block;
 /// - "descriptions-0", ...: the beginnings of those of a block's functions;

@@ -54,7 +54,7 @@ class FunctionPiece {
     bool IsEmpty() const { return parts_.empty(); }
     std::size_t OperationCount() const { return operationCount_; }
 
-    /// Takes most of the time that a page takes, and needs nothing that others change.
+    /// The most work of a page; needs nothing that others change.
     std::string Json() const;
 
   private:

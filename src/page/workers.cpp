@@ -7,15 +7,29 @@
 
 namespace tarvex::page {
 
-Workers::Workers() {
-    constexpr unsigned kMaxThreads = 4;  // then the caller is the slowest
-    const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, kMaxThreads + 1) - 1;
+namespace {
+
+unsigned UsualThreads() {
+    constexpr unsigned kMost = 4;  // then the caller is the slowest
+    return std::clamp(std::thread::hardware_concurrency(), 2U, kMost + 1) - 1;
+}
+
+}  // namespace
+
+Workers::Workers() : Workers(UsualThreads()) {}
+
+Workers::Workers(unsigned threads) {
     try {
-        while (threads_.size() < count) {
+        while (threads_.size() < threads) {
             threads_.emplace_back([this](const std::stop_token& stop) { Work(stop); });
         }
     } catch (const std::system_error&) {  // fewer do as well
     }
+}
+
+Workers::~Workers() {
+    const std::lock_guard lock(mutex_);
+    tasks_.clear();
 }
 
 std::future<std::string> Workers::Make(std::function<std::string()> text) {

@@ -16,13 +16,14 @@ namespace tarvex::page {
 /// Makes texts in a few threads that stay, so that the memory of one text is there for the next.
 class Workers {
   public:
-    /// As many as the machine has processors beside the caller's, up to a few. Where it gives no threads, the
-    /// caller does all in `Get`.
+    /// As many as the machine has processors beside the caller's, up to a few.
     Workers();
+    /// Where there are no threads, or the machine gives none, the caller does all in `Get`.
+    explicit Workers(unsigned threads);
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
     /// Waits for what is being made; what waits is not made any more.
-    ~Workers() = default;
+    ~Workers();
 
     /// Texts are begun in the order of the calls. The future throws what `text` throws.
     std::future<std::string> Make(std::function<std::string()> text);

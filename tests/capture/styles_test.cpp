@@ -162,6 +162,13 @@ constexpr StyleRow kStyles[] = {
     {"object with a direction like a device",
      R"({"time":"2024-06-03","direction":"0101","message":"22.01.400.C","data":"01F401"})",
      "2024-06-03 \"0101\" ", R"("time":"2024-06-03","direction":"0101",)"},
+    {"object with an arrow alone", R"({"direction":"<-","message":"22.01.400.C","data":"01F401"})", "<- ",
+     R"("direction":"<-",)"},
+    {"object with an arrow and devices",
+     R"({"direction":"<-","source":"0101","destination":"0400","message":"22.01.400.C","data":"01F401"})",
+     "\"\" \"<-\" 0101 -> 0400 ", R"("direction":"<-","source":"0101","destination":"0400",)"},
+    {"arrow in quotes and devices", "\"\" \"<-\" 0101 -> 0400 22.01.400.C 01F401",
+     "\"\" \"<-\" 0101 -> 0400 ", R"("direction":"<-","source":"0101","destination":"0400",)"},
     {"byte order mark",
      "\xEF\xBB\xBF"
      "22.01.400.C 01 F4 01"},

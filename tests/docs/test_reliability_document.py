@@ -42,6 +42,12 @@ class Promises(DocumentTest):
                     self.assertRegex(paragraph, r"\[[^\]]*`")
 
 
+class Targets(DocumentTest):
+    def test_all_are_there(self):
+        rows = re.findall(r"^\| `([\w-]+)` \|", section(read("reliability.md"), "Fuzzing"), re.MULTILINE)
+        self.assertEqual(rows, sorted(path.name for path in (SOURCE / "fuzz/corpus").iterdir()))
+
+
 class Bounds(DocumentTest):
     def test_their_names_and_figures_are_those_of_the_code(self):
         code = "".join(path.read_text(encoding="utf-8") for path in (SOURCE / "src").rglob("*.h"))

@@ -14,8 +14,10 @@ namespace {
 
 using page::Workers;
 
-TEST(Workers, GiveEachTextToTheOneWhoAskedForIt) {
-    Workers workers;
+class SomeWorkers : public testing::TestWithParam<unsigned> {};
+
+TEST_P(SomeWorkers, GiveEachTextToTheOneWhoAskedForIt) {
+    Workers workers(GetParam());
     std::vector<std::future<std::string>> texts;
     for (int number = 0; number < 200; ++number) {
         texts.push_back(workers.Make([number] { return std::to_string(number); }));
@@ -25,13 +27,16 @@ TEST(Workers, GiveEachTextToTheOneWhoAskedForIt) {
     }
 }
 
-TEST(Workers, PassOnWhatIsThrownAndGoOn) {
-    Workers workers;
+TEST_P(SomeWorkers, PassOnWhatIsThrownAndGoOn) {
+    Workers workers(GetParam());
     auto fails = workers.Make([]() -> std::string { throw std::runtime_error("no room"); });
     auto next = workers.Make([] { return std::string("next"); });
     EXPECT_THROW(workers.Get(fails), std::runtime_error);
     EXPECT_EQ(workers.Get(next), "next");
 }
+
+// Without any, the caller makes them.
+INSTANTIATE_TEST_SUITE_P(All, SomeWorkers, testing::Values(0, 1, 3));
 
 TEST(Workers, EndWithWhatIsBeingMade) {
     std::atomic<int> begun = 0;
